@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Unfold3D/contract/CUnfold3DAPI.h"
+
+#include <memory>
+
+namespace unfold3d
+{
+
+/// The engine behind the contract: keeps one imported mesh and does the commands on it.
+std::unique_ptr<NU3D::Backend> makeEngine();
+
+} // namespace unfold3d

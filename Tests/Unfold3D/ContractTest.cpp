@@ -1,0 +1,59 @@
+#include "Unfold3D/Unfold3D.h"
+
+#include <gtest/gtest.h>
+
+using namespace NU3D;
+
+namespace
+{
+
+CRef table()
+{
+    return {VALTYPE_TABLE, VALPROP_VALUE};
+}
+
+TEST(Contract, ATextLiteralIsATextAndAFloatStaysAFloat)
+{
+    EXPECT_EQ(*CRef("Edge", VALPROP_VALUE)->as<std::string>(), "Edge");
+    EXPECT_EQ(*CRef(0.5F, VALPROP_VALUE)->as<float>(), 0.5F);
+    EXPECT_EQ(CRef(0.5F, VALPROP_VALUE)->as<double>(), nullptr);
+    EXPECT_EQ(*CRef(true, VALPROP_VALUE)->as<bool>(), true);
+    EXPECT_EQ(*CRef(CBox2D(0, 2, 1, 3), VALPROP_VALUE)->as<CBox2D>(), CBox2D(0, 2, 1, 3));
+}
+
+TEST(Contract, ATableKeepsTheOrderAndTheThreeKindsOfEntry)
+{
+    const CRef params = table();
+    params->Add("b", CRef(1, VALPROP_VALUE));
+    params->Add("a");
+    params->Enable("c");
+    params->Add("b", CRef(2, VALPROP_VALUE));
+
+    ASSERT_EQ(params->entries().size(), 3U);
+    EXPECT_EQ(params->entries()[0].name, "b");
+    EXPECT_EQ(*params->GetRef("b")->as<int>(), 2);
+    EXPECT_EQ(params->entries()[1].mark, CVal::NameOnly);
+    EXPECT_EQ(params->entries()[2].mark, CVal::Enabled);
+    EXPECT_TRUE(params->Exists("c"));
+    EXPECT_FALSE(params->GetRef("c"));
+}
+
+TEST(Contract, AMissingArrayAndOneOfAnotherTypeReadAsEmpty)
+{
+    const CRef result = table();
+    result->Add("ids", CRef(std::vector<int>{1, 2}, VALPROP_VALUE));
+    EXPECT_EQ(result->GetInts("ids"), (std::vector<int>{1, 2}));
+    EXPECT_TRUE(result->GetDoubles("ids").empty());
+    EXPECT_TRUE(result->GetInts("none").empty());
+}
+
+TEST(Contract, AnUnknownCommandIsAnErrorThatNamesIt)
+{
+    CUnfold3DAPI api;
+    const CRef result = api.Do("Fold", table());
+    ASSERT_TRUE(CUnfold3DAPI::HasError(result));
+    EXPECT_NE(CUnfold3DAPI::GetErrorString(result).find("Fold"), std::string::npos);
+    EXPECT_FALSE(CUnfold3DAPI::HasWarning(result));
+}
+
+} // namespace
