@@ -1,0 +1,184 @@
+// The engine through its contract: import, unfold and pack.
+//
+// Two inputs: one bumpy open patch of 1 k to 1 M triangles shows how a solve grows, and 10 to
+// 10 000 separate pieces show what many islands cost. Run it optimised, on a quiet machine; compare
+// ratios within one run rather than times between runs.
+
+#include "PatchMeshes.h"
+#include "PeakMemory.h"
+
+#include "Unfold3D/Unfold3D.h"
+
+#include <benchmark/benchmark.h>
+
+#include <stdexcept>
+
+namespace
+{
+
+using NU3D::CRef;
+using NU3D::CUnfold3DAPI;
+using NU3D::VALPROP_VALUE;
+
+CRef table()
+{
+    return {NU3D::VALTYPE_TABLE, VALPROP_VALUE};
+}
+
+void expectSuccess(const CRef& result)
+{
+    if (CUnfold3DAPI::HasError(result))
+        throw std::runtime_error(CUnfold3DAPI::GetErrorString(result));
+}
+
+void import(CUnfold3DAPI& api, const bench::FlatMesh& mesh)
+{
+    const CRef params = table();
+    const std::vector<int> sizes(static_cast<std::size_t>(mesh.triangleCount()), 3);
+    params->Add("#Data.PolySizes ints", CRef(sizes, VALPROP_VALUE));
+    params->Add("#Data.PolyXYZIDs ints", CRef(mesh.triangles, VALPROP_VALUE));
+    params->Add("#Data.CoordsXYZ doubles", CRef(mesh.coordsXYZ, VALPROP_VALUE));
+    params->Add("#Data.PolyUVWIDs ints", CRef(mesh.triangles, VALPROP_VALUE));
+    params->Add("#Data.CoordsUVW doubles", CRef(mesh.coordsUVW, VALPROP_VALUE));
+    expectSuccess(api.Do("Import", params));
+}
+
+void unfold(CUnfold3DAPI& api, bool preventCrossings)
+{
+    const CRef params = table();
+    params->Add("#PrimType string Island", CRef("Vertex", VALPROP_VALUE));
+    params->Add("#ProcessSelection bool", CRef(true, VALPROP_VALUE));
+    params->Add("#ProcessAllIfNoneSelected bool");
+    params->Add("#Iterations int 1", CRef(1, VALPROP_VALUE));
+    params->Add("#BorderIntersections bool", CRef(preventCrossings, VALPROP_VALUE));
+    params->Add("#TriangleFlips bool", CRef(true, VALPROP_VALUE));
+    params->Add("#RoomSpace double 000.1", CRef(0.0, VALPROP_VALUE));
+    expectSuccess(api.Do("Unfold", params));
+}
+
+void pack(CUnfold3DAPI& api, int mutations)
+{
+    const CRef params = table();
+    params->Add("#Translate bool", CRef(true, VALPROP_VALUE));
+    params->Add("#Rotate.Min double 0.0", CRef(0.0, VALPROP_VALUE));
+    params->Add("#Rotate.Max double 360.0", CRef(360.0, VALPROP_VALUE));
+    params->Add("#Rotate.Step double 0.0", CRef(90.0, VALPROP_VALUE));
+    params->Add("#Rotate.Mode int 2", CRef(0, VALPROP_VALUE));
+    params->Add("#Scaling.Mode int 0", CRef(1, VALPROP_VALUE));
+    params->Add("#LayoutScalingMode int 0", CRef(2, VALPROP_VALUE));
+    params->Add("#Resolution int", CRef(1024, VALPROP_VALUE));
+    params->Add("#MaxMutations int 1", CRef(mutations, VALPROP_VALUE));
+    params->Add("#SpacingSize double 0", CRef(2.0 / 1024.0, VALPROP_VALUE));
+    params->Add("#MarginSize double 0", CRef(0.0, VALPROP_VALUE));
+    params->Add("#Box box2d 0.0 1.0 0.0 1.0", CRef(NU3D::CBox2D(0, 1, 0, 1), VALPROP_VALUE));
+    params->Add("#MultiTile.SizeU int", CRef(1, VALPROP_VALUE));
+    params->Add("#MultiTile.SizeV int", CRef(1, VALPROP_VALUE));
+    params->Add("#TileAssignMode string \"Specified\"", CRef("Distribute", VALPROP_VALUE));
+    expectSuccess(api.Do("Pack", params));
+}
+
+void report(benchmark::State& state, const bench::FlatMesh& mesh)
+{
+    state.SetComplexityN(mesh.triangleCount());
+    state.counters["triangles"] = mesh.triangleCount();
+    state.counters["ns/triangle"] = benchmark::Counter(
+        1e-9 * mesh.triangleCount(),
+        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["peakMB"] = bench::peakMemoryBytes() / 1e6;
+}
+
+void importPatch(benchmark::State& state)
+{
+    const bench::FlatMesh mesh = bench::bumpyPatch(static_cast<int>(state.range(0)));
+    bench::resetPeakMemory();
+    for (auto _ : state) {
+        CUnfold3DAPI api;
+        import(api, mesh);
+    }
+    report(state, mesh);
+}
+
+void unfoldPatch(benchmark::State& state, bool preventCrossings)
+{
+    const bench::FlatMesh mesh = bench::bumpyPatch(static_cast<int>(state.range(0)));
+    bench::resetPeakMemory();
+    for (auto _ : state) {
+        CUnfold3DAPI api;
+        import(api, mesh);
+        unfold(api, preventCrossings);
+    }
+    report(state, mesh);
+}
+
+void unfoldPieces(benchmark::State& state)
+{
+    const bench::FlatMesh mesh = bench::shellPieces(static_cast<int>(state.range(0)));
+    bench::resetPeakMemory();
+    for (auto _ : state) {
+        CUnfold3DAPI api;
+        import(api, mesh);
+        unfold(api, true);
+    }
+    report(state, mesh);
+}
+
+void packPieces(benchmark::State& state)
+{
+    const bench::FlatMesh mesh = bench::shellPieces(static_cast<int>(state.range(0)));
+    bench::resetPeakMemory();
+    for (auto _ : state) {
+        CUnfold3DAPI api;
+        import(api, mesh);
+        pack(api, static_cast<int>(state.range(1)));
+    }
+    report(state, mesh);
+}
+
+void packPatch(benchmark::State& state)
+{
+    const bench::FlatMesh mesh = bench::bumpyPatch(static_cast<int>(state.range(0)));
+    bench::resetPeakMemory();
+    for (auto _ : state) {
+        CUnfold3DAPI api;
+        import(api, mesh);
+        pack(api, 1);
+    }
+    report(state, mesh);
+}
+
+constexpr int maxTriangles = 1'000'000;
+
+BENCHMARK(importPatch)
+    ->RangeMultiplier(10)
+    ->Range(1000, maxTriangles)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+BENCHMARK_CAPTURE(unfoldPatch, bordersKeptApart, true)
+    ->RangeMultiplier(10)
+    ->Range(1000, maxTriangles)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+BENCHMARK_CAPTURE(unfoldPatch, bordersMayCross, false)
+    ->RangeMultiplier(10)
+    ->Range(1000, maxTriangles)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+BENCHMARK(unfoldPieces)
+    ->Arg(10)
+    ->Arg(1000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+BENCHMARK(packPatch)
+    ->RangeMultiplier(10)
+    ->Range(1000, maxTriangles)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
+BENCHMARK(packPieces)
+    ->ArgNames({"islands", "mutations"})
+    ->ArgsProduct({{10, 1000, 10'000}, {1, 4}})
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();
