@@ -1,0 +1,67 @@
+#include "document/Format.h"
+
+#include "formats/obj/ObjFormat.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <string>
+
+namespace uvtool
+{
+namespace
+{
+
+struct Format
+{
+    const char* extension;
+    Document (*read)(const std::filesystem::path&);
+    void (*write)(const Document&, const std::filesystem::path&);
+};
+
+constexpr std::array formats{
+    Format{".obj", readObj, writeObj},
+};
+
+std::string extensionOf(const std::filesystem::path& path)
+{
+    std::string extension = path.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension;
+}
+
+const Format* formatOf(const std::filesystem::path& path)
+{
+    const std::string extension = extensionOf(path);
+    const auto* found = std::find_if(formats.begin(), formats.end(),
+                                     [&](const Format& f) { return extension == f.extension; });
+    return found == formats.end() ? nullptr : found;
+}
+
+} // namespace
+
+Document readDocument(const std::filesystem::path& path)
+{
+    const Format* const format = formatOf(path);
+    if (format == nullptr)
+        throw FileError(FileError::Read, path, "a file of an unknown kind; give an OBJ file");
+    Document document = format->read(path);
+    document.path = path;
+    return document;
+}
+
+void writeDocument(const Document& document, const std::filesystem::path& path)
+{
+    const Format* const format = formatOf(path);
+    if (format == nullptr)
+        throw FileError(FileError::Write, path, "a file of an unknown kind; use .obj");
+    format->write(document, path);
+}
+
+bool isWritableFormat(const std::filesystem::path& path)
+{
+    return formatOf(path) != nullptr;
+}
+
+} // namespace uvtool

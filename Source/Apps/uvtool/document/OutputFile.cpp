@@ -1,0 +1,130 @@
+#include "document/OutputFile.h"
+
+#include "document/FileError.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace uvtool
+{
+namespace
+{
+
+/// The file that a chain of links ends at, so that a rename replaces that file and not the link.
+fs::path behindLinks(const fs::path& path)
+{
+    std::error_code error;
+    const fs::path real = fs::weakly_canonical(path, error);
+    return error ? path : real;
+}
+
+std::string textOf(int error)
+{
+    return error == 0 ? "unknown error" : std::strerror(error);
+}
+
+} // namespace
+
+OutputFile::OutputFile(const fs::path& target) : _target(target)
+{
+    const fs::path real = behindLinks(target);
+    std::error_code ignored;
+    const auto status = fs::status(real, ignored);
+    if (fs::is_directory(status))
+        fail(EISDIR);
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
+        _file = std::fopen(real.c_str(), "wb");
+        if (_file == nullptr)
+            fail(errno);
+        return;
+    }
+    // A rename would replace even a file that may not be written.
+    if (fs::exists(status) && ::access(real.c_str(), W_OK) != 0)
+        fail(errno);
+
+    const std::string name =
+        "." + real.filename().string() + "." + std::to_string(::getpid()) + ".tmp";
+    _target = real;
+    _beside = real.parent_path() / name;
+    const int descriptor = ::open(_beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (descriptor < 0) {
+        const int error = errno;
+        _beside.clear();
+        fail(error);
+    }
+    if (fs::exists(status))
+        fs::permissions(_beside, status.permissions(), ignored);
+    _file = ::fdopen(descriptor, "wb");
+}
+
+OutputFile::~OutputFile()
+{
+    if (_file != nullptr)
+        std::fclose(_file);
+    if (!_beside.empty())
+        ::unlink(_beside.c_str());
+}
+
+void OutputFile::write(std::string_view bytes)
+{
+    if (std::fwrite(bytes.data(), 1, bytes.size(), _file) != bytes.size())
+        fail(errno);
+}
+
+void OutputFile::commit()
+{
+    if (std::fflush(_file) != 0)
+        fail(errno);
+    // Devices and pipes have nothing to sync; a full disk may only speak up here.
+    if (!_beside.empty() && ::fsync(::fileno(_file)) != 0 && errno != EINVAL)
+        fail(errno);
+    std::FILE* const file = _file;
+    _file = nullptr;
+    if (std::fclose(file) != 0)
+        fail(errno);
+    if (_beside.empty())
+        return;
+    if (::rename(_beside.c_str(), _target.c_str()) != 0)
+        fail(errno);
+    _beside.clear();
+}
+
+void OutputFile::fail(int error) const
+{
+    throw FileError(FileError::Write, _target, "cannot be written: " + textOf(error));
+}
+
+std::string readWholeFile(const fs::path& path)
+{
+    const auto fail = [&path](int error) {
+        throw FileError(FileError::Read, path, "cannot be read: " + textOf(error));
+    };
+    std::error_code ignored;
+    if (fs::is_directory(path, ignored))
+        fail(EISDIR);
+    std::FILE* const file = std::fopen(path.c_str(), "rb");
+    if (file == nullptr)
+        fail(errno);
+
+    std::string bytes;
+    const auto expected = fs::file_size(path, ignored);
+    if (!ignored)
+        bytes.reserve(expected);
+    std::array<char, std::size_t{1} << 16U> block{};
+    std::size_t got = 0;
+    while ((got = std::fread(block.data(), 1, block.size(), file)) > 0)
+        bytes.append(block.data(), got);
+    const int error = std::ferror(file) != 0 ? errno : 0;
+    std::fclose(file);
+    if (error != 0)
+        fail(error);
+    return bytes;
+}
+
+} // namespace uvtool

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace uvtool
+{
+
+/// A file that appears under its name only when it is complete.
+///
+/// Bytes go to a file beside the target; commit() flushes it down to the disk, checks that all of
+/// it arrived and renames it to the target. Without commit() the target stays as it was and the
+/// file beside it goes. A target that isn't a regular file (a device, a pipe) is written directly.
+/// Every failure is a FileError of kind Write.
+class OutputFile
+{
+public:
+    explicit OutputFile(const std::filesystem::path& target);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    void write(std::string_view bytes);
+    void commit();
+
+private:
+    [[noreturn]] void fail(int error) const;
+
+    std::filesystem::path _target;
+    std::filesystem::path _beside; ///< empty when the target is written directly
+    std::FILE* _file = nullptr;
+};
+
+/// All bytes of a regular file. A FileError of kind Read for a directory, a missing file, one
+/// without permission or a read that fails.
+std::string readWholeFile(const std::filesystem::path& path);
+
+} // namespace uvtool
