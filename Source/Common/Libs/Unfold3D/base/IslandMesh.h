@@ -16,7 +16,9 @@ using Triangle = std::array<int, 3>;
 ///   positions  [vertex]    in space, moved to the origin and scaled so that the area of the island
 ///                          is 1; every vertex is used by a triangle
 ///   triangles  [triangle]  wound consistently: an edge is walked at most once in each direction.
-///                          None is degenerate, none stands twice.
+///                          None has a corner twice, none stands twice. One without area in space
+///                          may stand here to close the surface; base/RestTriangle.h gives every
+///                          triangle the shape to measure it by.
 ///
 /// Triangles hang together through shared vertices. Two fans of triangles may meet in one vertex
 /// only; such a vertex has one UV all the same.
