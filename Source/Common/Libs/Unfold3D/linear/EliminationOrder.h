@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Unfold3D/linear/VertexGraph.h"
+
+#include <vector>
+
+namespace unfold3d
+{
+
+/// Orders of elimination that keep the factor of a matrix with this graph sparse. Both give
+/// oldOfNew: entry k is the node to be eliminated k-th. Both give the same order on every run.
+
+/// Approximate minimum degree: quick, and best for small graphs.
+std::vector<int> minimumDegreeOrder(const VertexGraph& graph);
+
+/// Nested dissection: slower to compute, less work for the factorisation of large graphs. Calls of
+/// several threads wait for each other.
+std::vector<int> dissectionOrder(const VertexGraph& graph);
+
+} // namespace unfold3d

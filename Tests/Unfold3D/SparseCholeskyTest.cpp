@@ -1,0 +1,253 @@
+#include "Unfold3D/linear/SparseCholesky.h"
+#include "Unfold3D/linear/DenseKernels.h"
+#include "Unfold3D/linear/EliminationOrder.h"
+#include "Unfold3D/linear/EliminationTree.h"
+
+#include <Eigen/Cholesky>
+#include <Eigen/Core>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <numeric>
+#include <random>
+
+using namespace unfold3d;
+
+namespace
+{
+
+using Pair = std::array<int, 2>;
+
+VertexGraph gridGraph(int width, int height)
+{
+    std::vector<Pair> pairs;
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const int v = y * width + x;
+            if (x + 1 < width)
+                pairs.push_back({v, v + 1});
+            if (y + 1 < height)
+                pairs.push_back({v, v + width});
+            if (x + 1 < width && y + 1 < height)
+                pairs.push_back({v, v + width + 1});
+        }
+    return graphOfPairs(pairs, width * height);
+}
+
+VertexGraph randomGraph(int nodes, int pairs, unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<int> node(0, nodes - 1);
+    std::vector<Pair> list(static_cast<std::size_t>(pairs));
+    for (Pair& pair : list)
+        pair = {node(random), node(random)};
+    return graphOfPairs(list, nodes);
+}
+
+/// A matrix on the graph with random entries and a diagonal that makes it positive definite.
+BlockMatrix randomMatrix(const SymbolicCholesky& symbolic, int blockSize, unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<double> entry(-1.0, 1.0);
+    BlockMatrix matrix(symbolic, blockSize);
+    for (double& value : matrix.lower)
+        value = entry(random);
+    const int n = symbolic.size();
+    std::vector<double> rowSum(static_cast<std::size_t>(n), 1.0);
+    for (int j = 0; j < n; ++j)
+        for (int e = symbolic.columnOffsets[static_cast<std::size_t>(j)];
+             e < symbolic.columnOffsets[static_cast<std::size_t>(j) + 1]; ++e)
+        {
+            rowSum[static_cast<std::size_t>(j)] += 2.0;
+            rowSum[static_cast<std::size_t>(symbolic.entryRows[static_cast<std::size_t>(e)])] +=
+                2.0;
+        }
+    const auto square = static_cast<std::size_t>(blockSize * blockSize);
+    for (std::size_t j = 0; j < static_cast<std::size_t>(n); ++j) {
+        matrix.diagonal[j * square] = rowSum[j];
+        if (blockSize == 2) {
+            matrix.diagonal[j * square + 1] = matrix.diagonal[j * square + 2] = 0.5 * entry(random);
+            matrix.diagonal[j * square + 3] = rowSum[j];
+        }
+    }
+    return matrix;
+}
+
+Eigen::MatrixXd dense(const SymbolicCholesky& symbolic, const BlockMatrix& matrix)
+{
+    const int b = matrix.blockSize;
+    const int n = symbolic.size();
+    Eigen::MatrixXd result = Eigen::MatrixXd::Zero(n * b, n * b);
+    for (int j = 0; j < n; ++j) {
+        for (int r = 0; r < b; ++r)
+            for (int c = 0; c < b; ++c)
+                result(j * b + r, j * b + c) =
+                    matrix.diagonal[static_cast<std::size_t>((j * b + r) * b + c)];
+        for (int e = symbolic.columnOffsets[static_cast<std::size_t>(j)];
+             e < symbolic.columnOffsets[static_cast<std::size_t>(j) + 1]; ++e)
+        {
+            const int i = symbolic.entryRows[static_cast<std::size_t>(e)];
+            for (int r = 0; r < b; ++r)
+                for (int c = 0; c < b; ++c)
+                    result(i * b + r, j * b + c) = result(j * b + c, i * b + r) =
+                        matrix.lower[static_cast<std::size_t>((e * b + r) * b + c)];
+        }
+    }
+    return result;
+}
+
+void expectSolves(const VertexGraph& graph, int blockSize, unsigned seed)
+{
+    const SymbolicCholesky symbolic = analyse(graph);
+    const BlockMatrix matrix = randomMatrix(symbolic, blockSize, seed);
+    SparseCholesky cholesky(symbolic);
+    RunControl control;
+    EXPECT_EQ(cholesky.factorise(matrix, control), 0);
+
+    const Eigen::MatrixXd reference = dense(symbolic, matrix);
+    std::srand(seed);
+    const Eigen::VectorXd right = Eigen::VectorXd::Random(reference.rows());
+    std::vector<double> x(right.data(), right.data() + right.size());
+    cholesky.solve(x);
+    const Eigen::VectorXd expected = reference.llt().solve(right);
+    for (Eigen::Index i = 0; i < expected.size(); ++i)
+        ASSERT_NEAR(x[static_cast<std::size_t>(i)], expected[i], 1e-12);
+}
+
+TEST(SparseCholesky, SolvesLikeADenseFactorisation)
+{
+    struct Case
+    {
+        const char* name;
+        VertexGraph graph;
+    };
+    const Case cases[] = {
+        {"one node", graphOfPairs({}, 1)},
+        {"nodes that don't meet", graphOfPairs({}, 7)},
+        {"a chain", graphOfPairs(std::vector<Pair>{{0, 1}, {2, 1}, {3, 2}, {4, 3}}, 5)},
+        {"two pieces", graphOfPairs(std::vector<Pair>{{0, 5}, {2, 1}, {1, 2}, {4, 4}}, 6)},
+        {"a grid", gridGraph(17, 13)},
+        {"a grid large enough to dissect", gridGraph(31, 23)},
+        {"a graph with a dense factor", randomGraph(150, 900, 3)},
+    };
+    for (const Case& c : cases)
+        for (const int blockSize : {1, 2}) {
+            SCOPED_TRACE(c.name);
+            expectSolves(c.graph, blockSize, 5);
+        }
+}
+
+RC_GTEST_PROP(SparseCholesky, SolvesOnRandomGraphs, ())
+{
+    const int nodes = *rc::gen::inRange(1, 60);
+    const int pairs = *rc::gen::inRange(0, 150);
+    const auto seed = *rc::gen::arbitrary<unsigned>();
+    for (const int blockSize : {1, 2})
+        expectSolves(randomGraph(nodes, pairs, seed), blockSize, seed);
+}
+
+TEST(SparseCholesky, ReplacesThePivotsOfASingularMatrix)
+{
+    // The Laplacian of a grid: constants cost nothing.
+    const VertexGraph graph = gridGraph(9, 9);
+    const SymbolicCholesky symbolic = analyse(graph);
+    BlockMatrix matrix(symbolic, 1);
+    std::fill(matrix.lower.begin(), matrix.lower.end(), -1.0);
+    for (int v = 0; v < graph.size(); ++v)
+        matrix.diagonal[static_cast<std::size_t>(symbolic.newOfOld[static_cast<std::size_t>(v)])] =
+            static_cast<double>(graph.of(v).size());
+    SparseCholesky cholesky(symbolic);
+    RunControl control;
+    EXPECT_EQ(cholesky.factorise(matrix, control), 1);
+    std::vector<double> x(81, 0.0);
+    x.front() = 1.0;
+    x.back() = -1.0;
+    const std::vector<double> right = x;
+    cholesky.solve(x);
+    const Eigen::Map<const Eigen::VectorXd> solution(x.data(), 81);
+    const Eigen::Map<const Eigen::VectorXd> rightSide(right.data(), 81);
+    EXPECT_LT((dense(symbolic, matrix) * solution - rightSide).norm(), 1e-10);
+}
+
+TEST(SparseCholesky, StopsBetweenFronts)
+{
+    const SymbolicCholesky symbolic = analyse(gridGraph(20, 20));
+    const BlockMatrix matrix = randomMatrix(symbolic, 2, 1);
+    SparseCholesky cholesky(symbolic);
+    RunControl control;
+    control.requestStop();
+    EXPECT_THROW(cholesky.factorise(matrix, control), Stopped);
+}
+
+TEST(SymbolicCholesky, CountsTheEntriesOfTheFactor)
+{
+    for (const VertexGraph& graph : {gridGraph(12, 10), randomGraph(90, 300, 8)}) {
+        const int n = graph.size();
+        const OrderedGraph ordered = followElimination(graph, minimumDegreeOrder(graph));
+        // Elimination done naively: the neighbours above a column all meet afterwards.
+        Eigen::MatrixXi filled = Eigen::MatrixXi::Zero(n, n);
+        for (int j = 0; j < n; ++j)
+            for (const int i : ordered.graph.of(j))
+                filled(i, j) = 1;
+        for (int j = 0; j < n; ++j) {
+            int count = 1;
+            int parent = -1;
+            for (int i = n - 1; i > j; --i) {
+                if (filled(i, j) == 0)
+                    continue;
+                ++count;
+                parent = i;
+                for (int k = j + 1; k < n; ++k)
+                    if (k != i && filled(k, j) != 0)
+                        filled(i, k) = 1;
+            }
+            ASSERT_EQ(ordered.tree.count[static_cast<std::size_t>(j)], count);
+            ASSERT_EQ(ordered.tree.parent[static_cast<std::size_t>(j)], parent);
+        }
+    }
+}
+
+TEST(SymbolicCholesky, DissectionGivesTheSamePermutationEveryTime)
+{
+    const VertexGraph graph = gridGraph(40, 30);
+    const std::vector<int> order = dissectionOrder(graph);
+    std::vector<int> sorted = order;
+    std::sort(sorted.begin(), sorted.end());
+    std::vector<int> all(1200);
+    std::iota(all.begin(), all.end(), 0);
+    EXPECT_EQ(sorted, all);
+    EXPECT_EQ(dissectionOrder(graph), order);
+}
+
+TEST(DenseKernels, BothVectorWidthsGiveTheSameBits)
+{
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> entry(-1.0, 1.0);
+    constexpr int height = 203;
+    constexpr int columns = 151;
+    std::vector<double> panel(static_cast<std::size_t>(height) * columns);
+    for (double& value : panel)
+        value = entry(random);
+    for (std::size_t j = 0; j < columns; ++j)
+        panel[j * height + j] = 100.0;
+    const std::vector<double> diagonal(columns, 100.0);
+    std::vector<double> other = panel;
+    DenseKernels wide(DenseKernels::Width::Wide);
+    DenseKernels baseline(DenseKernels::Width::Baseline);
+    EXPECT_EQ(wide.factorise(panel.data(), height, columns, diagonal), 0);
+    EXPECT_EQ(baseline.factorise(other.data(), height, columns, diagonal), 0);
+    EXPECT_EQ(panel, other);
+}
+
+TEST(DenseKernels, LeavesTheUpperTriangleAlone)
+{
+    std::vector<double> left(30 * 20, 1.0);
+    std::vector<double> target(30 * 30, 5.0);
+    DenseKernels().subtractOwnProduct(left.data(), 30, 20, target.data(), 30, 30, 17);
+    for (std::size_t c = 0; c < 30; ++c)
+        for (std::size_t r = 0; r < 30; ++r)
+            ASSERT_EQ(target[c * 30 + r], c < 17 && r >= c ? -15.0 : 5.0) << r << ' ' << c;
+}
+
+} // namespace
