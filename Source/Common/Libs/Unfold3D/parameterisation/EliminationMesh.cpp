@@ -1,0 +1,74 @@
+#include "Unfold3D/parameterisation/EliminationMesh.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+std::size_t at(int index)
+{
+    return static_cast<std::size_t>(index);
+}
+
+/// The triangles of the island ordered by the lowest of their columns; ties keep their order.
+std::vector<int> trianglesByLowestColumn(const IslandMesh& mesh,
+                                         std::span<const int> columnOfVertex)
+{
+    std::vector<int> lowest(mesh.triangles.size());
+    std::vector<int> next(columnOfVertex.size() + 1, 0);
+    for (std::size_t t = 0; t < lowest.size(); ++t) {
+        const auto& [a, b, c] = mesh.triangles[t];
+        lowest[t] = std::min({columnOfVertex[at(a)], columnOfVertex[at(b)], columnOfVertex[at(c)]});
+        ++next[at(lowest[t]) + 1];
+    }
+    std::partial_sum(next.begin(), next.end(), next.begin());
+    std::vector<int> order(lowest.size());
+    for (std::size_t t = 0; t < lowest.size(); ++t)
+        order[at(next[at(lowest[t])]++)] = static_cast<int>(t);
+    return order;
+}
+
+} // namespace
+
+EliminationMesh::EliminationMesh(const IslandMesh& mesh)
+    : symbolic(analyse(vertexGraph(mesh.triangles, mesh.vertexCount())))
+{
+    triangles.reserve(mesh.triangles.size());
+    double area = 0.0;
+    for (const int t : trianglesByLowestColumn(mesh, symbolic.newOfOld)) {
+        Triangle corners = mesh.triangles[at(t)];
+        for (int& corner : corners)
+            corner = symbolic.newOfOld[at(corner)];
+        triangles.push_back(
+            {corners,
+             {symbolic.entryOf(corners[0], corners[1]), symbolic.entryOf(corners[1], corners[2]),
+              symbolic.entryOf(corners[2], corners[0])},
+             TriangleMetric(restTriangle(mesh, t))});
+        area += triangles.back().metric.area;
+    }
+    // Stand-ins for triangles without height add a little to the area of the surface.
+    for (FlatTriangle& triangle : triangles)
+        triangle.metric.area /= area;
+}
+
+std::vector<Vec2> EliminationMesh::toElimination(std::span<const Vec2> ofVertices) const
+{
+    std::vector<Vec2> ofColumns(ofVertices.size());
+    for (std::size_t column = 0; column < ofColumns.size(); ++column)
+        ofColumns[column] = ofVertices[at(symbolic.oldOfNew[column])];
+    return ofColumns;
+}
+
+std::vector<Vec2> EliminationMesh::toVertices(std::span<const Vec2> ofColumns) const
+{
+    std::vector<Vec2> ofVertices(ofColumns.size());
+    for (std::size_t vertex = 0; vertex < ofVertices.size(); ++vertex)
+        ofVertices[vertex] = ofColumns[at(symbolic.newOfOld[vertex])];
+    return ofVertices;
+}
+
+} // namespace unfold3d

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Unfold3D/base/IslandMesh.h"
+#include "Unfold3D/linear/SymbolicCholesky.h"
+#include "Unfold3D/parameterisation/TriangleEnergy.h"
+
+#include <array>
+#include <span>
+#include <vector>
+
+namespace unfold3d
+{
+
+/// A triangle with all that a pass over the mesh needs, in one place.
+struct FlatTriangle
+{
+    Triangle corners; ///< columns of the factorisation
+    /// Matrix entries of the corner pairs (0,1), (1,2), (2,0).
+    std::array<int, 3> entries;
+    TriangleMetric metric;
+};
+
+/// An island renumbered in the order of elimination, so that all passes and the factorisation run
+/// through memory in one direction. The areas of the rest triangles sum to 1.
+struct EliminationMesh
+{
+    explicit EliminationMesh(const IslandMesh& mesh);
+
+    int vertexCount() const { return symbolic.size(); }
+    /// Values per vertex of the island in the order of elimination, and back.
+    std::vector<Vec2> toElimination(std::span<const Vec2> ofVertices) const;
+    std::vector<Vec2> toVertices(std::span<const Vec2> ofColumns) const;
+
+    SymbolicCholesky symbolic;
+    std::vector<FlatTriangle> triangles; ///< by their lowest column
+};
+
+} // namespace unfold3d

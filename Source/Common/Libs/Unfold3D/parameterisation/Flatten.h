@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Unfold3D/base/IslandMesh.h"
+#include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/base/Vec.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace unfold3d
+{
+
+/// Vertices that shall end on one straight line along an axis: with one common v when it is
+/// horizontal, with one common u otherwise.
+struct StraightLine
+{
+    bool horizontal = true;
+    std::vector<int> vertices;
+};
+
+struct FlattenOptions
+{
+    /// How far to go. 0: only the start, at its best scale. n from 1 on: until the next step of the
+    /// minimisation promises less than 10^-(n+2) of the energy; 1 looks finished, 3 is so for any
+    /// use. -1: until rounding errors stop it.
+    int iterations = 1;
+    /// Keep the border of the island from crossing itself, at the price of some distortion.
+    bool preventBorderCrossings = true;
+    /// Least distance of two pieces of the border from each other, as a share of the side of a
+    /// square of the island's area. Only looked at when border crossings are prevented, and only
+    /// where the shape of the island leaves room.
+    double roomSpace = 0.0;
+    std::vector<StraightLine> straight;
+};
+
+struct FlattenReport
+{
+    double energy = 0.0;      ///< symmetric Dirichlet, mean over the area; 4 is isometric
+    int steps = 0;            ///< factorisations
+    bool converged = false;   ///< the end that the options ask for was reached
+    int borderCrossings = -1; ///< of the result, by an exact test; -1 when not counted
+    std::string method;       ///< which methods served, for a log
+    std::vector<std::string> warnings;
+};
+
+struct FlattenResult
+{
+    std::vector<Vec2> uv; ///< [vertex]
+    FlattenReport report;
+};
+
+/// Lays an island into the plane with as little distortion as possible: minimises the symmetric
+/// Dirichlet energy from a start without flipped triangles, and flips none on the way. The result
+/// has the scale of the surface in space.
+///
+/// start     [vertex]  every triangle of positive area (exactly, however thin), the border without
+///                     crossings; what doesn't hold that comes back as it is with a warning
+/// progress            called with 0 to 1 as the work goes on; may be empty
+///
+/// One thread, the same bits on every run. Throws Stopped when `control` asks for it, at most one
+/// elimination of a dense front later. Time is a few sparse factorisations (see the report's
+/// steps).
+FlattenResult flatten(const IslandMesh& mesh, std::vector<Vec2> start,
+                      const FlattenOptions& options, const RunControl& control,
+                      const std::function<void(double)>& progress);
+
+} // namespace unfold3d
