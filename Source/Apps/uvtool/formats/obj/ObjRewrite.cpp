@@ -1,0 +1,337 @@
+#include "formats/obj/ObjRewrite.h"
+
+#include "document/NumberText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <functional>
+
+namespace uvtool
+{
+namespace
+{
+
+/// The polygons of the document that one face of the file has become: one, the triangles of a
+/// polygon that was split, or none.
+struct FacePolygons
+{
+    std::uint32_t geometry = absentIndex;
+    std::uint32_t firstPolygon = 0;
+    std::uint32_t count = 0;
+};
+
+std::vector<FacePolygons> polygonsOfFaces(const Document& document)
+{
+    std::vector<FacePolygons> faces;
+    for (std::size_t g = 0; g < document.geometries.size(); ++g) {
+        const std::vector<std::uint32_t>& sources = document.geometries[g].sourceOfPolygon;
+        for (std::size_t p = 0; p < sources.size(); ++p) {
+            if (sources[p] >= faces.size())
+                faces.resize(std::size_t{sources[p]} + 1);
+            FacePolygons& face = faces[sources[p]];
+            if (face.count == 0)
+                face = {static_cast<std::uint32_t>(g), static_cast<std::uint32_t>(p), 0};
+            ++face.count;
+        }
+    }
+    return faces;
+}
+
+/// Number counted from 0 of a word that may count back from the values before it.
+std::uint32_t absoluteNumber(std::string_view word, std::uint32_t before)
+{
+    std::int64_t value = 0;
+    std::from_chars(word.data(), word.data() + word.size(), value);
+    value = value < 0 ? value + before : value - 1;
+    return value < 0 || value >= absentIndex ? absentIndex : static_cast<std::uint32_t>(value);
+}
+
+/// Calls `replace` for each word and puts its answer in the word's place.
+void replaceWords(std::string_view text, std::string& out,
+                  const std::function<void(std::string_view word, std::string& out)>& replace)
+{
+    std::string_view rest = text;
+    const char* done = text.data();
+    for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
+        out.append(done, word.data());
+        replace(word, out);
+        done = word.data() + word.size();
+    }
+    out.append(done, text.data() + text.size());
+}
+
+class Rewriter
+{
+public:
+    Rewriter(const Document& document, const ObjPayload& payload)
+        : _document(document), _payload(payload), _faces(polygonsOfFaces(document)),
+          _lineEnd(payload.text.find("\r\n") == std::string::npos ? "\n" : "\r\n")
+    {}
+
+    std::string rewrite()
+    {
+        markKept();
+        numberValues();
+        return emit();
+    }
+
+private:
+    const ObjPayload::Numbers& numbersOf(std::size_t g) const
+    {
+        return _payload.geometries[_document.geometries[g].source];
+    }
+
+    std::size_t readCount(std::size_t g) const { return numbersOf(g).vtOfValue.size(); }
+
+    /// New values of a geometry: those behind the ones that were read.
+    std::uint32_t newCount(std::size_t g) const
+    {
+        return static_cast<std::uint32_t>(_document.geometries[g].uvs[0].values.size() -
+                                          readCount(g));
+    }
+
+    /// A `vt` line goes when geometries used it and none does any more. Lines of curves use some
+    /// too.
+    void markKept()
+    {
+        _kept.assign(_payload.vtCount, 1);
+        for (const ObjPayload::Numbers& numbers : _payload.geometries) {
+            for (const std::uint32_t vt : numbers.vtOfValue)
+                _kept[vt] = 0;
+        }
+        for (std::size_t g = 0; g < _document.geometries.size(); ++g) {
+            for (const std::uint32_t value : _document.geometries[g].uvs[0].ofCorner) {
+                if (value < readCount(g))
+                    _kept[numbersOf(g).vtOfValue[value]] = 1;
+            }
+        }
+        forStatements([this](const ObjStatement& statement) {
+            if (statement.keyword != "l")
+                return;
+            std::string_view rest = statement.rest;
+            for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
+                const std::uint32_t vt = absoluteNumber(splitCorner(word).vt, _vtRead);
+                if (vt < _payload.vtCount)
+                    _kept[vt] = 1;
+            }
+        });
+    }
+
+    void numberValues()
+    {
+        _numberOfRead.assign(_payload.vtCount, absentIndex);
+        _firstNew.assign(_document.geometries.size(), absentIndex);
+        std::uint32_t next = 0;
+        forStatements([&](const ObjStatement& statement) {
+            if (statement.keyword == "vt" && _kept[_vtRead] != 0)
+                _numberOfRead[_vtRead] = next++;
+            if (const std::size_t g = geometryStartingHere(statement); g != absentIndex) {
+                _firstNew[g] = next;
+                next += newCount(g);
+            }
+        });
+    }
+
+    std::string emit()
+    {
+        std::string out;
+        out.reserve(_payload.text.size() + _payload.text.size() / 4);
+        const char* done = _payload.text.data();
+        std::fill(_firstNew.begin(), _firstNew.end(), absentIndex);
+        forStatements([&](const ObjStatement& statement) {
+            out.append(done, statement.line.data());
+            done = statement.line.data() + statement.line.size();
+            if (statement.keyword == "vt")
+                emitOldValue(statement, out, done);
+            else if (statement.keyword == "f")
+                emitFace(statement, out, done);
+            else if (statement.keyword == "l")
+                emitCurve(statement, out);
+            else
+                out.append(statement.line);
+        });
+        out.append(done, _payload.text.data() + _payload.text.size());
+        return out;
+    }
+
+    void emitOldValue(const ObjStatement& statement, std::string& out, const char*& done)
+    {
+        if (_kept[_vtRead] == 0) {
+            done = behindLineEnd(done);
+            return;
+        }
+        out.append(statement.line);
+        ++_vtWritten;
+    }
+
+    void emitFace(const ObjStatement& statement, std::string& out, const char*& done)
+    {
+        if (const std::size_t g = geometryStartingHere(statement); g != absentIndex)
+            emitNewValues(g, out);
+        const FacePolygons face = _facesRead < _faces.size() ? _faces[_facesRead] : FacePolygons{};
+        if (face.count == 0)
+            done = behindLineEnd(done);
+        else if (face.count == 1)
+            emitPolygon(statement, face, out);
+        else
+            emitTriangles(face, out);
+    }
+
+    void emitNewValues(std::size_t g, std::string& out)
+    {
+        const std::vector<Vec2f>& values = _document.geometries[g].uvs[0].values;
+        _firstNew[g] = _vtWritten;
+        for (std::size_t i = readCount(g); i < values.size(); ++i) {
+            out += "vt ";
+            appendNumber(out, values[i][0]);
+            out += ' ';
+            appendNumber(out, values[i][1]);
+            out += _lineEnd;
+        }
+        _vtWritten += newCount(g);
+    }
+
+    /// The face as it stands, with the `vt` numbers of its corners changed where they have to.
+    void emitPolygon(const ObjStatement& statement, const FacePolygons& face, std::string& out)
+    {
+        const DocumentGeometry& geometry = _document.geometries[face.geometry];
+        std::uint32_t corner = geometry.polygonOffsets[face.firstPolygon];
+        out.append(statement.line.data(), statement.rest.data());
+        replaceWords(statement.rest, out, [&](std::string_view word, std::string& to) {
+            appendCorner(splitCorner(word), vtNumber(face.geometry, corner++), to);
+        });
+        out.append(statement.rest.data() + statement.rest.size(),
+                   statement.line.data() + statement.line.size());
+    }
+
+    void appendCorner(const ObjCornerText& text, std::uint32_t vt, std::string& out) const
+    {
+        out += text.v;
+        if (vt == absentIndex && text.vn.empty())
+            return;
+        out += '/';
+        if (vt != absentIndex)
+            appendVt(text.vt, vt, out);
+        if (!text.vn.empty()) {
+            out += '/';
+            out += text.vn;
+        }
+    }
+
+    /// Numbers that counted back go on doing so.
+    void appendVt(std::string_view before, std::uint32_t vt, std::string& out) const
+    {
+        if (before.starts_with('-'))
+            out += std::to_string(std::int64_t{vt} - std::int64_t{_vtWritten});
+        else
+            out += std::to_string(std::int64_t{vt} + 1);
+    }
+
+    void emitTriangles(const FacePolygons& face, std::string& out) const
+    {
+        const DocumentGeometry& geometry = _document.geometries[face.geometry];
+        const ObjPayload::Numbers& numbers = numbersOf(face.geometry);
+        for (std::uint32_t i = 0; i < face.count; ++i) {
+            const std::uint32_t polygon = face.firstPolygon + i;
+            out += i == 0 ? "f" : _lineEnd + "f";
+            for (std::uint32_t c = geometry.polygonOffsets[polygon];
+                 c < geometry.polygonOffsets[polygon + 1]; ++c)
+            {
+                const auto wordOf = [](std::uint32_t number) {
+                    return std::to_string(std::uint64_t{number} + 1);
+                };
+                std::string vn;
+                if (geometry.normals.has(c))
+                    vn = wordOf(numbers.vnOfNormal[geometry.normals.ofCorner[c]]);
+                const std::string v = wordOf(numbers.vOfPosition[geometry.positions.ofCorner[c]]);
+                out += ' ';
+                appendCorner({v, {}, vn}, vtNumber(face.geometry, c), out);
+            }
+        }
+    }
+
+    void emitCurve(const ObjStatement& statement, std::string& out) const
+    {
+        out.append(statement.line.data(), statement.rest.data());
+        replaceWords(statement.rest, out, [this](std::string_view word, std::string& to) {
+            const ObjCornerText text = splitCorner(word);
+            const std::uint32_t vt = absoluteNumber(text.vt, _vtRead);
+            appendCorner(text, vt < _payload.vtCount ? _numberOfRead[vt] : absentIndex, to);
+        });
+        out.append(statement.rest.data() + statement.rest.size(),
+                   statement.line.data() + statement.line.size());
+    }
+
+    /// Number in the new file, counted from 0, of the UV of a corner.
+    std::uint32_t vtNumber(std::size_t g, std::uint32_t corner) const
+    {
+        const CornerAttribute<Vec2f>& uvs = _document.geometries[g].uvs[0];
+        if (!uvs.has(corner))
+            return absentIndex;
+        const std::uint32_t value = uvs.ofCorner[corner];
+        if (value < readCount(g))
+            return _numberOfRead[numbersOf(g).vtOfValue[value]];
+        return _firstNew[g] + value - static_cast<std::uint32_t>(readCount(g));
+    }
+
+    /// The geometry whose first face this statement is and that has new values; else absentIndex.
+    std::size_t geometryStartingHere(const ObjStatement& statement) const
+    {
+        if (statement.keyword != "f" || _facesRead >= _faces.size())
+            return absentIndex;
+        const std::size_t g = _faces[_facesRead].geometry;
+        if (g == absentIndex || _firstNew[g] != absentIndex || newCount(g) == 0)
+            return absentIndex;
+        return g;
+    }
+
+    const char* behindLineEnd(const char* at) const
+    {
+        const char* const end = _payload.text.data() + _payload.text.size();
+        if (at != end && *at == '\r')
+            ++at;
+        if (at != end && *at == '\n')
+            ++at;
+        return at;
+    }
+
+    /// Visits all statements; meanwhile _vtRead and _facesRead count the `vt` and `f` before.
+    template <class Visit>
+    void forStatements(const Visit& visit)
+    {
+        _vtRead = 0;
+        _facesRead = 0;
+        ObjStatements statements(_payload.text);
+        ObjStatement statement;
+        while (statements.next(statement)) {
+            visit(statement);
+            _vtRead += statement.keyword == "vt" ? 1U : 0U;
+            _facesRead += statement.keyword == "f" ? 1U : 0U;
+        }
+    }
+
+    const Document& _document;
+    const ObjPayload& _payload;
+    const std::vector<FacePolygons> _faces;
+    const std::string _lineEnd;
+
+    std::vector<char> _kept;                  ///< by `vt` of the file: 1 = its line stays
+    std::vector<std::uint32_t> _numberOfRead; ///< by `vt` of the file: its number in the new one
+    std::vector<std::uint32_t> _firstNew;     ///< by geometry: number of its first new `vt`
+
+    std::uint32_t _vtRead = 0;
+    std::uint32_t _facesRead = 0;
+    std::uint32_t _vtWritten = 0;
+};
+
+} // namespace
+
+std::string rewriteObj(const Document& document, const ObjPayload& payload)
+{
+    const bool changed =
+        std::any_of(document.geometries.begin(), document.geometries.end(),
+                    [](const DocumentGeometry& geometry) { return geometry.changedSlots.test(0); });
+    return changed ? Rewriter(document, payload).rewrite() : payload.text;
+}
+
+} // namespace uvtool
