@@ -19,13 +19,13 @@ public:
     };
 
     FileError(Kind kind, const std::filesystem::path& file, const std::string& what)
-        : std::runtime_error(file.string() + ": " + what), _kind(kind)
+        : std::runtime_error(file.string() + ": " + what), kind_(kind)
     {}
 
-    Kind kind() const { return _kind; }
+    Kind kind() const { return kind_; }
 
 private:
-    Kind _kind;
+    Kind kind_;
 };
 
 } // namespace uvtool

@@ -31,7 +31,7 @@ std::string textOf(int error)
 
 } // namespace
 
-OutputFile::OutputFile(const fs::path& target) : _target(target)
+OutputFile::OutputFile(const fs::path& target) : target_(target)
 {
     const fs::path real = behindLinks(target);
     std::error_code ignored;
@@ -39,8 +39,8 @@ OutputFile::OutputFile(const fs::path& target) : _target(target)
     if (fs::is_directory(status))
         fail(EISDIR);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
-        _file = std::fopen(real.c_str(), "wb");
-        if (_file == nullptr)
+        file_ = std::fopen(real.c_str(), "wb");
+        if (file_ == nullptr)
             fail(errno);
         return;
     }
@@ -50,54 +50,54 @@ OutputFile::OutputFile(const fs::path& target) : _target(target)
 
     const std::string name =
         "." + real.filename().string() + "." + std::to_string(::getpid()) + ".tmp";
-    _target = real;
-    _beside = real.parent_path() / name;
-    const int descriptor = ::open(_beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    target_ = real;
+    beside_ = real.parent_path() / name;
+    const int descriptor = ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (descriptor < 0) {
         const int error = errno;
-        _beside.clear();
+        beside_.clear();
         fail(error);
     }
     if (fs::exists(status))
-        fs::permissions(_beside, status.permissions(), ignored);
-    _file = ::fdopen(descriptor, "wb");
+        fs::permissions(beside_, status.permissions(), ignored);
+    file_ = ::fdopen(descriptor, "wb");
 }
 
 OutputFile::~OutputFile()
 {
-    if (_file != nullptr)
-        std::fclose(_file);
-    if (!_beside.empty())
-        ::unlink(_beside.c_str());
+    if (file_ != nullptr)
+        std::fclose(file_);
+    if (!beside_.empty())
+        ::unlink(beside_.c_str());
 }
 
 void OutputFile::write(std::string_view bytes)
 {
-    if (std::fwrite(bytes.data(), 1, bytes.size(), _file) != bytes.size())
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size())
         fail(errno);
 }
 
 void OutputFile::commit()
 {
-    if (std::fflush(_file) != 0)
+    if (std::fflush(file_) != 0)
         fail(errno);
     // Devices and pipes have nothing to sync; a full disk may only speak up here.
-    if (!_beside.empty() && ::fsync(::fileno(_file)) != 0 && errno != EINVAL)
+    if (!beside_.empty() && ::fsync(::fileno(file_)) != 0 && errno != EINVAL)
         fail(errno);
-    std::FILE* const file = _file;
-    _file = nullptr;
+    std::FILE* const file = file_;
+    file_ = nullptr;
     if (std::fclose(file) != 0)
         fail(errno);
-    if (_beside.empty())
+    if (beside_.empty())
         return;
-    if (::rename(_beside.c_str(), _target.c_str()) != 0)
+    if (::rename(beside_.c_str(), target_.c_str()) != 0)
         fail(errno);
-    _beside.clear();
+    beside_.clear();
 }
 
 void OutputFile::fail(int error) const
 {
-    throw FileError(FileError::Write, _target, "cannot be written: " + textOf(error));
+    throw FileError(FileError::Write, target_, "cannot be written: " + textOf(error));
 }
 
 std::string readWholeFile(const fs::path& path)

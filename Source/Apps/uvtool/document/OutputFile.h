@@ -28,9 +28,9 @@ public:
 private:
     [[noreturn]] void fail(int error) const;
 
-    std::filesystem::path _target;
-    std::filesystem::path _beside; ///< empty when the target is written directly
-    std::FILE* _file = nullptr;
+    std::filesystem::path target_;
+    std::filesystem::path beside_; ///< empty when the target is written directly
+    std::FILE* file_ = nullptr;
 };
 
 /// All bytes of a regular file. A FileError of kind Read for a directory, a missing file, one

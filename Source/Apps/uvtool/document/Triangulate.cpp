@@ -45,14 +45,14 @@ Vec3d areaNormal(Corners corners)
 class PolygonCutter
 {
 public:
-    explicit PolygonCutter(std::vector<std::uint32_t>& triangles) : _triangles(triangles) {}
+    explicit PolygonCutter(std::vector<std::uint32_t>& triangles) : triangles_(triangles) {}
 
     void cut(Corners corners, std::uint32_t firstCorner)
     {
-        _corners = corners;
-        _firstCorner = firstCorner;
-        _normal = areaNormal(corners);
-        _leastTurn = leastAreaShare * dot(_normal, _normal);
+        corners_ = corners;
+        firstCorner_ = firstCorner;
+        normal_ = areaNormal(corners);
+        leastTurn_ = leastAreaShare * dot(normal_, normal_);
         if (corners.size() == 3 || isFanFromFirst())
             emitFan();
         else
@@ -62,14 +62,14 @@ public:
 private:
     double turn(std::size_t a, std::size_t b, std::size_t c) const
     {
-        return dot(cross(minus(_corners[b], _corners[a]), minus(_corners[c], _corners[a])),
-                   _normal);
+        return dot(cross(minus(corners_[b], corners_[a]), minus(corners_[c], corners_[a])),
+                   normal_);
     }
 
     bool isFanFromFirst() const
     {
-        for (std::size_t i = 1; i + 1 < _corners.size(); ++i) {
-            if (!(turn(0, i, i + 1) > _leastTurn))
+        for (std::size_t i = 1; i + 1 < corners_.size(); ++i) {
+            if (!(turn(0, i, i + 1) > leastTurn_))
                 return false;
         }
         return true;
@@ -78,18 +78,18 @@ private:
     void emit(std::size_t a, std::size_t b, std::size_t c)
     {
         for (const std::size_t corner : {a, b, c})
-            _triangles.push_back(_firstCorner + static_cast<std::uint32_t>(corner));
+            triangles_.push_back(firstCorner_ + static_cast<std::uint32_t>(corner));
     }
 
     void emitFan()
     {
-        for (std::size_t i = 1; i + 1 < _corners.size(); ++i)
+        for (std::size_t i = 1; i + 1 < corners_.size(); ++i)
             emit(0, i, i + 1);
     }
 
     bool containsAnother(std::size_t before, std::size_t ear, std::size_t after) const
     {
-        for (const std::size_t other : _left) {
+        for (const std::size_t other : left_) {
             if (other == before || other == ear || other == after)
                 continue;
             if (turn(before, ear, other) >= 0 && turn(ear, after, other) >= 0 &&
@@ -103,20 +103,20 @@ private:
     /// run out of ears; the rest is then cut as a fan, so that the count of triangles holds.
     void clipEars()
     {
-        _left.resize(_corners.size());
-        for (std::size_t i = 0; i < _left.size(); ++i)
-            _left[i] = i;
+        left_.resize(corners_.size());
+        for (std::size_t i = 0; i < left_.size(); ++i)
+            left_[i] = i;
 
         std::size_t at = 0;
         std::size_t without = 0;
-        while (_left.size() > 3 && without < _left.size()) {
-            const std::size_t n = _left.size();
-            const std::size_t before = _left[(at + n - 1) % n];
-            const std::size_t ear = _left[at % n];
-            const std::size_t after = _left[(at + 1) % n];
-            if (turn(before, ear, after) > _leastTurn && !containsAnother(before, ear, after)) {
+        while (left_.size() > 3 && without < left_.size()) {
+            const std::size_t n = left_.size();
+            const std::size_t before = left_[(at + n - 1) % n];
+            const std::size_t ear = left_[at % n];
+            const std::size_t after = left_[(at + 1) % n];
+            if (turn(before, ear, after) > leastTurn_ && !containsAnother(before, ear, after)) {
                 emit(before, ear, after);
-                _left.erase(_left.begin() + static_cast<std::ptrdiff_t>(at % n));
+                left_.erase(left_.begin() + static_cast<std::ptrdiff_t>(at % n));
                 at %= n;
                 without = 0;
             } else {
@@ -124,16 +124,16 @@ private:
                 ++without;
             }
         }
-        for (std::size_t i = 1; i + 1 < _left.size(); ++i)
-            emit(_left[0], _left[i], _left[i + 1]);
+        for (std::size_t i = 1; i + 1 < left_.size(); ++i)
+            emit(left_[0], left_[i], left_[i + 1]);
     }
 
-    std::vector<std::uint32_t>& _triangles;
-    std::vector<std::size_t> _left;
-    Corners _corners;
-    std::uint32_t _firstCorner = 0;
-    Vec3d _normal{};
-    double _leastTurn = 0;
+    std::vector<std::uint32_t>& triangles_;
+    std::vector<std::size_t> left_;
+    Corners corners_;
+    std::uint32_t firstCorner_ = 0;
+    Vec3d normal_{};
+    double leastTurn_ = 0;
 };
 
 } // namespace

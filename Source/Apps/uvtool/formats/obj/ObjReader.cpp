@@ -56,23 +56,23 @@ class StatementReader
 {
 public:
     StatementReader(const std::filesystem::path& path, std::string_view text)
-        : _path(path), _text(text)
+        : path_(path), text_(text)
     {}
 
     ObjFile read()
     {
-        ObjStatements statements(_text);
+        ObjStatements statements(text_);
         ObjStatement statement;
         while (statements.next(statement))
             take(statement);
         checkRanges();
-        return std::move(_file);
+        return std::move(file_);
     }
 
 private:
     void take(const ObjStatement& statement)
     {
-        _here = static_cast<std::size_t>(statement.keyword.data() - _text.data());
+        here_ = static_cast<std::size_t>(statement.keyword.data() - text_.data());
         if (statement.keyword == "v")
             takePosition(statement.rest);
         else if (statement.keyword == "vt")
@@ -82,9 +82,9 @@ private:
         else if (statement.keyword == "f")
             takeFace(statement.rest);
         else if (statement.keyword == "o")
-            _file.objects.push_back({nameIn(statement.rest), faceCount()});
+            file_.objects.push_back({nameIn(statement.rest), faceCount()});
         else if (statement.keyword == "usemtl")
-            _material = materialNumber(nameIn(statement.rest));
+            material_ = materialNumber(nameIn(statement.rest));
     }
 
     void takePosition(std::string_view rest)
@@ -92,15 +92,15 @@ private:
         const std::size_t count = takeNumbers(rest, "vertex");
         if (count < 3)
             fail("a vertex with " + std::to_string(count) + " coordinates; it needs 3");
-        _file.positions.push_back({_numbers[0], _numbers[1], _numbers[2]});
+        file_.positions.push_back({numbers_[0], numbers_[1], numbers_[2]});
         if (count < 6)
             return;
         // Red, green and blue end the line; a weight may stand before them.
         const std::size_t red = count == 7 ? 4 : 3;
-        _file.colors.resize(_file.positions.size());
-        _file.coloredBefore.resize(_file.positions.size());
-        _file.coloredBefore.back() = 1;
-        _file.colors.back() = {asFloat(red), asFloat(red + 1), asFloat(red + 2), 1.0F};
+        file_.colors.resize(file_.positions.size());
+        file_.coloredBefore.resize(file_.positions.size());
+        file_.coloredBefore.back() = 1;
+        file_.colors.back() = {asFloat(red), asFloat(red + 1), asFloat(red + 2), 1.0F};
     }
 
     void takeUV(std::string_view rest)
@@ -108,34 +108,34 @@ private:
         const std::size_t count = takeNumbers(rest, "texture coordinate");
         if (count < 1)
             fail("a texture coordinate without numbers");
-        _file.uvs.push_back({asFloat(0), count > 1 ? asFloat(1) : 0.0F});
+        file_.uvs.push_back({asFloat(0), count > 1 ? asFloat(1) : 0.0F});
     }
 
     void takeNormal(std::string_view rest)
     {
         if (takeNumbers(rest, "normal") < 3)
             fail("a normal with less than 3 coordinates");
-        _file.normals.push_back({asFloat(0), asFloat(1), asFloat(2)});
+        file_.normals.push_back({asFloat(0), asFloat(1), asFloat(2)});
     }
 
     void takeFace(std::string_view rest)
     {
-        const std::size_t first = _file.corners.size();
+        const std::size_t first = file_.corners.size();
         for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
             const ObjCornerText text = splitCorner(word);
-            _file.corners.push_back({number(text.v, _file.positions.size(), "vertex"),
-                                     number(text.vt, _file.uvs.size(), "texture coordinate"),
-                                     number(text.vn, _file.normals.size(), "normal")});
-            if (_file.corners.back().v == absentIndex)
+            file_.corners.push_back({number(text.v, file_.positions.size(), "vertex"),
+                                     number(text.vt, file_.uvs.size(), "texture coordinate"),
+                                     number(text.vn, file_.normals.size(), "normal")});
+            if (file_.corners.back().v == absentIndex)
                 fail("a face corner without a vertex number: \"" + std::string(word) + "\"");
         }
-        const std::size_t count = _file.corners.size() - first;
+        const std::size_t count = file_.corners.size() - first;
         if (count < 3)
             fail("a face with " + std::to_string(count) +
                  " corners; it needs 3 (is the file complete?)");
-        _file.faceOffsets.push_back(static_cast<std::uint32_t>(_file.corners.size()));
-        _file.faceAt.push_back(_here);
-        _file.faceMaterial.push_back(_material);
+        file_.faceOffsets.push_back(static_cast<std::uint32_t>(file_.corners.size()));
+        file_.faceAt.push_back(here_);
+        file_.faceMaterial.push_back(material_);
     }
 
     /// Reads all numbers of a statement; how many there were.
@@ -147,14 +147,14 @@ private:
             if (!readNumber(word, value))
                 fail("a " + std::string(what) + " with \"" + std::string(word) +
                      "\", which is no finite number");
-            if (count < _numbers.size())
-                _numbers[count] = value;
+            if (count < numbers_.size())
+                numbers_[count] = value;
             ++count;
         }
-        return std::min(count, _numbers.size());
+        return std::min(count, numbers_.size());
     }
 
-    float asFloat(std::size_t k) const { return static_cast<float>(_numbers[k]); }
+    float asFloat(std::size_t k) const { return static_cast<float>(numbers_[k]); }
 
     /// A number of a face corner, counted from 0. Negative ones count back from the last value
     /// read.
@@ -176,13 +176,13 @@ private:
 
     void checkRanges()
     {
-        for (std::size_t face = 0; face < _file.faceAt.size(); ++face) {
-            _here = _file.faceAt[face];
-            for (std::uint32_t c = _file.faceOffsets[face]; c < _file.faceOffsets[face + 1]; ++c) {
-                const ObjFile::Corner& corner = _file.corners[c];
-                checkRange(corner.v, _file.positions.size(), "vertex");
-                checkRange(corner.vt, _file.uvs.size(), "texture coordinate");
-                checkRange(corner.vn, _file.normals.size(), "normal");
+        for (std::size_t face = 0; face < file_.faceAt.size(); ++face) {
+            here_ = file_.faceAt[face];
+            for (std::uint32_t c = file_.faceOffsets[face]; c < file_.faceOffsets[face + 1]; ++c) {
+                const ObjFile::Corner& corner = file_.corners[c];
+                checkRange(corner.v, file_.positions.size(), "vertex");
+                checkRange(corner.vt, file_.uvs.size(), "texture coordinate");
+                checkRange(corner.vn, file_.normals.size(), "normal");
             }
         }
     }
@@ -202,8 +202,8 @@ private:
     [[noreturn]] void fail(const std::string& what) const
     {
         const auto line =
-            1 + std::count(_text.begin(), _text.begin() + static_cast<std::ptrdiff_t>(_here), '\n');
-        throw FileError(FileError::Read, _path, "line " + std::to_string(line) + ": " + what);
+            1 + std::count(text_.begin(), text_.begin() + static_cast<std::ptrdiff_t>(here_), '\n');
+        throw FileError(FileError::Read, path_, "line " + std::to_string(line) + ": " + what);
     }
 
     static std::string nameIn(std::string_view rest)
@@ -216,54 +216,54 @@ private:
 
     std::int32_t materialNumber(std::string name)
     {
-        const auto next = static_cast<std::int32_t>(_file.materials.size());
-        const auto entry = _materialNumbers.try_emplace(name, next);
+        const auto next = static_cast<std::int32_t>(file_.materials.size());
+        const auto entry = materialNumbers_.try_emplace(name, next);
         if (entry.second)
-            _file.materials.push_back(std::move(name));
+            file_.materials.push_back(std::move(name));
         return entry.first->second;
     }
 
-    std::uint32_t faceCount() const { return static_cast<std::uint32_t>(_file.faceAt.size()); }
+    std::uint32_t faceCount() const { return static_cast<std::uint32_t>(file_.faceAt.size()); }
 
-    const std::filesystem::path& _path;
-    std::string_view _text;
-    std::size_t _here = 0;
-    ObjFile _file;
-    std::array<double, 7> _numbers{};
-    std::int32_t _material = -1;
-    std::map<std::string, std::int32_t> _materialNumbers;
+    const std::filesystem::path& path_;
+    std::string_view text_;
+    std::size_t here_ = 0;
+    ObjFile file_;
+    std::array<double, 7> numbers_{};
+    std::int32_t material_ = -1;
+    std::map<std::string, std::int32_t> materialNumbers_;
 };
 
 /// Renumbers the values that one geometry uses, in order of first use.
 class LocalNumbers
 {
 public:
-    explicit LocalNumbers(std::size_t count) : _local(count, absentIndex) {}
+    explicit LocalNumbers(std::size_t count) : local_(count, absentIndex) {}
 
     /// Forgets the geometry before; only what it touched.
     void startGeometry(std::vector<std::uint32_t>& used)
     {
-        if (_used != nullptr) {
-            for (const std::uint32_t number : *_used)
-                _local[number] = absentIndex;
+        if (used_ != nullptr) {
+            for (const std::uint32_t number : *used_)
+                local_[number] = absentIndex;
         }
-        _used = &used;
+        used_ = &used;
     }
 
     std::uint32_t of(std::uint32_t number)
     {
         if (number == absentIndex)
             return absentIndex;
-        if (_local[number] == absentIndex) {
-            _local[number] = static_cast<std::uint32_t>(_used->size());
-            _used->push_back(number);
+        if (local_[number] == absentIndex) {
+            local_[number] = static_cast<std::uint32_t>(used_->size());
+            used_->push_back(number);
         }
-        return _local[number];
+        return local_[number];
     }
 
 private:
-    std::vector<std::uint32_t> _local;
-    std::vector<std::uint32_t>* _used = nullptr;
+    std::vector<std::uint32_t> local_;
+    std::vector<std::uint32_t>* used_ = nullptr;
 };
 
 template <class T>
@@ -302,25 +302,25 @@ class GeometryBuilder
 {
 public:
     explicit GeometryBuilder(const ObjFile& file)
-        : _file(file), _positions(file.positions.size()), _uvs(file.uvs.size()),
-          _normals(file.normals.size())
+        : file_(file), positions_(file.positions.size()), uvs_(file.uvs.size()),
+          normals_(file.normals.size())
     {}
 
     /// `numbers` has to stay where it is until the next geometry is built.
     DocumentGeometry build(std::uint32_t firstFace, std::uint32_t endFace,
                            ObjPayload::Numbers& numbers)
     {
-        _positions.startGeometry(numbers.vOfPosition);
-        _uvs.startGeometry(numbers.vtOfValue);
-        _normals.startGeometry(numbers.vnOfNormal);
+        positions_.startGeometry(numbers.vOfPosition);
+        uvs_.startGeometry(numbers.vtOfValue);
+        normals_.startGeometry(numbers.vnOfNormal);
 
         DocumentGeometry geometry;
         for (std::uint32_t face = firstFace; face < endFace; ++face)
             addFace(geometry, face);
-        gather(geometry.positions, _file.positions, numbers.vOfPosition);
-        gather(geometry.uvs[0], _file.uvs, numbers.vtOfValue);
-        gather(geometry.normals, _file.normals, numbers.vnOfNormal);
-        gatherColors(geometry, _file, numbers.vOfPosition);
+        gather(geometry.positions, file_.positions, numbers.vOfPosition);
+        gather(geometry.uvs[0], file_.uvs, numbers.vtOfValue);
+        gather(geometry.normals, file_.normals, numbers.vnOfNormal);
+        gatherColors(geometry, file_, numbers.vOfPosition);
         triangulatePolygons(geometry);
         return geometry;
     }
@@ -328,21 +328,21 @@ public:
 private:
     void addFace(DocumentGeometry& geometry, std::uint32_t face)
     {
-        for (std::uint32_t c = _file.faceOffsets[face]; c < _file.faceOffsets[face + 1]; ++c) {
-            geometry.positions.ofCorner.push_back(_positions.of(_file.corners[c].v));
-            geometry.uvs[0].ofCorner.push_back(_uvs.of(_file.corners[c].vt));
-            geometry.normals.ofCorner.push_back(_normals.of(_file.corners[c].vn));
+        for (std::uint32_t c = file_.faceOffsets[face]; c < file_.faceOffsets[face + 1]; ++c) {
+            geometry.positions.ofCorner.push_back(positions_.of(file_.corners[c].v));
+            geometry.uvs[0].ofCorner.push_back(uvs_.of(file_.corners[c].vt));
+            geometry.normals.ofCorner.push_back(normals_.of(file_.corners[c].vn));
         }
         geometry.polygonOffsets.push_back(
             static_cast<std::uint32_t>(geometry.positions.ofCorner.size()));
         geometry.sourceOfPolygon.push_back(face);
-        geometry.materialOfPolygon.push_back(_file.faceMaterial[face]);
+        geometry.materialOfPolygon.push_back(file_.faceMaterial[face]);
     }
 
-    const ObjFile& _file;
-    LocalNumbers _positions;
-    LocalNumbers _uvs;
-    LocalNumbers _normals;
+    const ObjFile& file_;
+    LocalNumbers positions_;
+    LocalNumbers uvs_;
+    LocalNumbers normals_;
 };
 
 /// The faces before the first `o`, if any, are an object too, named after the file.

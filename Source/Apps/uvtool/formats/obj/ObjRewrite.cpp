@@ -64,8 +64,8 @@ class Rewriter
 {
 public:
     Rewriter(const Document& document, const ObjPayload& payload)
-        : _document(document), _payload(payload), _faces(polygonsOfFaces(document)),
-          _lineEnd(payload.text.find("\r\n") == std::string::npos ? "\n" : "\r\n")
+        : document_(document), payload_(payload), faces_(polygonsOfFaces(document)),
+          lineEnd_(payload.text.find("\r\n") == std::string::npos ? "\n" : "\r\n")
     {}
 
     std::string rewrite()
@@ -78,7 +78,7 @@ public:
 private:
     const ObjPayload::Numbers& numbersOf(std::size_t g) const
     {
-        return _payload.geometries[_document.geometries[g].source];
+        return payload_.geometries[document_.geometries[g].source];
     }
 
     std::size_t readCount(std::size_t g) const { return numbersOf(g).vtOfValue.size(); }
@@ -86,7 +86,7 @@ private:
     /// New values of a geometry: those behind the ones that were read.
     std::uint32_t newCount(std::size_t g) const
     {
-        return static_cast<std::uint32_t>(_document.geometries[g].uvs[0].values.size() -
+        return static_cast<std::uint32_t>(document_.geometries[g].uvs[0].values.size() -
                                           readCount(g));
     }
 
@@ -94,15 +94,15 @@ private:
     /// too.
     void markKept()
     {
-        _kept.assign(_payload.vtCount, 1);
-        for (const ObjPayload::Numbers& numbers : _payload.geometries) {
+        kept_.assign(payload_.vtCount, 1);
+        for (const ObjPayload::Numbers& numbers : payload_.geometries) {
             for (const std::uint32_t vt : numbers.vtOfValue)
-                _kept[vt] = 0;
+                kept_[vt] = 0;
         }
-        for (std::size_t g = 0; g < _document.geometries.size(); ++g) {
-            for (const std::uint32_t value : _document.geometries[g].uvs[0].ofCorner) {
+        for (std::size_t g = 0; g < document_.geometries.size(); ++g) {
+            for (const std::uint32_t value : document_.geometries[g].uvs[0].ofCorner) {
                 if (value < readCount(g))
-                    _kept[numbersOf(g).vtOfValue[value]] = 1;
+                    kept_[numbersOf(g).vtOfValue[value]] = 1;
             }
         }
         forStatements([this](const ObjStatement& statement) {
@@ -110,23 +110,23 @@ private:
                 return;
             std::string_view rest = statement.rest;
             for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
-                const std::uint32_t vt = absoluteNumber(splitCorner(word).vt, _vtRead);
-                if (vt < _payload.vtCount)
-                    _kept[vt] = 1;
+                const std::uint32_t vt = absoluteNumber(splitCorner(word).vt, vtRead_);
+                if (vt < payload_.vtCount)
+                    kept_[vt] = 1;
             }
         });
     }
 
     void numberValues()
     {
-        _numberOfRead.assign(_payload.vtCount, absentIndex);
-        _firstNew.assign(_document.geometries.size(), absentIndex);
+        numberOfRead_.assign(payload_.vtCount, absentIndex);
+        firstNew_.assign(document_.geometries.size(), absentIndex);
         std::uint32_t next = 0;
         forStatements([&](const ObjStatement& statement) {
-            if (statement.keyword == "vt" && _kept[_vtRead] != 0)
-                _numberOfRead[_vtRead] = next++;
+            if (statement.keyword == "vt" && kept_[vtRead_] != 0)
+                numberOfRead_[vtRead_] = next++;
             if (const std::size_t g = geometryStartingHere(statement); g != absentIndex) {
-                _firstNew[g] = next;
+                firstNew_[g] = next;
                 next += newCount(g);
             }
         });
@@ -135,9 +135,9 @@ private:
     std::string emit()
     {
         std::string out;
-        out.reserve(_payload.text.size() + _payload.text.size() / 4);
-        const char* done = _payload.text.data();
-        std::fill(_firstNew.begin(), _firstNew.end(), absentIndex);
+        out.reserve(payload_.text.size() + payload_.text.size() / 4);
+        const char* done = payload_.text.data();
+        std::fill(firstNew_.begin(), firstNew_.end(), absentIndex);
         forStatements([&](const ObjStatement& statement) {
             out.append(done, statement.line.data());
             done = statement.line.data() + statement.line.size();
@@ -150,25 +150,25 @@ private:
             else
                 out.append(statement.line);
         });
-        out.append(done, _payload.text.data() + _payload.text.size());
+        out.append(done, payload_.text.data() + payload_.text.size());
         return out;
     }
 
     void emitOldValue(const ObjStatement& statement, std::string& out, const char*& done)
     {
-        if (_kept[_vtRead] == 0) {
+        if (kept_[vtRead_] == 0) {
             done = behindLineEnd(done);
             return;
         }
         out.append(statement.line);
-        ++_vtWritten;
+        ++vtWritten_;
     }
 
     void emitFace(const ObjStatement& statement, std::string& out, const char*& done)
     {
         if (const std::size_t g = geometryStartingHere(statement); g != absentIndex)
             emitNewValues(g, out);
-        const FacePolygons face = _facesRead < _faces.size() ? _faces[_facesRead] : FacePolygons{};
+        const FacePolygons face = facesRead_ < faces_.size() ? faces_[facesRead_] : FacePolygons{};
         if (face.count == 0)
             done = behindLineEnd(done);
         else if (face.count == 1)
@@ -179,22 +179,22 @@ private:
 
     void emitNewValues(std::size_t g, std::string& out)
     {
-        const std::vector<Vec2f>& values = _document.geometries[g].uvs[0].values;
-        _firstNew[g] = _vtWritten;
+        const std::vector<Vec2f>& values = document_.geometries[g].uvs[0].values;
+        firstNew_[g] = vtWritten_;
         for (std::size_t i = readCount(g); i < values.size(); ++i) {
             out += "vt ";
             appendNumber(out, values[i][0]);
             out += ' ';
             appendNumber(out, values[i][1]);
-            out += _lineEnd;
+            out += lineEnd_;
         }
-        _vtWritten += newCount(g);
+        vtWritten_ += newCount(g);
     }
 
     /// The face as it stands, with the `vt` numbers of its corners changed where they have to.
     void emitPolygon(const ObjStatement& statement, const FacePolygons& face, std::string& out)
     {
-        const DocumentGeometry& geometry = _document.geometries[face.geometry];
+        const DocumentGeometry& geometry = document_.geometries[face.geometry];
         std::uint32_t corner = geometry.polygonOffsets[face.firstPolygon];
         out.append(statement.line.data(), statement.rest.data());
         replaceWords(statement.rest, out, [&](std::string_view word, std::string& to) {
@@ -222,18 +222,18 @@ private:
     void appendVt(std::string_view before, std::uint32_t vt, std::string& out) const
     {
         if (before.starts_with('-'))
-            out += std::to_string(std::int64_t{vt} - std::int64_t{_vtWritten});
+            out += std::to_string(std::int64_t{vt} - std::int64_t{vtWritten_});
         else
             out += std::to_string(std::int64_t{vt} + 1);
     }
 
     void emitTriangles(const FacePolygons& face, std::string& out) const
     {
-        const DocumentGeometry& geometry = _document.geometries[face.geometry];
+        const DocumentGeometry& geometry = document_.geometries[face.geometry];
         const ObjPayload::Numbers& numbers = numbersOf(face.geometry);
         for (std::uint32_t i = 0; i < face.count; ++i) {
             const std::uint32_t polygon = face.firstPolygon + i;
-            out += i == 0 ? "f" : _lineEnd + "f";
+            out += i == 0 ? "f" : lineEnd_ + "f";
             for (std::uint32_t c = geometry.polygonOffsets[polygon];
                  c < geometry.polygonOffsets[polygon + 1]; ++c)
             {
@@ -255,8 +255,8 @@ private:
         out.append(statement.line.data(), statement.rest.data());
         replaceWords(statement.rest, out, [this](std::string_view word, std::string& to) {
             const ObjCornerText text = splitCorner(word);
-            const std::uint32_t vt = absoluteNumber(text.vt, _vtRead);
-            appendCorner(text, vt < _payload.vtCount ? _numberOfRead[vt] : absentIndex, to);
+            const std::uint32_t vt = absoluteNumber(text.vt, vtRead_);
+            appendCorner(text, vt < payload_.vtCount ? numberOfRead_[vt] : absentIndex, to);
         });
         out.append(statement.rest.data() + statement.rest.size(),
                    statement.line.data() + statement.line.size());
@@ -265,29 +265,29 @@ private:
     /// Number in the new file, counted from 0, of the UV of a corner.
     std::uint32_t vtNumber(std::size_t g, std::uint32_t corner) const
     {
-        const CornerAttribute<Vec2f>& uvs = _document.geometries[g].uvs[0];
+        const CornerAttribute<Vec2f>& uvs = document_.geometries[g].uvs[0];
         if (!uvs.has(corner))
             return absentIndex;
         const std::uint32_t value = uvs.ofCorner[corner];
         if (value < readCount(g))
-            return _numberOfRead[numbersOf(g).vtOfValue[value]];
-        return _firstNew[g] + value - static_cast<std::uint32_t>(readCount(g));
+            return numberOfRead_[numbersOf(g).vtOfValue[value]];
+        return firstNew_[g] + value - static_cast<std::uint32_t>(readCount(g));
     }
 
     /// The geometry whose first face this statement is and that has new values; else absentIndex.
     std::size_t geometryStartingHere(const ObjStatement& statement) const
     {
-        if (statement.keyword != "f" || _facesRead >= _faces.size())
+        if (statement.keyword != "f" || facesRead_ >= faces_.size())
             return absentIndex;
-        const std::size_t g = _faces[_facesRead].geometry;
-        if (g == absentIndex || _firstNew[g] != absentIndex || newCount(g) == 0)
+        const std::size_t g = faces_[facesRead_].geometry;
+        if (g == absentIndex || firstNew_[g] != absentIndex || newCount(g) == 0)
             return absentIndex;
         return g;
     }
 
     const char* behindLineEnd(const char* at) const
     {
-        const char* const end = _payload.text.data() + _payload.text.size();
+        const char* const end = payload_.text.data() + payload_.text.size();
         if (at != end && *at == '\r')
             ++at;
         if (at != end && *at == '\n')
@@ -295,33 +295,33 @@ private:
         return at;
     }
 
-    /// Visits all statements; meanwhile _vtRead and _facesRead count the `vt` and `f` before.
+    /// Visits all statements; meanwhile vtRead_ and facesRead_ count the `vt` and `f` before.
     template <class Visit>
     void forStatements(const Visit& visit)
     {
-        _vtRead = 0;
-        _facesRead = 0;
-        ObjStatements statements(_payload.text);
+        vtRead_ = 0;
+        facesRead_ = 0;
+        ObjStatements statements(payload_.text);
         ObjStatement statement;
         while (statements.next(statement)) {
             visit(statement);
-            _vtRead += statement.keyword == "vt" ? 1U : 0U;
-            _facesRead += statement.keyword == "f" ? 1U : 0U;
+            vtRead_ += statement.keyword == "vt" ? 1U : 0U;
+            facesRead_ += statement.keyword == "f" ? 1U : 0U;
         }
     }
 
-    const Document& _document;
-    const ObjPayload& _payload;
-    const std::vector<FacePolygons> _faces;
-    const std::string _lineEnd;
+    const Document& document_;
+    const ObjPayload& payload_;
+    const std::vector<FacePolygons> faces_;
+    const std::string lineEnd_;
 
-    std::vector<char> _kept;                  ///< by `vt` of the file: 1 = its line stays
-    std::vector<std::uint32_t> _numberOfRead; ///< by `vt` of the file: its number in the new one
-    std::vector<std::uint32_t> _firstNew;     ///< by geometry: number of its first new `vt`
+    std::vector<char> kept_;                  ///< by `vt` of the file: 1 = its line stays
+    std::vector<std::uint32_t> numberOfRead_; ///< by `vt` of the file: its number in the new one
+    std::vector<std::uint32_t> firstNew_;     ///< by geometry: number of its first new `vt`
 
-    std::uint32_t _vtRead = 0;
-    std::uint32_t _facesRead = 0;
-    std::uint32_t _vtWritten = 0;
+    std::uint32_t vtRead_ = 0;
+    std::uint32_t facesRead_ = 0;
+    std::uint32_t vtWritten_ = 0;
 };
 
 } // namespace

@@ -34,12 +34,12 @@ bool joinsLines(std::string_view text, std::size_t at)
 
 bool ObjStatements::next(ObjStatement& statement)
 {
-    while (_at < _text.size()) {
-        while (_at < _text.size() && isSpace(_text[_at]))
-            ++_at;
-        const std::size_t end = endOfStatement(_at);
-        const std::string_view line = _text.substr(_at, end - _at);
-        _at = end;
+    while (at_ < text_.size()) {
+        while (at_ < text_.size() && isSpace(text_[at_]))
+            ++at_;
+        const std::size_t end = endOfStatement(at_);
+        const std::string_view line = text_.substr(at_, end - at_);
+        at_ = end;
         std::string_view rest = line.substr(0, commentStart(line));
         const std::string_view keyword = takeWord(rest);
         if (!keyword.empty()) {
@@ -54,15 +54,15 @@ std::size_t ObjStatements::endOfStatement(std::size_t from) const
 {
     std::size_t at = from;
     bool inComment = false; // a backslash that ends a comment (a path, say) joins nothing
-    while (at < _text.size() && !isLineEnd(_text[at])) {
-        inComment = inComment || (_text[at] == '#' && (at == from || isSpace(_text[at - 1])));
-        if (inComment || !joinsLines(_text, at)) {
+    while (at < text_.size() && !isLineEnd(text_[at])) {
+        inComment = inComment || (text_[at] == '#' && (at == from || isSpace(text_[at - 1])));
+        if (inComment || !joinsLines(text_, at)) {
             ++at;
             continue;
         }
-        const bool carriageReturn = _text[at + 1] == '\r';
+        const bool carriageReturn = text_[at + 1] == '\r';
         at += 2;
-        if (carriageReturn && at < _text.size() && _text[at] == '\n')
+        if (carriageReturn && at < text_.size() && text_[at] == '\n')
             ++at;
     }
     return at;

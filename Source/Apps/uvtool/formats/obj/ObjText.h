@@ -23,7 +23,7 @@ struct ObjStatement
 class ObjStatements
 {
 public:
-    explicit ObjStatements(std::string_view text) : _text(text) {}
+    explicit ObjStatements(std::string_view text) : text_(text) {}
 
     /// False at the end of the text.
     bool next(ObjStatement& statement);
@@ -31,8 +31,8 @@ public:
 private:
     std::size_t endOfStatement(std::size_t from) const;
 
-    std::string_view _text;
-    std::size_t _at = 0;
+    std::string_view text_;
+    std::size_t at_ = 0;
 };
 
 /// Cuts the next word off `rest`; empty when there is none. Joined line ends count as space.

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "document/Document.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace uvtool
+{
+
+/// A partition of the triangle corners of a geometry into vertices, numbered in order of first use.
+struct CornerVertices
+{
+    std::vector<std::uint32_t> vertexOfCorner; ///< [3 * triangleCount]
+    std::size_t vertexCount = 0;
+};
+
+/// The vertices of a geometry as the tool shows it, whose numbers are the ids of the command line:
+/// corners are one vertex where position, normal, colour and the UVs of all slots are equal.
+CornerVertices distinctCorners(const DocumentGeometry& geometry);
+
+/// The vertices that the solver works on: corners are one vertex where position and UV in the slot
+/// are equal, whatever else they have. Corners without a UV there go by position.
+CornerVertices cornersByUV(const DocumentGeometry& geometry, std::size_t slot);
+
+/// Corners are one vertex where positions are equal.
+CornerVertices cornersByPosition(const DocumentGeometry& geometry);
+
+} // namespace uvtool

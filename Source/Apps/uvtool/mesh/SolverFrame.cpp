@@ -1,0 +1,72 @@
+#include "mesh/SolverFrame.h"
+
+#include "document/Transform.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace uvtool
+{
+namespace
+{
+
+/// Points whose coordinates are at most this many times the size of their box stay where they are:
+/// they lose two bits of 24 to the distance.
+constexpr double farFromOrigin = 4.0;
+
+} // namespace
+
+SolverFrame::SolverFrame(std::span<const Vec3d> points)
+{
+    if (points.empty())
+        return;
+    Vec3d lo = points.front();
+    Vec3d hi = points.front();
+    for (const Vec3d& point : points) {
+        for (std::size_t k = 0; k < 3; ++k) {
+            lo[k] = std::min(lo[k], point[k]);
+            hi[k] = std::max(hi[k], point[k]);
+        }
+    }
+    double size = 0;
+    double farthest = 0;
+    for (std::size_t k = 0; k < 3; ++k) {
+        size = std::max(size, hi[k] - lo[k]);
+        farthest = std::max({farthest, std::abs(lo[k]), std::abs(hi[k])});
+    }
+    if (farthest > farFromOrigin * size) {
+        for (std::size_t k = 0; k < 3; ++k)
+            origin_[k] = lo[k] + 0.5 * (hi[k] - lo[k]);
+    }
+    if (size > 0)
+        exponent_ = -std::ilogb(size);
+}
+
+Vec3f SolverFrame::toFrame(const Vec3d& point) const
+{
+    Vec3f out{};
+    for (std::size_t k = 0; k < 3; ++k)
+        out[k] = static_cast<float>(std::ldexp(point[k] - origin_[k], exponent_));
+    return out;
+}
+
+std::vector<Vec3d> positionsOfCorners(const DocumentGeometry& geometry,
+                                      std::span<const std::uint32_t> corners)
+{
+    std::vector<Vec3d> positions;
+    positions.reserve(corners.size());
+    for (const std::uint32_t corner : corners)
+        positions.push_back(geometry.positions.at(corner));
+    return positions;
+}
+
+std::vector<Vec3d> scenePositionsOfCorners(const DocumentGeometry& geometry,
+                                           std::span<const std::uint32_t> corners)
+{
+    std::vector<Vec3d> positions = positionsOfCorners(geometry, corners);
+    for (Vec3d& position : positions)
+        position = toScene(geometry.toWorld, position);
+    return positions;
+}
+
+} // namespace uvtool

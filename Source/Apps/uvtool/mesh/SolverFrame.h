@@ -1,0 +1,37 @@
+#pragma once
+
+#include "document/Document.h"
+
+#include <span>
+#include <vector>
+
+namespace uvtool
+{
+
+/// Takes positions to a box near 1 at the origin, where single precision and the solver's
+/// tolerances are at home.
+///
+/// The scale is a power of two, so that it costs no digit. Points are moved only when they lie far
+/// from the origin for the size of their box; the move happens in doubles, before the rounding.
+class SolverFrame
+{
+public:
+    explicit SolverFrame(std::span<const Vec3d> points);
+
+    Vec3f toFrame(const Vec3d& point) const;
+
+    /// frame = scene * 2^exponent. A length of the frame is brought back with ldexp(x, -exponent).
+    int exponent() const { return exponent_; }
+
+private:
+    Vec3d origin_{};
+    int exponent_ = 0;
+};
+
+/// Positions of the given polygon corners, in the geometry's own space or in the scene's.
+std::vector<Vec3d> positionsOfCorners(const DocumentGeometry& geometry,
+                                      std::span<const std::uint32_t> corners);
+std::vector<Vec3d> scenePositionsOfCorners(const DocumentGeometry& geometry,
+                                           std::span<const std::uint32_t> corners);
+
+} // namespace uvtool
