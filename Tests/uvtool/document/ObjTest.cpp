@@ -1,0 +1,307 @@
+#include "uvtool/TempFolder.h"
+
+#include "document/FileError.h"
+#include "document/SlotWriter.h"
+#include "formats/obj/ObjFormat.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <tiny_obj_loader.h>
+
+#include <algorithm>
+
+namespace
+{
+
+using namespace uvtool;
+using testing::HasSubstr;
+
+Document readText(const TempFolder& folder, const std::string& text)
+{
+    return readObj(folder.write("in.obj", text));
+}
+
+std::string writeText(const TempFolder& folder, const Document& document)
+{
+    writeObj(document, folder / "out.obj");
+    return bytesOf(folder / "out.obj");
+}
+
+/// Gives every triangle corner of a geometry a value of its own.
+SlotValues ownValueForEachCorner(const DocumentGeometry& geometry)
+{
+    SlotValues uvs;
+    for (std::uint32_t i = 0; i < geometry.triangles.size(); ++i) {
+        uvs.values.push_back({static_cast<float>(i), 0.5F});
+        uvs.ofTriangleCorner.push_back(i);
+    }
+    return uvs;
+}
+
+/// Gives polygon corners that share a position the same value.
+SlotValues valueForEachPosition(const DocumentGeometry& geometry)
+{
+    SlotValues uvs;
+    for (std::size_t p = 0; p < geometry.positions.values.size(); ++p)
+        uvs.values.push_back({0.1F, static_cast<float>(p)});
+    for (const std::uint32_t corner : geometry.triangles)
+        uvs.ofTriangleCorner.push_back(geometry.positions.ofCorner[corner]);
+    return uvs;
+}
+
+const char* const twoTriangles = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n";
+const char* const oneQuad = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nvt .5 0.50\nf 1 2 3 4\n";
+
+TEST(Obj, UnchangedTextComesBackByteForByte)
+{
+    const std::string corners = "v 0 0 0 1 0 0\nv 1.00 0 0 0 1 0\nv 1e0 1 0 0 0 1\n";
+    const char* const rest[] = {
+        "f 1 2 3",
+        "# a comment with \\ and a path C:\\\n\no part\ng side\nusemtl #1\ns off\nf 1 2 3\n\n",
+        "vt 0.10 0.20 0\nvn 0 0 1\nf 1/1/1 2/1/1 3/1/1 # end\r\n\r\nl 1 2\n",
+        "vt 0 0\nvn 0 0 1\nf -3//-1 -2//-1 -1//-1\nf 1/-1 2 3/1\n",
+        "f 1 \\\n 2 \\\r\n 3\nunknown statement\n\tf 3 2 1   \n",
+    };
+    const TempFolder folder;
+    for (const char* const text : rest) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(writeText(folder, readText(folder, corners + text)), corners + text);
+    }
+}
+
+TEST(Obj, SharedMeshesComeBackByteForByte)
+{
+    const TempFolder folder;
+    int seen = 0;
+    for (const char* const name : {"spot.obj", "race_car.obj", "sword_quads.obj", "motor.obj"}) {
+        const std::filesystem::path path = std::filesystem::path(KYUV_MESHES) / name;
+        if (!std::filesystem::exists(path))
+            continue;
+        ++seen;
+        EXPECT_EQ(writeText(folder, readObj(path)), bytesOf(path)) << name;
+    }
+    if (seen == 0)
+        GTEST_SKIP() << "no meshes in " KYUV_MESHES;
+}
+
+TEST(Obj, CornersAgreeWithAnIndependentReader)
+{
+    for (const char* const name : {"spot.obj", "milk_truck.obj", "sword_quads.obj"}) {
+        const std::filesystem::path path = std::filesystem::path(KYUV_MESHES) / name;
+        if (!std::filesystem::exists(path))
+            GTEST_SKIP() << "no meshes in " KYUV_MESHES;
+        tinyobj::ObjReaderConfig config;
+        config.triangulate = false;
+        tinyobj::ObjReader theirs;
+        ASSERT_TRUE(theirs.ParseFromFile(path.string(), config));
+
+        std::vector<double> expected;
+        for (const tinyobj::shape_t& shape : theirs.GetShapes()) {
+            for (const tinyobj::index_t& index : shape.mesh.indices) {
+                for (int k = 0; k < 3; ++k)
+                    expected.push_back(
+                        theirs.GetAttrib()
+                            .vertices[static_cast<std::size_t>(3 * index.vertex_index + k)]);
+            }
+        }
+        std::vector<double> actual;
+        for (const DocumentGeometry& geometry : readObj(path).geometries) {
+            for (std::size_t c = 0; c < geometry.cornerCount(); ++c) {
+                for (const double x : geometry.positions.at(c))
+                    actual.push_back(x);
+            }
+        }
+        ASSERT_EQ(actual.size(), expected.size()) << name;
+        double worst = 0;
+        for (std::size_t i = 0; i < actual.size(); ++i)
+            worst = std::max(worst, std::abs(actual[i] - expected[i]));
+        EXPECT_LT(worst, 1e-12) << name;
+    }
+}
+
+TEST(Obj, EachObjectWithFacesIsAGeometry)
+{
+    const TempFolder folder;
+    const Document document =
+        readText(folder, std::string(twoTriangles) + "f 1 2 3\no empty\no second part\nf 4 2 1\n"
+                                                     "g group\nf 1 2 3 4\n");
+    ASSERT_EQ(document.geometries.size(), 2U);
+    EXPECT_EQ(document.geometries[0].name, "in");
+    EXPECT_EQ(document.geometries[1].name, "second part");
+    EXPECT_EQ(document.geometries[1].polygonCount(), 2U);
+    EXPECT_EQ(document.geometries[1].triangleCount(), 3U);
+    EXPECT_EQ(document.geometries[1].positions.at(0), (Vec3d{0, 1, 0}));
+}
+
+TEST(Obj, ColorsAndMissingUVsStayWithTheirCorners)
+{
+    const TempFolder folder;
+    const Document document =
+        readText(folder, "v 0 0 0 1 0.5 0\nv 1 0 0\nv 1 1 0 0 0 1\nvt 0.25 1\n"
+                         "f 1/1 2 3/1\n");
+    const DocumentGeometry& geometry = document.geometries[0];
+    EXPECT_EQ(geometry.colors.at(0), (Vec4f{1, 0.5F, 0, 1}));
+    EXPECT_FALSE(geometry.colors.has(1));
+    EXPECT_FALSE(geometry.uvs[0].has(1));
+    EXPECT_EQ(geometry.uvs[0].at(2), (Vec2f{0.25F, 1}));
+}
+
+TEST(Obj, NewUVsChangeOnlyValueLinesAndTheirNumbers)
+{
+    const TempFolder folder;
+    Document document =
+        readText(folder, std::string(twoTriangles) + "vt 9 9 # old\nvn 0 0 1\no a\n"
+                                                     "s 1\nf 1/1/1 -3//1 3/1 # why\nf 1/1 3/1 4\n");
+    EXPECT_EQ(writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0])),
+              0U);
+    EXPECT_EQ(writeText(folder, document), std::string(twoTriangles) +
+                                               "vn 0 0 1\no a\n"
+                                               "s 1\nvt 0.1 0\nvt 0.1 1\nvt 0.1 2\nvt 0.1 3\n"
+                                               "f 1/1/1 -3/2/1 3/3 # why\nf 1/1 3/3 4/4\n");
+}
+
+TEST(Obj, OtherGeometriesKeepTheirValuesUnderNewNumbers)
+{
+    const TempFolder folder;
+    Document document =
+        readText(folder, std::string(twoTriangles) + "vt 7 7\nvt 8.0 8\no a\nf 1/1 2/1 3/1\n"
+                                                     "o b\nf 1/2 3/-1 4/2\nl 1/1 2/2\n");
+    writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0]));
+    EXPECT_EQ(writeText(folder, document),
+              std::string(twoTriangles) + "vt 7 7\nvt 8.0 8\no a\nvt 0.1 0\nvt 0.1 1\nvt 0.1 2\n"
+                                          "f 1/3 2/4 3/5\no b\nf 1/2 3/-4 4/2\nl 1/1 2/2\n");
+}
+
+TEST(Obj, WindowsLineEndsStay)
+{
+    const TempFolder folder;
+    Document document =
+        readText(folder, "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0 0\r\nf 1/1 2/1 3/1\r\n");
+    writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0]));
+    EXPECT_EQ(writeText(folder, document),
+              "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0.1 0\r\nvt 0.1 1\r\n"
+              "vt 0.1 2\r\nf 1/1 2/2 3/3\r\n");
+}
+
+TEST(Obj, PolygonStaysAPolygon)
+{
+    const TempFolder folder;
+    Document document = readText(folder, oneQuad);
+    EXPECT_EQ(document.geometries[0].triangleCount(), 2U);
+    EXPECT_EQ(writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0])),
+              0U);
+    EXPECT_THAT(writeText(folder, document), HasSubstr("f 1/2 2/3 3/4 4/5\n"));
+}
+
+TEST(Obj, PolygonUnderASeamBecomesItsTriangles)
+{
+    const TempFolder folder;
+    Document document = readText(folder, oneQuad);
+    const SlotValues uvs = ownValueForEachCorner(document.geometries[0]);
+    EXPECT_EQ(writeSlot(document.geometries[0], 0, uvs), 1U);
+    EXPECT_EQ(document.geometries[0].polygonCount(), 2U);
+    EXPECT_THAT(writeText(folder, document), HasSubstr("f 1/2 2/3 3/4\nf 1/5 3/6 4/7\n"));
+}
+
+TEST(Obj, FloatsReadBackExactly)
+{
+    const TempFolder folder;
+    Document document = readText(folder, oneQuad);
+    SlotValues uvs = valueForEachPosition(document.geometries[0]);
+    uvs.values = {{0.1F, 1.0F / 3.0F}, {1e-20F, -0.0F}, {16777217.0F, 1e30F}, {0.99999994F, 1}};
+    writeSlot(document.geometries[0], 0, uvs);
+    writeObj(document, folder / "again.obj");
+    const Document again = readObj(folder / "again.obj");
+    for (std::size_t c = 0; c < 4; ++c)
+        EXPECT_EQ(again.geometries[0].uvs[0].at(c), uvs.values[c]);
+}
+
+TEST(Obj, ConcavePolygonIsCutWithoutFolding)
+{
+    // A dart: the fan from its first corner would cover the notch.
+    //      2
+    //     /3\      corner 3 lies inside the hull
+    //    1   4
+    const TempFolder folder;
+    const Document document =
+        readText(folder, "v -1 0 0\nv 0 2 0\nv 1 0 0\nv 0 1 0\nf 4 1 2 3\nf 1 2 3 4\n");
+    const DocumentGeometry& geometry = document.geometries[0];
+    for (std::size_t t = 0; t < geometry.triangleCount(); ++t) {
+        const Vec3d& a = geometry.positions.at(geometry.triangles[3 * t]);
+        const Vec3d& b = geometry.positions.at(geometry.triangles[3 * t + 1]);
+        const Vec3d& c = geometry.positions.at(geometry.triangles[3 * t + 2]);
+        EXPECT_LT((b[0] - a[0]) * (c[1] - a[1]) - (b[1] - a[1]) * (c[0] - a[0]), 0) << t;
+    }
+}
+
+TEST(Obj, BadFilesAreRefusedNamingTheLine)
+{
+    const std::string v = twoTriangles;
+    const struct
+    {
+        const char* name;
+        std::string text;
+        const char* message;
+    } cases[] = {
+        {"empty", "", "no faces"},
+        {"some other text", "Once upon a time\nthere was", "no faces"},
+        {"points only", v, "no faces"},
+        {"not a number", v + "v 0 nan 0\nf 1 2 3\n", "line 5: a vertex with \"nan\""},
+        {"infinite", v + "vt inf 0\nf 1 2 3\n", "line 5: a texture coordinate with \"inf\""},
+        {"too large", v + "v 1e39 0 0\nf 1 2 3\n", "line 5: a vertex with \"1e39\""},
+        {"a word", v + "v 0 0 x1\nf 1 2 3\n", "\"x1\", which is no finite number"},
+        {"two coordinates", v + "v 0 0\nf 1 2 3\n", "line 5: a vertex with 2 coordinates"},
+        {"index too large", v + "f 1 2 3\nf 1 2 5\n", "line 6: a face with vertex 5"},
+        {"index zero", v + "f 0 1 2\n", "line 5: a face with vertex 0"},
+        {"far back", v + "f -5 1 2\n", "line 5: a face with vertex -5"},
+        {"no such uv", v + "f 1/1 2/1 3/1\n", "texture coordinate 1, which is not in the file"},
+        {"no such normal", v + "f 1//2 2//1 3//1\n", "normal 2, which is not in the file"},
+        {"huge index", v + "f 1 2 99999999999999999999\n", "line 5"},
+        {"a letter", v + "f 1 2 b\n", "\"b\" where a number of a vertex"},
+        {"cut off", v + "f 1 2", "line 5: a face with 2 corners"},
+    };
+    const TempFolder folder;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        try {
+            readText(folder, c.text);
+            ADD_FAILURE() << "was read";
+        } catch (const FileError& error) {
+            EXPECT_EQ(error.kind(), FileError::Read);
+            EXPECT_THAT(error.what(), HasSubstr(c.message));
+            EXPECT_THAT(error.what(), HasSubstr("in.obj: "));
+        }
+    }
+}
+
+TEST(Obj, FoldersAndMissingFilesAreRefused)
+{
+    const TempFolder folder;
+    EXPECT_THROW(readObj(folder.path()), FileError);
+    EXPECT_THROW(readObj(folder / "missing.obj"), FileError);
+}
+
+TEST(Obj, FailedWriteLeavesTheOldFile)
+{
+    const TempFolder folder;
+    const Document document = readText(folder, oneQuad);
+    std::filesystem::create_directory(folder / "sub.obj");
+    EXPECT_THROW(writeObj(document, folder / "sub.obj"), FileError);
+    EXPECT_THROW(writeObj(document, folder / "no/such/folder.obj"), FileError);
+    EXPECT_THROW(writeObj(document, "/dev/full"), FileError);
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "sub.obj"));
+}
+
+TEST(Obj, DocumentOfAnotherFormatIsWrittenPlainly)
+{
+    const TempFolder folder;
+    Document document = readText(folder, "v 0 0 0\nv 1 0 0\nv 0 2 0\nvt 0 0\nvt 1 0\nvt 0 1\n"
+                                         "vn 0 0 1\nusemtl red\nf 1/1/1 2/2/1 3/3/1\n");
+    document.payload = nullptr;
+    document.geometries[0].toWorld = {0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 5, 0, 0, 1};
+    EXPECT_EQ(writeText(folder, document),
+              "o in\nv 5 0 0\nv 5 1 0\nv 3 0 0\nvt 0 0\nvt 1 0\nvt 0 1\n"
+              "vn 0 0 1\nusemtl red\nf 1/1/1 2/2/1 3/3/1\n");
+}
+
+} // namespace
