@@ -1,0 +1,104 @@
+#include "OpenSG/Node.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace osg
+{
+
+FieldContainerType& Node::getClassType()
+{
+    static auto& type = *new FieldContainerType(
+        "Node", &AttachmentContainer::getClassType(), &Node::createContainer,
+        {containerField<&Node::_parent>("parent", "SFNodePtr", ParentFieldMask, true),
+         containerField<&Node::_core>("core", "SFNodeCorePtr", CoreFieldMask),
+         containerField<&Node::_children>("children", "MFNodePtr", ChildrenFieldMask),
+         valueField<&Node::_travMask>("travMask", "SFUInt32", TravMaskFieldMask)});
+    return type;
+}
+
+Node::Node(const Node& other) : ConcreteContainer(other), _travMask(other._travMask)
+{
+    setCore(other._core);
+}
+
+Node::~Node()
+{
+    setCore(NullFC);
+    while (!_children.empty()) {
+        const RefPtr<Node> child = std::move(_children.back());
+        _children.pop_back();
+        child->_parent = NullFC;
+    }
+}
+
+void Node::addChild(const NodePtr& child)
+{
+    const NodePtr self(this);
+    if (child == NullFC || child == self || isBelow(child))
+        return;
+    const RefPtr<Node> added(child); // keeps it alive while it changes hands
+    if (const NodePtr parent = child->_parent)
+        parent->subChild(child);
+    added->_parent = self;
+    _children.push_back(added);
+}
+
+void Node::subChild(const NodePtr& child)
+{
+    const int at = findChild(child);
+    if (at < 0)
+        return;
+    const RefPtr<Node> removed = std::move(_children[static_cast<std::size_t>(at)]);
+    _children.erase(_children.begin() + at);
+    removed->_parent = NullFC;
+}
+
+NodePtr Node::getChild(unsigned i) const
+{
+    return i < _children.size() ? _children[i].get() : NodePtr();
+}
+
+int Node::findChild(const NodePtr& child) const
+{
+    if (child == NullFC)
+        return -1;
+    const auto found = std::find(_children.begin(), _children.end(), child);
+    return found == _children.end() ? -1 : static_cast<int>(found - _children.begin());
+}
+
+void Node::setCore(const NodeCorePtr& core)
+{
+    if (_core == core)
+        return;
+    const RefPtr<NodeCore> old = std::move(_core);
+    if (old) {
+        auto& parents = old->_parents;
+        parents.erase(std::find(parents.begin(), parents.end(), NodePtr(this)));
+    }
+    _core = core;
+    if (core)
+        core->_parents.emplace_back(this);
+}
+
+TransformationMatrix<float> Node::getToWorld() const
+{
+    std::vector<const Node*> upward;
+    for (const Node* node = this; node; node = node->_parent.get())
+        upward.push_back(node);
+    TransformationMatrix<float> toWorld;
+    for (auto node = upward.rbegin(); node != upward.rend(); ++node)
+        if ((*node)->_core)
+            (*node)->_core->accumulateMatrix(toWorld);
+    return toWorld;
+}
+
+bool Node::isBelow(const NodePtr& other) const
+{
+    for (NodePtr up = _parent; up; up = up->_parent)
+        if (up == other)
+            return true;
+    return false;
+}
+
+} // namespace osg

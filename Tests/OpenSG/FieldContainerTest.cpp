@@ -1,0 +1,261 @@
+#include "OpenSG/ChangeList.h"
+#include "OpenSG/ChangeNotice.h"
+#include "OpenSG/FieldContainerFactory.h"
+#include "OpenSG/Group.h"
+#include "OpenSG/Node.h"
+#include "OpenSG/SurfaceBase.h"
+#include "TinyGeometry.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+using namespace osg;
+
+namespace
+{
+
+auto changedCallback(FieldContainer::ChangedCallback function)
+{
+    return std::make_shared<FieldContainer::ChangedCallback>(std::move(function));
+}
+
+auto destroyCallback(FieldContainer::DestroyCallback function)
+{
+    return std::make_shared<FieldContainer::DestroyCallback>(std::move(function));
+}
+
+TEST(FieldMask, BitsOfBothHalvesCombineAndCompare)
+{
+    const FieldMask mask = FieldMask::bit(3) | FieldMask::bit(100);
+    EXPECT_EQ(mask, (FieldMask{8, std::uint64_t{1} << 36}));
+    EXPECT_TRUE((mask & FieldMask::bit(100)).any());
+    EXPECT_FALSE((mask & ~mask).any());
+    EXPECT_FALSE((FieldMask::bit(63) & FieldMask::bit(64)).any());
+    EXPECT_FALSE(FieldMask::bit(128).any());
+    for (unsigned n = 0; n < 128; ++n)
+        EXPECT_TRUE((FieldMask::all() & FieldMask::bit(n)).any()) << n;
+}
+
+TEST(FieldContainer, FieldsHaveDistinctMasksAlongTheChain)
+{
+    for (const FieldContainerType* type :
+         {&SurfaceBase::getClassType(), &Node::getClassType(), &GeoIndicesUI32::getClassType()})
+    {
+        FieldMask seen;
+        std::set<std::string> names;
+        for (unsigned i = 1; i <= type->getNumFieldDescs(); ++i) {
+            const FieldDescription& field = *type->getFieldDesc(i);
+            SCOPED_TRACE(type->getName() + "." + field.name);
+            EXPECT_TRUE(field.mask.any());
+            EXPECT_FALSE((field.mask & seen).any());
+            EXPECT_TRUE(names.insert(field.name).second);
+            EXPECT_EQ(field.containers != nullptr, field.typeName.find("Ptr") != std::string::npos);
+            seen |= field.mask;
+        }
+        EXPECT_EQ(type->getFieldDesc(0), nullptr);
+        EXPECT_EQ(type->getFieldDesc(type->getNumFieldDescs() + 1), nullptr);
+    }
+    const FieldContainerType& surface = SurfaceBase::getClassType();
+    EXPECT_EQ(surface.getFieldDesc(1)->mask, AttachmentContainer::AttachmentsFieldMask);
+    EXPECT_EQ(surface.getFieldDesc(surface.getNumFieldDescs())->mask, SurfaceBase::SideFieldMask);
+}
+
+TEST(FieldContainer, AnIdResolvesWhileTheContainerLivesAndIsNeverUsedAgain)
+{
+    const auto* factory = FieldContainerFactory::the();
+    const GroupPtr group = Group::create();
+    const unsigned id = group->getId();
+    EXPECT_NE(id, 0U);
+    EXPECT_EQ(factory->getContainer(id), group);
+
+    group->subRef();
+    EXPECT_EQ(factory->getContainer(id), NullFC);
+    EXPECT_EQ(factory->getContainer(0), NullFC);
+    EXPECT_EQ(factory->getContainer(0xFFFFFFFF), NullFC);
+    for (int i = 0; i < 100; ++i) {
+        const RefPtr<Group> next(Group::create());
+        EXPECT_GT(next->getId(), id);
+    }
+}
+
+TEST(FieldContainer, TheLastReferenceDestroysAndTheCallbackRunsOnceWithAnIdThatIsGone)
+{
+    const GroupPtr group = Group::create();
+    const unsigned id = group->getId();
+    std::vector<unsigned> destroyed;
+    group->registerOnDestroyCallback(destroyCallback([&](unsigned gone) {
+        destroyed.push_back(gone);
+        EXPECT_EQ(FieldContainerFactory::the()->getContainer(gone), NullFC);
+    }));
+    group->addRef();
+    group->addRef();
+    group->subRef();
+    EXPECT_TRUE(destroyed.empty());
+    group->subRef();
+    EXPECT_EQ(destroyed, std::vector{id});
+}
+
+TEST(FieldContainer, ADestroyCallbackStillSeesTheFields)
+{
+    const NodePtr node = Node::create();
+    const RefPtr<Group> core(Group::create());
+    node->setCore(core);
+    int calls = 0;
+    node->registerOnDestroyCallback(destroyCallback([&](unsigned) {
+        ++calls;
+        EXPECT_EQ(node->getCore(), core.get());
+        node->addRef(); // counting in a callback must not destroy twice
+        node->subRef();
+    }));
+    node->subRef();
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(core->getRefCount(), 1);
+    EXPECT_TRUE(core->getParents().empty());
+}
+
+TEST(FieldContainer, ADestroyCallbackMayDestroyAnother)
+{
+    std::vector<unsigned> order;
+    const auto note = destroyCallback([&](unsigned id) { order.push_back(id); });
+    const GroupPtr first = Group::create();
+    RefPtr<Group> dependent(Group::create());
+    const unsigned ids[] = {first->getId(), dependent->getId()};
+    first->registerOnDestroyCallback(note);
+    first->registerOnDestroyCallback(destroyCallback([&](unsigned) { dependent = NullFC; }));
+    dependent->registerOnDestroyCallback(note);
+    first->subRef();
+    EXPECT_EQ(order, (std::vector{ids[0], ids[1]}));
+}
+
+TEST(ChangeNotice, EachRegistrationHearsOnceWithIdMaskAndOrigin)
+{
+    const RefPtr<Geometry> geometry(Geometry::create());
+    tiny::NoticeJournal journal;
+    journal.watch(geometry.get());
+    journal.watch(geometry.get());
+    notifyChanged(geometry.get(), GeometryBase::IndicesFieldMask);
+
+    const tiny::NoticeJournal::Notice expected{geometry->getId(), GeometryBase::IndicesFieldMask,
+                                               1};
+    EXPECT_EQ(journal.notices, (std::vector{expected, expected}));
+    notifyChanged(NullFC, FieldMask::all());
+    geometry->registerChangedCallback(nullptr);
+    geometry->registerChangedCallback(changedCallback({}));
+    notifyChanged(geometry.get(), FieldMask::all());
+    EXPECT_EQ(journal.notices.size(), 4U);
+}
+
+TEST(ChangeNotice, AWriteTellsThePropertyFirstAndThenTheGeometry)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    const GeoPositionsPtr positions = geometry->getPositions();
+    tiny::NoticeJournal journal;
+    journal.watch(positions);
+    journal.watch(geometry.get());
+    notifyChanged(positions, geometry.get(), GeometryBase::PositionsFieldMask);
+    ASSERT_EQ(journal.notices.size(), 2U);
+    EXPECT_EQ(journal.notices[0].id, positions->getId());
+    EXPECT_EQ(journal.notices[0].mask, FieldMask::all());
+    EXPECT_EQ(journal.notices[1].id, geometry->getId());
+    EXPECT_EQ(journal.notices[1].mask, GeometryBase::PositionsFieldMask);
+}
+
+TEST(ChangeNotice, ACallbackRegisteredInACallbackHearsOfTheNextChange)
+{
+    const RefPtr<Group> group(Group::create());
+    int inner = 0;
+    group->registerChangedCallback(changedCallback([&](unsigned, FieldMask, unsigned) {
+        for (int i = 0; i < 50; ++i)
+            group->registerChangedCallback(
+                changedCallback([&](unsigned, FieldMask, unsigned) { ++inner; }));
+    }));
+    notifyChanged(group.get(), FieldMask::all());
+    EXPECT_EQ(inner, 0);
+    notifyChanged(group.get(), FieldMask::all());
+    EXPECT_EQ(inner, 50);
+}
+
+TEST(ChangeNotice, ACallbackMayDestroyTheContainer)
+{
+    RefPtr<Group> group(Group::create());
+    int heard = 0;
+    const auto count = [&](unsigned, FieldMask, unsigned) { ++heard; };
+    group->registerChangedCallback(
+        changedCallback([&](unsigned, FieldMask, unsigned) { group = NullFC; }));
+    group->registerChangedCallback(changedCallback(count));
+    notifyChanged(GroupPtr(group), FieldMask::all());
+    EXPECT_EQ(heard, 1);
+}
+
+TEST(ChangeNotice, IgnoreChangeSilencesCallbacksButNotTheChangeList)
+{
+    const RefPtr<Group> group(Group::create());
+    tiny::NoticeJournal journal;
+    journal.watch(group.get());
+    ChangeList list;
+    EXPECT_EQ(WinThreadBase::getCurrentChangeList(), nullptr);
+    WinThreadBase::setCurrentChangeList(&list);
+    FieldContainerPtr::_ignore_change = true;
+    notifyChanged(group.get(), FieldMask::bit(5));
+    FieldContainerPtr::_ignore_change = false;
+    WinThreadBase::setCurrentChangeList(nullptr);
+    notifyChanged(group.get(), FieldMask::bit(6));
+
+    ASSERT_EQ(list.getChanged().size(), 1U);
+    EXPECT_EQ(list.getChanged()[0].id, group->getId());
+    EXPECT_EQ(list.getChanged()[0].mask, FieldMask::bit(5));
+    ASSERT_EQ(journal.notices.size(), 1U);
+    EXPECT_EQ(journal.notices[0].mask, FieldMask::bit(6));
+}
+
+TEST(Handles, ConvertUpAloneAndDownByCast)
+{
+    const RefPtr<Geometry> geometry(Geometry::create());
+    const NodeCorePtr core = geometry;
+    const FieldContainerPtr container = core;
+    EXPECT_EQ(dcast<Geometry>(container), geometry.get());
+    EXPECT_EQ(dcast<SurfaceBase>(container), NullFC);
+    EXPECT_EQ(dcast<Geometry>(NullFC), NullFC);
+    EXPECT_TRUE(core == geometry.get());
+    EXPECT_FALSE(NodePtr());
+
+    static_assert(!std::is_convertible_v<NodeCorePtr, GeometryPtr>);
+    static_assert(!std::is_convertible_v<NodePtr, NodeCorePtr>);
+    static_assert(std::is_trivially_copyable_v<GeometryPtr>);
+    EXPECT_EQ(geometry->getRefCount(), 1) << "handles do not count";
+}
+
+TEST(Handles, OrderForMapsAndSets)
+{
+    const RefPtr<Node> a(Node::create());
+    const RefPtr<Node> b(Node::create());
+    std::map<NodePtr, int> numberOf{{a, 1}, {b, 2}};
+    EXPECT_EQ(numberOf[a.get()], 1);
+    EXPECT_EQ(numberOf[b.get()], 2);
+    EXPECT_EQ((std::set<NodePtr>{a, b, a}).size(), 2U);
+}
+
+TEST(FieldContainerType, KnowsItsChainAndItsPrototype)
+{
+    const FieldContainerType& type = GeoTexCoords2f::getClassType();
+    EXPECT_EQ(type.getName(), "GeoTexCoords2f");
+    EXPECT_TRUE(type.isDerivedFrom(GeoTexCoords::getClassType()));
+    EXPECT_TRUE(type.isDerivedFrom("GeoProperty"));
+    EXPECT_FALSE(type.isDerivedFrom(GeoTexCoords3f::getClassType()));
+    EXPECT_TRUE(SurfaceBase::getClassType().isDerivedFrom(GeometryBase::getClassType()));
+
+    const RefPtr<GeoTexCoords2f> made(dcast<GeoTexCoords2f>(type.getPrototype()->shallowCopy()));
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->getSize(), 0U);
+    EXPECT_NE(FieldContainerPtr(made), type.getPrototype());
+    EXPECT_EQ(&made->getType(), &type);
+    const FieldContainerPtr created = type.createContainer();
+    EXPECT_EQ(created->getRefCount(), 0);
+    created->subRef();
+    EXPECT_EQ(GeoTexCoords::getClassType().createContainer(), NullFC);
+    EXPECT_EQ(GeoTexCoords::getClassType().getPrototype(), NullFC);
+}
+
+} // namespace

@@ -1,0 +1,184 @@
+#include "OpenSG/Node.h"
+#include "OpenSG/FieldContainerFactory.h"
+#include "OpenSG/Group.h"
+#include "OpenSG/Traverse.h"
+
+#include <gtest/gtest.h>
+
+using namespace osg;
+
+namespace
+{
+
+TEST(Node, ChildrenKeepTheirOrderAndCount)
+{
+    const RefPtr<Node> parent(Node::create());
+    const RefPtr<Node> a(Node::create());
+    const RefPtr<Node> b(Node::create());
+    parent->addChild(a);
+    parent->addChild(b);
+    ASSERT_EQ(parent->getNChildren(), 2U);
+    EXPECT_EQ(parent->getChild(1), b.get());
+    EXPECT_EQ(parent->getChild(2), NullFC);
+    EXPECT_EQ(parent->findChild(b), 1);
+    EXPECT_LT(parent->findChild(parent), 0);
+    EXPECT_LT(parent->findChild(NullFC), 0);
+    EXPECT_EQ(a->getParent(), parent.get());
+    EXPECT_EQ(a->getRefCount(), 2);
+
+    parent->subChild(a);
+    parent->subChild(a);
+    EXPECT_EQ(a->getParent(), NullFC);
+    EXPECT_EQ(a->getRefCount(), 1);
+    EXPECT_EQ(parent->findChild(b), 0);
+}
+
+TEST(Node, AddingAChildElsewhereMovesIt)
+{
+    const RefPtr<Node> first(Node::create());
+    const RefPtr<Node> second(Node::create());
+    const NodePtr child = Node::create(); // held by its parent only
+    first->addChild(child);
+    second->addChild(child);
+    EXPECT_EQ(first->getNChildren(), 0U);
+    EXPECT_EQ(child->getParent(), second.get());
+    EXPECT_EQ(child->getRefCount(), 1);
+
+    second->addChild(Node::create());
+    second->addChild(child);
+    EXPECT_EQ(second->findChild(child), 1) << "to the end, and once";
+    EXPECT_EQ(second->getNChildren(), 2U);
+}
+
+TEST(Node, ARingIsRefused)
+{
+    const RefPtr<Node> top(Node::create());
+    const NodePtr middle = Node::create();
+    const NodePtr bottom = Node::create();
+    top->addChild(middle);
+    middle->addChild(bottom);
+    bottom->addChild(top);
+    middle->addChild(middle);
+    bottom->addChild(middle);
+    top->addChild(NullFC);
+    EXPECT_EQ(bottom->getNChildren(), 0U);
+    EXPECT_EQ(middle->getNChildren(), 1U);
+    EXPECT_EQ(top->getParent(), NullFC);
+}
+
+TEST(Node, ACoreKnowsItsNodesInTheOrderInWhichTheyTookIt)
+{
+    const RefPtr<Group> core(Group::create());
+    RefPtr<Node> a(Node::create());
+    const RefPtr<Node> b(Node::create());
+    b->setCore(core);
+    a->setCore(core);
+    a->setCore(core);
+    EXPECT_EQ(core->getParents(), (std::vector<NodePtr>{b, a}));
+    EXPECT_EQ(core->getRefCount(), 3);
+    a = NullFC;
+    EXPECT_EQ(core->getParents(), (std::vector<NodePtr>{b}));
+    b->setCore(NullFC);
+    EXPECT_TRUE(core->getParents().empty());
+    EXPECT_EQ(core->getRefCount(), 1);
+}
+
+TEST(Node, ATreeGoesWithItsRootButNotWhatOthersHold)
+{
+    const std::size_t before = FieldContainerFactory::the()->getContainerCount();
+    {
+        const RefPtr<Node> kept(Node::create());
+        {
+            const RefPtr<Node> root(Node::create());
+            for (int i = 0; i < 3; ++i) {
+                root->addChild(Node::create());
+                root->getChild(static_cast<unsigned>(i))->setCore(Group::create());
+            }
+            root->getChild(0)->addChild(kept);
+        }
+        EXPECT_EQ(kept->getParent(), NullFC);
+        EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before + 1);
+    }
+    EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before);
+}
+
+TEST(Node, ACopySharesTheCoreAndStandsAlone)
+{
+    const RefPtr<Node> root(Node::create());
+    const NodePtr node = Node::create();
+    root->addChild(node);
+    node->addChild(Node::create());
+    node->setCore(Group::create());
+    node->setTravMask(6);
+    const RefPtr<Node> copy(node->clone());
+    EXPECT_EQ(copy->getCore(), node->getCore());
+    EXPECT_EQ(node->getCore()->getParents().size(), 2U);
+    EXPECT_EQ(copy->getTravMask(), 6U);
+    EXPECT_EQ(copy->getNChildren(), 0U);
+    EXPECT_EQ(copy->getParent(), NullFC);
+    EXPECT_EQ(root->getTravMask(), 0xFFFFFFFFU);
+}
+
+class TraverseTest : public testing::Test
+{
+protected:
+    /// 0 -+- 1 -+- 2
+    ///    |     +- 3
+    ///    +- 4
+    void SetUp() override
+    {
+        for (auto& node : nodes)
+            node = RefPtr<Node>(Node::create());
+        nodes[0]->addChild(nodes[1]);
+        nodes[1]->addChild(nodes[2]);
+        nodes[1]->addChild(nodes[3]);
+        nodes[0]->addChild(nodes[4]);
+    }
+
+    /// The order of the visits when node 1 gets that answer and the others 0.
+    std::vector<int> visit(unsigned answerAtNode1)
+    {
+        std::vector<int> order;
+        result = traverse(nodes[0], [&](NodePtr& node) {
+            const auto* found = std::find(std::begin(nodes), std::end(nodes), node);
+            order.push_back(static_cast<int>(found - std::begin(nodes)));
+            return order.back() == 1 ? answerAtNode1 : 0U;
+        });
+        return order;
+    }
+
+    RefPtr<Node> nodes[5];
+    unsigned result = 99;
+};
+
+TEST_F(TraverseTest, GoesDepthFirstInTheOrderOfTheChildren)
+{
+    EXPECT_EQ(visit(TraverseResult::Continue), (std::vector{0, 1, 2, 3, 4}));
+    EXPECT_EQ(result, 0U);
+}
+
+TEST_F(TraverseTest, OneSkipsTheChildrenAndTwoEndsTheWalk)
+{
+    EXPECT_EQ(visit(1), (std::vector{0, 1, 4}));
+    EXPECT_EQ(result, 0U);
+    EXPECT_EQ(visit(2), (std::vector{0, 1}));
+    EXPECT_EQ(result, 2U);
+}
+
+TEST_F(TraverseTest, AVisitorMayChangeWhatIsBelow)
+{
+    int visits = 0;
+    traverse(nodes[0], [&](NodePtr& node) {
+        ++visits;
+        if (node == nodes[1].get()) {
+            node->subChild(nodes[2]);
+            nodes[2] = NullFC;
+            node->addChild(Node::create());
+        }
+        return 0U;
+    });
+    EXPECT_EQ(visits, 5);
+    EXPECT_EQ(traverse(NullFC, [](NodePtr&) { return 2U; }), 0U);
+}
+
+} // namespace

@@ -1,0 +1,162 @@
+#include "OpenSG/GeoTmpIndexEditInterface.h"
+#include "TinyGeometry.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+using namespace osg;
+
+namespace
+{
+
+tiny::Ids idsOf(const GeoTmpIndexEditInterface& list)
+{
+    return {list.values().begin(), list.values().end()};
+}
+
+TEST(TmpIndexList, NullAndEmptyDiffer)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    GeoTmpIndexEditInterface list(geometry, 4);
+    EXPECT_TRUE(list.isNull());
+    EXPECT_EQ(list.getData(), nullptr);
+    EXPECT_EQ(list.getSize(), 0U);
+    list.make();
+    EXPECT_FALSE(list.isNull());
+    EXPECT_EQ(list.getSize(), 0U);
+    list.addValue(7);
+    list.clear();
+    EXPECT_FALSE(list.isNull());
+    list.setNull();
+    EXPECT_TRUE(list.isNull());
+    EXPECT_EQ(list.getData(), nullptr);
+}
+
+TEST(TmpIndexList, TwoViewsSeeOneState)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    GeoTmpIndexEditInterface writer(geometry, 6);
+    const GeoTmpIndexEditInterface reader(geometry, 6);
+    const GeoTmpIndexEditInterface other(geometry, 7);
+    writer.make();
+    writer.addValue(1);
+    writer.addValue(2);
+    writer.resize(4);
+    writer.setValue(9, 3);
+    writer.setValue(9, 4);
+    EXPECT_EQ(idsOf(reader), (tiny::Ids{1, 2, 0, 9}));
+    EXPECT_EQ(reader.getData(), writer.getData());
+    EXPECT_TRUE(other.isNull());
+    writer.setNull();
+    EXPECT_TRUE(reader.isNull());
+}
+
+TEST(TmpIndexList, MakeStartsEmptyAndAssignMakesTheList)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    GeoTmpIndexEditInterface list(geometry, 1);
+    list.assign(tiny::Ids{3, 1, 2});
+    EXPECT_EQ(idsOf(list), (tiny::Ids{3, 1, 2}));
+    list.assign(list.values().subspan(1)); // its own content
+    EXPECT_EQ(idsOf(list), (tiny::Ids{1, 2}));
+    list.make();
+    EXPECT_EQ(list.getSize(), 0U);
+}
+
+TEST(TmpIndexList, TheTypeOutlivesTheContent)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    GeoTmpIndexEditInterface list(geometry, 1);
+    EXPECT_EQ(list.getType(), 0U);
+    list.setType(GeoPrimitive::Triangles); // before there is a list
+    list.make();
+    EXPECT_EQ(list.getType(), 4U);
+    list.clear();
+    list.setNull();
+    GeoTmpIndexEditInterface::setNullforAll(geometry);
+    EXPECT_EQ(GeoTmpIndexEditInterface(geometry, 1).getType(), 4U);
+}
+
+TEST(TmpIndexList, OnANullListOnlyMakeAndSetNullAct)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    GeoTmpIndexEditInterface list(geometry, 2);
+    list.clear();
+    list.addValue(1);
+    list.resize(3);
+    list.setValue(1, 0);
+    EXPECT_TRUE(list.isNull());
+    EXPECT_EQ(list.getStamp(), 0U);
+}
+
+TEST(TmpIndexList, EveryChangeGivesAStampThatNoListHadBefore)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    GeoTmpIndexEditInterface list(geometry, 9);
+    GeoTmpIndexEditInterface other(geometry, 10);
+    EXPECT_EQ(list.getStamp(), 0U);
+    const std::function<void()> changes[] = {
+        [&] { list.make(); },    [&] { list.addValue(1); },
+        [&] { list.resize(3); }, [&] { list.setValue(1, 2); },
+        [&] { list.clear(); },   [&] { list.assign(tiny::Ids{1}); },
+        [&] { list.commit(); },  [&] { list.setNull(); },
+        [&] { list.make(); },    [&] { GeoTmpIndexEditInterface::setNullforAll(geometry); },
+    };
+    std::set<unsigned> stamps{0};
+    for (const auto& change : changes) {
+        change();
+        EXPECT_TRUE(stamps.insert(list.getStamp()).second);
+        EXPECT_TRUE(stamps.contains(GeoTmpIndexEditInterface(geometry, 9).getStamp()));
+        other.make();
+        EXPECT_TRUE(stamps.insert(other.getStamp()).second);
+    }
+    const unsigned last = list.getStamp();
+    list.setType(1);
+    EXPECT_EQ(list.getStamp(), last) << "reading and typing change nothing";
+}
+
+TEST(TmpIndexList, SetNullForAllReachesEveryListOfThatGeometryOnly)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    const RefPtr<Geometry> other = tiny::quad();
+    for (const unsigned number : {1U, 8U, 10U}) {
+        GeoTmpIndexEditInterface(geometry, number).make();
+        GeoTmpIndexEditInterface(other, number).make();
+    }
+    GeoTmpIndexEditInterface::setNullforAll(geometry);
+    for (const unsigned number : {1U, 8U, 10U}) {
+        EXPECT_TRUE(GeoTmpIndexEditInterface(geometry, number).isNull());
+        EXPECT_FALSE(GeoTmpIndexEditInterface(other, number).isNull());
+    }
+}
+
+TEST(TmpIndexList, ANullGeometryReadsAsNullAndTakesNothing)
+{
+    GeoTmpIndexEditInterface list(NullFC, 1);
+    list.make();
+    list.addValue(1);
+    list.assign(tiny::Ids{1});
+    list.setType(4);
+    list.commit();
+    EXPECT_TRUE(list.isNull());
+    EXPECT_EQ(list.getType(), 0U);
+    EXPECT_EQ(list.getStamp(), 0U);
+    GeoTmpIndexEditInterface::setNullforAll(NullFC);
+}
+
+TEST(TmpIndexList, ListsSendNoNoticeAndAreNotCopiedWithTheGeometry)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    tiny::NoticeJournal journal;
+    journal.watch(geometry.get());
+    GeoTmpIndexEditInterface list(geometry, 5);
+    list.make();
+    list.addValue(1);
+    list.commit();
+    EXPECT_TRUE(journal.notices.empty());
+    const RefPtr<Geometry> copy(geometry->clone());
+    EXPECT_TRUE(GeoTmpIndexEditInterface(copy, 5).isNull());
+}
+
+} // namespace
