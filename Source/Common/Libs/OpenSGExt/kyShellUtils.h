@@ -1,0 +1,21 @@
+#pragma once
+
+#include "OpenSG/Geometry.h"
+#include "OpenSG/Node.h"
+
+/// Shells and their surfaces.
+namespace kyShellUtils
+{
+
+/// Is this geometry a shell? It then has no mesh of its own, and its surfaces are the geometry
+/// cores of its node's children. False for null.
+bool isShell(const osg::GeometryPtr& geometry);
+
+/// Does a surface take part in the work on its shell? Not when its node is hidden (a traversal
+/// mask of 0), when it covers none of the shown sides, or when either is null.
+///
+/// shownSides  bits of osg::SurfaceBase::Side. A surface that is no SurfaceBase covers side A.
+bool isVisibleShellComponent(const osg::NodePtr& child, const osg::GeometryPtr& surface,
+                             unsigned int shownSides);
+
+} // namespace kyShellUtils

@@ -1,0 +1,124 @@
+#include "OpenSGExt/kyGeoUtils.h"
+
+#include "OpenSG/GeoProperty.h"
+#include "OpenSG/Geometry.h"
+#include "OpenSG/Group.h"
+#include "OpenSG/RefPtr.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace kyGeoUtils;
+
+namespace
+{
+
+/// One triangle of three vertices, with one types and one lengths entry.
+osg::GeometryPtr triangle()
+{
+    const auto positions = osg::GeoPositions3f::create();
+    positions->resize(3);
+    const auto indices = osg::GeoIndicesUI16::create();
+    for (const unsigned int id : {0U, 1U, 2U})
+        indices->addValue(id);
+    const auto types = osg::GeoPTypesUI8::create();
+    types->addValue(4);
+    const auto lengths = osg::GeoPLengthsUI32::create();
+    lengths->addValue(3);
+
+    const auto geometry = osg::Geometry::create();
+    geometry->setPositions(positions);
+    geometry->setIndices(indices);
+    geometry->setTypes(types);
+    geometry->setLengths(lengths);
+    return geometry;
+}
+
+TEST(GeoUtils, EachFaultHasItsBitAndItsWords)
+{
+    struct Case
+    {
+        const char* name;
+        std::function<void(osg::Geometry&)> change;
+        unsigned int errors;
+        const char* words;
+    };
+    const Case cases[] = {
+        {"sound", [](auto&) {}, 0, ""},
+        {"no types and lengths",
+         [](auto& g) {
+             g.setTypes(osg::NullFC);
+             g.setLengths(osg::NullFC);
+         },
+         0, ""},
+        {"no triangles yet",
+         [](auto& g) {
+             g.getIndices()->clear();
+             g.setTypes(osg::NullFC);
+             g.setLengths(osg::NullFC);
+         },
+         0, ""},
+        {"no positions", [](auto& g) { g.setPositions(osg::NullFC); }, NoPositions,
+         "no vertex positions"},
+        {"homogeneous positions", [](auto& g) { g.setPositions(osg::GeoPositions4f::create()); },
+         NoPositions, "no vertex positions"},
+        {"no indices", [](auto& g) { g.setIndices(osg::NullFC); }, NoIndices, "no indices"},
+        {"nothing at all",
+         [](auto& g) {
+             g.setPositions(osg::NullFC);
+             g.setIndices(osg::NullFC);
+         },
+         NoPositions | NoIndices, "no vertex positions, no indices"},
+        {"a corner too many",
+         [](auto& g) {
+             g.getIndices()->addValue(0);
+             g.setLengths(osg::NullFC);
+             g.setTypes(osg::NullFC);
+         },
+         NotTriangles, "not a triangle mesh"},
+        {"a strip", [](auto& g) { g.getTypes()->setValue(5, 0); }, NotTriangles,
+         "not a triangle mesh"},
+        {"an index beyond the end", [](auto& g) { g.getIndices()->setValue(3, 1); },
+         IndexOutOfRange, "index out of range"},
+        {"two index lists",
+         [](auto& g) {
+             g.setIndexMapping({osg::Geometry::MapPosition, osg::Geometry::MapTexCoords});
+         },
+         MultipleIndices, "multiple index lists"},
+        {"lengths that promise more", [](auto& g) { g.getLengths()->setValue(6, 0); },
+         InconsistentLengths, "inconsistent primitive lengths"},
+        {"lengths that cut a triangle",
+         [](auto& g) {
+             g.getLengths()->setValue(2, 0);
+             g.getLengths()->addValue(1);
+             g.getTypes()->addValue(4);
+         },
+         InconsistentLengths, "inconsistent primitive lengths"},
+        {"more lengths than types", [](auto& g) { g.getLengths()->addValue(0); },
+         InconsistentLengths, "inconsistent primitive lengths"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const osg::RefPtr<osg::Geometry> geometry(triangle());
+        c.change(*geometry);
+        EXPECT_EQ(checkGeometryCore(geometry, true), c.errors);
+        EXPECT_EQ(getGeometryErrorString(c.errors), c.words);
+    }
+}
+
+TEST(GeoUtils, ACoreThatIsNoGeometryIsNotUsable)
+{
+    const osg::RefPtr<osg::Group> group(osg::Group::create());
+    EXPECT_EQ(checkGeometryCore(group, true), NoPositions | NoIndices);
+    EXPECT_EQ(checkGeometryCore(osg::NullFC, true), NoPositions | NoIndices);
+}
+
+TEST(GeoUtils, TheLookAtEachIndexIsOptional)
+{
+    const osg::RefPtr<osg::Geometry> geometry(triangle());
+    geometry->getIndices()->setValue(99, 0);
+    EXPECT_EQ(checkGeometryCore(geometry, false), 0U);
+}
+
+} // namespace
