@@ -1,0 +1,45 @@
+#include "UVUtils/model/ActiveSurfaces.h"
+
+#include "OpenSGExt/kyGeoUtils.h"
+#include "OpenSGExt/kyShellUtils.h"
+#include "OpenSGUtils/kyRenderOptions.h"
+
+namespace
+{
+
+unsigned int vertexCountOf(const osg::Geometry& geometry)
+{
+    const osg::GeoPositionsPtr positions = geometry.getPositions();
+    return positions ? positions->getSize() : 0;
+}
+
+bool takesPart(const osg::NodePtr& child, const osg::GeometryPtr& geometry, unsigned int sides)
+{
+    return geometry && kyGeoUtils::checkGeometryCore(geometry, true) == 0 &&
+           kyShellUtils::isVisibleShellComponent(child, geometry, sides);
+}
+
+} // namespace
+
+std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node)
+{
+    const auto core = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
+    if (!core)
+        return {};
+    if (!kyShellUtils::isShell(core))
+        return {{node, core, 0, 0, vertexCountOf(*core)}};
+
+    // Read once: all children are judged by the same sides.
+    const unsigned int sides = kyRenderOptions::getInstance()->getShowABSideMask();
+    std::vector<ActiveSurface> surfaces;
+    unsigned int firstId = 0;
+    for (unsigned int i = 0; i < node->getNChildren(); ++i) {
+        const osg::NodePtr child = node->getChild(i);
+        const auto geometry = osg::dcast<osg::Geometry>(child->getCore());
+        if (!takesPart(child, geometry, sides))
+            continue;
+        surfaces.push_back({child, geometry, i, firstId, vertexCountOf(*geometry)});
+        firstId += surfaces.back().vertexCount;
+    }
+    return surfaces;
+}

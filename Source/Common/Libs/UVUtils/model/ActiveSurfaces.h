@@ -1,0 +1,25 @@
+#pragma once
+
+#include "OpenSG/Geometry.h"
+#include "OpenSG/Node.h"
+
+#include <vector>
+
+/// One geometry that really takes part in the work on a node.
+struct ActiveSurface
+{
+    osg::NodePtr node;
+    osg::GeometryPtr geometry;
+    unsigned int childIndex = 0;  ///< among all children of a shell's node; 0 for a plain geometry
+    unsigned int firstId = 0;     ///< where its vertices begin in the ids that the application sees
+    unsigned int vertexCount = 0; ///< 0 without positions
+};
+
+/// The surfaces of a node that take part, in child order. This is the one walk over surfaces:
+/// whatever runs over the ids of a shell runs over this list, so that all agree on where the
+/// vertices of a surface begin.
+///
+/// A plain geometry gives itself, unchecked. A shell gives those children whose core is a usable
+/// geometry and that are visible on the sides that the application shows. A node without a
+/// geometry core gives nothing.
+std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node);

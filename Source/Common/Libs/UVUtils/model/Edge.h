@@ -1,0 +1,28 @@
+#pragma once
+
+#include <compare>
+#include <cstdint>
+
+/// An undirected pair of vertex ids, the lower one first.
+///
+/// Made from (7, 3) or from (3, 7) it is the same edge. A pair of one id twice is not refused.
+struct Edge
+{
+    unsigned int first = 0;  ///< the lower id
+    unsigned int second = 0; ///< the higher id
+
+    Edge() = default;
+    Edge(unsigned int a, unsigned int b) : first(a < b ? a : b), second(a < b ? b : a) {}
+
+    friend auto operator<=>(const Edge&, const Edge&) = default;
+};
+
+/// The lower id in the upper half of 64 bits, the higher id in the lower half: distinct for
+/// distinct edges.
+struct EdgeHash
+{
+    std::uint64_t operator()(const Edge& edge) const
+    {
+        return (std::uint64_t{edge.first} << 32U) | edge.second;
+    }
+};

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "OpenSG/Geometry.h"
+#include "OpenSG/Node.h"
+#include "UVUtils/model/kyUVTypes.h"
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+/// The facade: every UV operation that an application calls is a static operation of this class.
+///
+/// An operation takes a scene-graph node, its geometry core and a UV slot. A plain geometry holds
+/// the mesh itself; a shell holds none, and its mesh lies in its surfaces, the geometry cores of
+/// its node's children. Vertex ids run over the active surfaces of a node one after the other,
+/// also in the lists that an operation takes and gives.
+///
+/// An operation on a geometry that is not valid returns without effect.
+///
+/// All of it belongs to the thread that owns the scene graph; nothing here is locked.
+class kyUVUtils
+{
+public:
+    /// What part of a geometry an operation of the solver addresses. Other numbers are stored and
+    /// returned as they are.
+    enum ESelectMode : std::int32_t
+    {
+        SelectAll = 0,
+        SelectIslands = 1, ///< the vertices in temporary index list 2
+        SelectVertices = 2 ///< the vertices in temporary index list 4
+    };
+
+    enum ECreateUVMethod : std::int32_t
+    {
+        IslandsAABBProjection = 0
+    };
+
+    kyUVUtils(const kyUVUtils&) = delete;
+    kyUVUtils& operator=(const kyUVUtils&) = delete;
+
+    /// Made on first use; lives to the end of the process.
+    static kyUVUtils& instance();
+
+    // What the application has chosen. Each setter but the one of fill shading tells the
+    // application, also when the value stays the same: "VESelectionChanged", then
+    // "UVSelectionModeChanged".
+
+    static ESelectMode getSelectMode();
+    static void setSelectMode(ESelectMode mode);
+    static kyUVTypes::UVSet getSelectUVSet();
+    static void setSelectUVSet(kyUVTypes::UVSet uvSet);
+    /// Kept for the application; the library does not look at it.
+    static bool getFillShading();
+    static void setFillShading(bool fill);
+    /// Whether a plain geometry is worked on through a compact mesh, as a shell always is. True at
+    /// the start; decides for all operations at once.
+    static bool getUseCompactMesh();
+    static void setUseCompactMesh(bool use);
+
+    /// May this geometry be worked on? A plain geometry must pass kyGeoUtils::checkGeometryCore; of
+    /// a shell at least one surface must, visible or not. With `verbose` the reason is logged, and
+    /// so is the number of surfaces of a valid shell that are passed over.
+    static bool isValidGeometry(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                bool verbose);
+
+    /// Is this geometry worked on through a compact mesh? False for null.
+    static bool useCMesh(const osg::GeometryPtr& geometry);
+
+    /// Receives a surface's node, its geometry, the ids within it, and the id of its first vertex
+    /// among those of the whole node.
+    using SurfaceFunction =
+        std::function<void(const osg::NodePtr&, const osg::GeometryPtr&,
+                           const std::vector<unsigned int>&, const unsigned int&)>;
+
+    /// Deals ids out to the active surfaces of a node and calls `function` once for each surface
+    /// that received any, in their order. Ids beyond the last surface are dropped.
+    ///
+    /// ids        [count]  vertex ids of the node, in any order, repeats allowed
+    /// keepOrder  a surface gets its ids in the order in which they stand in `ids`, so that the
+    ///            pairs of an edge list stay together; else ascending
+    static void callFuncOnActiveBaseGeometry(const osg::NodePtr& node, const unsigned int* ids,
+                                             unsigned int count, bool keepOrder,
+                                             const SurfaceFunction& function);
+
+private:
+    kyUVUtils() = default;
+
+    bool useCompactMesh_ = true;
+    bool fillShading_ = false;
+    ESelectMode selectMode_ = SelectAll;
+    kyUVTypes::UVSet selectUVSet_ = kyUVTypes::UVSet0;
+};

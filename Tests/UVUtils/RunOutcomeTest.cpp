@@ -1,0 +1,172 @@
+#include "UVUtils/SolverFixture.h"
+#include "Utils/kyStackedProgress.h"
+
+#include <algorithm>
+#include <new>
+#include <stdexcept>
+
+using namespace kyUnfold3D;
+
+// How a run ends when the solver or the user does not let it go through.
+
+namespace
+{
+
+class RunOutcome : public SolverFixture
+{};
+
+NU3D::CRef topology(const Texts& lines)
+{
+    std::vector<NU3D::CTopoError> errors(lines.begin(), lines.end());
+    return NU3D::CRef(std::make_shared<NU3D::CTopoErrors>(std::move(errors)));
+}
+
+TEST_F(RunOutcome, AWarningIsLoggedWithItsTopologyLinesAndTheRunGoesOn)
+{
+    solver.on("Import", [](const auto&) {
+        const NU3D::CRef result = RecordingSolver::warning("100% odd");
+        result->Add("Warning.TopoUV", topology({"third"}));
+        result->Add("Warning.Topo3D", topology({"first", "second"}));
+        result->Add("Error.Topo3D", topology({"of no error"}));
+        return result;
+    });
+    EXPECT_EQ(unfold(), kyUVTypes::Success);
+    EXPECT_EQ(log.lines, (Texts{"warning: Unfold3D warning: 100% odd", "info: first",
+                                "info: second", "info: third"}));
+}
+
+TEST_F(RunOutcome, AnErrorIsLoggedAfterTheWarningAndEndsTheRun)
+{
+    solver.on("Import", [](const auto&) {
+        const NU3D::CRef result = RecordingSolver::warning("odd");
+        result->Add("Error", NU3D::CRef("bad", NU3D::VALPROP_VALUE));
+        result->Add("Error.Topo3D", topology({"edge 3"}));
+        return result;
+    });
+    EXPECT_EQ(unfold(), kyUVTypes::Failure);
+    EXPECT_EQ(log.lines, (Texts{"warning: Unfold3D warning: odd", "error: Unfold3D error: bad",
+                                "info: edge 3"}));
+    EXPECT_EQ(solver.commands(), (Texts{"Init", "Import"}));
+}
+
+TEST_F(RunOutcome, TopologyOfAnotherTypeIsPassedOver)
+{
+    solver.on("Init", [](const auto&) {
+        const NU3D::CRef result = RecordingSolver::error("bad");
+        result->Add("Error.Topo3D", NU3D::CRef(3, NU3D::VALPROP_VALUE));
+        result->Add("Error.TopoUV");
+        return result;
+    });
+    EXPECT_EQ(unfold(), kyUVTypes::Failure);
+    EXPECT_EQ(log.lines, (Texts{"error: Unfold3D error: bad"}));
+}
+
+TEST_F(RunOutcome, AnErrorOfAnyCommandEndsTheRunThere)
+{
+    mesh = osg::RefPtr<osg::Geometry>(quadsApart(2));
+    const PackSettings packSettings;
+    for (const char* failing : {"Init", "Import", "Constrain", "Select", "Unfold", "Pack"}) {
+        SCOPED_TRACE(failing);
+        solver.reset();
+        solver.on(failing, [](const auto&) { return RecordingSolver::error("no"); });
+        const UVs before{osg::Vec2f(8.F, 8.F)};
+        uvs = before;
+        EXPECT_EQ(kyUnfold3D::unfold(mesh.get(), kyUVTypes::UVSet0, uvs, Positions3D,
+                                     UnfoldSettings(), &packSettings, {0, 1}, {}),
+                  kyUVTypes::Failure);
+        EXPECT_EQ(solver.commands().back(), failing);
+        EXPECT_EQ(uvs, before);
+    }
+}
+
+TEST_F(RunOutcome, AnEmptyHandleAsAResultIsHarmless)
+{
+    solver.on("Import", [](const auto&) { return NU3D::CRef(); });
+    solver.on("Export", [](const auto&) { return NU3D::CRef(); });
+    EXPECT_EQ(unfold(), kyUVTypes::Failure);
+    EXPECT_EQ(solver.commands().back(), "Export");
+}
+
+TEST_F(RunOutcome, EachExceptionIsLoggedUnderTheNameOfItsOperation)
+{
+    struct Case
+    {
+        void (*raise)();
+        const char* ofUnfold;
+        const char* ofPack;
+    };
+    const Case cases[] = {
+        {[] { throw NU3D::CEx("50% gone"); }, "error: Unfold3D (Unfold) exception 50% gone",
+         "error: Unfold3D (Packing) exception 50% gone"},
+        {[] { throw std::runtime_error("why"); }, "error: Unfold3D (Unfold) unknown exception why",
+         "error: Unfold3D (Packing) unknown exception why"},
+        {[] { throw 3; }, "error: Unfold3D (Unfold) unknown exception",
+         "error: Unfold3D (Packing) unknown exception"},
+    };
+    for (const Case& c : cases) {
+        for (const char* command : {"Init", "Import", "Export"}) {
+            solver.on(command, [&](const auto&) {
+                EXPECT_NE(gSolverProgress, nullptr);
+                c.raise();
+                return NU3D::CRef();
+            });
+            log.lines.clear();
+            EXPECT_EQ(unfold(), kyUVTypes::Failure);
+            EXPECT_EQ(pack(), kyUVTypes::Failure);
+            EXPECT_EQ(log.lines, (Texts{c.ofUnfold, c.ofPack}));
+            EXPECT_EQ(gSolverProgress, nullptr);
+            EXPECT_EQ(solver.alive(), 0);
+            solver.on(command, [](const auto&) { return RecordingSolver::nothing(); });
+        }
+    }
+}
+
+TEST_F(RunOutcome, AnExceptionWithinThePackingOfAnUnfoldIsTheUnfolds)
+{
+    solver.on("Pack", [](const auto&) -> NU3D::CRef { throw NU3D::CEx("full"); });
+    const PackSettings packSettings;
+    EXPECT_EQ(kyUnfold3D::unfold(mesh.get(), kyUVTypes::UVSet0, uvs, Positions3D, UnfoldSettings(),
+                                 &packSettings, {}, {}),
+              kyUVTypes::Failure);
+    EXPECT_EQ(log.lines, (Texts{"error: Unfold3D (Unfold) exception full"}));
+}
+
+TEST_F(RunOutcome, ACancelDuringACommandEndsTheRunAtItsCheck)
+{
+    for (const char* during : {"Init", "Import", "Select", "Unfold", "Export"}) {
+        SCOPED_TRACE(during);
+        solver.reset();
+        solver.on(during, [](const RecordingSolver::Run& run) {
+            EXPECT_FALSE(run.asksToStop());
+            kyStackedProgress::requestCancel();
+            EXPECT_TRUE(run.asksToStop());
+            return RecordingSolver::nothing();
+        });
+        EXPECT_EQ(unfold(), kyUVTypes::Cancelled);
+        EXPECT_EQ(solver.commands().back(), during);
+        EXPECT_TRUE(uvs.empty());
+    }
+    EXPECT_EQ(log.lines, Texts()) << "a cancelled run has nothing to say";
+    solver.reset();
+    EXPECT_EQ(unfold(), kyUVTypes::Success) << "the next run is not cancelled";
+}
+
+TEST_F(RunOutcome, AnErrorGoesBeforeACancel)
+{
+    solver.on("Import", [](const auto&) {
+        kyStackedProgress::requestCancel();
+        return RecordingSolver::error("bad");
+    });
+    EXPECT_EQ(unfold(), kyUVTypes::Failure);
+}
+
+TEST_F(RunOutcome, AMeshThatCannotBeReadFailsWithoutAWordAndWithoutARun)
+{
+    mesh = osg::RefPtr<osg::Geometry>(geometryOf({osg::Pnt3f(0.F, 0.F, 0.F)}, {0, 0}));
+    EXPECT_EQ(unfold(), kyUVTypes::Failure);
+    EXPECT_EQ(pack(), kyUVTypes::Failure);
+    EXPECT_EQ(solver.commands(), Texts());
+    EXPECT_EQ(log.lines, Texts());
+}
+
+} // namespace

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "UVUtils/Captures.h"
+#include "UVUtils/Meshes.h"
+#include "UVUtils/RecordingSolver.h"
+#include "UVUtils/solver/SolverProgress.h"
+#include "UVUtils/solver/kyUnfold3D.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+using Texts = std::vector<std::string>;
+
+/// Runs of the bridge on a quad, against the recording solver.
+class SolverFixture : public testing::Test
+{
+protected:
+    void TearDown() override
+    {
+        EXPECT_EQ(kyUnfold3D::gSolverProgress, nullptr) << "a run leaves no state behind";
+        EXPECT_EQ(solver.alive(), 0) << "the solver instance ends with its run";
+    }
+
+    kyUVTypes::ReturnCode unfold()
+    {
+        return kyUnfold3D::unfold(mesh.get(), kyUVTypes::UVSet0, uvs, kyUnfold3D::Positions3D,
+                                  kyUnfold3D::UnfoldSettings(), nullptr, {}, {});
+    }
+    kyUVTypes::ReturnCode pack(const Ids& selected = {})
+    {
+        return kyUnfold3D::pack(mesh.get(), kyUVTypes::UVSet0, uvs, kyUnfold3D::PackSettings(),
+                                selected);
+    }
+
+    RecordingSolver solver;
+    LogCapture log;
+    OutputCapture output;
+    osg::RefPtr<osg::Geometry> mesh{quad()};
+    UVs uvs;
+};
