@@ -48,8 +48,9 @@ OutputFile::OutputFile(const fs::path& target) : target_(target)
     if (fs::exists(status) && ::access(real.c_str(), W_OK) != 0)
         fail(errno);
 
-    const std::string name =
-        "." + real.filename().string() + "." + std::to_string(::getpid()) + ".tmp";
+    std::string name = real.filename().string();
+    name.insert(name.begin(), '.');
+    name += '.' + std::to_string(::getpid()) + ".tmp";
     target_ = real;
     beside_ = real.parent_path() / name;
     const int descriptor = ::open(beside_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);

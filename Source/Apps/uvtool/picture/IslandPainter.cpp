@@ -1,0 +1,233 @@
+#include "picture/IslandPainter.h"
+
+#include "layout/OpenEdges.h"
+#include "picture/IslandOutlines.h"
+#include "picture/PictureColors.h"
+
+#include <QLineF>
+#include <QPainter>
+#include <QPainterPath>
+#include <QVector>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace uvtool
+{
+namespace
+{
+
+/// Points of an outline closer than this many pixels to the last one drawn are passed over.
+constexpr double leastStep = 0.3;
+
+/// Triangle edges this many pixels apart begin to show, and are fully drawn, respectively.
+constexpr double firstSpacing = 3.5;
+constexpr double fullSpacing = 12.0;
+
+QColor color(const Tint& tint, double alpha = 1)
+{
+    const auto [red, green, blue] = toRgb(tint);
+    QColor c(red, green, blue);
+    c.setAlphaF(alpha);
+    return c;
+}
+
+Tint darker(const Tint& tint, double lightness)
+{
+    return {lightness, tint.chroma, tint.hue};
+}
+
+QPointF pixel(const PictureFrame& frame, const std::array<float, 2>& uv)
+{
+    return {frame.x(static_cast<double>(uv[0])), frame.y(static_cast<double>(uv[1]))};
+}
+
+bool isNear(const QPointF& a, const QPointF& b)
+{
+    return std::abs(a.x() - b.x()) < leastStep && std::abs(a.y() - b.y()) < leastStep;
+}
+
+void addLoop(QPainterPath& path, const PictureFrame& frame, const UVLayout& layout,
+             std::span<const std::uint32_t> loop)
+{
+    QPointF last = pixel(frame, layout.uvs[loop.front()]);
+    path.moveTo(last);
+    for (const std::uint32_t uv : loop.subspan(1)) {
+        const QPointF point = pixel(frame, layout.uvs[uv]);
+        if (isNear(point, last))
+            continue;
+        path.lineTo(point);
+        last = point;
+    }
+    path.closeSubpath();
+}
+
+QPainterPath outlinePath(const PictureFrame& frame, const UVLayout& layout,
+                         const IslandOutlines& outlines, std::size_t island)
+{
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (std::uint32_t loop = outlines.islandOffsets[island];
+         loop < outlines.islandOffsets[island + 1]; ++loop)
+        addLoop(path, frame, layout, outlines.loop(loop));
+    return path;
+}
+
+/// The triangles sorted by island; those of island i are [offsets[i], offsets[i + 1]).
+struct TrianglesByIsland
+{
+    std::vector<std::uint32_t> offsets;
+    std::vector<std::uint32_t> triangles;
+
+    explicit TrianglesByIsland(const PictureContent& content)
+        : offsets(content.islandCount() + 1, 0), triangles(content.triangleCount)
+    {
+        std::partial_sum(content.trianglesOfIsland.begin(), content.trianglesOfIsland.end(),
+                         offsets.begin() + 1);
+        std::vector<std::uint32_t> next(offsets.begin(), offsets.end() - 1);
+        for (std::uint32_t t = 0; t < content.islandOfTriangle.size(); ++t) {
+            if (content.islandOfTriangle[t] >= 0)
+                triangles[next[static_cast<std::size_t>(content.islandOfTriangle[t])]++] = t;
+        }
+    }
+};
+
+/// How far apart the edges of an island's triangles are in the mean, in pixels.
+double edgeSpacing(const PictureFrame& frame, const PictureContent& content, std::size_t island)
+{
+    return frame.pixelsPerUnit *
+           std::sqrt(content.areaOfIsland[island] / content.trianglesOfIsland[island]);
+}
+
+double edgeOpacity(double spacing)
+{
+    return std::clamp((spacing - firstSpacing) / (fullSpacing - firstSpacing), 0.0, 1.0);
+}
+
+/// Paints one island after another with the same pens.
+class IslandPainter
+{
+public:
+    IslandPainter(QPainter& painter, const PictureFrame& frame, const UVLayout& layout,
+                  const PictureContent& content)
+        : painter_(painter), frame_(frame), layout_(layout), content_(content), triangles_(content),
+          outlineWidth_(chooseOutlineWidth())
+    {
+        const std::vector<TriangleEdge> open = openEdges(layout, content.islandOfTriangle);
+        outlines_ = chainOutlines(layout, content.islandOfTriangle, open, content.islandCount());
+    }
+
+    void paint(std::size_t island, const Tint& tint)
+    {
+        const QPainterPath outline = outlinePath(frame_, layout_, outlines_, island);
+        const double opacity = edgeOpacity(edgeSpacing(frame_, content_, island));
+        const QPen pen(color(darker(tint, 0.42)), outlineWidth_, Qt::SolidLine, Qt::RoundCap,
+                       Qt::RoundJoin);
+        painter_.setBrush(color(tint));
+        if (opacity <= 0) {
+            painter_.setPen(pen);
+            painter_.drawPath(outline);
+            return;
+        }
+        painter_.setPen(Qt::NoPen);
+        painter_.drawPath(outline);
+        painter_.setPen(QPen(color(darker(tint, 0.50), 0.55 * opacity), 0.05 * frame_.unit));
+        painter_.drawLines(innerEdges(island));
+        painter_.setBrush(Qt::NoBrush);
+        painter_.setPen(pen);
+        painter_.drawPath(outline);
+    }
+
+private:
+    /// Each inner edge is walked both ways; the way up draws it. An outline covers its own edges.
+    QVector<QLineF> innerEdges(std::size_t island) const
+    {
+        QVector<QLineF> lines;
+        for (std::uint32_t i = triangles_.offsets[island]; i < triangles_.offsets[island + 1]; ++i)
+        {
+            const std::size_t first = 3 * std::size_t{triangles_.triangles[i]};
+            for (std::size_t k = 0; k < 3; ++k) {
+                const std::uint32_t from = layout_.corners[first + k];
+                const std::uint32_t to = layout_.corners[first + (k + 1) % 3];
+                if (from < to)
+                    lines.push_back(
+                        {pixel(frame_, layout_.uvs[from]), pixel(frame_, layout_.uvs[to])});
+            }
+        }
+        return lines;
+    }
+
+    /// Outlines get thinner when islands are so small that they would fill them.
+    double chooseOutlineWidth() const
+    {
+        if (content_.islandCount() == 0)
+            return 1;
+        std::vector<double> areas = content_.areaOfIsland;
+        const auto middle = areas.begin() + static_cast<std::ptrdiff_t>(areas.size() / 2);
+        std::nth_element(areas.begin(), middle, areas.end());
+        const double side = frame_.pixelsPerUnit * std::sqrt(*middle);
+        return std::clamp(side / 20, 0.035 * frame_.unit, 0.13 * frame_.unit);
+    }
+
+    QPainter& painter_;
+    const PictureFrame& frame_;
+    const UVLayout& layout_;
+    const PictureContent& content_;
+    const TrianglesByIsland triangles_;
+    const double outlineWidth_;
+    IslandOutlines outlines_;
+};
+
+} // namespace
+
+std::vector<std::uint32_t> islandsBySize(const PictureContent& content)
+{
+    std::vector<std::uint32_t> order(content.islandCount());
+    std::iota(order.begin(), order.end(), 0U);
+    std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
+        return content.areaOfIsland[a] > content.areaOfIsland[b];
+    });
+    return order;
+}
+
+void paintIslands(QPainter& painter, const PictureFrame& frame, const UVLayout& layout,
+                  const PictureContent& content, std::span<const Tint> tints)
+{
+    IslandPainter islandPainter(painter, frame, layout, content);
+    for (const std::uint32_t island : islandsBySize(content))
+        islandPainter.paint(island, tints[island]);
+}
+
+void paintFlipped(QPainter& painter, const PictureFrame& frame, const UVLayout& layout,
+                  const PictureContent& content)
+{
+    if (content.flipped.empty())
+        return;
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (const std::uint32_t t : content.flipped) {
+        path.moveTo(pixel(frame, layout.point(t, 0)));
+        path.lineTo(pixel(frame, layout.point(t, 1)));
+        path.lineTo(pixel(frame, layout.point(t, 2)));
+        path.closeSubpath();
+    }
+    // The pen keeps a sliver visible.
+    painter.setPen(QPen(pictureColors::flipped, 0.06 * frame.unit));
+    painter.setBrush(pictureColors::flipped);
+    painter.drawPath(path);
+}
+
+void paintOverlaps(QPainter& painter, const PictureFrame& frame, std::span<const CellRun> runs)
+{
+    if (runs.empty())
+        return;
+    QPainterPath path;
+    for (const CellRun& run : runs)
+        path.addRect(frame.mapLeft + run.begin, frame.mapTop + run.row, run.end - run.begin, 1);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(pictureColors::hatch());
+    painter.drawPath(path);
+}
+
+} // namespace uvtool
