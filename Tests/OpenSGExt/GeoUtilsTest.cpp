@@ -1,9 +1,7 @@
 #include "OpenSGExt/kyGeoUtils.h"
 
-#include "OpenSG/GeoProperty.h"
-#include "OpenSG/Geometry.h"
 #include "OpenSG/Group.h"
-#include "OpenSG/RefPtr.h"
+#include "OpenSG/TinyGeometry.h"
 
 #include <gtest/gtest.h>
 
@@ -17,19 +15,13 @@ namespace
 /// One triangle of three vertices, with one types and one lengths entry.
 osg::GeometryPtr triangle()
 {
-    const auto positions = osg::GeoPositions3f::create();
-    positions->resize(3);
-    const auto indices = osg::GeoIndicesUI16::create();
-    for (const unsigned int id : {0U, 1U, 2U})
-        indices->addValue(id);
+    const auto geometry = osg::Geometry::create();
+    geometry->setPositions(tiny::positions(std::vector<osg::Pnt3f>(3)));
+    geometry->setIndices(tiny::indices({0, 1, 2}));
     const auto types = osg::GeoPTypesUI8::create();
     types->addValue(4);
     const auto lengths = osg::GeoPLengthsUI32::create();
     lengths->addValue(3);
-
-    const auto geometry = osg::Geometry::create();
-    geometry->setPositions(positions);
-    geometry->setIndices(indices);
     geometry->setTypes(types);
     geometry->setLengths(lengths);
     return geometry;

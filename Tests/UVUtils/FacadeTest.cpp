@@ -12,6 +12,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <utility>
 
@@ -20,7 +22,7 @@ using Texts = std::vector<std::string>;
 namespace
 {
 
-osg::GeometryPtr coreOf(const osg::RefPtr<osg::Node>& node)
+osg::GeometryPtr coreOf(const osg::NodePtr& node)
 {
     return osg::dcast<osg::Geometry>(node->getCore());
 }
@@ -30,28 +32,6 @@ osg::GeometryPtr broken()
     const osg::GeometryPtr geometry = quad();
     geometry->getIndices()->setValue(4, 0);
     return geometry;
-}
-
-/// What callFuncOnActiveBaseGeometry gave to one surface.
-struct Dealt
-{
-    osg::GeometryPtr geometry;
-    Ids ids;
-    unsigned int firstId;
-
-    friend bool operator==(const Dealt&, const Dealt&) = default;
-};
-
-std::vector<Dealt> deal(const osg::NodePtr& node, const Ids& ids, bool keepOrder)
-{
-    std::vector<Dealt> dealt;
-    kyUVUtils::callFuncOnActiveBaseGeometry(
-        node, ids.data(), static_cast<unsigned int>(ids.size()), keepOrder,
-        [&](const osg::NodePtr&, const osg::GeometryPtr& geometry, const Ids& localIds,
-            const unsigned int& firstId) {
-            dealt.push_back({geometry, localIds, firstId});
-        });
-    return dealt;
 }
 
 TEST(Facade, ItsSettersPostTwoMessagesAndFillShadingNone)
@@ -85,9 +65,10 @@ TEST(Facade, OnlyShellsGoThroughACompactMeshWhenTheFlagIsOff)
 {
     const osg::RefPtr<osg::Geometry> plain(quad());
     const osg::RefPtr<osg::Node> shell(shellOf({quad()}));
+    EXPECT_TRUE(kyUVUtils::getUseCompactMesh()) << "the start value";
     for (const bool use : {true, false}) {
         kyUVUtils::setUseCompactMesh(use);
-        EXPECT_EQ(kyUVUtils::useCMesh(plain.get()), use);
+        EXPECT_EQ(kyUVUtils::useCMesh(plain), use);
         EXPECT_TRUE(kyUVUtils::useCMesh(coreOf(shell)));
         EXPECT_FALSE(kyUVUtils::useCMesh(osg::NullFC));
     }
@@ -99,14 +80,14 @@ TEST(Facade, SaysWhatIsWrongWithAGeometryOnlyWhenAsked)
     LogCapture log;
     const osg::RefPtr<osg::Node> good(nodeOf(quad()));
     const osg::RefPtr<osg::Node> bad(nodeOf(broken()));
-    NodeUtils::setName(bad.get(), "50%d off");
+    NodeUtils::setName(bad, "50%d off");
 
-    EXPECT_TRUE(kyUVUtils::isValidGeometry(coreOf(good), good.get(), true));
-    EXPECT_FALSE(kyUVUtils::isValidGeometry(osg::NullFC, bad.get(), true));
-    EXPECT_FALSE(kyUVUtils::isValidGeometry(coreOf(bad), bad.get(), false));
+    EXPECT_TRUE(kyUVUtils::isValidGeometry(coreOf(good), good, true));
+    EXPECT_FALSE(kyUVUtils::isValidGeometry(osg::NullFC, bad, true));
+    EXPECT_FALSE(kyUVUtils::isValidGeometry(coreOf(bad), bad, false));
     EXPECT_EQ(log.lines, Texts());
 
-    EXPECT_FALSE(kyUVUtils::isValidGeometry(coreOf(bad), bad.get(), true));
+    EXPECT_FALSE(kyUVUtils::isValidGeometry(coreOf(bad), bad, true));
     EXPECT_FALSE(kyUVUtils::isValidGeometry(coreOf(bad), osg::NullFC, true));
     EXPECT_EQ(log.lines,
               (Texts{"error: UV Editor: Error on geometry '50%d off': index out of range",
@@ -120,22 +101,25 @@ TEST(Facade, AShellIsAsGoodAsItsBestSurface)
     noIndices->setIndices(osg::NullFC);
     const osg::RefPtr<osg::Node> mixed(shellOf({broken(), quad(), noIndices}));
     mixed->addChild(osg::Node::create()); // no geometry: counts for neither
-    NodeUtils::setName(mixed.get(), "mixed");
+    NodeUtils::setName(mixed, "mixed");
     const osg::RefPtr<osg::Node> hidden(shellOf({quad()}));
     hidden->getChild(0)->setTravMask(0);
     const osg::RefPtr<osg::Node> empty(shellOf({}));
     const osg::RefPtr<osg::Node> allBad(shellOf({broken()}));
+    const auto isValid = [](const osg::NodePtr& node, bool verbose) {
+        return kyUVUtils::isValidGeometry(coreOf(node), node, verbose);
+    };
 
-    EXPECT_TRUE(kyUVUtils::isValidGeometry(coreOf(hidden), hidden.get(), true));
-    EXPECT_TRUE(activeSurfaces(hidden.get()).empty());
+    EXPECT_TRUE(isValid(hidden, true));
+    EXPECT_TRUE(activeSurfaces(hidden).empty());
     EXPECT_FALSE(kyUVUtils::isValidGeometry(coreOf(mixed), osg::NullFC, true));
-    EXPECT_TRUE(kyUVUtils::isValidGeometry(coreOf(mixed), mixed.get(), false));
-    EXPECT_FALSE(kyUVUtils::isValidGeometry(coreOf(empty), empty.get(), false));
+    EXPECT_TRUE(isValid(mixed, false));
+    EXPECT_FALSE(isValid(empty, false));
     EXPECT_EQ(log.lines, Texts());
 
-    EXPECT_TRUE(kyUVUtils::isValidGeometry(coreOf(mixed), mixed.get(), true));
-    EXPECT_FALSE(kyUVUtils::isValidGeometry(coreOf(empty), empty.get(), true));
-    EXPECT_FALSE(kyUVUtils::isValidGeometry(coreOf(allBad), allBad.get(), true));
+    EXPECT_TRUE(isValid(mixed, true));
+    EXPECT_FALSE(isValid(empty, true));
+    EXPECT_FALSE(isValid(allBad, true));
     EXPECT_EQ(log.lines,
               (Texts{"warning: UV Editor: Skipping 2 surface(s) of shell 'mixed': no indices, "
                      "index out of range",
@@ -146,17 +130,17 @@ TEST(Facade, AShellIsAsGoodAsItsBestSurface)
 TEST(ActiveSurfaces, AreTheUsableVisibleChildrenOfAShellInTheirOrder)
 {
     const auto sideB = osg::SurfaceBase::create();
-    const osg::GeometryPtr model = quad();
+    const osg::RefPtr<osg::Geometry> model(quad());
     sideB->setPositions(model->getPositions());
     sideB->setIndices(model->getIndices());
     sideB->setSide(osg::SurfaceBase::SideB);
-    model->subRef();
 
     const osg::RefPtr<osg::Node> shell(shellOf({quad(), broken(), quad(), sideB, quad()}));
+    shell->addChild(osg::Node::create());
     shell->getChild(2)->setTravMask(0);
     const auto children = [&] {
         Ids numbers;
-        for (const ActiveSurface& surface : activeSurfaces(shell.get())) {
+        for (const ActiveSurface& surface : activeSurfaces(shell)) {
             EXPECT_EQ(surface.node, shell->getChild(surface.childIndex));
             EXPECT_EQ(surface.firstId, 4 * numbers.size());
             numbers.push_back(surface.childIndex);
@@ -173,65 +157,64 @@ TEST(ActiveSurfaces, APlainGeometryIsItsOwnEvenWhenHiddenOrBroken)
 {
     const osg::RefPtr<osg::Node> node(nodeOf(broken()));
     node->setTravMask(0);
-    const std::vector<ActiveSurface> surfaces = activeSurfaces(node.get());
+    const std::vector<ActiveSurface> surfaces = activeSurfaces(node);
     ASSERT_EQ(surfaces.size(), 1U);
     EXPECT_EQ(surfaces[0].node, node.get());
     EXPECT_EQ(surfaces[0].vertexCount, 4U);
 
     const osg::RefPtr<osg::Node> noCore(osg::Node::create());
-    EXPECT_TRUE(activeSurfaces(noCore.get()).empty());
+    EXPECT_TRUE(activeSurfaces(noCore).empty());
     EXPECT_TRUE(activeSurfaces(osg::NullFC).empty());
 }
 
+/// Ids dealt to a shell of two quads.
 class Dealing : public testing::Test
 {
 protected:
-    Dealing() : shell(shellOf({quad(), quad()})) {}
+    using Hands = std::array<Ids, 2>;
 
-    osg::GeometryPtr surface(unsigned int i) const
+    /// The ids of each surface, empty for one that was not called.
+    Hands deal(const Ids& ids, bool keepOrder) const
     {
-        return osg::dcast<osg::Geometry>(shell->getChild(i)->getCore());
+        Hands hands;
+        int last = -1;
+        kyUVUtils::callFuncOnActiveBaseGeometry(
+            shell, ids.data(), static_cast<unsigned int>(ids.size()), keepOrder,
+            [&](const osg::NodePtr& node, const osg::GeometryPtr& geometry, const Ids& localIds,
+                const unsigned int& firstId) {
+                const int child = shell->findChild(node);
+                EXPECT_GT(child, last) << "once each, in their order";
+                last = child;
+                EXPECT_EQ(geometry, coreOf(node));
+                EXPECT_EQ(firstId, child == 0 ? 0U : 4U);
+                EXPECT_FALSE(localIds.empty());
+                hands.at(static_cast<std::size_t>(child)) = localIds;
+            });
+        return hands;
     }
 
-    osg::RefPtr<osg::Node> shell;
+    osg::RefPtr<osg::Node> shell{shellOf({quad(), quad()})};
 };
 
 TEST_F(Dealing, KeepsTheOrderOfTheIdsOfASurfaceWhenAsked)
 {
-    EXPECT_EQ(deal(shell.get(), {1, 6, 3, 5}, true),
-              (std::vector<Dealt>{{surface(0), {1, 3}, 0}, {surface(1), {2, 1}, 4}}));
-    EXPECT_EQ(deal(shell.get(), {1, 6, 3, 5}, false),
-              (std::vector<Dealt>{{surface(0), {1, 3}, 0}, {surface(1), {1, 2}, 4}}));
+    EXPECT_EQ(deal({1, 6, 3, 5}, true), (Hands{Ids{1, 3}, Ids{2, 1}}));
+    EXPECT_EQ(deal({1, 6, 3, 5}, false), (Hands{Ids{1, 3}, Ids{1, 2}}));
 }
 
-TEST_F(Dealing, CallsOnlySurfacesThatReceiveIds)
+RC_GTEST_FIXTURE_PROP(Dealing, GivesEveryIdToItsSurfaceAndDropsTheRest, ())
 {
-    EXPECT_EQ(deal(shell.get(), {7, 4, 4}, true), (std::vector<Dealt>{{surface(1), {3, 0, 0}, 4}}));
-    EXPECT_EQ(deal(shell.get(), {8, 0xFFFFFFFF}, false), (std::vector<Dealt>{}));
-    EXPECT_EQ(deal(shell.get(), {}, false), (std::vector<Dealt>{}));
-    EXPECT_EQ(deal(osg::NullFC, {0}, false), (std::vector<Dealt>{}));
-}
-
-RC_GTEST_FIXTURE_PROP(Dealing, LosesNoIdThatASurfaceHas, ())
-{
-    const Ids ids = *rc::gen::container<Ids>(rc::gen::inRange(0U, 10U));
+    const Ids ids = *rc::gen::container<Ids>(rc::gen::weightedOneOf<unsigned int>(
+        {{9, rc::gen::inRange(0U, 10U)}, {1, rc::gen::just(0xFFFFFFFFU)}}));
     const bool keepOrder = *rc::gen::arbitrary<bool>();
-    Ids expected[2];
+    Hands expected;
     for (const unsigned int id : ids)
         if (id < 8)
-            expected[id / 4].push_back(id % 4);
-    const std::vector<Dealt> dealt = deal(shell.get(), ids, keepOrder);
-    std::size_t next = 0;
-    for (unsigned int i = 0; i < 2; ++i) {
-        if (expected[i].empty())
-            continue;
-        if (!keepOrder)
-            std::sort(expected[i].begin(), expected[i].end());
-        RC_ASSERT(next < dealt.size());
-        RC_ASSERT(dealt[next] == (Dealt{surface(i), expected[i], 4 * i}));
-        ++next;
-    }
-    RC_ASSERT(next == dealt.size());
+            expected.at(id / 4).push_back(id % 4);
+    if (!keepOrder)
+        for (Ids& hand : expected)
+            std::sort(hand.begin(), hand.end());
+    RC_ASSERT(deal(ids, keepOrder) == expected);
 }
 
 TEST(EdgeOfVertices, IsTheSameFromBothEnds)

@@ -1,17 +1,10 @@
 #include "UVUtils/Meshes.h"
 
-#include <utility>
-
-osg::GeometryPtr geometryOf(std::vector<osg::Pnt3f> positions, Ids indices)
+osg::GeometryPtr geometryOf(const std::vector<osg::Pnt3f>& positions, const Ids& indices)
 {
-    const auto positionProperty = osg::GeoPositions3f::create();
-    positionProperty->takeValues(std::move(positions));
-    const auto indexProperty = osg::GeoIndicesUI32::create();
-    indexProperty->takeValues(std::move(indices));
-
     const auto geometry = osg::Geometry::create();
-    geometry->setPositions(positionProperty);
-    geometry->setIndices(indexProperty);
+    geometry->setPositions(tiny::positions(positions));
+    geometry->setIndices(tiny::indices(indices));
     return geometry;
 }
 
@@ -31,24 +24,15 @@ osg::GeometryPtr quadsApart(unsigned int n)
         for (const unsigned int corner : {0U, 1U, 2U, 0U, 2U, 3U})
             indices.push_back(4 * k + corner);
     }
-    return geometryOf(std::move(positions), std::move(indices));
+    return geometryOf(positions, indices);
 }
 
 void setPrimitive(const osg::GeometryPtr& geometry, unsigned int type, unsigned int length)
 {
-    const auto types = osg::GeoPTypesUI8::create();
-    types->addValue(type);
-    geometry->setTypes(types);
-    const auto lengths = osg::GeoPLengthsUI32::create();
-    lengths->addValue(length);
-    geometry->setLengths(lengths);
-}
-
-void setUVs(const osg::GeometryPtr& geometry, unsigned int slot, UVs uvs)
-{
-    const auto texCoords = osg::GeoTexCoords2f::create();
-    texCoords->takeValues(std::move(uvs));
-    geometry->setTexSlot(slot, texCoords);
+    geometry->setTypes(osg::GeoPTypesUI8::create());
+    geometry->getTypes()->addValue(type);
+    geometry->setLengths(osg::GeoPLengthsUI32::create());
+    geometry->getLengths()->addValue(length);
 }
 
 osg::NodePtr nodeOf(const osg::NodeCorePtr& core)

@@ -1,18 +1,18 @@
 #pragma once
 
-#include "OpenSG/GeoProperty.h"
-#include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
-#include "OpenSG/RefPtr.h"
-#include "OpenSG/Vector.h"
+#include "OpenSG/TinyGeometry.h"
 
 #include <vector>
 
-using UVs = std::vector<osg::Vec2f>;
-using Ids = std::vector<unsigned int>;
+using osg::Vec2f;
+using tiny::Ids;
+using UVs = std::vector<Vec2f>;
 
-/// A geometry of triangles without types and lengths, with 0 references.
-osg::GeometryPtr geometryOf(std::vector<osg::Pnt3f> positions, Ids indices);
+// Everything made here has 0 references.
+
+/// A geometry of triangles without types and lengths.
+osg::GeometryPtr geometryOf(const std::vector<osg::Pnt3f>& positions, const Ids& indices);
 
 /// Two triangles, (0, 1, 2) and (0, 2, 3):
 ///
@@ -27,9 +27,7 @@ osg::GeometryPtr quadsApart(unsigned int n);
 /// Gives a geometry one types and one lengths entry, as loaders do.
 void setPrimitive(const osg::GeometryPtr& geometry, unsigned int type, unsigned int length);
 
-void setUVs(const osg::GeometryPtr& geometry, unsigned int slot, UVs uvs);
-
-/// A node with that core, with 0 references.
+/// A node with that core.
 osg::NodePtr nodeOf(const osg::NodeCorePtr& core);
 
 /// A node whose core is a shell with those surfaces, in this order.

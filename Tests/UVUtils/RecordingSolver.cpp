@@ -2,7 +2,7 @@
 
 #include <memory>
 #include <sstream>
-#include <type_traits>
+#include <variant>
 
 using NU3D::CRef;
 using NU3D::CVal;
@@ -10,50 +10,35 @@ using NU3D::CVal;
 namespace
 {
 
-template <class Number>
-void print(std::ostream& out, const char* type, const std::vector<Number>& values)
+template <class... Lambdas>
+struct Overloaded : Lambdas...
 {
-    out << type << " [";
-    for (std::size_t i = 0; i < values.size(); ++i)
-        out << (i ? " " : "") << values[i];
-    out << "]";
-}
+    using Lambdas::operator()...;
+};
+template <class... Lambdas>
+Overloaded(Lambdas...) -> Overloaded<Lambdas...>;
 
-void print(std::ostream& out, const CVal::Table& table)
+void print(std::ostream& out, const CVal::Content& content)
 {
-    out << "table of " << table.size();
-}
-void print(std::ostream& out, bool value)
-{
-    out << "bool " << (value ? "true" : "false");
-}
-void print(std::ostream& out, int value)
-{
-    out << "int " << value;
-}
-void print(std::ostream& out, float value)
-{
-    out << "float " << value;
-}
-void print(std::ostream& out, double value)
-{
-    out << "double " << value;
-}
-void print(std::ostream& out, const std::string& value)
-{
-    out << "string " << value;
-}
-void print(std::ostream& out, const std::vector<int>& values)
-{
-    print(out, "ints", values);
-}
-void print(std::ostream& out, const std::vector<double>& values)
-{
-    print(out, "doubles", values);
-}
-void print(std::ostream& out, const NU3D::CBox2D& box)
-{
-    out << "box " << box.minU << " " << box.maxU << " " << box.minV << " " << box.maxV;
+    const auto printList = [&](const char* type, const auto& values) {
+        out << type << " [";
+        for (std::size_t i = 0; i < values.size(); ++i)
+            out << (i ? " " : "") << values[i];
+        out << "]";
+    };
+    std::visit(Overloaded{[&](const CVal::Table& table) { out << "table of " << table.size(); },
+                          [&](bool value) { out << "bool " << (value ? "true" : "false"); },
+                          [&](int value) { out << "int " << value; },
+                          [&](float value) { out << "float " << value; },
+                          [&](double value) { out << "double " << value; },
+                          [&](const std::string& value) { out << "string " << value; },
+                          [&](const std::vector<int>& values) { printList("ints", values); },
+                          [&](const std::vector<double>& values) { printList("doubles", values); },
+                          [&](const NU3D::CBox2D& box) {
+                              out << "box " << box.minU << " " << box.maxU << " " << box.minV << " "
+                                  << box.maxV;
+                          }},
+               content);
 }
 
 std::string textOf(const CVal::Entry& entry)
@@ -66,7 +51,7 @@ std::string textOf(const CVal::Entry& entry)
         out << " (enabled)";
     else {
         out << " = ";
-        std::visit([&](const auto& value) { print(out, value); }, entry.value->content());
+        print(out, entry.value->content());
     }
     return out.str();
 }

@@ -1,8 +1,6 @@
 #include "UVUtils/SolverFixture.h"
 #include "Utils/kyStackedProgress.h"
 
-#include <algorithm>
-#include <new>
 #include <stdexcept>
 
 using namespace kyUnfold3D;
@@ -40,42 +38,26 @@ TEST_F(RunOutcome, AnErrorIsLoggedAfterTheWarningAndEndsTheRun)
     solver.on("Import", [](const auto&) {
         const NU3D::CRef result = RecordingSolver::warning("odd");
         result->Add("Error", NU3D::CRef("bad", NU3D::VALPROP_VALUE));
-        result->Add("Error.Topo3D", topology({"edge 3"}));
+        result->Add("Error.Topo3D", NU3D::CRef(3, NU3D::VALPROP_VALUE)); // no topology lines
+        result->Add("Error.TopoUV", topology({"edge 3"}));
+        kyStackedProgress::requestCancel(); // an error goes before a cancel
         return result;
     });
     EXPECT_EQ(unfold(), kyUVTypes::Failure);
     EXPECT_EQ(log.lines, (Texts{"warning: Unfold3D warning: odd", "error: Unfold3D error: bad",
                                 "info: edge 3"}));
-    EXPECT_EQ(solver.commands(), (Texts{"Init", "Import"}));
-}
-
-TEST_F(RunOutcome, TopologyOfAnotherTypeIsPassedOver)
-{
-    solver.on("Init", [](const auto&) {
-        const NU3D::CRef result = RecordingSolver::error("bad");
-        result->Add("Error.Topo3D", NU3D::CRef(3, NU3D::VALPROP_VALUE));
-        result->Add("Error.TopoUV");
-        return result;
-    });
-    EXPECT_EQ(unfold(), kyUVTypes::Failure);
-    EXPECT_EQ(log.lines, (Texts{"error: Unfold3D error: bad"}));
 }
 
 TEST_F(RunOutcome, AnErrorOfAnyCommandEndsTheRunThere)
 {
-    mesh = osg::RefPtr<osg::Geometry>(quadsApart(2));
-    const PackSettings packSettings;
-    for (const char* failing : {"Init", "Import", "Constrain", "Select", "Unfold", "Pack"}) {
+    for (const char* failing : {"Init", "Import", "Select", "Constrain", "Unfold", "Pack"}) {
         SCOPED_TRACE(failing);
         solver.reset();
         solver.on(failing, [](const auto&) { return RecordingSolver::error("no"); });
-        const UVs before{osg::Vec2f(8.F, 8.F)};
-        uvs = before;
-        EXPECT_EQ(kyUnfold3D::unfold(mesh.get(), kyUVTypes::UVSet0, uvs, Positions3D,
-                                     UnfoldSettings(), &packSettings, {0, 1}, {}),
-                  kyUVTypes::Failure);
+        uvs = {Vec2f(8.F, 8.F)};
+        EXPECT_EQ(unfold({.pack = &packSettings, .vertical = {0, 1}}), kyUVTypes::Failure);
         EXPECT_EQ(solver.commands().back(), failing);
-        EXPECT_EQ(uvs, before);
+        EXPECT_EQ(uvs, (UVs{Vec2f(8.F, 8.F)}));
     }
 }
 
@@ -104,31 +86,21 @@ TEST_F(RunOutcome, EachExceptionIsLoggedUnderTheNameOfItsOperation)
          "error: Unfold3D (Packing) unknown exception"},
     };
     for (const Case& c : cases) {
-        for (const char* command : {"Init", "Import", "Export"}) {
+        for (const char* command : {"Init", "Import", "Pack"}) {
+            solver.reset();
             solver.on(command, [&](const auto&) {
                 EXPECT_NE(gSolverProgress, nullptr);
                 c.raise();
                 return NU3D::CRef();
             });
             log.lines.clear();
-            EXPECT_EQ(unfold(), kyUVTypes::Failure);
+            EXPECT_EQ(unfold({.pack = &packSettings}), kyUVTypes::Failure);
             EXPECT_EQ(pack(), kyUVTypes::Failure);
             EXPECT_EQ(log.lines, (Texts{c.ofUnfold, c.ofPack}));
             EXPECT_EQ(gSolverProgress, nullptr);
             EXPECT_EQ(solver.alive(), 0);
-            solver.on(command, [](const auto&) { return RecordingSolver::nothing(); });
         }
     }
-}
-
-TEST_F(RunOutcome, AnExceptionWithinThePackingOfAnUnfoldIsTheUnfolds)
-{
-    solver.on("Pack", [](const auto&) -> NU3D::CRef { throw NU3D::CEx("full"); });
-    const PackSettings packSettings;
-    EXPECT_EQ(kyUnfold3D::unfold(mesh.get(), kyUVTypes::UVSet0, uvs, Positions3D, UnfoldSettings(),
-                                 &packSettings, {}, {}),
-              kyUVTypes::Failure);
-    EXPECT_EQ(log.lines, (Texts{"error: Unfold3D (Unfold) exception full"}));
 }
 
 TEST_F(RunOutcome, ACancelDuringACommandEndsTheRunAtItsCheck)
@@ -149,15 +121,6 @@ TEST_F(RunOutcome, ACancelDuringACommandEndsTheRunAtItsCheck)
     EXPECT_EQ(log.lines, Texts()) << "a cancelled run has nothing to say";
     solver.reset();
     EXPECT_EQ(unfold(), kyUVTypes::Success) << "the next run is not cancelled";
-}
-
-TEST_F(RunOutcome, AnErrorGoesBeforeACancel)
-{
-    solver.on("Import", [](const auto&) {
-        kyStackedProgress::requestCancel();
-        return RecordingSolver::error("bad");
-    });
-    EXPECT_EQ(unfold(), kyUVTypes::Failure);
 }
 
 TEST_F(RunOutcome, AMeshThatCannotBeReadFailsWithoutAWordAndWithoutARun)

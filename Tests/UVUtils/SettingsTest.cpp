@@ -13,8 +13,6 @@ using namespace kyUnfold3D;
 namespace
 {
 
-const double noNumber = std::numeric_limits<double>::quiet_NaN();
-
 TEST(Settings, IterationsBelowZeroMeanMinusOneToUnfoldAndNoneToOptimize)
 {
     UnfoldSettings unfold;
@@ -25,45 +23,56 @@ TEST(Settings, IterationsBelowZeroMeanMinusOneToUnfoldAndNoneToOptimize)
     EXPECT_EQ(optimize.getIterations(), 0);
 }
 
-TEST(Settings, LengthsAndSharesAreClamped)
+TEST(Settings, LengthsAndSharesAreClampedAndNeverNoNumber)
 {
-    UnfoldSettings unfold;
-    unfold.setRoomSpace(-0.5);
-    EXPECT_EQ(unfold.getRoomSpace(), 0.0);
-
-    PackSettings pack;
-    pack.setTilePadding(0.7);
-    EXPECT_EQ(pack.getTilePadding(), 0.495);
-    pack.setTilePadding(-1.0);
-    EXPECT_EQ(pack.getTilePadding(), 0.0);
-    pack.setIslandPadding(-1.0);
-    EXPECT_EQ(pack.getIslandPadding(), 0.0);
-
-    OptimizeSettings optimize;
-    optimize.setPower(2.0F);
-    EXPECT_EQ(optimize.getPower(), 1.0F);
-    optimize.setAngleVsDistanceConservation(-1.0F);
-    EXPECT_EQ(optimize.getAngleVsDistanceConservation(), 0.0F);
-
-    SeamSettings seam;
-    seam.setOrganicSegAmount(1.5);
-    EXPECT_EQ(seam.getOrganicSegAmount(), 1.0);
-    seam.setManufacturedAreaRatio(-0.5);
-    EXPECT_EQ(seam.getManufacturedAreaRatio(), 0.0);
+    struct Case
+    {
+        double given, length, share, tilePadding;
+    };
+    const double noNumber = std::numeric_limits<double>::quiet_NaN();
+    for (const Case& c : {Case{-1, 0, 0, 0}, Case{0.25, 0.25, 0.25, 0.25}, Case{7, 7, 1, 0.495},
+                          Case{noNumber, 0, 0, 0}})
+    {
+        SCOPED_TRACE(c.given);
+        UnfoldSettings unfold;
+        unfold.setRoomSpace(c.given);
+        EXPECT_EQ(unfold.getRoomSpace(), c.length);
+        OptimizeSettings optimize;
+        optimize.setRoomSpace(c.given);
+        EXPECT_EQ(optimize.getRoomSpace(), c.length);
+        optimize.setPower(static_cast<float>(c.given));
+        EXPECT_EQ(optimize.getPower(), c.share);
+        optimize.setAngleVsDistanceConservation(static_cast<float>(c.given));
+        EXPECT_EQ(optimize.getAngleVsDistanceConservation(), c.share);
+        PackSettings pack;
+        pack.setIslandPadding(c.given);
+        EXPECT_EQ(pack.getIslandPadding(), c.length);
+        pack.setTilePadding(c.given);
+        EXPECT_EQ(pack.getTilePadding(), c.tilePadding);
+        SeamSettings seam;
+        seam.setOrganicSegAmount(c.given);
+        EXPECT_EQ(seam.getOrganicSegAmount(), c.share);
+        seam.setManufacturedAreaRatio(c.given);
+        EXPECT_EQ(seam.getManufacturedAreaRatio(), c.share);
+    }
 }
 
-TEST(Settings, AClampedFieldNeverHoldsNoNumber)
+TEST(Settings, OptimizeAndSeamStartWithTheirDefaults)
 {
-    PackSettings pack;
-    pack.setTilePadding(noNumber);
-    pack.setIslandPadding(noNumber);
-    EXPECT_EQ(pack.getTilePadding(), 0.0);
-    EXPECT_EQ(pack.getIslandPadding(), 0.0);
-    OptimizeSettings optimize;
-    optimize.setPower(static_cast<float>(noNumber));
-    optimize.setRoomSpace(noNumber);
-    EXPECT_EQ(optimize.getPower(), 0.0F);
+    const OptimizeSettings optimize;
+    EXPECT_EQ(optimize.getIterations(), 1);
     EXPECT_EQ(optimize.getRoomSpace(), 0.0);
+    EXPECT_TRUE(optimize.getPreventBorderIntersections() && optimize.getPreventTriangleFlips());
+    EXPECT_EQ(optimize.getPower(), 1.0F);
+    EXPECT_EQ(optimize.getAngleVsDistanceConservation(), 1.0F);
+    const SeamSettings seam;
+    EXPECT_EQ(seam.getMode(), kyUVTypes::Organic);
+    EXPECT_FALSE(seam.getOrganicUsePipesCutter());
+    EXPECT_EQ(seam.getOrganicSegAmount(), 0.0);
+    EXPECT_EQ(seam.getManufacturedAngle(), 89.0);
+    EXPECT_EQ(seam.getManufacturedAreaRatio(), 0.0);
+    EXPECT_EQ(seam.getBakingAngle(), 89.0);
+    EXPECT_EQ(seam.getBakingSizeOfMinPatch(), 5);
 }
 
 TEST(Settings, PackModesBecomeTheSolversNumbers)
@@ -103,15 +112,6 @@ TEST(Settings, AnUnknownPackModeIsLoggedAndFallsBack)
                                             "errorNR: PackSettings: PostScaleMode unknown",
                                             "errorNR: PackSettings: TileAssignMode unknown"}));
     }
-}
-
-TEST(Settings, WithoutRotationTheSolverGetsNoStep)
-{
-    PackSettings pack;
-    pack.setRotateStep(45.0);
-    EXPECT_EQ(pack.getRotateStepU3DVal(), 0.0);
-    pack.setRotate(true);
-    EXPECT_EQ(pack.getRotateStepU3DVal(), 45.0);
 }
 
 } // namespace

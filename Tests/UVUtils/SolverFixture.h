@@ -23,15 +23,33 @@ protected:
         EXPECT_EQ(solver.alive(), 0) << "the solver instance ends with its run";
     }
 
+    /// Arguments of an unfold beside the mesh.
+    struct Args
+    {
+        const kyUnfold3D::PackSettings* pack = nullptr;
+        FlatEdgeList horizontal = {};
+        FlatEdgeList vertical = {};
+        Ids selected = {};
+        kyUnfold3D::UnfoldSettings settings = {};
+        kyUnfold3D::UVWInputMode mode = kyUnfold3D::Positions3D;
+    };
+    kyUVTypes::ReturnCode unfold(const Args& args)
+    {
+        return kyUnfold3D::unfold(mesh, kyUVTypes::UVSet0, uvs, args.mode, args.settings, args.pack,
+                                  args.horizontal, args.vertical, args.selected);
+    }
     kyUVTypes::ReturnCode unfold()
     {
-        return kyUnfold3D::unfold(mesh.get(), kyUVTypes::UVSet0, uvs, kyUnfold3D::Positions3D,
-                                  kyUnfold3D::UnfoldSettings(), nullptr, {}, {});
+        return kyUnfold3D::unfold(mesh, kyUVTypes::UVSet0, uvs, kyUnfold3D::Positions3D, {},
+                                  nullptr, {}, {});
     }
-    kyUVTypes::ReturnCode pack(const Ids& selected = {})
+    kyUVTypes::ReturnCode pack(const kyUnfold3D::PackSettings& settings = {})
     {
-        return kyUnfold3D::pack(mesh.get(), kyUVTypes::UVSet0, uvs, kyUnfold3D::PackSettings(),
-                                selected);
+        return kyUnfold3D::pack(mesh, kyUVTypes::UVSet0, uvs, settings);
+    }
+    kyUVTypes::ReturnCode pack(const Ids& selected)
+    {
+        return kyUnfold3D::pack(mesh, kyUVTypes::UVSet0, uvs, kyUnfold3D::PackSettings(), selected);
     }
 
     RecordingSolver solver;
@@ -39,4 +57,5 @@ protected:
     OutputCapture output;
     osg::RefPtr<osg::Geometry> mesh{quad()};
     UVs uvs;
+    const kyUnfold3D::PackSettings packSettings;
 };

@@ -2,6 +2,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <vector>
 
 /// An undirected pair of vertex ids, the lower one first.
 ///
@@ -16,6 +17,10 @@ struct Edge
 
     friend auto operator<=>(const Edge&, const Edge&) = default;
 };
+
+/// Edges as they cross every signature: two vertex ids an edge, one edge after the other. Unlike an
+/// Edge a pair keeps the order in which it was written. An odd count is no list of edges.
+using FlatEdgeList = std::vector<unsigned int>;
 
 /// The lower id in the upper half of 64 bits, the higher id in the lower half: distinct for
 /// distinct edges.

@@ -26,8 +26,8 @@ public:
     enum ESelectMode : std::int32_t
     {
         SelectAll = 0,
-        SelectIslands = 1, ///< the vertices in temporary index list 2
-        SelectVertices = 2 ///< the vertices in temporary index list 4
+        SelectIslands = 1, ///< the vertices in the list kyUVTypes::IslandVertices
+        SelectVertices = 2 ///< the vertices in the list kyUVTypes::FreeVertices
     };
 
     enum ECreateUVMethod : std::int32_t

@@ -12,12 +12,16 @@ kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uv
                            std::vector<osg::Vector<float, 2>>& uvs, const PackSettings& settings,
                            const std::vector<unsigned int>& selectedVertices)
 {
+    const auto packTheMesh = [&](SolverRun& run) {
+        run.beginShare(0.5);
+        return packStep(run, selectedVertices, settings);
+    };
     return runSolver({"unfold3dPack", "Packing"}, {geometry, uvSet, GeometryTexCoords, uvs},
                      [&](SolverRun& run) {
-                         run.beginShare(0.5); // of the import, and again of the packing
+                         run.beginShare(0.5);
                          return doInOrder({
                              [&] { return importStep(run); },
-                             [&] { return packStep(run, selectedVertices, settings); },
+                             [&] { return packTheMesh(run); },
                              [&] { return exportStep(run, uvs); },
                          });
                      });

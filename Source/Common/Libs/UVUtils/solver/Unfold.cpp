@@ -37,8 +37,7 @@ kyUVTypes::ReturnCode unfoldStep(SolverRun& run, const UnfoldSettings& settings)
 kyUVTypes::ReturnCode unfold(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
                              std::vector<osg::Vector<float, 2>>& uvs, UVWInputMode inputMode,
                              const UnfoldSettings& settings, const PackSettings* packSettings,
-                             const std::vector<unsigned int>& horizontalEdges,
-                             const std::vector<unsigned int>& verticalEdges,
+                             const FlatEdgeList& horizontalEdges, const FlatEdgeList& verticalEdges,
                              const std::vector<unsigned int>& selectedVertices)
 {
     const auto unfoldTheMesh = [&](SolverRun& run) {
@@ -68,8 +67,7 @@ kyUVTypes::ReturnCode unfold(const osg::GeometryPtr& geometry, kyUVTypes::UVSet 
 kyUVTypes::ReturnCode unfold(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
                              std::vector<osg::Vector<float, 2>>& uvs, UVWInputMode inputMode,
                              const UnfoldSettings& settings, const PackSettings* packSettings,
-                             const std::vector<unsigned int>& horizontalEdges,
-                             const std::vector<unsigned int>& verticalEdges)
+                             const FlatEdgeList& horizontalEdges, const FlatEdgeList& verticalEdges)
 {
     return unfold(geometry, uvSet, uvs, inputMode, settings, packSettings, horizontalEdges,
                   verticalEdges, {});

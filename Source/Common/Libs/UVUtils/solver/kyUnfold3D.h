@@ -2,6 +2,7 @@
 
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Vector.h"
+#include "UVUtils/model/Edge.h"
 #include "UVUtils/model/kyUVTypes.h"
 #include "UVUtils/solver/PackSettings.h"
 #include "UVUtils/solver/UVWInputMode.h"
@@ -15,10 +16,11 @@
 /// Reading may change a geometry in one way: one with several index lists is made single indexed.
 ///
 /// uvs               [vertices]  written on `Success` only, one entry for each vertex
-/// horizontalEdges, verticalEdges  two vertex ids an edge: edges that end with both vertices at one
-///                   v (horizontal) or one u (vertical); a pair that is no edge is logged and
-///                   passed over
-/// selectedVertices  what to work on, by vertex id; empty for everything
+/// horizontalEdges, verticalEdges  edges that end with both vertices at one v (horizontal) or one u
+///                   (vertical); a pair that is no edge is logged and passed over, an odd count is
+///                   logged and holds nothing
+/// selectedVertices  what to work on, by vertex id; everything when it is empty or has as many
+///                   entries as there are vertices
 ///
 /// `Failure`: the geometry has no triangles that the solver can take (no word of it), or the solver
 /// reported an error or threw (logged). `Cancelled`: the user asked to stop through
@@ -34,19 +36,18 @@ namespace kyUnfold3D
 kyUVTypes::ReturnCode unfold(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
                              std::vector<osg::Vector<float, 2>>& uvs, UVWInputMode inputMode,
                              const UnfoldSettings& settings, const PackSettings* packSettings,
-                             const std::vector<unsigned int>& horizontalEdges,
-                             const std::vector<unsigned int>& verticalEdges,
+                             const FlatEdgeList& horizontalEdges, const FlatEdgeList& verticalEdges,
                              const std::vector<unsigned int>& selectedVertices);
 
 /// The same for the whole geometry.
 kyUVTypes::ReturnCode unfold(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
                              std::vector<osg::Vector<float, 2>>& uvs, UVWInputMode inputMode,
                              const UnfoldSettings& settings, const PackSettings* packSettings,
-                             const std::vector<unsigned int>& horizontalEdges,
-                             const std::vector<unsigned int>& verticalEdges);
+                             const FlatEdgeList& horizontalEdges,
+                             const FlatEdgeList& verticalEdges);
 
 /// Lays the UV islands that the slot holds out in a box or a grid of tiles. With a selection the
-/// islands that it touches are moved and all others stay.
+/// islands that it touches are moved and all others stay; one that touches no island packs all.
 kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
                            std::vector<osg::Vector<float, 2>>& uvs, const PackSettings& settings,
                            const std::vector<unsigned int>& selectedVertices);

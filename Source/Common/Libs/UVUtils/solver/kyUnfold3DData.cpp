@@ -15,6 +15,9 @@ namespace
 // UVs this near to zero were never mapped.
 constexpr float zeroUV = 0.000001F;
 
+// How many polygons beyond the indices a lengths entry is taken at its word for.
+constexpr unsigned int mostMissingPolygons = 1'000'000;
+
 using UVs = std::span<const osg::Vector<float, 2>>;
 
 void setArray(std::vector<int>& out, const osg::GeoIndices& indices)
@@ -158,9 +161,10 @@ bool kyUnfold3DData::extractPolygons(osg::Geometry& geometry, const osg::GeoIndi
             writeLine("osg geo: unsupported primitive type");
             return false;
         }
-        // A length beyond the indices is an error that the solver finds; one polygon too many is
-        // enough for that, and billions of them would not fit into memory.
-        const unsigned int polygons = std::min(lengths->getValue(0) / 3, indexCount / 3 + 1);
+        // A length beyond the indices is an error that the solver finds. It need not see all of the
+        // polygons that are not there: billions of them would not fit into memory.
+        const unsigned int polygons =
+            std::min(lengths->getValue(0) / 3, indexCount / 3 + mostMissingPolygons);
         setArray(polySizes_, polygons, 3);
         return true;
     }
@@ -209,7 +213,7 @@ void kyUnfold3DData::buildEdges()
     }
 }
 
-std::vector<int> kyUnfold3DData::getEdgeIds(const std::vector<unsigned int>& vertexPairs)
+std::vector<int> kyUnfold3DData::getEdgeIds(const FlatEdgeList& vertexPairs)
 {
     if (vertexPairs.size() % 2 != 0) {
         kyLog::error("getEdgeIds uneven number of vertex ids");
@@ -233,15 +237,14 @@ std::vector<int> kyUnfold3DData::getEdgeIds(const std::vector<unsigned int>& ver
     return edgeIds;
 }
 
-std::vector<unsigned int>
-kyUnfold3DData::getEdgesVertIds(const std::vector<int>& polygonEdges) const
+FlatEdgeList kyUnfold3DData::getEdgesVertIds(const std::vector<int>& polygonEdges) const
 {
     if (polygonEdges.size() % 2 != 0) {
         kyLog::error("getEdgesVertIds uneven number of vertex ids");
         return {};
     }
     const auto polygonCount = static_cast<long long>(poly3DIDs_.size() / 3);
-    std::vector<unsigned int> vertexPairs;
+    FlatEdgeList vertexPairs;
     vertexPairs.reserve(polygonEdges.size());
     for (std::size_t i = 0; i < polygonEdges.size(); i += 2) {
         const int polygon = polygonEdges[i];

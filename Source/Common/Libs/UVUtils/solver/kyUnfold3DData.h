@@ -47,19 +47,19 @@ public:
 
     /// The solver's numbers of edges.
     ///
-    /// vertexPairs  two vertex ids an edge, in either order
+    /// vertexPairs  each pair in either order
     ///
     /// An odd count is logged and gives nothing. A pair that is no edge of the mesh is logged and
     /// left out. The first call numbers all edges, in time linear in the triangles.
-    std::vector<int> getEdgeIds(const std::vector<unsigned int>& vertexPairs);
+    std::vector<int> getEdgeIds(const FlatEdgeList& vertexPairs);
 
-    /// The vertex pairs, two ids an edge, of a selection of edges as the solver returns it.
+    /// The vertex pairs of a selection of edges as the solver returns it.
     ///
     /// polygonEdges  two numbers an edge: a polygon, and 0, 1 or 2 for the edge from that corner of
     ///               it to the next
     ///
     /// An odd count is logged and gives nothing. An edge that the mesh does not have is left out.
-    std::vector<unsigned int> getEdgesVertIds(const std::vector<int>& polygonEdges) const;
+    FlatEdgeList getEdgesVertIds(const std::vector<int>& polygonEdges) const;
 
 private:
     bool extractData(const osg::GeometryPtr& geometry,

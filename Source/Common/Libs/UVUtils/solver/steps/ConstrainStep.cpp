@@ -8,7 +8,7 @@ namespace kyUnfold3D
 namespace
 {
 
-kyUVTypes::ReturnCode constrainEdges(SolverRun& run, const std::vector<unsigned int>& vertexPairs,
+kyUVTypes::ReturnCode constrainEdges(SolverRun& run, const FlatEdgeList& vertexPairs,
                                      kyUVTypes::EdgeConstraint constraint)
 {
     if (vertexPairs.empty())
@@ -35,8 +35,8 @@ kyUVTypes::ReturnCode constrainEdges(SolverRun& run, const std::vector<unsigned 
 
 } // namespace
 
-kyUVTypes::ReturnCode constrainStep(SolverRun& run, const std::vector<unsigned int>& horizontal,
-                                    const std::vector<unsigned int>& vertical)
+kyUVTypes::ReturnCode constrainStep(SolverRun& run, const FlatEdgeList& horizontal,
+                                    const FlatEdgeList& vertical)
 {
     return doInOrder({[&] { return constrainEdges(run, horizontal, kyUVTypes::Horizontal); },
                       [&] { return constrainEdges(run, vertical, kyUVTypes::Vertical); }});

@@ -1,16 +1,15 @@
 #pragma once
 
+#include "UVUtils/model/Edge.h"
 #include "UVUtils/solver/SolverRun.h"
-
-#include <vector>
 
 namespace kyUnfold3D
 {
 
 /// Has the solver hold edges straight, the horizontal ones first.
 ///
-/// horizontal, vertical  two vertex ids an edge; nothing is sent for an empty list
-kyUVTypes::ReturnCode constrainStep(SolverRun& run, const std::vector<unsigned int>& horizontal,
-                                    const std::vector<unsigned int>& vertical);
+/// horizontal, vertical  nothing is sent for an empty list
+kyUVTypes::ReturnCode constrainStep(SolverRun& run, const FlatEdgeList& horizontal,
+                                    const FlatEdgeList& vertical);
 
 } // namespace kyUnfold3D
