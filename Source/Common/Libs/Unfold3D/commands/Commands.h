@@ -17,6 +17,7 @@ Command runInit;
 Command runImport;
 Command runSelect;
 Command runConstrain;
+Command runUnfold;
 Command runExport;
 
 } // namespace unfold3d

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Unfold3D/base/IslandMesh.h"
+#include "Unfold3D/base/Obstacle.h"
+#include "Unfold3D/mesh/ImportedMesh.h"
+#include "Unfold3D/mesh/Islands.h"
+
+#include <vector>
+
+namespace unfold3d
+{
+
+/// One island of an imported mesh on its own, and how to get back.
+struct IslandSurface
+{
+    Obstacle obstacle = Obstacle::None; ///< CrowdedEdge or OneSided: the mesh stays empty
+    IslandMesh mesh;
+    std::vector<int> vertices;  ///< [vertex of mesh] its number in the imported mesh, ascending
+    std::vector<int> triangles; ///< [triangle of mesh] its number in the imported mesh, ascending
+    double size = 1.0;          ///< length in the imported mesh of what has length 1 here
+};
+
+/// Takes an island out: numbered from 0, wound consistently, moved to the origin and scaled to unit
+/// area. An island without area gets the scale at which its stand-in shapes have unit area, or 1
+/// when it is one point.
+IslandSurface takeIsland(const ImportedMesh& mesh, const Islands& islands, int island);
+
+} // namespace unfold3d

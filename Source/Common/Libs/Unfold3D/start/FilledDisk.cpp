@@ -1,0 +1,140 @@
+#include "Unfold3D/start/FilledDisk.h"
+
+#include "Unfold3D/mesh/HalfEdges.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+/// Loops whose lengths differ by less than this share are equally long, and coordinates that differ
+/// by less, in an island of unit area, are the same: another numbering of the mesh sums in another
+/// order.
+constexpr double sameUpToRounding = 1e-9;
+
+Vec3 positionOf(const IslandMesh& mesh, int v)
+{
+    return mesh.positions[static_cast<std::size_t>(v)];
+}
+
+std::vector<int> verticesOf(const IslandMesh& mesh, std::span<const int> loop)
+{
+    std::vector<int> vertices;
+    vertices.reserve(loop.size());
+    for (const int h : loop)
+        vertices.push_back(originOf(mesh.triangles, h));
+    return vertices;
+}
+
+std::vector<double> edgeLengths(const IslandMesh& mesh, std::span<const int> vertices)
+{
+    std::vector<double> lengths(vertices.size());
+    for (std::size_t i = 0; i < vertices.size(); ++i)
+        lengths[i] = length(positionOf(mesh, vertices[(i + 1) % vertices.size()]) -
+                            positionOf(mesh, vertices[i]));
+    return lengths;
+}
+
+struct LoopExtent
+{
+    double length = 0.0;
+    Vec3 middle;
+};
+
+LoopExtent measureLoop(const IslandMesh& mesh, std::span<const int> loop)
+{
+    const std::vector<int> vertices = verticesOf(mesh, loop);
+    LoopExtent extent;
+    for (const double edge : edgeLengths(mesh, vertices))
+        extent.length += edge;
+    for (const int v : vertices)
+        extent.middle = extent.middle + positionOf(mesh, v);
+    extent.middle = (1.0 / static_cast<double>(vertices.size())) * extent.middle;
+    return extent;
+}
+
+bool isRatherOuter(const LoopExtent& a, const LoopExtent& b)
+{
+    if (std::abs(a.length - b.length) > sameUpToRounding * std::max(a.length, b.length))
+        return a.length > b.length;
+    const auto differ = [](double p, double q) { return std::abs(p - q) > sameUpToRounding; };
+    if (differ(a.middle.x, b.middle.x))
+        return a.middle.x < b.middle.x;
+    if (differ(a.middle.y, b.middle.y))
+        return a.middle.y < b.middle.y;
+    return differ(a.middle.z, b.middle.z) && a.middle.z < b.middle.z;
+}
+
+int findOuterLoop(const IslandMesh& mesh, const OffsetArray<int>& loops)
+{
+    int outer = 0;
+    LoopExtent best = measureLoop(mesh, loops[0]);
+    for (int i = 1; i < loops.size(); ++i) {
+        const LoopExtent extent = measureLoop(mesh, loops[i]);
+        if (!isRatherOuter(extent, best))
+            continue;
+        outer = i;
+        best = extent;
+    }
+    return outer;
+}
+
+bool visitsAVertexTwice(std::vector<int> loop)
+{
+    std::sort(loop.begin(), loop.end());
+    return std::adjacent_find(loop.begin(), loop.end()) != loop.end();
+}
+
+/// Lays a ring of new vertices along the right side of a loop, one for each visit of a vertex, and
+/// returns it: a loop again, with the same right side, but one that visits no vertex twice.
+///
+///      v0 -->-- v1          the loop; the island lies above
+///       |     .  |
+///      r0 ----- r1          new
+std::vector<int> addRing(FilledDisk& disk, std::span<const int> loop)
+{
+    std::vector<int> ring(loop.size());
+    for (int& vertex : ring)
+        vertex = disk.vertexCount++;
+    for (std::size_t i = 0; i < loop.size(); ++i) {
+        const std::size_t next = (i + 1) % loop.size();
+        disk.triangles.push_back({loop[next], loop[i], ring[i]});
+        disk.triangles.push_back({loop[next], ring[i], ring[next]});
+    }
+    return ring;
+}
+
+void fillHole(FilledDisk& disk, std::vector<int> loop)
+{
+    if (visitsAVertexTwice(loop))
+        loop = addRing(disk, loop);
+    const int centre = disk.vertexCount++;
+    for (std::size_t i = 0; i < loop.size(); ++i)
+        disk.triangles.push_back({loop[(i + 1) % loop.size()], loop[i], centre});
+}
+
+} // namespace
+
+FilledDisk fillToDisk(const IslandMesh& mesh, const OffsetArray<int>& loops)
+{
+    FilledDisk disk;
+    disk.vertexCount = mesh.vertexCount();
+    disk.triangles = mesh.triangles;
+    const int outer = findOuterLoop(mesh, loops);
+    for (int i = 0; i < loops.size(); ++i)
+        if (i != outer)
+            fillHole(disk, verticesOf(mesh, loops[i]));
+
+    disk.outline = verticesOf(mesh, loops[outer]);
+    disk.outlineLengths = edgeLengths(mesh, disk.outline);
+    if (visitsAVertexTwice(disk.outline))
+        disk.outline = addRing(disk, disk.outline);
+    return disk;
+}
+
+} // namespace unfold3d
