@@ -56,12 +56,19 @@ void AttachmentContainer::addAttachment(const AttachmentPtr& attachment, unsigne
 {
     if (attachment == NullFC)
         return;
-    const RefPtr<Attachment> added(attachment); // it may hang on this already, and nowhere else
     const unsigned groupId = attachment->getType().getGroupId();
-    if (const std::size_t at = findEntry(groupId, binding); at != NoEntry)
-        subAttachment(_attachments[at].attachment, binding);
-    added->_parents.emplace_back(this);
-    _attachments.push_back({groupId, binding, added});
+    const std::size_t at = findEntry(groupId, binding);
+    if (at == NoEntry) {
+        _attachments.push_back({groupId, binding, RefPtr<Attachment>(attachment)});
+        attachment->_parents.emplace_back(this);
+        return;
+    }
+    RefPtr<Attachment>& place = _attachments[at].attachment;
+    if (place == attachment)
+        return;
+    const RefPtr<Attachment> replaced = std::exchange(place, RefPtr<Attachment>(attachment));
+    attachment->_parents.emplace_back(this);
+    dropParent(*replaced);
 }
 
 void AttachmentContainer::subAttachment(const AttachmentPtr& attachment, unsigned binding)
@@ -74,7 +81,12 @@ void AttachmentContainer::subAttachment(const AttachmentPtr& attachment, unsigne
     // Out of both lists before the release, which may destroy the attachment and run callbacks.
     const RefPtr<Attachment> removed = std::move(_attachments[at].attachment);
     _attachments.erase(_attachments.begin() + static_cast<std::ptrdiff_t>(at));
-    auto& parents = removed->_parents;
+    dropParent(*removed);
+}
+
+void AttachmentContainer::dropParent(Attachment& attachment)
+{
+    auto& parents = attachment._parents;
     parents.erase(std::find(parents.begin(), parents.end(), Ptr<AttachmentContainer>(this)));
 }
 

@@ -27,8 +27,8 @@ public:
     /// The attachment of the group of that type; NullFC if there is none.
     [[nodiscard]] AttachmentPtr findAttachment(const FieldContainerType& type,
                                                unsigned binding = 0) const;
-    /// Counts a reference. An attachment of the same group and binding is replaced. Does nothing
-    /// for null.
+    /// Counts a reference. Another attachment of the same group and binding is replaced and
+    /// released. Does nothing for null and for one that hangs here already.
     void addAttachment(const AttachmentPtr& attachment, unsigned binding = 0);
     /// Does nothing if that very attachment does not hang here under the binding.
     void subAttachment(const AttachmentPtr& attachment, unsigned binding = 0);
@@ -50,6 +50,8 @@ private:
     static void appendAttachments(const FieldContainer& container,
                                   std::vector<FieldContainerPtr>& out);
     [[nodiscard]] std::size_t findEntry(unsigned groupId, unsigned binding) const;
+    /// Makes an attachment forget one time that it hangs on this.
+    void dropParent(Attachment& attachment);
 
     std::vector<Entry> _attachments; ///< in order of being added; at most one for a key
 };

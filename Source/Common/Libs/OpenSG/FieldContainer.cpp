@@ -19,7 +19,11 @@ FieldContainer::FieldContainer() : _id(FieldContainerFactory::the()->enter(*this
 
 FieldContainer::FieldContainer(const FieldContainer&) : FieldContainer() {}
 
-FieldContainer::~FieldContainer() = default;
+FieldContainer::~FieldContainer()
+{
+    // destroy has done this already, unless the constructor of a derived class has thrown.
+    FieldContainerFactory::the()->leave(_id);
+}
 
 void FieldContainer::subRef()
 {

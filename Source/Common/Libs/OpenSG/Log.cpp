@@ -19,7 +19,8 @@ LogHandler& currentHandler()
 
 void log(unsigned level, const std::string& module, const std::string& text)
 {
-    if (const LogHandler& handler = currentHandler())
+    // A copy: the handler may set another one.
+    if (const LogHandler handler = currentHandler())
         handler(level, module, text);
     else if (level <= LogLevel::Warning)
         std::cerr << module << ": " << text << '\n';

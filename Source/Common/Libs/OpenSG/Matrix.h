@@ -21,6 +21,15 @@ public:
     /// From 16 numbers, row after row.
     explicit TransformationMatrix(const std::array<T, 16>& rows) : _rows(rows) {}
 
+    /// From a matrix of the other type of number.
+    template <class U>
+        requires(!std::is_same_v<U, T>)
+    explicit TransformationMatrix(const TransformationMatrix<U>& other)
+    {
+        for (unsigned i = 0; i < 16; ++i)
+            _rows[i] = static_cast<T>(other(i / 4, i % 4));
+    }
+
     static TransformationMatrix translation(const Vector<T, 3>& offset);
     static TransformationMatrix scaling(const Vector<T, 3>& factors);
     /// Of a quaternion of norm 1.

@@ -2,14 +2,11 @@
 
 #include "OpenSG/Vector.h"
 
-#include <cmath>
-#include <numbers>
-
 namespace osg
 {
 
 /// A rotation as x, y, z, w with w the real part. In a product p * q (Hamilton) q acts first, as
-/// with matrices. Operations that rotate expect norm 1.
+/// with matrices. Operations that rotate expect norm 1. Instantiated for float and double.
 template <class T>
 class QuaternionBase
 {
@@ -20,27 +17,22 @@ public:
     /// No rotation.
     constexpr QuaternionBase() = default;
     constexpr QuaternionBase(T x, T y, T z, T w) : _values(x, y, z, w) {}
+    /// From a quaternion of the other type of number.
+    template <class U>
+        requires(!std::is_same_v<U, T>)
+    explicit constexpr QuaternionBase(const QuaternionBase<U>& other)
+        : _values(other.x(), other.y(), other.z(), other.w())
+    {}
 
     /// The rotation about an axis of any length, counter-clockwise seen from its tip. An axis
-    /// shorter than ShortestNorm gives no rotation.
-    static QuaternionBase fromAxisAngle(const Vector<T, 3>& axis, double radians)
-    {
-        if (!(axis.length() >= ShortestNorm))
-            return {};
-        const Vector<T, 3> v = axis.normalized() * static_cast<T>(std::sin(radians / 2));
-        return {v.x(), v.y(), v.z(), static_cast<T>(std::cos(radians / 2))};
-    }
+    /// shorter than ShortestNorm, or one that is not finite, gives no rotation.
+    static QuaternionBase fromAxisAngle(const Vector<T, 3>& axis, double radians);
     /// Rz * Ry * Rx: the turn about x acts first.
-    static QuaternionBase fromEulerDegrees(const Vector<T, 3>& degrees)
-    {
-        const auto turn = [&degrees](unsigned axis) {
-            Vector<T, 3> direction;
-            direction[axis] = 1;
-            const double radians = static_cast<double>(degrees[axis]) * std::numbers::pi / 180;
-            return fromAxisAngle(direction, radians);
-        };
-        return turn(2) * turn(1) * turn(0);
-    }
+    static QuaternionBase fromEulerDegrees(const Vector<T, 3>& degrees);
+    /// The rotation that takes the coordinate axes to these three, which are of length 1, at right
+    /// angles and right-handed.
+    static QuaternionBase fromAxes(const Vector<T, 3>& x, const Vector<T, 3>& y,
+                                   const Vector<T, 3>& z);
 
     constexpr T x() const { return _values[0]; }
     constexpr T y() const { return _values[1]; }
@@ -77,6 +69,9 @@ public:
 private:
     Vector<T, 4> _values{0, 0, 0, 1};
 };
+
+extern template class QuaternionBase<float>;
+extern template class QuaternionBase<double>;
 
 using Quaternion = QuaternionBase<float>;
 

@@ -21,6 +21,15 @@ public:
     explicit constexpr Tuple(Components... components) : _components{static_cast<T>(components)...}
     {}
 
+    /// From a tuple of another component type, component by component.
+    template <class U>
+        requires(!std::is_same_v<U, T> && std::is_convertible_v<U, T>)
+    explicit constexpr Tuple(const Tuple<U, N>& other)
+    {
+        for (unsigned i = 0; i < N; ++i)
+            _components[i] = static_cast<T>(other[i]);
+    }
+
     constexpr T& operator[](unsigned i) { return _components[i]; }
     constexpr const T& operator[](unsigned i) const { return _components[i]; }
     constexpr T* getValues() { return _components; }
