@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <new>
 #include <set>
 
 using namespace osg;
@@ -129,6 +130,37 @@ TEST(FieldContainer, ADestroyCallbackMayDestroyAnother)
     EXPECT_EQ(order, (std::vector{ids[0], ids[1]}));
 }
 
+/// Its values can't be had.
+class Unmakeable : public ConcreteContainer<Unmakeable, FieldContainer>
+{
+public:
+    static FieldContainerType& getClassType()
+    {
+        static auto& type = *new FieldContainerType("Unmakeable", &FieldContainer::getClassType(),
+                                                    &Unmakeable::createContainer, {});
+        return type;
+    }
+    inline static unsigned lastId = 0;
+
+private:
+    friend ConcreteContainer<Unmakeable, FieldContainer>;
+    Unmakeable()
+    {
+        lastId = getId();
+        throw std::bad_alloc();
+    }
+    Unmakeable(const Unmakeable&) = default;
+};
+
+TEST(FieldContainer, OneThatCouldNotBeMadeLeavesNoIdBehind)
+{
+    const std::size_t before = FieldContainerFactory::the()->getContainerCount();
+    EXPECT_THROW(Unmakeable::create(), std::bad_alloc);
+    EXPECT_NE(Unmakeable::lastId, 0U);
+    EXPECT_EQ(FieldContainerFactory::the()->getContainer(Unmakeable::lastId), NullFC);
+    EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before);
+}
+
 TEST(ChangeNotice, EachRegistrationHearsOnceWithIdMaskAndOrigin)
 {
     const RefPtr<Geometry> geometry(Geometry::create());
@@ -187,6 +219,37 @@ TEST(ChangeNotice, ACallbackMayDestroyTheContainer)
     group->registerChangedCallback(changedCallback(count));
     notifyChanged(GroupPtr(group), FieldMask::all());
     EXPECT_EQ(heard, 1);
+}
+
+TEST(ChangeNotice, ACallbackMayBeLetGoByItsOwnerWhileItRuns)
+{
+    const RefPtr<Group> group(Group::create());
+    int heard = 0;
+    std::shared_ptr<FieldContainer::ChangedCallback> owned;
+    owned = changedCallback([&](unsigned, FieldMask, unsigned) {
+        ++heard;
+        owned = nullptr; // the registration keeps it
+    });
+    group->registerChangedCallback(owned);
+    notifyChanged(group.get(), FieldMask::all());
+    notifyChanged(group.get(), FieldMask::all());
+    EXPECT_EQ(heard, 2);
+}
+
+TEST(ChangeNotice, ACallbackMayTellOfAnotherChange)
+{
+    // A surface that tells its shell: the inner notice is delivered inside the outer one.
+    const RefPtr<Group> surface(Group::create());
+    const RefPtr<Group> shell(Group::create());
+    tiny::NoticeJournal journal;
+    surface->registerChangedCallback(changedCallback(
+        [&](unsigned, FieldMask mask, unsigned) { notifyChanged(shell.get(), mask); }));
+    journal.watch(surface.get());
+    journal.watch(shell.get());
+    notifyChanged(surface.get(), FieldMask::bit(9));
+    ASSERT_EQ(journal.notices.size(), 2U);
+    EXPECT_EQ(journal.notices[0].id, shell->getId());
+    EXPECT_EQ(journal.notices[1].id, surface->getId());
 }
 
 TEST(ChangeNotice, IgnoreChangeSilencesCallbacksButNotTheChangeList)

@@ -102,6 +102,48 @@ TEST(Node, ATreeGoesWithItsRootButNotWhatOthersHold)
     EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before);
 }
 
+TEST(Node, AVeryDeepTreeGoesWithItsRoot)
+{
+    const std::size_t before = FieldContainerFactory::the()->getContainerCount();
+    {
+        const RefPtr<Node> root(Node::create());
+        NodePtr bottom = root;
+        for (int depth = 0; depth < 100000; ++depth) {
+            const NodePtr child = Node::create();
+            bottom->addChild(child);
+            bottom = child;
+        }
+    }
+    EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before);
+}
+
+TEST(Node, ATreeGoesFromTheTopDownInTheOrderOfTheChildren)
+{
+    std::vector<unsigned> order;
+    const auto note = std::make_shared<FieldContainer::DestroyCallback>(
+        [&order](unsigned id) { order.push_back(id); });
+    std::vector<unsigned> ids;
+    const auto child = [&](const NodePtr& parent) {
+        const NodePtr node = Node::create();
+        node->registerOnDestroyCallback(note);
+        ids.push_back(node->getId());
+        if (parent)
+            parent->addChild(node);
+        return node;
+    };
+    RefPtr<Node> root(child(NullFC));
+    const NodePtr first = child(root);
+    child(first);
+    RefPtr<Node> other(Node::create());
+    child(child(root))
+        ->registerOnDestroyCallback(std::make_shared<FieldContainer::DestroyCallback>(
+            [&](unsigned) { other = NullFC; })); // another tree goes in between
+    other->addChild(Node::create());
+    root = NullFC;
+    EXPECT_EQ(order, ids);
+    EXPECT_FALSE(other);
+}
+
 TEST(Node, ACopySharesTheCoreAndStandsAlone)
 {
     const RefPtr<Node> root(Node::create());

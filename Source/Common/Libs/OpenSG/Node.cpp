@@ -1,10 +1,29 @@
 #include "OpenSG/Node.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace osg
 {
+
+namespace
+{
+
+/// Children of destroyed nodes that are yet to be released; null unless a tree is going.
+thread_local std::vector<RefPtr<Node>>* waitingChildren = nullptr;
+
+void releaseOneByOne(std::vector<RefPtr<Node>>& waiting)
+{
+    waitingChildren = &waiting;
+    while (!waiting.empty()) {
+        const RefPtr<Node> next = std::move(waiting.back());
+        waiting.pop_back();
+    } // which releases the next one; its own children join those that wait
+    waitingChildren = nullptr;
+}
+
+} // namespace
 
 FieldContainerType& Node::getClassType()
 {
@@ -25,11 +44,13 @@ Node::Node(const Node& other) : ConcreteContainer(other), _travMask(other._travM
 Node::~Node()
 {
     setCore(NullFC);
-    while (!_children.empty()) {
-        const RefPtr<Node> child = std::move(_children.back());
-        _children.pop_back();
+    for (const RefPtr<Node>& child : _children)
         child->_parent = NullFC;
-    }
+    std::reverse(_children.begin(), _children.end()); // the last one goes first
+    if (waitingChildren)
+        std::move(_children.begin(), _children.end(), std::back_inserter(*waitingChildren));
+    else
+        releaseOneByOne(_children);
 }
 
 void Node::addChild(const NodePtr& child)
@@ -95,6 +116,8 @@ TransformationMatrix<float> Node::getToWorld() const
 
 bool Node::isBelow(const NodePtr& other) const
 {
+    if (other->_children.empty()) // as good as always when a tree is built
+        return false;
     for (NodePtr up = _parent; up; up = up->_parent)
         if (up == other)
             return true;

@@ -11,8 +11,10 @@ namespace osg
 /// A node of the scene graph, which is a tree: at most one parent, children in a fixed order, and
 /// a core that says what the node is.
 ///
-/// A node counts its children and its core. Nothing here sends a notice. Trees are destroyed by
-/// recursion, so their depth is bounded by the stack (tens of thousands of levels are fine).
+/// A node counts its children and its core. Nothing here sends a notice.
+///
+/// A tree goes from the top down, parents before children, without recursion, so that it may be of
+/// any depth: the children of a node are released after the node itself is gone.
 class Node : public ConcreteContainer<Node, AttachmentContainer>
 {
 public:

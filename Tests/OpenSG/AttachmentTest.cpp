@@ -1,0 +1,159 @@
+#include "OpenSG/Attachment.h"
+#include "OpenSG/ConcreteContainer.h"
+#include "OpenSG/Group.h"
+#include "OpenSG/Node.h"
+#include "TinyGeometry.h"
+
+#include <gtest/gtest.h>
+
+using namespace osg;
+
+namespace
+{
+
+/// A note, and a kind of it that takes its place.
+class Note : public ConcreteContainer<Note, Attachment>
+{
+public:
+    static FieldContainerType& getClassType()
+    {
+        static auto& type = *new FieldContainerType("Note", &Attachment::getClassType(),
+                                                    &Note::createContainer, {});
+        return type;
+    }
+
+protected:
+    friend ConcreteContainer<Note, Attachment>;
+    Note() = default;
+    Note(const Note&) = default;
+};
+
+class RedNote : public ConcreteContainer<RedNote, Note>
+{
+public:
+    static FieldContainerType& getClassType()
+    {
+        static auto& type =
+            *new FieldContainerType("RedNote", &Note::getClassType(), &RedNote::createContainer, {},
+                                    FieldContainerType::GroupOfParent);
+        return type;
+    }
+
+private:
+    friend ConcreteContainer<RedNote, Note>;
+    RedNote() = default;
+    RedNote(const RedNote&) = default;
+};
+
+class Flag : public ConcreteContainer<Flag, Attachment>
+{
+public:
+    static FieldContainerType& getClassType()
+    {
+        static auto& type = *new FieldContainerType("Flag", &Attachment::getClassType(),
+                                                    &Flag::createContainer, {});
+        return type;
+    }
+
+private:
+    friend ConcreteContainer<Flag, Attachment>;
+    Flag() = default;
+    Flag(const Flag&) = default;
+};
+
+using Parents = std::vector<Ptr<AttachmentContainer>>;
+
+TEST(Attachment, IsFoundByGroupAndBinding)
+{
+    const RefPtr<Node> node(Node::create());
+    const auto note = Note::create();
+    const auto other = Note::create();
+    const auto flag = Flag::create();
+    node->addAttachment(note);
+    node->addAttachment(other, 7);
+    node->addAttachment(flag);
+    EXPECT_EQ(node->findAttachment(Note::getClassType()), note);
+    EXPECT_EQ(node->findAttachment(RedNote::getClassType()), note) << "the same group";
+    EXPECT_EQ(node->findAttachment(Note::getClassType(), 7), other);
+    EXPECT_EQ(node->findAttachment(Flag::getClassType()), flag);
+    EXPECT_EQ(node->findAttachment(Flag::getClassType(), 7), NullFC);
+    EXPECT_EQ(note->getRefCount(), 1);
+}
+
+TEST(Attachment, OneOfTheSameGroupTakesThePlace)
+{
+    const RefPtr<Group> core(Group::create());
+    const RefPtr<Note> note(Note::create());
+    const auto red = RedNote::create();
+    core->addAttachment(note.get());
+    core->addAttachment(red);
+    EXPECT_EQ(core->findAttachment(Note::getClassType()), red);
+    EXPECT_TRUE(note->getParents().empty());
+    EXPECT_EQ(note->getRefCount(), 1);
+    core->addAttachment(red); // once more changes nothing
+    core->addAttachment(NullFC);
+    EXPECT_EQ(red->getParents(), (Parents{core.get()}));
+    EXPECT_EQ(red->getRefCount(), 1);
+
+    core->subAttachment(note.get());
+    EXPECT_EQ(core->findAttachment(Note::getClassType()), red) << "that one does not hang here";
+    core->subAttachment(red, 1);
+    EXPECT_EQ(core->findAttachment(Note::getClassType()), red);
+    core->subAttachment(red);
+    EXPECT_EQ(core->findAttachment(Note::getClassType()), NullFC);
+}
+
+TEST(Attachment, CanHangOnSeveralAndForgetsThemAsTheyGo)
+{
+    const RefPtr<Note> note(Note::create());
+    RefPtr<Node> node(Node::create());
+    const RefPtr<Group> core(Group::create());
+    node->addAttachment(note.get());
+    core->addAttachment(note.get());
+    core->addAttachment(note.get(), 3);
+    EXPECT_EQ(note->getParents(), (Parents{node.get(), core.get(), core.get()}));
+    core->subAttachment(note.get(), 3);
+    node = NullFC;
+    EXPECT_EQ(note->getParents(), (Parents{core.get()}));
+
+    const RefPtr<Group> copy(core->clone());
+    EXPECT_EQ(copy->findAttachment(Note::getClassType()), note.get());
+    EXPECT_EQ(note->getRefCount(), 3);
+    EXPECT_EQ(note->getParents().size(), 2U);
+    const RefPtr<Note> noteCopy(note->clone());
+    EXPECT_TRUE(noteCopy->getParents().empty());
+}
+
+TEST(Attachment, NothingOfItSendsANotice)
+{
+    const RefPtr<Node> node(Node::create());
+    tiny::NoticeJournal journal;
+    journal.watch(node.get());
+    const RefPtr<Note> note(Note::create());
+    journal.watch(note.get());
+    node->addAttachment(note.get());
+    node->addAttachment(RedNote::create());
+    node->subAttachment(node->findAttachment(Note::getClassType()));
+    EXPECT_TRUE(journal.notices.empty());
+}
+
+TEST(Attachment, ADestroyCallbackFindsTheNewOneInPlaceAndMayTakeItAway)
+{
+    const RefPtr<Node> node(Node::create());
+    const auto note = Note::create();
+    const auto next = Note::create();
+    bool called = false;
+    note->registerOnDestroyCallback(
+        std::make_shared<FieldContainer::DestroyCallback>([&](unsigned) {
+            called = true;
+            EXPECT_EQ(node->findAttachment(Note::getClassType()), next);
+            EXPECT_EQ(next->getParents().size(), 1U);
+            node->subAttachment(next);
+        }));
+    node->addAttachment(note);
+    node->addAttachment(next);
+    EXPECT_TRUE(called);
+    EXPECT_EQ(node->findAttachment(Note::getClassType()), NullFC);
+}
+
+} // namespace

@@ -1,0 +1,86 @@
+#include "OpenSG/BinaryChecksumHandler.h"
+#include "OpenSG/Group.h"
+#include "OpenSG/Node.h"
+#include "TinyGeometry.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+using namespace osg;
+
+namespace
+{
+
+std::uint64_t checksumOf(const FieldContainerPtr& container)
+{
+    BinaryChecksumHandler handler;
+    handler.write(container);
+    return handler.getValue();
+}
+
+template <class Kind>
+std::uint64_t checksumOfIds(const tiny::Ids& ids)
+{
+    const RefPtr<Kind> property(Kind::create());
+    property->setValues(ids);
+    return checksumOf(property);
+}
+
+TEST(BinaryChecksum, IsThePublishedHashOfTheBytes)
+{
+    // Test values of the 64-bit FNV-1a hash.
+    const struct
+    {
+        std::string text;
+        std::uint64_t value;
+    } cases[] = {{"a", 0xaf63dc4c8601ec8cU}, {"foobar", 0x85944171f73967e8U}};
+    for (const auto& c : cases) {
+        BinaryChecksumHandler handler;
+        EXPECT_EQ(handler.getValue(), 0U);
+        for (const char& byte : c.text)
+            handler.write(&byte, 1);
+        handler.write(nullptr, 0);
+        EXPECT_EQ(handler.getValue(), c.value) << c.text;
+    }
+}
+
+TEST(BinaryChecksum, EqualPropertiesAgreeAndOthersDiffer)
+{
+    EXPECT_EQ(checksumOfIds<GeoIndicesUI32>({0, 1, 2}), checksumOfIds<GeoIndicesUI32>({0, 1, 2}));
+    const std::set<std::uint64_t> values{
+        checksumOfIds<GeoIndicesUI32>({}),        checksumOfIds<GeoIndicesUI16>({}),
+        checksumOfIds<GeoIndicesUI32>({0}),       checksumOfIds<GeoIndicesUI32>({0, 0}),
+        checksumOfIds<GeoIndicesUI32>({0, 1, 2}), checksumOfIds<GeoIndicesUI32>({0, 2, 1}),
+        checksumOfIds<GeoIndicesUI16>({0, 1, 2}), checksumOf(NullFC)};
+    EXPECT_EQ(values.size(), 8U) << "class, size and order all count";
+    EXPECT_EQ(checksumOf(NullFC), 0U);
+    EXPECT_FALSE(std::set<std::uint64_t>(values).extract(0).empty());
+
+    const RefPtr<GeoIndicesUI16> ids(GeoIndicesUI16::create());
+    ids->setValues(tiny::Ids{5, 6});
+    const RefPtr<GeoIndicesUI16> clone(ids->clone());
+    EXPECT_EQ(checksumOf(ids), checksumOf(clone));
+}
+
+TEST(BinaryChecksum, FollowsContainersInFieldsButNotTheWayUp)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    const std::uint64_t before = checksumOf(geometry);
+    const RefPtr<Node> node(Node::create());
+    node->setCore(geometry);
+    EXPECT_EQ(checksumOf(geometry), before) << "its nodes are no part of it";
+    EXPECT_EQ(checksumOf(tiny::quad()), before);
+    geometry->getPositions()->setValue(Pnt3f(0, 0, 1), 3);
+    EXPECT_NE(checksumOf(geometry), before);
+
+    const RefPtr<Node> parent(Node::create());
+    const std::uint64_t childless = checksumOf(parent);
+    const std::uint64_t alone = checksumOf(node);
+    parent->addChild(node);
+    EXPECT_EQ(checksumOf(node), alone);
+    EXPECT_NE(checksumOf(parent), childless);
+}
+
+} // namespace

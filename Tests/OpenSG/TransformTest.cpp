@@ -1,0 +1,246 @@
+#include "MathTestTools.h"
+#include "OpenSG/Group.h"
+#include "OpenSG/MatrixDecomposition.h"
+#include "OpenSG/Node.h"
+#include "OpenSG/RefPtr.h"
+#include "OpenSG/Transform3D.h"
+#include "TinyGeometry.h"
+
+#include <numbers>
+
+using namespace osg;
+using mathtest::isNear;
+using mathtest::Rounding;
+
+namespace
+{
+
+constexpr double HalfTurn = std::numbers::pi;
+
+RefPtr<Transform3D> transform()
+{
+    return RefPtr<Transform3D>(Transform3D::create());
+}
+
+Matrix composed(const TransformParts& parts)
+{
+    return Matrix::translation(parts.translation) * Matrix::rotation(parts.rotation) *
+           Matrix::scaling(parts.scale);
+}
+
+Pnt3f imageOf(const RefPtr<Transform3D>& core, const Pnt3f& p)
+{
+    return core->getMatrix().transformPoint(p);
+}
+
+TEST(Transform3D, StartsAsTheIdentity)
+{
+    const auto core = transform();
+    EXPECT_EQ(core->getMatrix(), Matrix());
+    EXPECT_EQ(core->getScale(), Vec3f(1, 1, 1));
+    EXPECT_EQ(core->getRotationAsQuaternion(), Quaternion());
+}
+
+TEST(Transform3D, ScalesThenRotatesThenTranslates)
+{
+    const auto core = transform();
+    core->setTranslation(Vec3f(10, 20, 30));
+    core->setScale(Vec3f(2, 3, 1));
+    core->setRotationAsQuaternion(Quaternion::fromAxisAngle(Vec3f(0, 0, 1), HalfTurn / 2));
+    EXPECT_TRUE(isNear(imageOf(core, Pnt3f(1, 1, 1)), Pnt3f(7, 22, 31), 1e-5F));
+}
+
+TEST(Transform3D, EachPivotStaysInPlaceUnderWhatItBelongsTo)
+{
+    const auto rotated = transform();
+    rotated->setRotatePivot(Pnt3f(0.5F, 0.5F, 0));
+    rotated->setRotationAsQuaternion(Quaternion::fromAxisAngle(Vec3f(0, 0, 1), HalfTurn / 2));
+    EXPECT_TRUE(isNear(imageOf(rotated, Pnt3f(0.5F, 0.5F, 0)), Pnt3f(0.5F, 0.5F, 0), Rounding));
+    EXPECT_TRUE(isNear(imageOf(rotated, Pnt3f(1, 0.5F, 0)), Pnt3f(0.5F, 1, 0), Rounding));
+
+    const auto scaled = transform();
+    scaled->setScalePivot(Pnt3f(1, 2, 3));
+    scaled->setScale(Vec3f(2, 0, -1));
+    EXPECT_EQ(imageOf(scaled, Pnt3f(1, 2, 3)), Pnt3f(1, 2, 3));
+    EXPECT_EQ(imageOf(scaled, Pnt3f(2, 5, 4)), Pnt3f(3, 2, 2));
+}
+
+TEST(Transform3D, AnOffsetAlongTheNormalIsTakenBackByThePivot)
+{
+    // A plane that stands d in front of its centre swings about the centre: T(c) R T(0, 0, d).
+    const float d = 3000;
+    const Vec3f center(1, 2, 3);
+    const Quaternion turn = Quaternion::fromEulerDegrees(Vec3f(30, -50, 110));
+    const auto core = transform();
+    core->setTranslation(center + Vec3f(0, 0, d));
+    core->setRotatePivot(Pnt3f(0, 0, -d));
+    core->setRotationAsQuaternion(turn);
+    const Vec3f normal = turn.rotate(Vec3f(0, 0, 1));
+    EXPECT_TRUE(isNear(imageOf(core, Pnt3f(0, 0, 0)), Pnt3f(center + normal * d), 2e-3F));
+    EXPECT_TRUE(isNear(imageOf(core, Pnt3f(0, 0, -d)), Pnt3f(center), 2e-3F));
+}
+
+TEST(Transform3D, ADoorSwingsAboutItsHinge)
+{
+    const auto core = transform();
+    core->setTranslation(Vec3f(0.5F, 0, 0));
+    core->setRotatePivot(Pnt3f(-0.5F, 0, 0));
+    core->setRotationAsQuaternion(Quaternion::fromAxisAngle(Vec3f(0, 1, 0), -HalfTurn / 2));
+    EXPECT_TRUE(isNear(imageOf(core, Pnt3f(-0.5F, 0.3F, 0)), Pnt3f(0, 0.3F, 0), Rounding));
+    EXPECT_TRUE(isNear(imageOf(core, Pnt3f(0.5F, 0, 0)), Pnt3f(0, 0, 1), Rounding));
+}
+
+RC_GTEST_PROP(Transform3DProperty, TheMatrixIsTheProductInTheStatedOrder, ())
+{
+    const Vec3f t = mathtest::vector(2);
+    const Vec3f rp = mathtest::vector(2);
+    const Vec3f sp = mathtest::vector(2);
+    const Vec3f s = mathtest::vector(2);
+    const Quaternion q = mathtest::rotation();
+    const auto core = transform();
+    core->setTranslation(t);
+    core->setRotatePivot(Pnt3f(rp));
+    core->setScalePivot(Pnt3f(sp));
+    core->setScale(s);
+    core->setRotationAsQuaternion(q);
+    const Matrix expected = Matrix::translation(t) * Matrix::translation(rp) * Matrix::rotation(q) *
+                            Matrix::translation(-rp) * Matrix::translation(sp) *
+                            Matrix::scaling(s) * Matrix::translation(-sp);
+    RC_ASSERT(isNear(core->getMatrix(), expected, 20 * Rounding));
+}
+
+TEST(Transform3D, AMatrixThatIsSetComesBackExactly)
+{
+    const Matrix sheared({1, 0.1F, 0, 5, 0, 1, 0.2F, 6, 0, 0, -1, 7, 0.5F, 0, 0, 2});
+    const auto core = transform();
+    core->setRotatePivot(Pnt3f(1, 1, 1));
+    core->setMatrix(sheared);
+    EXPECT_EQ(core->getMatrix(), sheared);
+    EXPECT_EQ(core->getRotatePivot(), Pnt3f());
+    EXPECT_EQ(core->getTranslation(), Vec3f(5, 6, 7));
+    const RefPtr<Transform3D> copy(core->clone());
+    EXPECT_EQ(copy->getMatrix(), sheared);
+}
+
+RC_GTEST_PROP(Transform3DProperty, ASetterAfterSetMatrixKeepsTheOtherParts, ())
+{
+    const auto source = transform();
+    source->setRotatePivot(Pnt3f(mathtest::vector(2)));
+    source->setTranslation(mathtest::vector(2));
+    source->setRotationAsQuaternion(mathtest::rotation());
+    source->setScale(Vec3f(2, 0.5F, *rc::gen::element(-1.0F, 3.0F)));
+
+    const auto core = transform();
+    core->setScalePivot(Pnt3f(9, 9, 9));
+    core->setMatrix(source->getMatrix());
+    const Vec3f moved = mathtest::vector(5);
+    core->setTranslation(moved);
+    Matrix expected = source->getMatrix();
+    for (unsigned row = 0; row < 3; ++row)
+        expected(row, 3) = moved[row];
+    RC_ASSERT(isNear(core->getMatrix(), expected, 5 * Rounding));
+}
+
+TEST(Transform3D, SettersSendNoNoticeAndFieldsAreDescribed)
+{
+    const auto core = transform();
+    tiny::NoticeJournal journal;
+    journal.watch(core.get());
+    core->setScale(Vec3f(2, 2, 2));
+    core->setMatrix(Matrix());
+    EXPECT_TRUE(journal.notices.empty());
+    const FieldContainerType& type = core->getType();
+    EXPECT_TRUE(type.isDerivedFrom(TransformBase::getClassType()));
+    FieldMask all;
+    for (unsigned i = 1; i <= type.getNumFieldDescs(); ++i) {
+        EXPECT_FALSE((all & type.getFieldDesc(i)->mask).any()) << type.getFieldDesc(i)->name;
+        all |= type.getFieldDesc(i)->mask;
+    }
+    EXPECT_TRUE((all & Transform3D::RotatePivotFieldMask).any());
+    EXPECT_TRUE((all & TransformBase::MatrixFieldMask).any());
+}
+
+TEST(Decompose, PutsAMirroringIntoTheScaleAlongZ)
+{
+    for (const Vec3f& scale : {Vec3f(-1, 1, 1), Vec3f(1, -2, 1), Vec3f(-1, -1, -3)}) {
+        const Matrix mirror = Matrix::scaling(scale);
+        const TransformParts parts = decompose(mirror);
+        EXPECT_TRUE(isNear(composed(parts), mirror, Rounding));
+        EXPECT_GT(parts.scale.x(), 0);
+        EXPECT_GT(parts.scale.y(), 0);
+        EXPECT_LT(parts.scale.z(), 0);
+    }
+}
+
+TEST(Decompose, DropsShear)
+{
+    const TransformParts parts =
+        decompose(Matrix({1, 7, 0, 0, 0, 2, 0, 0, 0, 0, 3, 0, 0, 0, 0, 1}));
+    EXPECT_TRUE(isNear(parts.scale, Vec3f(1, 2, 3), Rounding));
+    EXPECT_TRUE(isNear(Matrix::rotation(parts.rotation), Matrix(), Rounding));
+}
+
+TEST(Decompose, ReproducesEveryMatrixWithZeroScales)
+{
+    const Quaternion turn = Quaternion::fromEulerDegrees(Vec3f(20, 130, -75));
+    for (unsigned zeros = 0; zeros < 8; ++zeros) {
+        SCOPED_TRACE(zeros);
+        Vec3f scale(2, 3, -4);
+        for (unsigned i = 0; i < 3; ++i)
+            if (zeros & (1U << i))
+                scale[i] = 0;
+        for (const Quaternion& q : {Quaternion(), turn}) {
+            const Matrix m = Matrix::rotation(q) * Matrix::scaling(scale);
+            const TransformParts parts = decompose(m);
+            EXPECT_TRUE(isNear(composed(parts), m, 2 * Rounding));
+            EXPECT_NEAR(parts.rotation.norm(), 1, 1e-6);
+        }
+    }
+}
+
+TEST(Decompose, KeepsSizesFarFromOne)
+{
+    for (const float size : {1e-9F, 1e9F, 1e-18F, 1e18F}) {
+        const TransformParts parts = decompose(Matrix::scaling(Vec3f(size, 2 * size, 3 * size)));
+        EXPECT_FLOAT_EQ(parts.scale.x(), size);
+        EXPECT_FLOAT_EQ(parts.scale.z(), 3 * size);
+    }
+}
+
+TEST(Decompose, MakesNoRotationFromWhatIsNotFinite)
+{
+    Matrix m = Matrix::translation(Vec3f(1, 2, 3));
+    m(1, 1) = std::nanf("");
+    const TransformParts parts = decompose(m);
+    EXPECT_EQ(parts.rotation, Quaternion());
+    EXPECT_EQ(parts.scale, Vec3f(1, 1, 1));
+    EXPECT_EQ(parts.translation, Vec3f(1, 2, 3));
+}
+
+TEST(ToWorld, MultipliesTheTransformsFromTheRootDown)
+{
+    const RefPtr<Node> root(Node::create());
+    const NodePtr middle = Node::create();
+    const NodePtr group = Node::create();
+    const NodePtr leaf = Node::create();
+    root->addChild(middle);
+    middle->addChild(group);
+    group->addChild(leaf);
+    const auto move = transform();
+    move->setTranslation(Vec3f(1, 0, 0));
+    const auto grow = transform();
+    grow->setScale(Vec3f(2, 2, 2));
+    root->setCore(move);
+    middle->setCore(grow);
+    group->setCore(Group::create());
+    EXPECT_EQ(leaf->getToWorld().transformPoint(Pnt3f(1, 1, 1)), Pnt3f(3, 2, 2));
+    EXPECT_EQ(root->getToWorld(), move->getMatrix()) << "a node's own core counts";
+
+    leaf->setCore(move);
+    EXPECT_EQ(leaf->getToWorld().transformPoint(Pnt3f(1, 1, 1)), Pnt3f(5, 2, 2));
+    root->subChild(middle); // which takes what is below along
+    const RefPtr<Node> alone(Node::create());
+    EXPECT_EQ(alone->getToWorld(), Matrix());
+}
+
+} // namespace

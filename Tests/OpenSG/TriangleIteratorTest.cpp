@@ -1,0 +1,185 @@
+#include "OpenSG/TriangleIterator.h"
+#include "TinyGeometry.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <array>
+
+using namespace osg;
+
+namespace
+{
+
+using Triangle = std::array<unsigned, 3>;
+using Triangles = std::vector<Triangle>;
+
+/// As drawn: a triangle that starts at another corner is the same one.
+Triangle fromLowestCorner(Triangle t)
+{
+    std::rotate(t.begin(), std::min_element(t.begin(), t.end()), t.end());
+    return t;
+}
+
+Triangles walked(const RefPtr<Geometry>& geometry)
+{
+    Triangles result;
+    for (auto t = geometry->beginTriangles(); t != geometry->endTriangles(); ++t) {
+        EXPECT_EQ(t.getIndex(), result.size());
+        result.push_back({t.getPositionIndex(0), t.getPositionIndex(1), t.getPositionIndex(2)});
+    }
+    return result;
+}
+
+RefPtr<Geometry> primitives(const tiny::Ids& ids, const tiny::Ids& types, const tiny::Ids& lengths)
+{
+    const RefPtr<Geometry> geometry(Geometry::create());
+    geometry->setIndices(tiny::indices(ids));
+    geometry->setTypes(GeoPTypesUI8::create());
+    geometry->getTypes()->setValues(types);
+    geometry->setLengths(GeoPLengthsUI32::create());
+    geometry->getLengths()->setValues(lengths);
+    return geometry;
+}
+
+TEST(TriangleIterator, WithoutTypesAndLengthsIndicesAreOneTriangleList)
+{
+    EXPECT_EQ(walked(tiny::quad()), (Triangles{{0, 1, 2}, {0, 2, 3}}));
+    const RefPtr<Geometry> geometry = tiny::quad();
+    geometry->setIndices(tiny::indices({3, 2, 1, 0, 1}));
+    EXPECT_EQ(walked(geometry), (Triangles{{3, 2, 1}})) << "whole triangles only";
+    const auto first = geometry->beginTriangles();
+    EXPECT_EQ(first.getPosition(0), Pnt3f(0, 1, 0));
+    EXPECT_EQ(first.getPosition(2), Pnt3f(1, 0, 0));
+}
+
+TEST(TriangleIterator, EachPrimitiveComesAsTheTrianglesThatItIsDrawnAs)
+{
+    const struct
+    {
+        const char* name;
+        GeoPrimitive::Code type;
+        Triangles expected;
+    } cases[] = {
+        {"points", GeoPrimitive::Points, {}},
+        {"lines", GeoPrimitive::Lines, {}},
+        {"line strip", GeoPrimitive::LineStrip, {}},
+        {"triangles", GeoPrimitive::Triangles, {{0, 1, 2}, {3, 4, 5}}},
+        {"strip",
+         GeoPrimitive::TriangleStrip,
+         {{0, 1, 2}, {2, 1, 3}, {2, 3, 4}, {4, 3, 5}, {4, 5, 6}}},
+        {"fan", GeoPrimitive::TriangleFan, {{0, 1, 2}, {0, 2, 3}, {0, 3, 4}, {0, 4, 5}, {0, 5, 6}}},
+        {"polygon", GeoPrimitive::Polygon, {{0, 1, 2}, {0, 2, 3}, {0, 3, 4}, {0, 4, 5}, {0, 5, 6}}},
+        {"quads", GeoPrimitive::Quads, {{0, 1, 2}, {0, 2, 3}}},
+        {"quad strip", GeoPrimitive::QuadStrip, {{0, 1, 3}, {0, 3, 2}, {2, 3, 5}, {2, 5, 4}}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Triangles actual = walked(primitives({0, 1, 2, 3, 4, 5, 6}, {c.type}, {7}));
+        std::transform(actual.begin(), actual.end(), actual.begin(), fromLowestCorner);
+        Triangles expected = c.expected;
+        std::transform(expected.begin(), expected.end(), expected.begin(), fromLowestCorner);
+        EXPECT_EQ(actual, expected);
+    }
+}
+
+TEST(TriangleIterator, NothingToWalkIsAtTheEndAtOnce)
+{
+    const RefPtr<Geometry> empty(Geometry::create());
+    EXPECT_TRUE(walked(empty).empty());
+    empty->setIndices(tiny::indices({}));
+    EXPECT_TRUE(walked(empty).empty());
+    EXPECT_TRUE(walked(primitives({0, 1, 2}, {}, {})).empty()) << "no primitives";
+    EXPECT_TRUE(walked(primitives({0, 1, 2}, {4, 4}, {0, 0})).empty());
+    auto end = empty->endTriangles();
+    EXPECT_TRUE(++end == empty->endTriangles());
+}
+
+TEST(TriangleIterator, IdsBeyondThePositionsReadAsTheOrigin)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    geometry->setIndices(tiny::indices({2, 4, 0xFFFFFFFF}));
+    const auto t = geometry->beginTriangles();
+    EXPECT_EQ(t.getPosition(0), Pnt3f(1, 1, 0));
+    EXPECT_EQ(t.getPosition(1), Pnt3f());
+    EXPECT_EQ(t.getPosition(2), Pnt3f());
+    EXPECT_EQ(t.getPositionIndex(2), 0xFFFFFFFFU);
+    geometry->setPositions(NullFC);
+    EXPECT_EQ(geometry->beginTriangles().getPosition(0), Pnt3f());
+}
+
+TEST(TriangleIterator, AMultiIndexedGeometryIsWalkedByItsPositions)
+{
+    const RefPtr<Geometry> geometry = tiny::multiIndexedQuad();
+    EXPECT_EQ(walked(geometry), (Triangles{{0, 1, 2}, {0, 2, 3}}));
+    geometry->setIndexMapping({Geometry::MapTexCoords, Geometry::MapPosition});
+    EXPECT_EQ(walked(geometry), (Triangles{{0, 1, 2}, {0, 3, 4}}));
+    EXPECT_EQ(geometry->beginTriangles().getPosition(1), Pnt3f(1, 0, 0));
+}
+
+/// The triangles of one primitive, found as a display would: corner after corner.
+Triangles drawn(unsigned type, const tiny::Ids& corners)
+{
+    Triangles result;
+    tiny::Ids held;
+    std::size_t taken = 0;
+    for (const unsigned corner : corners) {
+        held.push_back(corner);
+        ++taken;
+        if (type == GeoPrimitive::Triangles && held.size() == 3) {
+            result.push_back({held[0], held[1], held[2]});
+            held.clear();
+        } else if (type == GeoPrimitive::TriangleStrip && held.size() == 3) {
+            const bool odd = taken % 2 == 0;
+            result.push_back({held[odd ? 1 : 0], held[odd ? 0 : 1], held[2]});
+            held.erase(held.begin());
+        } else if ((type == GeoPrimitive::TriangleFan || type == GeoPrimitive::Polygon) &&
+                   held.size() == 3)
+        {
+            result.push_back({held[0], held[1], held[2]});
+            held.erase(held.begin() + 1);
+        } else if (type == GeoPrimitive::Quads && held.size() == 4) {
+            result.push_back({held[0], held[1], held[2]});
+            result.push_back({held[0], held[2], held[3]});
+            held.clear();
+        } else if (type == GeoPrimitive::QuadStrip && held.size() == 4) {
+            result.push_back({held[0], held[1], held[3]});
+            result.push_back({held[0], held[3], held[2]});
+            held.erase(held.begin(), held.begin() + 2);
+        }
+    }
+    return result;
+}
+
+RC_GTEST_PROP(TriangleIteratorProperty, WalksWhatIsDrawnForAnyMixOfPrimitives, ())
+{
+    const auto stride = *rc::gen::inRange<std::size_t>(1, 4);
+    const auto offset = *rc::gen::inRange<std::size_t>(0, stride);
+    const auto numbers = *rc::gen::container<tiny::Ids>(rc::gen::inRange(0U, 1000U));
+    const auto types = *rc::gen::container<tiny::Ids>(rc::gen::inRange(0U, 11U));
+    const auto lengths = *rc::gen::container<tiny::Ids>(types.size(), rc::gen::inRange(0U, 9U));
+
+    const RefPtr<Geometry> geometry = primitives(numbers, types, lengths);
+    if (*rc::gen::arbitrary<bool>()) {
+        geometry->setIndices(GeoIndicesUI16::create());
+        geometry->getIndices()->setValues(numbers);
+    }
+    std::vector<std::uint16_t> mapping(stride, Geometry::MapNormal);
+    mapping[offset] = Geometry::MapPosition;
+    geometry->setIndexMapping(mapping);
+
+    Triangles expected;
+    std::size_t next = 0;
+    const std::size_t cornerCount = numbers.size() / stride;
+    for (std::size_t primitive = 0; primitive < types.size(); ++primitive) {
+        tiny::Ids corners;
+        for (unsigned i = 0; i < lengths[primitive] && next < cornerCount; ++i, ++next)
+            corners.push_back(numbers[next * stride + offset]);
+        const Triangles more = drawn(types[primitive], corners);
+        expected.insert(expected.end(), more.begin(), more.end());
+    }
+    RC_ASSERT(walked(geometry) == expected);
+}
+
+} // namespace
