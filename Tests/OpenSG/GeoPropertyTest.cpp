@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 using namespace osg;
@@ -18,7 +19,9 @@ TEST(GeoProperty, DataIsPackedAndTyped)
     positions->addValue(Pnt3f(4, 5, 6));
     const float expected[] = {1, 2, 3, 4, 5, 6};
     EXPECT_EQ(positions->getStride(), 12U);
-    EXPECT_EQ(std::memcmp(positions->getData(), expected, sizeof(expected)), 0);
+    float read[6] = {};
+    std::memcpy(read, positions->getData(), sizeof(read));
+    EXPECT_TRUE(std::equal(std::begin(read), std::end(read), std::begin(expected)));
 
     const GeoPropertyPtr base = positions;
     EXPECT_EQ(base->getData(), positions->getData());

@@ -39,7 +39,7 @@ inline osg::GeoTexCoordsPtr texCoords(const std::vector<osg::Vec2f>& values)
 ///     0---1
 inline osg::RefPtr<osg::Geometry> quad()
 {
-    const osg::RefPtr<osg::Geometry> geometry(osg::Geometry::create());
+    osg::RefPtr<osg::Geometry> geometry(osg::Geometry::create());
     geometry->setPositions(positions(
         {osg::Pnt3f(0, 0, 0), osg::Pnt3f(1, 0, 0), osg::Pnt3f(1, 1, 0), osg::Pnt3f(0, 1, 0)}));
     geometry->setIndices(indices({0, 1, 2, 0, 2, 3}));
@@ -50,7 +50,7 @@ inline osg::RefPtr<osg::Geometry> quad()
 /// apart in the slots, where vertex 2 of the second one is shared with no other corner.
 inline osg::RefPtr<osg::Geometry> multiIndexedQuad()
 {
-    const osg::RefPtr<osg::Geometry> geometry = quad();
+    osg::RefPtr<osg::Geometry> geometry = quad();
     geometry->setTexSlot(0, texCoords({osg::Vec2f(0, 0), osg::Vec2f(1, 0), osg::Vec2f(1, 1),
                                        osg::Vec2f(5, 5), osg::Vec2f(6, 6)}));
     geometry->setTexSlot(3, texCoords({osg::Vec2f(0, 9), osg::Vec2f(1, 9), osg::Vec2f(2, 9),

@@ -34,7 +34,7 @@ Triangles walked(const RefPtr<Geometry>& geometry)
 
 RefPtr<Geometry> primitives(const tiny::Ids& ids, const tiny::Ids& types, const tiny::Ids& lengths)
 {
-    const RefPtr<Geometry> geometry(Geometry::create());
+    RefPtr<Geometry> geometry(Geometry::create());
     geometry->setIndices(tiny::indices(ids));
     geometry->setTypes(GeoPTypesUI8::create());
     geometry->getTypes()->setValues(types);
