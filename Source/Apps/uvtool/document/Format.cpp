@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cstddef>
 #include <string>
 
 namespace uvtool
@@ -17,10 +18,11 @@ struct Format
     const char* extension;
     Document (*read)(const std::filesystem::path&);
     void (*write)(const Document&, const std::filesystem::path&);
+    FormatTraits traits;
 };
 
 constexpr std::array formats{
-    Format{".obj", readObj, writeObj},
+    Format{".obj", readObj, writeObj, {true, 1, false}},
 };
 
 std::string extensionOf(const std::filesystem::path& path)
@@ -45,7 +47,8 @@ Document readDocument(const std::filesystem::path& path)
 {
     const Format* const format = formatOf(path);
     if (format == nullptr)
-        throw FileError(FileError::Read, path, "a file of an unknown kind; give an OBJ file");
+        throw FileError(FileError::Read, path,
+                        "a file of an unknown kind; give " + writableExtensions());
     Document document = format->read(path);
     document.path = path;
     return document;
@@ -55,13 +58,26 @@ void writeDocument(const Document& document, const std::filesystem::path& path)
 {
     const Format* const format = formatOf(path);
     if (format == nullptr)
-        throw FileError(FileError::Write, path, "a file of an unknown kind; use .obj");
+        throw FileError(FileError::Write, path,
+                        "a file of an unknown kind; use " + writableExtensions());
     format->write(document, path);
 }
 
-bool isWritableFormat(const std::filesystem::path& path)
+FormatTraits traitsOfFormat(const std::filesystem::path& path)
 {
-    return formatOf(path) != nullptr;
+    const Format* const format = formatOf(path);
+    return format != nullptr ? format->traits : FormatTraits{};
+}
+
+std::string writableExtensions()
+{
+    std::string list;
+    for (std::size_t i = 0; i < formats.size(); ++i) {
+        if (i > 0)
+            list += i + 1 < formats.size() ? ", " : " or ";
+        list += formats[i].extension;
+    }
+    return list;
 }
 
 } // namespace uvtool

@@ -3,7 +3,9 @@
 #include "document/Document.h"
 #include "document/FileError.h"
 
+#include <cstddef>
 #include <filesystem>
+#include <string>
 
 namespace uvtool
 {
@@ -21,7 +23,20 @@ Document readDocument(const std::filesystem::path& path);
 /// On failure the FileError is of kind Write and a file that stood at `path` still stands there.
 void writeDocument(const Document& document, const std::filesystem::path& path);
 
-/// True when writeDocument knows the extension of `path`.
-bool isWritableFormat(const std::filesystem::path& path);
+/// What a kind of file can hold.
+struct FormatTraits
+{
+    bool isWritable = false; ///< writeDocument knows the extension
+    std::size_t slots = 0;   ///< UV slots, counted from 0
+    /// v runs downward in the file. It is turned by 1 - v on the way out, so that of a written value
+    /// only what survives that in single precision gets into the file.
+    bool vRunsDownward = false;
+};
+
+/// By the extension of `path`; of no use for one that isn't known.
+FormatTraits traitsOfFormat(const std::filesystem::path& path);
+
+/// The extensions that writeDocument knows, as a list for a sentence: ".obj, .glb or .gltf".
+std::string writableExtensions();
 
 } // namespace uvtool

@@ -1,0 +1,220 @@
+#include "cli/Options.h"
+
+#include "cli/ExitStatus.h"
+#include "document/Format.h"
+#include "picture/LayoutPicture.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <charconv>
+#include <sstream>
+
+namespace uvtool
+{
+namespace
+{
+
+constexpr int mostTexels = 16384;
+
+void addCommonOptions(CLI::App& command, CommonOptions& common, bool& shell)
+{
+    command.add_option("INPUT", common.input, "The mesh file to read")->required();
+    command.add_option("--slot", common.slot, "The UV slot, 0 to 7")
+        ->check(CLI::Range(std::size_t{0}, slotCount - 1))
+        ->capture_default_str();
+    command.add_option("--geometry", common.geometry,
+                       "Only this geometry of the file, counted from 0 as info lists them");
+    command.add_flag("--shell", shell, "Take the meshes as the surfaces of one shell");
+    command.add_flag("--json", common.json, "Print the report as one JSON object");
+    command.add_option("--picture", common.picture, "Draw the UV layout: FILE.png or FILE.svg");
+    CLI::Option* const quiet =
+        command.add_flag("--quiet", common.quiet, "Print errors only to standard error");
+    command.add_flag("--verbose", common.verbose, "Print what the library says as well")
+        ->excludes(quiet);
+}
+
+void addOutput(CLI::App& command, std::filesystem::path& output)
+{
+    command.add_option("-o,--output", output, "The mesh file to write")->required();
+}
+
+/// "2x3": tiles along the two axes.
+std::string readTiles(const std::string& text, kyUnfold3D::PackSettings& settings)
+{
+    int tiles[2] = {0, 0};
+    const char* const end = text.data() + text.size();
+    const auto first = std::from_chars(text.data(), end, tiles[0]);
+    if (first.ec == std::errc{} && first.ptr != end && *first.ptr == 'x') {
+        const auto second = std::from_chars(first.ptr + 1, end, tiles[1]);
+        if (second.ec == std::errc{} && second.ptr == end && std::min(tiles[0], tiles[1]) > 0) {
+            settings.setTilesU(tiles[0]);
+            settings.setTilesV(tiles[1]);
+            return {};
+        }
+    }
+    return "\"" + text + "\" is no grid of tiles; give it as UxV, such as 2x1";
+}
+
+std::string readBox(const std::vector<double>& bounds, kyUnfold3D::PackSettings& settings)
+{
+    if (!(bounds[0] < bounds[2]) || !(bounds[1] < bounds[3]))
+        return "the box has no area; give its lower left and its upper right corner";
+    settings.setBox(bounds[0], bounds[2], bounds[1], bounds[3]);
+    return {};
+}
+
+void setRotation(double step, kyUnfold3D::PackSettings& settings)
+{
+    settings.setRotate(step > 0);
+    settings.setRotateStep(step);
+}
+
+void addPackOptions(CLI::App& command, PackOptions& pack)
+{
+    const auto texels = CLI::Range(0.0, double{mostTexels});
+    command
+        .add_option("--atlas", pack.atlas,
+                    "shared: one layout for the whole file; each: one for each geometry")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, Atlas>{{"shared", SharedAtlas}, {"each", AtlasEach}}));
+    command.add_option("--resolution", pack.resolution, "Texels along the box")
+        ->check(CLI::Range(8, mostTexels))
+        ->capture_default_str();
+    command.add_option("--gap", pack.gap, "Texels between islands")
+        ->check(texels)
+        ->capture_default_str();
+    command.add_option("--margin", pack.margin, "Texels to the edge of the box; half the gap")
+        ->check(texels);
+    command
+        .add_option_function<int>(
+            "--mutations", [&pack](int count) { pack.settings.setMutations(count); },
+            "Layouts to try; more take longer and are never worse")
+        ->check(CLI::Range(1, 100000));
+    command
+        .add_option_function<double>(
+            "--rotate-step", [&pack](double step) { setRotation(step, pack.settings); },
+            "Degrees between the turns that are tried; 0 to turn nothing. 90 if not given")
+        ->check(CLI::Range(0.0, 360.0));
+    command
+        .add_option(
+            "--tiles",
+            [&pack](const CLI::results_t& words) {
+                const std::string error = readTiles(words[0], pack.settings);
+                if (!error.empty())
+                    throw CLI::ValidationError("--tiles", error);
+                return true;
+            },
+            "A grid of tiles, such as 2x1, instead of one")
+        ->type_name("UxV");
+    command
+        .add_option_function<std::vector<double>>(
+            "--box",
+            [&pack](const std::vector<double>& bounds) {
+                const std::string error = readBox(bounds, pack.settings);
+                if (!error.empty())
+                    throw CLI::ValidationError("--box", error);
+            },
+            "The box to fill, 0 0 1 1 if not given")
+        ->expected(4)
+        ->type_name("U0 V0 U1 V1");
+}
+
+void addUnfoldOptions(CLI::App& command, UnfoldOptions& unfold)
+{
+    command
+        .add_option("--iterations", unfold.iterations,
+                    "How long to work on each island; Docs/Engine.md tells the meaning")
+        ->check(CLI::Range(-1, 1000000));
+    command.add_flag("--allow-crossings", unfold.allowCrossings,
+                     "Let the border of an island cross itself");
+    command
+        .add_option("--room", unfold.room,
+                    "The least distance between borders, in units of the mesh")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
+    command.add_flag("!--no-pack", unfold.pack, "Leave the islands where the unfolding puts them");
+}
+
+/// What the options mean together, beyond what each of them may be.
+void checkTogether(const Options& options, bool shell)
+{
+    const auto refuse = [](const std::string& why) { throw CommandError(WrongUsage, why); };
+    if (shell)
+        refuse(
+            "--shell: shells are not supported; leave it out to work on each geometry by itself");
+    if (!options.common.picture.empty() && !isPictureFormat(options.common.picture))
+        refuse("--picture: \"" + options.common.picture.string() + "\" must end in .png or .svg");
+    if (options.command == Options::Info)
+        return;
+    const FormatTraits format = traitsOfFormat(options.output);
+    if (!format.isWritable)
+        refuse("--output: a file named \"" + options.output.string() +
+               "\" can't be written; give " + writableExtensions());
+    if (options.common.slot >= format.slots)
+        refuse("--slot " + std::to_string(options.common.slot) + ": a file of the kind \"" +
+               options.output.extension().string() + "\" holds " + std::to_string(format.slots) +
+               " UV slot only; write another kind, or leave --slot out");
+    const double texels = 2 * std::max(options.pack.marginTexels(), options.pack.gap);
+    if (texels >= options.pack.resolution)
+        refuse("--gap and --margin leave no room in " + std::to_string(options.pack.resolution) +
+               " texels; make --resolution larger");
+}
+
+/// CLI11 has no word for a command that it doesn't know.
+void checkCommand(const CLI::App& app, std::span<const std::string> arguments)
+{
+    if (arguments.empty() || arguments[0].starts_with('-'))
+        return;
+    const auto known = app.get_subcommands([](const CLI::App*) { return true; });
+    if (std::any_of(known.begin(), known.end(),
+                    [&](const CLI::App* command) { return command->get_name() == arguments[0]; }))
+        return;
+    throw CommandError(WrongUsage,
+                       "there is no command \"" + arguments[0] + "\"; see uvtool --help");
+}
+
+} // namespace
+
+std::optional<Options> parseOptions(std::span<const std::string> arguments, std::string& answer)
+{
+    CLI::App app("Edits the texture coordinates (UVs) of polygon meshes.", "uvtool");
+    app.require_subcommand(1);
+    app.set_version_flag("--version", KYUV_VERSION);
+
+    Options options;
+    bool shell = false;
+    setRotation(90.0, options.pack.settings);
+    CLI::App* const info = app.add_subcommand("info", "Tells what a mesh file holds");
+    addCommonOptions(*info, options.common, shell);
+    CLI::App* const unfold =
+        app.add_subcommand("unfold", "Flattens the meshes of a file into new UVs and packs them");
+    addCommonOptions(*unfold, options.common, shell);
+    addOutput(*unfold, options.output);
+    addUnfoldOptions(*unfold, options.unfold);
+    addPackOptions(*unfold, options.pack);
+    CLI::App* const pack =
+        app.add_subcommand("pack", "Lays the UV islands of a file out in the unit square");
+    addCommonOptions(*pack, options.common, shell);
+    addOutput(*pack, options.output);
+    addPackOptions(*pack, options.pack);
+
+    checkCommand(app, arguments);
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::Success& asked) {
+        std::ostringstream text;
+        app.exit(asked, text, text);
+        answer = text.str();
+        return std::nullopt;
+    } catch (const CLI::ParseError& error) {
+        throw CommandError(WrongUsage, std::string(error.what()) + "; see uvtool --help");
+    }
+    options.command = unfold->parsed() ? Options::Unfold
+                      : pack->parsed() ? Options::Pack
+                                       : Options::Info;
+    checkTogether(options, shell);
+    return options;
+}
+
+} // namespace uvtool

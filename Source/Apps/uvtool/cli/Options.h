@@ -1,0 +1,75 @@
+#pragma once
+
+#include "UVUtils/solver/PackSettings.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace uvtool
+{
+
+/// What every command knows.
+struct CommonOptions
+{
+    std::filesystem::path input;
+    std::size_t slot = 0;
+    std::optional<std::size_t> geometry; ///< one of the file's; all without
+    std::filesystem::path picture;       ///< empty for none
+    bool json = false;
+    bool quiet = false;
+    bool verbose = false;
+};
+
+/// Which islands are laid out together.
+enum Atlas : std::int32_t
+{
+    SharedAtlas, ///< those of all geometries of the file: nothing in it overlaps
+    AtlasEach    ///< those of each geometry by themselves
+};
+
+struct PackOptions
+{
+    Atlas atlas = SharedAtlas;
+    int resolution = 1024;             ///< texels along the box
+    double gap = 2.0;                  ///< between islands, in texels
+    std::optional<double> margin;      ///< to the box, in texels; half the gap without
+    kyUnfold3D::PackSettings settings; ///< the rest; its paddings follow from the lengths above
+
+    double marginTexels() const { return margin.value_or(gap / 2); }
+};
+
+struct UnfoldOptions
+{
+    std::optional<int> iterations; ///< the library's default without
+    bool allowCrossings = false;
+    double room = 0.0; ///< in units of the mesh
+    bool pack = true;
+};
+
+/// A command line that was understood.
+struct Options
+{
+    enum Command : std::int32_t
+    {
+        Info,
+        Unfold,
+        Pack
+    };
+
+    Command command = Info;
+    CommonOptions common;
+    std::filesystem::path output; ///< of the commands that write a mesh
+    UnfoldOptions unfold;
+    PackOptions pack;
+};
+
+/// Reads a command line without the program's name. Empty when it only asked for help or the
+/// version, which `answer` then holds. A command line that can't be understood is a CommandError of
+/// status WrongUsage.
+std::optional<Options> parseOptions(std::span<const std::string> arguments, std::string& answer);
+
+} // namespace uvtool

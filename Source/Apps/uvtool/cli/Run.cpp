@@ -1,0 +1,62 @@
+#include "cli/Run.h"
+
+#include "cli/Console.h"
+#include "cli/ExitStatus.h"
+#include "cli/Options.h"
+#include "commands/Commands.h"
+#include "document/FileError.h"
+
+#include <exception>
+#include <new>
+
+namespace uvtool
+{
+namespace
+{
+
+ExitStatus perform(const Options& options, Console& console)
+{
+    console.setVerbosity(options.common.quiet ? Quiet : options.common.verbose ? Verbose : Normal);
+    switch (options.command) {
+    case Options::Info:
+        return runInfo(options, console);
+    case Options::Unfold:
+    case Options::Pack:
+        throw CommandError(WrongUsage, "this build has no command but info");
+    }
+    return WrongUsage;
+}
+
+ExitStatus parseAndPerform(std::span<const std::string> arguments, Console& console)
+{
+    std::string answer;
+    const std::optional<Options> options = parseOptions(arguments, answer);
+    if (options)
+        return perform(*options, console);
+    console.out() << answer << std::flush;
+    return Done;
+}
+
+} // namespace
+
+int runUvtool(std::span<const std::string> arguments, std::ostream& out, std::ostream& err,
+              bool errIsTerminal)
+{
+    Console console(out, err, errIsTerminal);
+    try {
+        return parseAndPerform(arguments, console);
+    } catch (const CommandError& error) {
+        console.error(error.what());
+        return error.status();
+    } catch (const FileError& error) {
+        console.error(error.what());
+        return error.kind() == FileError::Read ? Unreadable : Unwritable;
+    } catch (const std::bad_alloc&) {
+        console.error("not enough memory for this mesh");
+    } catch (const std::exception& error) {
+        console.error(error.what());
+    }
+    return Failed;
+}
+
+} // namespace uvtool

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "cli/Console.h"
+#include "cli/ExitStatus.h"
+#include "cli/Options.h"
+
+namespace uvtool
+{
+
+// The commands of the tool. Each prints its report and returns the exit status; what ends it early
+// is thrown as a CommandError or a FileError.
+
+ExitStatus runInfo(const Options& options, Console& console);
+
+} // namespace uvtool

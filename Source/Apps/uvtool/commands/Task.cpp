@@ -1,0 +1,117 @@
+#include "commands/Task.h"
+
+#include "cli/ExitStatus.h"
+#include "document/Format.h"
+#include "picture/LayoutPicture.h"
+#include "report/JsonReport.h"
+
+#include <numeric>
+
+namespace uvtool
+{
+namespace
+{
+
+std::vector<std::size_t> chooseGeometries(const Document& document, const CommonOptions& options)
+{
+    const std::size_t count = document.geometries.size();
+    std::vector<std::size_t> all(count);
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    if (!options.geometry)
+        return all;
+    if (*options.geometry < count)
+        return {*options.geometry};
+    throw CommandError(WrongUsage,
+                       "--geometry " + std::to_string(*options.geometry) + ": " +
+                           options.input.string() +
+                           (count == 1 ? " holds geometry 0 only"
+                                       : " holds geometries 0 to " + std::to_string(count - 1)));
+}
+
+} // namespace
+
+Task::Task(const char* name, const Options& commandOptions, Console& commandConsole)
+    : options(commandOptions), console(commandConsole), bar_(commandConsole),
+      progress_(std::string("uvtool ") + name, 1.0)
+{
+    report.command = name;
+    report.input = options.common.input.string();
+    report.output = options.output.string();
+    report.slot = options.common.slot;
+}
+
+void Task::read()
+{
+    stage("read", 0.05, [this] { document = readDocument(options.common.input); });
+    report.warnings = document.warnings;
+    for (const std::string& warning : document.warnings)
+        console.warning(report.input + ": " + warning);
+    chosen = chooseGeometries(document, options.common);
+}
+
+void Task::stage(const char* name, double share, const std::function<void()>& work)
+{
+    throwIfCancelled();
+    const Stopwatch watch;
+    const double end = progress_.fraction() + share;
+    stageShare_ = share;
+    progress_.setScale(share);
+    work();
+    progress_.setScale(1.0);
+    progress_.incrementBy(end - progress_.fraction());
+    report.stages.emplace_back(name, watch.seconds());
+}
+
+void Task::throwIfCancelled() const
+{
+    if (progress_.cancelled())
+        throw CommandError(Interrupted, "cancelled; nothing was written");
+}
+
+void Task::run(const std::function<void()>& work, const std::function<void()>& printText)
+{
+    try {
+        work();
+    } catch (const CommandError& error) {
+        finish(error.status() == Interrupted ? Cancelled : Failure, error.what());
+        throw;
+    } catch (const std::exception& error) {
+        finish(Failure, error.what());
+        throw;
+    }
+    report.result = Success;
+    report.seconds = watch_.seconds();
+    if (options.common.json)
+        printJson();
+    else
+        printText();
+}
+
+void Task::draw(const UVLayout& layout, const std::vector<UVBox>& boxes)
+{
+    if (options.common.picture.empty())
+        return;
+    PictureOptions picture;
+    picture.title = options.common.input.filename().string();
+    picture.boxes = boxes;
+    stage("draw", 0.0, [&] { drawLayout(layout, picture, options.common.picture); });
+}
+
+void Task::finish(Outcome outcome, const std::string& error)
+{
+    report.result = outcome;
+    report.error = error;
+    report.seconds = watch_.seconds();
+    // Before the input is known there is nothing to tell but the error itself.
+    if (options.common.json && !chosen.empty())
+        printJson();
+}
+
+void Task::printJson() const
+{
+    console.out() << jsonReport(report) << std::flush;
+    if (!console.out())
+        throw CommandError(Unwritable, "standard output: the report cannot be written");
+}
+
+} // namespace uvtool

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "cli/Console.h"
+#include "cli/Options.h"
+#include "cli/ProgressBar.h"
+#include "cli/Stopwatch.h"
+#include "document/Document.h"
+#include "layout/UVBox.h"
+#include "layout/UVLayout.h"
+#include "report/Report.h"
+
+#include "Utils/kyStackedProgress.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace uvtool
+{
+
+/// A command under way: what it works on, what it has to tell, and the frame that all commands
+/// share.
+class Task
+{
+public:
+    /// name  as the user calls the command
+    Task(const char* name, const Options& commandOptions, Console& commandConsole);
+
+    const Options& options;
+    Console& console;
+    Report report;
+    Document document;
+    std::vector<std::size_t> chosen; ///< geometries that the command is about, ascending
+
+    DocumentGeometry& geometry(std::size_t i) { return document.geometries[chosen[i]]; }
+
+    /// Reads the input and chooses the geometries.
+    void read();
+
+    /// Does a part of the work and notes how long it took. A user who asked to stop is heard before
+    /// it.
+    ///
+    /// share  of the progress of the whole command; the shares of a command add up to 1
+    void stage(const char* name, double share, const std::function<void()>& work);
+
+    /// Within a stage: the library's next operation is this share of it.
+    void beginPartOfStage(double share) { progress_.setScale(share * stageShare_); }
+
+    /// A CommandError of status Interrupted when the user asked to stop.
+    void throwIfCancelled() const;
+
+    /// Does the work and prints the report behind it; also, where the work ended with an error that
+    /// goes on to the caller, as far as it got.
+    ///
+    /// printText  prints the report where it isn't wanted as JSON
+    void run(const std::function<void()>& work, const std::function<void()>& printText);
+
+    /// Draws the layout, where a picture was asked for; `boxes` as in PictureOptions.
+    void draw(const UVLayout& layout, const std::vector<UVBox>& boxes);
+
+private:
+    void finish(Outcome outcome, const std::string& error);
+    void printJson() const;
+
+    Stopwatch watch_;
+    ProgressBar bar_;
+    kyStackedProgress progress_;
+    double stageShare_ = 0.0;
+};
+
+} // namespace uvtool

@@ -1,0 +1,31 @@
+#include "layout/DocumentLayout.h"
+
+namespace uvtool
+{
+
+void DocumentLayout::add(const DocumentGeometry& geometry, std::uint32_t number, std::size_t slot,
+                         const Survey& survey, const std::vector<char>& isLeftOut)
+{
+    const auto firstUV = static_cast<std::uint32_t>(uvs.size());
+    uvs.resize(uvs.size() + survey.mesh.vertexCount());
+    for (std::size_t t = 0; t < survey.mesh.triangleCount(); ++t) {
+        const std::uint32_t source = survey.mesh.sourceTriangle[t];
+        bool isMapped = true;
+        for (std::size_t k = 0; k < 3; ++k) {
+            const std::uint32_t uv = firstUV + survey.mesh.triangles[3 * t + k];
+            const std::uint32_t corner = geometry.triangles[3 * std::size_t{source} + k];
+            corners.push_back(uv);
+            if (geometry.uvs[slot].has(corner))
+                uvs[uv] = geometry.uvs[slot].at(corner);
+            else
+                isMapped = false;
+        }
+        const bool counts =
+            isMapped && !survey.isClosed(t) && (isLeftOut.empty() || isLeftOut[source] == 0);
+        islandOfTriangle.push_back(counts ? islandCount_ + survey.islands.ofTriangle[t] : -1);
+        sourceOfTriangle.push_back({number, source});
+    }
+    islandCount_ += static_cast<std::int32_t>(survey.islands.count());
+}
+
+} // namespace uvtool

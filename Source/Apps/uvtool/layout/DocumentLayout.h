@@ -1,0 +1,44 @@
+#pragma once
+
+#include "document/Document.h"
+#include "layout/UVLayout.h"
+#include "mesh/Survey.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace uvtool
+{
+
+/// Where a triangle of a layout comes from.
+struct TriangleSource
+{
+    std::uint32_t geometry; ///< of the document
+    std::uint32_t triangle; ///< of that geometry
+};
+
+/// The layout of some geometries of a document, made of the very values that its slot holds.
+struct DocumentLayout
+{
+    std::vector<Vec2f> uvs;
+    std::vector<std::uint32_t> corners;
+    std::vector<std::int32_t> islandOfTriangle;
+    std::vector<TriangleSource> sourceOfTriangle;
+
+    operator UVLayout() const { return {uvs, corners, islandOfTriangle}; }
+
+    /// Adds a geometry. Left out are triangles without a UV at every corner, those of closed
+    /// islands, which no layout can be flat in, and those that `isLeftOut` names; the islands of
+    /// the rest get numbers of their own.
+    ///
+    /// survey     of that geometry and slot
+    /// isLeftOut  [triangleCount of the geometry] or empty
+    void add(const DocumentGeometry& geometry, std::uint32_t number, std::size_t slot,
+             const Survey& survey, const std::vector<char>& isLeftOut = {});
+
+private:
+    std::int32_t islandCount_ = 0;
+};
+
+} // namespace uvtool

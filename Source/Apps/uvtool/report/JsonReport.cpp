@@ -1,0 +1,146 @@
+#include "report/JsonReport.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+
+namespace uvtool
+{
+namespace
+{
+
+using Json = nlohmann::ordered_json;
+
+const char* wordFor(Outcome outcome)
+{
+    switch (outcome) {
+    case Success:
+        return "success";
+    case Failure:
+        return "failure";
+    case Cancelled:
+        return "cancelled";
+    }
+    return "";
+}
+
+Json placeJson(const TriangleSource& source)
+{
+    return {{"geometry", source.geometry}, {"triangle", source.triangle}};
+}
+
+Json finiteOrNull(double value)
+{
+    return std::isfinite(value) ? Json(value) : Json(nullptr);
+}
+
+/// Lengths of the gap and the margin, in UV units and, where the packing has a resolution, texels.
+void addLength(Json& json, const std::string& name, bool exists, double length,
+               std::optional<int> resolution)
+{
+    json[name] = exists ? finiteOrNull(length) : Json(nullptr);
+    if (resolution)
+        json[name + "Texels"] = exists ? finiteOrNull(length * *resolution) : Json(nullptr);
+}
+
+Json checkJson(const CheckReport& report, std::optional<int> resolution)
+{
+    const LayoutCheck& found = report.found;
+    Json json;
+    json["sound"] = found.isSound();
+    json["triangles"] = found.triangles;
+    json["islands"] = found.islands;
+    Json first = Json::object();
+    for (const CheckReport::Line& line : report.lines) {
+        json[line.name] = line.count;
+        if (!line.first)
+            continue;
+        first[line.name] = Json::array({placeJson(*line.first)});
+        if (line.other)
+            first[line.name].push_back(placeJson(*line.other));
+    }
+    json["mirroredIslands"] = found.mirroredIslands;
+    json["outsideIslands"] = found.outside.count;
+    json["countedAll"] = found.overlaps.countedAll;
+    addLength(json, "gap", found.gap.exists(), found.gap.distance, resolution);
+    addLength(json, "margin", true, found.margin, resolution);
+    json["area"] = finiteOrNull(found.area);
+    if (!found.bounds.isEmpty())
+        json["bounds"] = {found.bounds.lo[0], found.bounds.lo[1], found.bounds.hi[0],
+                          found.bounds.hi[1]};
+    json["first"] = first;
+    return json;
+}
+
+Json islandsJson(const std::vector<KeptIsland>& islands)
+{
+    Json json = Json::array();
+    for (const KeptIsland& island : islands)
+        json.push_back({{"island", island.island},
+                        {"triangles", island.triangles},
+                        {"firstTriangle", island.firstTriangle}});
+    return json;
+}
+
+Json geometryJson(const GeometryReport& geometry, std::optional<int> resolution)
+{
+    Json json;
+    json["geometry"] = geometry.number;
+    json["name"] = geometry.name;
+    json["shell"] = false;
+    json["surfaces"] = 1;
+    json["vertices"] = geometry.vertices;
+    json["polygons"] = geometry.polygons;
+    json["triangles"] = geometry.triangles;
+    json["islands"] = geometry.islands;
+    json["borderEdges"] = geometry.borderEdges;
+    json["slots"] = geometry.slots;
+    json["degenerateTriangles"] = geometry.mesh.degenerateTriangles;
+    json["unmappedTriangles"] = geometry.mesh.unmappedTriangles;
+    json["separatedEdges"] = geometry.mesh.sheets.separatedEdges;
+    json["doubledTriangles"] = geometry.mesh.sheets.doubledTriangles;
+    json["detachedTriangles"] = geometry.mesh.sheets.detachedTriangles;
+    json["closedIslands"] = islandsJson(geometry.closedIslands);
+    if (geometry.result) {
+        json["result"] = wordFor(*geometry.result);
+        json["islandsDone"] = geometry.islandsDone;
+        json["keptIslands"] = islandsJson(geometry.keptIslands);
+        json["splitPolygons"] = geometry.splitPolygons;
+        json["seconds"] = geometry.seconds;
+    }
+    json["warnings"] = geometry.warnings;
+    if (geometry.check)
+        json["check"] = checkJson(*geometry.check, resolution);
+    return json;
+}
+
+} // namespace
+
+std::string jsonReport(const Report& report)
+{
+    Json json;
+    json["command"] = report.command;
+    json["input"] = report.input;
+    if (!report.output.empty())
+        json["output"] = report.output;
+    json["slot"] = report.slot;
+    json["seconds"] = report.seconds;
+    json["stages"] = Json::object();
+    for (const auto& [name, seconds] : report.stages)
+        json["stages"][name] = seconds;
+    if (report.result)
+        json["result"] = wordFor(*report.result);
+    if (!report.error.empty())
+        json["error"] = report.error;
+    if (report.resolution)
+        json["resolution"] = *report.resolution;
+    json["geometries"] = Json::array();
+    for (const GeometryReport& geometry : report.geometries)
+        json["geometries"].push_back(geometryJson(geometry, report.resolution));
+    if (report.check)
+        json["check"] = checkJson(*report.check, report.resolution);
+    json["warnings"] = report.warnings;
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+} // namespace uvtool

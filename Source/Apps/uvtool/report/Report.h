@@ -1,0 +1,78 @@
+#pragma once
+
+#include "document/Document.h"
+#include "mesh/Survey.h"
+#include "report/CheckReport.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace uvtool
+{
+
+/// How a command ended that calls the solver.
+enum Outcome : std::int32_t
+{
+    Success,
+    Failure,
+    Cancelled
+};
+
+/// An island that keeps its UVs.
+struct KeptIsland
+{
+    std::size_t island;        ///< counted from 0 over those of its geometry
+    std::size_t triangles;     ///< how many it has
+    std::size_t firstTriangle; ///< of the geometry
+};
+
+struct GeometryReport
+{
+    std::size_t number = 0; ///< as --geometry counts
+    std::string name;
+    std::size_t vertices = 0; ///< distinct corners, whose numbers are the ids of the command line
+    std::size_t polygons = 0;
+    std::size_t triangles = 0;
+    std::size_t islands = 0;
+    std::size_t borderEdges = 0;
+    SolverMeshReport mesh;
+    std::vector<std::size_t> slots;        ///< those with UVs
+    std::vector<KeptIsland> closedIslands; ///< without a border; nothing flat can be made of them
+    std::vector<KeptIsland> keptIslands;   ///< that the solver could make nothing of
+    std::optional<CheckReport> check;
+
+    std::optional<Outcome> result; ///< of commands that call the solver; empty if not reached
+    std::size_t islandsDone = 0;   ///< that got new UVs
+    std::size_t splitPolygons = 0; ///< written as their triangles, for a seam crosses them
+    double seconds = 0.0;          ///< in the solver, without the packing
+    std::vector<std::string> warnings;
+};
+
+/// What a command tells about its work.
+struct Report
+{
+    std::string command;
+    std::string input;
+    std::string output; ///< empty for a command that writes no mesh
+    std::size_t slot = 0;
+    double seconds = 0.0;
+    std::vector<std::pair<std::string, double>> stages; ///< seconds of each, in their order
+    std::vector<GeometryReport> geometries;
+    std::optional<CheckReport> check; ///< of all geometries as one layout
+    std::optional<int> resolution;    ///< texels along the box, where islands were packed
+    std::vector<std::string> warnings;
+    std::optional<Outcome> result;
+    std::string error; ///< why the result isn't a success
+};
+
+/// The islands of a survey for which isWanted [island] isn't 0.
+std::vector<KeptIsland> islandsThat(const Survey& survey, const std::vector<char>& isWanted);
+
+/// What there is to tell about a geometry before anything is done with it.
+GeometryReport describe(const DocumentGeometry& geometry, std::size_t number, const Survey& survey);
+
+} // namespace uvtool

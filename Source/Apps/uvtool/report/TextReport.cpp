@@ -1,0 +1,205 @@
+#include "report/TextReport.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+namespace uvtool
+{
+namespace
+{
+
+std::string counted(std::size_t count, const char* single, const char* plural)
+{
+    return std::to_string(count) + " " + (count == 1 ? single : plural);
+}
+
+/// A number with so many digits behind the point.
+std::string decimal(double value, int digits)
+{
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%.*f", digits, value);
+    return text.data();
+}
+
+/// A number with four digits that count, for lengths of any size.
+std::string shortNumber(double value)
+{
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%.4g", value);
+    return text.data();
+}
+
+std::size_t triangleCount(const Report& report)
+{
+    std::size_t count = 0;
+    for (const GeometryReport& geometry : report.geometries)
+        count += geometry.triangles;
+    return count;
+}
+
+std::string listOf(const std::vector<std::size_t>& numbers)
+{
+    std::string list;
+    for (const std::size_t number : numbers)
+        list += (list.empty() ? "" : ",") + std::to_string(number);
+    return list.empty() ? "-" : list;
+}
+
+/// Rows of words as lines; the columns are as wide as their longest word, all but the last two
+/// aligned to the right.
+std::vector<std::string> tableOf(const std::vector<std::vector<std::string>>& rows)
+{
+    std::vector<std::size_t> widths(rows.front().size(), 0);
+    for (const auto& row : rows)
+        for (std::size_t c = 0; c < row.size(); ++c)
+            widths[c] = std::max(widths[c], row[c].size());
+    std::vector<std::string> lines;
+    for (const auto& row : rows) {
+        std::string line;
+        for (std::size_t c = 0; c + 1 < row.size(); ++c)
+            line += std::string(2 + widths[c] - row[c].size(), ' ') + row[c];
+        lines.push_back(line + "  " + row.back());
+    }
+    return lines;
+}
+
+std::vector<std::string> tableOfGeometries(const Report& report)
+{
+    std::vector<std::vector<std::string>> rows{
+        {"#", "vertices", "polygons", "triangles", "islands", "border edges", "slots", "name"}};
+    for (const GeometryReport& geometry : report.geometries)
+        rows.push_back({std::to_string(geometry.number), std::to_string(geometry.vertices),
+                        std::to_string(geometry.polygons), std::to_string(geometry.triangles),
+                        std::to_string(geometry.islands), std::to_string(geometry.borderEdges),
+                        listOf(geometry.slots), geometry.name});
+    return tableOf(rows);
+}
+
+/// "13 islands cover 0.61, smallest gap 2.0 texels".
+std::string lineOnLayout(const LayoutCheck& found, std::optional<int> resolution)
+{
+    std::string line = counted(found.islands, "island covers ", "islands cover ") +
+                       shortNumber(found.area) + " of the UV plane";
+    if (found.gap.exists())
+        line += ", smallest gap " + (resolution
+                                         ? decimal(found.gap.distance * *resolution, 2) + " texels"
+                                         : shortNumber(found.gap.distance));
+    if (found.mirroredIslands > 0)
+        line += ", " + std::to_string(found.mirroredIslands) + " mirrored";
+    return line;
+}
+
+std::string lineOnFaults(const CheckReport& check)
+{
+    const std::string faults = unsoundness(check);
+    return faults.empty() ? "no flipped triangle, no overlap" : faults;
+}
+
+std::string lineOnTime(const Report& report)
+{
+    std::string stages;
+    for (const auto& [name, seconds] : report.stages)
+        stages += (stages.empty() ? "" : ", ") + name + " " + decimal(seconds, 2);
+    return decimal(report.seconds, 2) + " s (" + stages + ")";
+}
+
+std::string nameOf(const GeometryReport& geometry)
+{
+    return "geometry " + std::to_string(geometry.number) + " \"" + geometry.name + "\"";
+}
+
+/// "island 0 (380 triangles from 17 on), island 4 (...) and 12 more".
+std::string listOf(const std::vector<KeptIsland>& islands)
+{
+    constexpr std::size_t most = 4;
+    std::string list;
+    for (std::size_t i = 0; i < std::min(most, islands.size()); ++i)
+        list += (i == 0 ? "island " : ", island ") + std::to_string(islands[i].island) + " (" +
+                counted(islands[i].triangles, "triangle", "triangles") + ", first " +
+                std::to_string(islands[i].firstTriangle) + ")";
+    if (islands.size() > most)
+        list += " and " + std::to_string(islands.size() - most) + " more";
+    return list;
+}
+
+void remarkOnMesh(const GeometryReport& geometry, std::vector<std::string>& remarks)
+{
+    const SolverMeshReport& mesh = geometry.mesh;
+    if (mesh.sheets.separatedEdges > 0)
+        remarks.push_back(
+            nameOf(geometry) + ": sheets were separated at " +
+            counted(mesh.sheets.separatedEdges, "edge that is", "edges that are") +
+            " no common border of two triangles that wind the same way" +
+            (mesh.sheets.doubledTriangles > 0
+                 ? " (" + counted(mesh.sheets.doubledTriangles, "triangle lies", "triangles lie") +
+                       " on another)"
+                 : ""));
+    if (mesh.degenerateTriangles > 0)
+        remarks.push_back(nameOf(geometry) + ": " +
+                          counted(mesh.degenerateTriangles, "triangle", "triangles") +
+                          " with a repeated corner left out");
+}
+
+} // namespace
+
+std::vector<std::string> remarksOn(const GeometryReport& geometry, const std::string& command)
+{
+    std::vector<std::string> remarks;
+    remarkOnMesh(geometry, remarks);
+    const std::string keep = command == "info" ? "" : ", keeping the UVs as they are";
+    if (geometry.mesh.unmappedTriangles > 0)
+        remarks.push_back(nameOf(geometry) + ": " +
+                          counted(geometry.mesh.unmappedTriangles, "triangle", "triangles") +
+                          " without UVs left out");
+    if (!geometry.closedIslands.empty())
+        remarks.push_back(
+            nameOf(geometry) + ": " +
+            counted(geometry.closedIslands.size(), "island is", "islands are") + " closed" + keep +
+            "; to unfold closed pieces give them seams first: " + listOf(geometry.closedIslands));
+    if (!geometry.keptIslands.empty())
+        remarks.push_back(nameOf(geometry) + ": " +
+                          counted(geometry.keptIslands.size(), "island", "islands") +
+                          " could not be unfolded" + keep + ": " + listOf(geometry.keptIslands));
+    if (geometry.splitPolygons > 0)
+        remarks.push_back(nameOf(geometry) + ": " +
+                          counted(geometry.splitPolygons, "polygon", "polygons") +
+                          " crossed by a seam, written as triangles");
+    for (const std::string& warning : geometry.warnings)
+        remarks.push_back(nameOf(geometry) + ": " + warning);
+    return remarks;
+}
+
+std::vector<std::string> textOfInfo(const Report& report)
+{
+    std::vector<std::string> lines{report.input + ": " +
+                                   counted(report.geometries.size(), "geometry", "geometries") +
+                                   ", " + counted(triangleCount(report), "triangle", "triangles")};
+    for (std::string& line : tableOfGeometries(report))
+        lines.push_back(std::move(line));
+    if (report.check && report.check->found.triangles > 0) {
+        lines.push_back("slot " + std::to_string(report.slot) + ": " +
+                        lineOnLayout(report.check->found, {}));
+        lines.push_back("  " + lineOnFaults(*report.check));
+    } else {
+        lines.push_back("slot " + std::to_string(report.slot) + ": no UVs");
+    }
+    for (const GeometryReport& geometry : report.geometries)
+        for (std::string& remark : remarksOn(geometry, report.command))
+            lines.push_back(std::move(remark));
+    return lines;
+}
+
+std::vector<std::string> textOfResult(const Report& report)
+{
+    std::vector<std::string> lines;
+    if (report.check) {
+        lines.push_back(lineOnLayout(report.check->found, report.resolution) + ", " +
+                        lineOnFaults(*report.check));
+    }
+    lines.push_back(report.output + ": written in " + lineOnTime(report));
+    return lines;
+}
+
+} // namespace uvtool

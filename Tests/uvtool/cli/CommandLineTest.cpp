@@ -1,0 +1,195 @@
+#include "uvtool/TempFolder.h"
+#include "uvtool/ToolRun.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace uvtool;
+using namespace uvtool::test;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Two squares side by side in space as objects of their own; the first has UVs, the second is
+/// folded over in them.
+const char* const twoObjects = "o first\n"
+                               "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n"
+                               "vt 0 0\nvt .5 0\nvt .5 .5\nvt 0 .5\n"
+                               "f 1/1 2/2 3/3 4/4\n"
+                               "o second\n"
+                               "v 2 0 0\nv 3 0 0\nv 3 1 0\nv 2 1 0\n"
+                               "vt .6 .6\nvt .9 .6\nvt .9 .9\nvt .8 .61\n"
+                               "f 5/5 6/6 7/7\nf 5/5 7/7 8/8\n";
+
+TEST(CommandLine, WrongUsageIsOneLineThatSaysWhy)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", twoObjects);
+    const std::string out = folder / "out.obj";
+    struct Case
+    {
+        std::vector<std::string> arguments;
+        const char* says;
+    };
+    const Case cases[] = {
+        {{}, "subcommand"},
+        {{"flatten", in}, "flatten"},
+        {{"info"}, "INPUT"},
+        {{"info", in, "--slot", "8"}, "--slot"},
+        {{"info", in, "--slot", "-1"}, "--slot"},
+        {{"info", in, "--geometry", "2"}, "geometries 0 to 1"},
+        {{"info", in, "--shell"}, "--shell"},
+        {{"info", in, "--picture", "layout.jpg"}, ".png or .svg"},
+        {{"info", in, "--quiet", "--verbose"}, "--verbose"},
+        {{"unfold", in}, "--output"},
+        {{"unfold", in, "-o", "out.stl"}, "out.stl"},
+        {{"unfold", in, "-o", out, "--slot", "1"}, "--slot 1"},
+        {{"unfold", in, "-o", out, "--shell"}, "--shell"},
+        {{"unfold", in, "-o", out, "--room", "-1"}, "--room"},
+        {{"pack", in, "-o", out, "--resolution", "0"}, "--resolution"},
+        {{"pack", in, "-o", out, "--gap", "600"}, "--resolution"},
+        {{"pack", in, "-o", out, "--tiles", "2x"}, "2x"},
+        {{"pack", in, "-o", out, "--box", "0", "0", "1", "0"}, "--box"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.arguments));
+        const ToolRun run = runTool(c.arguments);
+        EXPECT_EQ(run.status, WrongUsage);
+        EXPECT_EQ(run.lineCount(), 1) << run.err;
+        EXPECT_THAT(run.err, HasSubstr(c.says));
+        EXPECT_THAT(run.out, IsEmpty());
+        EXPECT_FALSE(std::filesystem::exists(out));
+    }
+}
+
+TEST(CommandLine, HelpAndVersionGoToStandardOutput)
+{
+    for (const char* const asked : {"--help", "--version"}) {
+        const ToolRun run = runTool({asked});
+        EXPECT_EQ(run.status, Done);
+        EXPECT_THAT(run.err, IsEmpty());
+        EXPECT_THAT(run.out, testing::Not(IsEmpty()));
+    }
+    EXPECT_THAT(runTool({"pack", "--help"}).out, HasSubstr("--mutations"));
+}
+
+TEST(Info, CountsWhatEachGeometryHolds)
+{
+    const TempFolder folder;
+    const ToolRun run = runTool({"info", folder.write("in.obj", twoObjects), "--json"});
+    ASSERT_EQ(run.status, Done) << run.err;
+    EXPECT_THAT(run.err, IsEmpty());
+
+    const nlohmann::json report = run.json();
+    EXPECT_EQ(report["command"], "info");
+    EXPECT_EQ(report["slot"], 0);
+    EXPECT_GE(report["seconds"], 0.0);
+    ASSERT_EQ(report["geometries"].size(), 2U);
+    const nlohmann::json& first = report["geometries"][0];
+    EXPECT_EQ(first["name"], "first");
+    EXPECT_EQ(first["shell"], false);
+    EXPECT_EQ(first["surfaces"], 1);
+    EXPECT_EQ(first["vertices"], 4);
+    EXPECT_EQ(first["polygons"], 1);
+    EXPECT_EQ(first["triangles"], 2);
+    EXPECT_EQ(first["islands"], 1);
+    EXPECT_EQ(first["borderEdges"], 4);
+    EXPECT_EQ(first["slots"], nlohmann::json({0}));
+    EXPECT_EQ(first["check"]["sound"], true);
+    EXPECT_FLOAT_EQ(first["check"]["area"], 0.25);
+
+    EXPECT_EQ(report["geometries"][1]["check"]["flipped"], 1);
+    EXPECT_EQ(report["check"]["sound"], false);
+    EXPECT_EQ(report["check"]["islands"], 2);
+    EXPECT_EQ(report["check"]["first"]["flipped"][0]["geometry"], 1);
+}
+
+TEST(Info, LooksAtOneGeometryWhereAsked)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", twoObjects);
+    const nlohmann::json report = runTool({"info", in, "--json", "--geometry", "1"}).json();
+    ASSERT_EQ(report["geometries"].size(), 1U);
+    EXPECT_EQ(report["geometries"][0]["geometry"], 1);
+    EXPECT_EQ(report["geometries"][0]["name"], "second");
+    EXPECT_EQ(report["check"]["islands"], 1);
+}
+
+TEST(Info, PrintsTextToStandardOutput)
+{
+    const TempFolder folder;
+    const ToolRun run = runTool({"info", folder.write("in.obj", twoObjects), "--quiet"});
+    EXPECT_EQ(run.status, Done);
+    EXPECT_THAT(run.err, IsEmpty());
+    EXPECT_THAT(run.out, HasSubstr("second"));
+    EXPECT_THAT(run.out, HasSubstr("1 flipped triangle (first: triangle 1 of geometry 1)"));
+}
+
+TEST(Info, NamesClosedIslandsAndSeparatedSheets)
+{
+    const TempFolder folder;
+    // A tetrahedron, and a fan of three triangles at one edge.
+    const std::string in = folder.write("in.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\n"
+                                                  "f 1 3 2\nf 1 2 4\nf 2 3 4\nf 3 1 4\n"
+                                                  "o fan\n"
+                                                  "v 5 0 0\nv 5 1 0\nv 6 0 0\nv 4 0 0\nv 5 0 1\n"
+                                                  "f 5 6 7\nf 6 5 8\nf 5 6 9\n");
+    const nlohmann::json report = runTool({"info", in, "--json"}).json();
+    const nlohmann::json& closed = report["geometries"][0]["closedIslands"];
+    ASSERT_EQ(closed.size(), 1U);
+    EXPECT_EQ(closed[0]["triangles"], 4);
+    EXPECT_EQ(report["geometries"][0]["borderEdges"], 0);
+    EXPECT_EQ(report["geometries"][1]["separatedEdges"], 1);
+    EXPECT_EQ(report["geometries"][1]["closedIslands"].size(), 0U);
+    EXPECT_EQ(report["check"]["triangles"], 0);
+}
+
+TEST(Info, NamesThatAreNotUtf8StayPrintable)
+{
+    const TempFolder folder;
+    const std::string in =
+        folder.write("in.obj", "o \xff\xfe\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    EXPECT_EQ(runTool({"info", in, "--json"}).json()["geometries"].size(), 1U);
+}
+
+TEST(Input, BadFilesGiveOneLineAndTheirStatus)
+{
+    const TempFolder folder;
+    const std::string corners = "v 0 0 0\nv 1 0 0\nv 0 1 0\n";
+    struct Case
+    {
+        const char* name;
+        std::string text;
+        const char* says;
+    };
+    const Case cases[] = {
+        {"empty.obj", "", "no faces"},
+        {"points.obj", corners, "no faces"},
+        {"range.obj", corners + "f 1 2 4\n", "line 4: a face with vertex 4"},
+        {"zero.obj", corners + "f 0 1 2\n", "line 4"},
+        {"nan.obj", "v 0 0 nan\n" + corners + "f 1 2 3\n", "line 1"},
+        {"infinite.obj", "v 0 0 1e400\n" + corners + "f 1 2 3\n", "line 1"},
+        {"cut.obj", corners + "f 1 2", "is the file complete?"},
+        {"binary.obj", std::string("\0\1\2\3glTF\xff", 9), "no faces"},
+        {"kind.step", corners, "unknown kind"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const ToolRun run = runTool({"info", folder.write(c.name, c.text), "--json"});
+        EXPECT_EQ(run.status, Unreadable);
+        EXPECT_EQ(run.lineCount(), 1) << run.err;
+        EXPECT_THAT(run.err, HasSubstr(c.name));
+        EXPECT_THAT(run.err, HasSubstr(c.says));
+        EXPECT_THAT(run.out, IsEmpty());
+    }
+    for (const std::string& path : {folder.path().string(), (folder / "absent.obj").string()}) {
+        const ToolRun run = runTool({"info", path});
+        EXPECT_EQ(run.status, Unreadable);
+        EXPECT_EQ(run.lineCount(), 1) << run.err;
+        EXPECT_THAT(run.err, HasSubstr(path));
+    }
+}
+
+} // namespace
