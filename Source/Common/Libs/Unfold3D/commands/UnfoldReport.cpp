@@ -71,8 +71,13 @@ std::string tally(const std::map<std::string, std::size_t>& counts)
     std::stable_sort(sorted.begin(), sorted.end(),
                      [](const auto& a, const auto& b) { return a.second > b.second; });
     std::string text;
-    for (const auto& [what, count] : sorted)
-        text += (text.empty() ? "" : "\n") + islands(count) + ": " + what;
+    for (const auto& [what, count] : sorted) {
+        if (!text.empty())
+            text += '\n';
+        text += islands(count);
+        text += ": ";
+        text += what;
+    }
     return text;
 }
 
