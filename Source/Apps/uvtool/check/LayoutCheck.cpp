@@ -2,6 +2,7 @@
 
 #include "check/Borders.h"
 #include "check/Orientation.h"
+#include "layout/TriangleMeasures.h"
 
 #include <algorithm>
 #include <cassert>
@@ -12,25 +13,6 @@ namespace uvtool
 {
 namespace
 {
-
-bool isFinite(const UVLayout& layout, std::size_t triangle)
-{
-    for (std::size_t corner = 0; corner < 3; ++corner)
-        for (const float coordinate : layout.point(triangle, corner))
-            if (!std::isfinite(coordinate))
-                return false;
-    return true;
-}
-
-double signedArea(const UVLayout& layout, std::size_t triangle)
-{
-    const auto& a = layout.point(triangle, 0);
-    const auto& b = layout.point(triangle, 1);
-    const auto& c = layout.point(triangle, 2);
-    return ((double(b[0]) - a[0]) * (double(c[1]) - a[1]) -
-            (double(b[1]) - a[1]) * (double(c[0]) - a[0])) /
-           2;
-}
 
 std::size_t islandCount(const UVLayout& layout)
 {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <tuple>
+#include <utility>
 
 namespace uvtool
 {
@@ -109,20 +110,60 @@ void CoverageRaster::coverRow(std::int32_t row, double from, double to, std::int
     }
 }
 
-std::vector<CellRun> CoverageRaster::overlaps() const
+std::vector<CellBlock> CoverageRaster::overlapsInRow(std::int32_t row) const
 {
-    std::vector<CellRun> runs;
-    for (std::int32_t row = 0; row < frame_.rows; ++row) {
-        for (std::int32_t column = 0; column < frame_.columns; ++column) {
-            if (count_[cell(row, column)] < 2)
-                continue;
-            if (!runs.empty() && runs.back().row == row && runs.back().end == column)
-                ++runs.back().end;
-            else
-                runs.push_back({row, column, column + 1});
-        }
+    std::vector<CellBlock> runs;
+    for (std::int32_t column = 0; column < frame_.columns; ++column) {
+        if (!isOverlap(row, column))
+            continue;
+        if (!runs.empty() && runs.back().columnEnd == column)
+            ++runs.back().columnEnd;
+        else
+            runs.push_back({row, column, row + 1, column + 1});
     }
     return runs;
+}
+
+std::vector<CellBlock> CoverageRaster::overlaps() const
+{
+    std::vector<CellBlock> blocks;
+    std::vector<CellBlock> above; // those that end where the row begins
+    for (std::int32_t row = 0; row < frame_.rows; ++row) {
+        std::vector<CellBlock> here = overlapsInRow(row);
+        auto next = above.begin();
+        for (CellBlock& run : here) {
+            while (next != above.end() && next->column < run.column)
+                blocks.push_back(*next++);
+            if (next != above.end() && next->column == run.column &&
+                next->columnEnd == run.columnEnd)
+                run.row = (next++)->row;
+        }
+        blocks.insert(blocks.end(), next, above.end());
+        above = std::move(here);
+    }
+    blocks.insert(blocks.end(), above.begin(), above.end());
+    return blocks;
+}
+
+std::vector<CellStroke> CoverageRaster::overlapHatch(std::int32_t spacing) const
+{
+    std::vector<CellStroke> strokes;
+    // Along a rising diagonal the sum of row and column stays the same.
+    for (std::int32_t sum = 0; sum < frame_.rows + frame_.columns - 1; sum += spacing) {
+        const std::int32_t lowest = std::min(sum, frame_.rows - 1);
+        const std::int32_t highest = std::max(0, sum - frame_.columns + 1);
+        std::int32_t length = 0;
+        for (std::int32_t row = lowest; row >= highest - 1; --row) {
+            if (row >= highest && isOverlap(row, sum - row)) {
+                ++length;
+                continue;
+            }
+            if (length > 0)
+                strokes.push_back({row + length, sum - row - length, length});
+            length = 0;
+        }
+    }
+    return strokes;
 }
 
 std::size_t CoverageRaster::excess() const

@@ -21,12 +21,22 @@ struct RasterFrame
     std::int32_t rows = 0;
 };
 
-/// A row of neighbouring cells.
-struct CellRun
+/// A rectangle of cells; both ends are behind the last one.
+struct CellBlock
 {
     std::int32_t row;
-    std::int32_t begin;
-    std::int32_t end;
+    std::int32_t column;
+    std::int32_t rowEnd;
+    std::int32_t columnEnd;
+};
+
+/// A stroke that rises to the right at 45 degrees, from the lower left corner of a cell to the
+/// upper right one of another or the same.
+struct CellStroke
+{
+    std::int32_t row; ///< of the lower left end
+    std::int32_t column;
+    std::int32_t length; ///< in cells
 };
 
 /// Which cells of a raster a layout covers, and how often.
@@ -42,8 +52,11 @@ public:
     CoverageRaster(const RasterFrame& frame, const UVLayout& layout,
                    std::span<const std::int32_t> groupOfTriangle);
 
-    /// The cells that are covered more than once.
-    std::vector<CellRun> overlaps() const;
+    /// The cells that are covered more than once, as blocks that don't meet.
+    std::vector<CellBlock> overlaps() const;
+
+    /// Strokes that hatch these cells, `spacing` cells apart along a row.
+    std::vector<CellStroke> overlapHatch(std::int32_t spacing) const;
 
     /// How many cells' area is covered more than once, each cell counted as often as it is covered
     /// beyond the first time.
@@ -55,7 +68,12 @@ public:
 
 private:
     void cover(const UVLayout& layout, std::size_t triangle, std::int32_t group);
+    bool isOverlap(std::int32_t row, std::int32_t column) const
+    {
+        return count_[cell(row, column)] > 1;
+    }
     void coverRow(std::int32_t row, double from, double to, std::int32_t group);
+    std::vector<CellBlock> overlapsInRow(std::int32_t row) const;
 
     std::size_t cell(std::int32_t row, std::int32_t column) const
     {

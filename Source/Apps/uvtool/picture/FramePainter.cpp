@@ -1,8 +1,7 @@
 #include "picture/FramePainter.h"
 
-#include "picture/PictureColors.h"
+#include "picture/PictureStyle.h"
 
-#include <QFont>
 #include <QFontMetricsF>
 #include <QLocale>
 #include <QPainter>
@@ -68,15 +67,6 @@ bool showsUnitSquare(const PictureFrame& frame)
            frame.view.top >= 1;
 }
 
-QFont font(const PictureFrame& frame, double height, bool bold = false)
-{
-    QFont chosen(QStringLiteral("DejaVu Sans"));
-    chosen.setStyleHint(QFont::SansSerif);
-    chosen.setPixelSize(std::max(7, static_cast<int>(std::lround(height * frame.unit))));
-    chosen.setBold(bold);
-    return chosen;
-}
-
 QString countText(std::size_t count, const char* one, const char* many)
 {
     // Digits in groups of three, with a space as in most technical writing.
@@ -92,6 +82,9 @@ QString percentText(double share)
     const int digits = percent >= 0.1 || percent == 0 ? 1 : 3;
     return QLocale::c().toString(percent, 'f', digits) + QStringLiteral(" %");
 }
+
+/// Smaller letters can't be read.
+constexpr int leastFontHeight = 7;
 
 /// Paints texts at baselines; keeps what they have in common.
 class TextPainter
@@ -113,7 +106,8 @@ public:
     }
     void use(double height, const QColor& color, bool bold = false)
     {
-        painter_.setFont(font(frame_, height, bold));
+        const auto pixels = static_cast<int>(std::lround(height * frame_.unit));
+        painter_.setFont(pictureStyle::font(std::max(leastFontHeight, pixels), bold));
         painter_.setPen(color);
     }
     double width(const QString& text) const
@@ -137,7 +131,7 @@ void paintCoordinates(TextPainter& text, const PictureFrame& frame)
     const auto label = [](double value) {
         return QLocale::c().toString(std::abs(value) < 1e-12 ? 0.0 : value, 'g', 6);
     };
-    text.use(1.3, pictureColors::faintText);
+    text.use(1.3, pictureStyle::faintText);
     for (const double u : multiples(step, frame.view.left, frame.view.right))
         text.middle(frame.x(u), map.bottom() + 2.2 * frame.unit, label(u));
     for (const double v : multiples(step, frame.view.bottom, frame.view.top))
@@ -152,20 +146,20 @@ struct TextColumn
 };
 
 void paintHeader(TextPainter& text, const PictureFrame& frame, const PictureContent& content,
-                 const std::string& title, const OverlapShare& overlap, TextColumn column)
+                 const QString& title, const OverlapShare& overlap, TextColumn column)
 {
     const double first = 5.2 * frame.unit;
     const double second = 8.2 * frame.unit;
     const double covered = std::max(0.0, content.area - overlap.area);
-    text.use(3.4, pictureColors::text, true);
+    text.use(3.4, pictureStyle::text, true);
     const QString share = percentText(frame.boxesArea > 0 ? covered / frame.boxesArea : 0);
     text.right(column.right, first, share);
     const double titleSpace = column.right - column.left - text.width(share) - 2 * frame.unit;
 
-    text.use(2.4, pictureColors::text, true);
-    text.left(column.left, first, text.shortened(QString::fromStdString(title), titleSpace));
+    text.use(2.4, pictureStyle::text, true);
+    text.left(column.left, first, text.shortened(title, titleSpace));
 
-    text.use(1.7, pictureColors::softText);
+    text.use(1.7, pictureStyle::softText);
     text.right(column.right, second, QString::fromStdString(frame.boxesText));
     if (content.triangleCount == 0)
         text.left(column.left, second, QStringLiteral("no UVs"));
@@ -175,26 +169,44 @@ void paintHeader(TextPainter& text, const PictureFrame& frame, const PictureCont
                       countText(content.triangleCount, "triangle", "triangles"));
 }
 
-/// A patch in the style of a mark, and what the mark means.
+/// A patch that looks like a mark, if there is one, and what the mark means.
 struct LegendEntry
 {
-    QBrush style;
+    void (*paintPatch)(QPainter& painter, const QRectF& square, double unit);
     QString meaning;
 };
+
+void paintFlippedPatch(QPainter& painter, const QRectF& square, double)
+{
+    painter.fillRect(square, pictureStyle::flipped);
+}
+
+void paintOverlapPatch(QPainter& painter, const QRectF& square, double unit)
+{
+    painter.fillRect(square, pictureStyle::box);
+    painter.fillRect(square, pictureStyle::overlap);
+    painter.setPen(pictureStyle::hatchPen(unit));
+    const double step = pictureStyle::hatchSpacing(unit);
+    for (double reach = step / 2; reach < 2 * square.width(); reach += step) {
+        const double inside = std::min(reach, square.width());
+        const double outside = reach - inside;
+        painter.drawLine(square.topLeft() + QPointF(outside, inside),
+                         square.topLeft() + QPointF(inside, outside));
+    }
+}
 
 std::vector<LegendEntry> legend(const PictureContent& content, const OverlapShare& overlap)
 {
     std::vector<LegendEntry> entries;
     if (!content.flipped.empty())
-        entries.push_back(
-            {pictureColors::flipped,
-             countText(content.flipped.size(), "flipped triangle", "flipped triangles")});
+        entries.push_back({paintFlippedPatch, countText(content.flipped.size(), "flipped triangle",
+                                                        "flipped triangles")});
     if (overlap.area > 0)
-        entries.push_back({pictureColors::hatch(), percentText(overlap.area / content.area) +
-                                                       QStringLiteral(" of the area overlaps")});
+        entries.push_back({paintOverlapPatch, percentText(overlap.area / content.area) +
+                                                  QStringLiteral(" of the area overlaps")});
     if (content.nonFinite > 0)
-        entries.push_back({Qt::NoBrush, countText(content.nonFinite, "triangle", "triangles") +
-                                            QStringLiteral(" without finite UVs left out")});
+        entries.push_back({nullptr, countText(content.nonFinite, "triangle", "triangles") +
+                                        QStringLiteral(" without finite UVs left out")});
     return entries;
 }
 
@@ -205,14 +217,12 @@ void paintLegend(QPainter& painter, TextPainter& text, const PictureFrame& frame
     const double patch = 1.7 * frame.unit;
     double x = column.left;
     for (const LegendEntry& entry : entries) {
-        if (entry.style.style() != Qt::NoBrush) {
-            painter.setPen(Qt::NoPen);
+        if (entry.paintPatch != nullptr) {
             const QRectF square(x, baseline - patch + 0.2 * frame.unit, patch, patch);
-            painter.fillRect(square, pictureColors::box);
-            painter.fillRect(square, entry.style);
+            entry.paintPatch(painter, square, frame.unit);
             x += patch + 0.8 * frame.unit;
         }
-        text.use(1.7, pictureColors::softText);
+        text.use(1.7, pictureStyle::softText);
         text.left(x, baseline, entry.meaning);
         x += text.width(entry.meaning) + 3 * frame.unit;
     }
@@ -222,20 +232,20 @@ void paintLegend(QPainter& painter, TextPainter& text, const PictureFrame& frame
 
 void paintBackground(QPainter& painter, const PictureFrame& frame)
 {
-    painter.fillRect(QRectF(0, 0, frame.width, frame.height), pictureColors::page);
+    painter.fillRect(QRectF(0, 0, frame.width, frame.height), pictureStyle::page);
     painter.setPen(Qt::NoPen);
     if (showsUnitSquare(frame))
-        painter.fillRect(pixels(frame, UVRectangle{}), pictureColors::box);
+        painter.fillRect(pixels(frame, UVRectangle{}), pictureStyle::box);
     for (const UVRectangle& box : frame.boxes)
-        painter.fillRect(pixels(frame, box), pictureColors::box);
+        painter.fillRect(pixels(frame, box), pictureStyle::box);
 
     const double step = gridStep(frame);
     const double hair = 0.06 * frame.unit;
-    painter.setPen(QPen(pictureColors::gridLine, hair));
+    painter.setPen(QPen(pictureStyle::gridLine, hair));
     paintGridLines(painter, frame, step);
     // Where whole numbers are sides of tiles, they stand out.
     if (step < 1 && frame.pixelsPerUnit > 3 * frame.unit) {
-        painter.setPen(QPen(pictureColors::tileLine, 1.5 * hair));
+        painter.setPen(QPen(pictureStyle::tileLine, 1.5 * hair));
         paintGridLines(painter, frame, 1);
     }
 }
@@ -243,19 +253,19 @@ void paintBackground(QPainter& painter, const PictureFrame& frame)
 void paintBoxes(QPainter& painter, const PictureFrame& frame)
 {
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(pictureColors::boxLine, 0.1 * frame.unit, Qt::SolidLine, Qt::SquareCap,
-                        Qt::MiterJoin));
+    painter.setPen(
+        QPen(pictureStyle::boxLine, 0.1 * frame.unit, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     for (const UVRectangle& box : frame.boxes)
         painter.drawRect(pixels(frame, box));
     if (showsUnitSquare(frame)) {
-        painter.setPen(QPen(pictureColors::unitLine, 0.14 * frame.unit, Qt::SolidLine,
-                            Qt::SquareCap, Qt::MiterJoin));
+        painter.setPen(QPen(pictureStyle::unitLine, 0.14 * frame.unit, Qt::SolidLine, Qt::SquareCap,
+                            Qt::MiterJoin));
         painter.drawRect(pixels(frame, UVRectangle{}));
     }
 }
 
 void paintTexts(QPainter& painter, const PictureFrame& frame, const PictureContent& content,
-                const std::string& title, const OverlapShare& overlap)
+                const QString& title, const OverlapShare& overlap)
 {
     TextPainter text(painter, frame);
     const QRectF map = pixels(frame, frame.view);

@@ -3,7 +3,7 @@
 #include "picture/PictureContent.h"
 #include "picture/PictureFrame.h"
 
-#include <string>
+#include <QString>
 
 class QPainter;
 
@@ -21,7 +21,7 @@ void paintBackground(QPainter& painter, const PictureFrame& frame);
 
 /// Paints the coordinates along the map's sides and the texts around it.
 void paintTexts(QPainter& painter, const PictureFrame& frame, const PictureContent& content,
-                const std::string& title, const OverlapShare& overlap);
+                const QString& title, const OverlapShare& overlap);
 
 /// Paints the outlines of the boxes over the islands, so that one that reaches over is seen.
 void paintBoxes(QPainter& painter, const PictureFrame& frame);

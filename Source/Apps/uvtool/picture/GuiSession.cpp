@@ -1,10 +1,24 @@
 #include "picture/GuiSession.h"
 
 #include <QGuiApplication>
+#include <QtGlobal>
 
 #include <array>
 #include <clocale>
 #include <string>
+
+#ifdef __SANITIZE_ADDRESS__
+// The font library keeps its settings until the end of the process, partly out of reach of the leak
+// checker.
+extern "C" const char* __lsan_default_suppressions() // NOLINT(bugprone-reserved-identifier)
+{
+    return "leak:libfontconfig";
+}
+extern "C" const char* __lsan_default_options() // NOLINT(bugprone-reserved-identifier)
+{
+    return "print_suppressions=0";
+}
+#endif
 
 namespace uvtool
 {
@@ -22,6 +36,21 @@ public:
 
 private:
     std::string before_;
+};
+
+/// The platform complains about an environment that nothing here makes use of.
+class SilentQt
+{
+public:
+    SilentQt() : before_(qInstallMessageHandler(passOver)) {}
+    ~SilentQt() { qInstallMessageHandler(before_); }
+    SilentQt(const SilentQt&) = delete;
+    SilentQt& operator=(const SilentQt&) = delete;
+
+private:
+    static void passOver(QtMsgType, const QMessageLogContext&, const QString&) {}
+
+    QtMessageHandler before_;
 };
 
 /// Qt keeps references to the arguments as long as it lives.
@@ -43,6 +72,7 @@ bool startGuiSession()
 {
     if (QCoreApplication::instance() == nullptr) {
         const KeptLocale locale;
+        const SilentQt silence;
         makeApplication();
     }
     return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;

@@ -2,12 +2,10 @@
 
 #include "layout/OpenEdges.h"
 #include "picture/IslandOutlines.h"
-#include "picture/PictureColors.h"
+#include "picture/PictureStyle.h"
 
-#include <QLineF>
 #include <QPainter>
 #include <QPainterPath>
-#include <QVector>
 
 #include <algorithm>
 #include <cmath>
@@ -22,8 +20,11 @@ namespace
 constexpr double leastStep = 0.3;
 
 /// Triangle edges this many pixels apart begin to show, and are fully drawn, respectively.
-constexpr double firstSpacing = 3.5;
+constexpr double firstSpacing = 4.0;
 constexpr double fullSpacing = 12.0;
+
+/// A path of many triangles one over another takes long to fill, one for each makes a large SVG.
+constexpr std::size_t flipsPerPath = 64;
 
 QColor color(const Tint& tint, double alpha = 1)
 {
@@ -74,6 +75,15 @@ QPainterPath outlinePath(const PictureFrame& frame, const UVLayout& layout,
     return path;
 }
 
+void addTriangle(QPainterPath& path, const PictureFrame& frame, const UVLayout& layout,
+                 std::size_t triangle)
+{
+    path.moveTo(pixel(frame, layout.point(triangle, 0)));
+    path.lineTo(pixel(frame, layout.point(triangle, 1)));
+    path.lineTo(pixel(frame, layout.point(triangle, 2)));
+    path.closeSubpath();
+}
+
 /// The triangles sorted by island; those of island i are [offsets[i], offsets[i + 1]).
 struct TrianglesByIsland
 {
@@ -105,7 +115,8 @@ double edgeOpacity(double spacing)
     return std::clamp((spacing - firstSpacing) / (fullSpacing - firstSpacing), 0.0, 1.0);
 }
 
-/// Paints one island after another with the same pens.
+/// Paints one island after another with the same pens. Where an island is folded, the windings of
+/// its outline may cancel out and leave a part empty; flipped triangles cover all of that.
 class IslandPainter
 {
 public:
@@ -132,27 +143,34 @@ public:
         }
         painter_.setPen(Qt::NoPen);
         painter_.drawPath(outline);
-        painter_.setPen(QPen(color(darker(tint, 0.50), 0.55 * opacity), 0.05 * frame_.unit));
-        painter_.drawLines(innerEdges(island));
         painter_.setBrush(Qt::NoBrush);
+        painter_.setPen(QPen(color(darker(tint, 0.50), 0.55 * opacity), 0.05 * frame_.unit));
+        painter_.drawPath(innerEdges(island));
         painter_.setPen(pen);
         painter_.drawPath(outline);
     }
 
 private:
-    /// Each inner edge is walked both ways; the way up draws it. An outline covers its own edges.
-    QVector<QLineF> innerEdges(std::size_t island) const
+    std::span<const std::uint32_t> trianglesOf(std::size_t island) const
     {
-        QVector<QLineF> lines;
-        for (std::uint32_t i = triangles_.offsets[island]; i < triangles_.offsets[island + 1]; ++i)
-        {
-            const std::size_t first = 3 * std::size_t{triangles_.triangles[i]};
+        return std::span(triangles_.triangles)
+            .subspan(triangles_.offsets[island],
+                     triangles_.offsets[island + 1] - triangles_.offsets[island]);
+    }
+
+    /// Each inner edge is walked both ways; the way up draws it. An outline covers its own edges.
+    QPainterPath innerEdges(std::size_t island) const
+    {
+        QPainterPath lines;
+        for (const std::uint32_t triangle : trianglesOf(island)) {
+            const std::size_t first = 3 * std::size_t{triangle};
             for (std::size_t k = 0; k < 3; ++k) {
                 const std::uint32_t from = layout_.corners[first + k];
                 const std::uint32_t to = layout_.corners[first + (k + 1) % 3];
-                if (from < to)
-                    lines.push_back(
-                        {pixel(frame_, layout_.uvs[from]), pixel(frame_, layout_.uvs[to])});
+                if (from >= to)
+                    continue;
+                lines.moveTo(pixel(frame_, layout_.uvs[from]));
+                lines.lineTo(pixel(frame_, layout_.uvs[to]));
             }
         }
         return lines;
@@ -202,32 +220,43 @@ void paintIslands(QPainter& painter, const PictureFrame& frame, const UVLayout& 
 void paintFlipped(QPainter& painter, const PictureFrame& frame, const UVLayout& layout,
                   const PictureContent& content)
 {
-    if (content.flipped.empty())
-        return;
-    QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
-    for (const std::uint32_t t : content.flipped) {
-        path.moveTo(pixel(frame, layout.point(t, 0)));
-        path.lineTo(pixel(frame, layout.point(t, 1)));
-        path.lineTo(pixel(frame, layout.point(t, 2)));
-        path.closeSubpath();
-    }
     // The pen keeps a sliver visible.
-    painter.setPen(QPen(pictureColors::flipped, 0.06 * frame.unit));
-    painter.setBrush(pictureColors::flipped);
-    painter.drawPath(path);
+    painter.setPen(QPen(pictureStyle::flipped, 0.06 * frame.unit));
+    painter.setBrush(pictureStyle::flipped);
+    const std::span<const std::uint32_t> flipped = content.flipped;
+    for (std::size_t first = 0; first < flipped.size(); first += flipsPerPath) {
+        QPainterPath path;
+        path.setFillRule(Qt::WindingFill);
+        for (const std::uint32_t triangle :
+             flipped.subspan(first, std::min(flipsPerPath, flipped.size() - first)))
+            addTriangle(path, frame, layout, triangle);
+        painter.drawPath(path);
+    }
 }
 
-void paintOverlaps(QPainter& painter, const PictureFrame& frame, std::span<const CellRun> runs)
+void paintOverlaps(QPainter& painter, const PictureFrame& frame, const CoverageRaster& raster)
 {
-    if (runs.empty())
+    QPainterPath cells;
+    for (const CellBlock& block : raster.overlaps())
+        cells.addRect(frame.mapLeft + block.column, frame.mapTop + block.row,
+                      block.columnEnd - block.column, block.rowEnd - block.row);
+    if (cells.isEmpty())
         return;
-    QPainterPath path;
-    for (const CellRun& run : runs)
-        path.addRect(frame.mapLeft + run.begin, frame.mapTop + run.row, run.end - run.begin, 1);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(pictureColors::hatch());
-    painter.drawPath(path);
+    painter.setBrush(pictureStyle::overlap);
+    painter.setRenderHint(QPainter::Antialiasing, false); // or blocks would show their seams
+    painter.drawPath(cells);
+    painter.setRenderHint(QPainter::Antialiasing);
+
+    QPainterPath strokes;
+    for (const CellStroke& stroke : raster.overlapHatch(pictureStyle::hatchSpacing(frame.unit))) {
+        const QPointF start(frame.mapLeft + stroke.column, frame.mapTop + stroke.row + 1);
+        strokes.moveTo(start);
+        strokes.lineTo(start + QPointF(stroke.length, -stroke.length));
+    }
+    painter.setPen(pictureStyle::hatchPen(frame.unit));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPath(strokes);
 }
 
 } // namespace uvtool

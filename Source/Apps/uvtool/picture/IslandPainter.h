@@ -23,8 +23,8 @@ void paintIslands(QPainter& painter, const PictureFrame& frame, const UVLayout& 
 void paintFlipped(QPainter& painter, const PictureFrame& frame, const UVLayout& layout,
                   const PictureContent& content);
 
-/// Hatches cells of the frame's raster.
-void paintOverlaps(QPainter& painter, const PictureFrame& frame, std::span<const CellRun> runs);
+/// Darkens and hatches what is covered more than once. `raster` is of the frame's own cells.
+void paintOverlaps(QPainter& painter, const PictureFrame& frame, const CoverageRaster& raster);
 
 /// The islands from the largest to the smallest.
 std::vector<std::uint32_t> islandsBySize(const PictureContent& content);

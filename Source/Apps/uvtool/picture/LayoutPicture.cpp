@@ -8,6 +8,7 @@
 #include "picture/IslandPainter.h"
 #include "picture/PictureContent.h"
 #include "picture/PictureFrame.h"
+#include "picture/PictureStyle.h"
 #include "picture/Tints.h"
 
 #include <QBuffer>
@@ -21,6 +22,7 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace uvtool
 {
@@ -28,45 +30,67 @@ namespace
 {
 
 /// Islands closer than this share of the picture's size count as neighbours for their tints.
-constexpr double neighbourReach = 0.02;
+constexpr double neighbourReach = 0.12;
+
+/// What browsers take an inch for, so that a unit of an SVG is a pixel there.
+constexpr int pixelsPerInch = 96;
+
+/// Qt names one family; a viewer that doesn't have it should take one like it.
+QByteArray withFontFamilies(QByteArray svg)
+{
+    const QByteArray family = QByteArray("font-family=\"") + pictureStyle::fontFamily;
+    return svg.replace(family, family + ", Verdana, Helvetica, sans-serif");
+}
 
 /// Everything that is painted, decided before the first stroke.
 struct Picture
 {
     const UVLayout& layout;
-    const PictureOptions& options;
+    QString title;
     PictureContent content;
     PictureFrame frame;
+    CoverageRaster raster;
     std::vector<Tint> tints;
-    std::vector<CellRun> overlaps;
     OverlapShare overlap;
 };
+
+/// The text with spaces for all that has no place in an SVG.
+QString printable(const std::string& text)
+{
+    QString printable = QString::fromStdString(text);
+    for (QChar& c : printable) {
+        if (!c.isPrint() && !c.isSurrogate())
+            c = QLatin1Char(' ');
+    }
+    return printable;
+}
 
 Picture compose(const UVLayout& layout, const PictureOptions& options)
 {
     const int size = std::clamp(options.size, 200, 8192);
-    Picture picture{layout, options, collectContent(layout), {}, {}, {}, {}};
-    picture.frame = framePicture(picture.content, options.boxes, size);
-
-    const CoverageRaster raster(picture.frame.raster(), layout, picture.content.islandOfTriangle);
+    PictureContent content = collectContent(layout);
+    const PictureFrame frame = framePicture(content, options.boxes, size);
+    const CoverageRaster raster(frame.raster(), layout, content.islandOfTriangle);
     const auto reach = static_cast<std::int32_t>(neighbourReach * size);
-    picture.tints = tintIslands(islandsBySize(picture.content), raster.neighbours(reach));
-    picture.overlaps = raster.overlaps();
-    picture.overlap.area = static_cast<double>(raster.excess()) /
-                           (picture.frame.pixelsPerUnit * picture.frame.pixelsPerUnit);
-    return picture;
+    const std::vector<Tint> tints = tintIslands(islandsBySize(content), raster.neighbours(reach));
+    const double overlap =
+        static_cast<double>(raster.excess()) / (frame.pixelsPerUnit * frame.pixelsPerUnit);
+    return {layout, printable(options.title), std::move(content), frame, raster, tints, {overlap}};
 }
 
 void paint(QPainter& painter, const Picture& picture, bool hasText)
 {
     painter.setRenderHint(QPainter::Antialiasing);
+    // An SVG names the font in every group, be there text or not.
+    if (hasText)
+        painter.setFont(pictureStyle::font(picture.frame.width / 60, false));
     paintBackground(painter, picture.frame);
     paintIslands(painter, picture.frame, picture.layout, picture.content, picture.tints);
-    paintOverlaps(painter, picture.frame, picture.overlaps);
     paintFlipped(painter, picture.frame, picture.layout, picture.content);
+    paintOverlaps(painter, picture.frame, picture.raster);
     paintBoxes(painter, picture.frame);
     if (hasText)
-        paintTexts(painter, picture.frame, picture.content, picture.options.title, picture.overlap);
+        paintTexts(painter, picture.frame, picture.content, picture.title, picture.overlap);
 }
 
 QByteArray pngBytes(const Picture& picture, bool hasText)
@@ -90,14 +114,15 @@ QByteArray svgBytes(const Picture& picture, bool hasText)
     QBuffer buffer(&bytes);
     QSvgGenerator svg;
     svg.setOutputDevice(&buffer);
+    svg.setResolution(pixelsPerInch);
     svg.setSize({picture.frame.width, picture.frame.height});
     svg.setViewBox(QRect(0, 0, picture.frame.width, picture.frame.height));
-    svg.setTitle(QString::fromStdString(picture.options.title));
+    svg.setTitle(picture.title.toHtmlEscaped());
     {
         QPainter painter(&svg);
         paint(painter, picture, hasText);
     }
-    return bytes;
+    return withFontFamilies(bytes);
 }
 
 using Encoder = QByteArray (*)(const Picture&, bool hasText);

@@ -17,7 +17,8 @@ struct PictureOptions
 
     /// Where the layout should lie: the box of the packing, or one for each tile. They are outlined
     /// and the packing efficiency is a share of their area. Empty: the tiles (unit squares at whole
-    /// numbers) that the layout touches, or its bounding box where these are more than 64.
+    /// numbers) that islands use, one that reaches into a tile by less than a tenth not counted; or
+    /// the bounding box of the layout where these are more than 64.
     std::vector<UVBox> boxes;
 
     int size = 1600; ///< longer side of the picture, in pixels; taken to the range 200 to 8192

@@ -1,6 +1,7 @@
 #include "picture/PictureContent.h"
 
 #include "check/Orientation.h"
+#include "layout/TriangleMeasures.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,25 +10,6 @@ namespace uvtool
 {
 namespace
 {
-
-bool isFinite(const UVLayout& layout, std::size_t triangle)
-{
-    for (std::size_t k = 0; k < 3; ++k) {
-        const std::array<float, 2>& uv = layout.point(triangle, k);
-        if (!std::isfinite(uv[0]) || !std::isfinite(uv[1]))
-            return false;
-    }
-    return true;
-}
-
-double signedArea(const UVLayout& layout, std::size_t triangle)
-{
-    const std::array<float, 2>& a = layout.point(triangle, 0);
-    const std::array<float, 2>& b = layout.point(triangle, 1);
-    const std::array<float, 2>& c = layout.point(triangle, 2);
-    const double ax = a[0], ay = a[1];
-    return ((b[0] - ax) * (c[1] - ay) - (b[1] - ay) * (c[0] - ax)) / 2;
-}
 
 /// Numbers the islands that are drawn, in order of their own numbers.
 void numberIslands(const UVLayout& layout, PictureContent& content)
@@ -91,8 +73,9 @@ PictureContent collectContent(const UVLayout& layout)
         if (content.islandOfTriangle[t] < 0)
             continue;
         const int turn = orientation(layout.point(t, 0), layout.point(t, 1), layout.point(t, 2));
-        const double larger = signedAreas[static_cast<std::size_t>(content.islandOfTriangle[t])];
-        if (turn * larger < 0)
+        const bool isMirrored =
+            signedAreas[static_cast<std::size_t>(content.islandOfTriangle[t])] < 0;
+        if (turn != 0 && (turn < 0) != isMirrored)
             content.flipped.push_back(t);
     }
     return content;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace uvtool
@@ -12,9 +13,8 @@ namespace
 /// More tiles than this are no tiles any more but a layout in units of its own.
 constexpr std::size_t mostTiles = 64;
 
-/// What an island may reach into a tile without touching it: far above the rounding of UVs, far
-/// below a pixel of a texture.
-constexpr double tileSlack = 1e-5;
+/// An island that reaches this far into a tile only leans over its side and doesn't use it.
+constexpr double tileSlack = 0.1;
 
 /// The map shows the unit square too unless it would be smaller than this share of the view.
 constexpr double leastUnitShare = 0.02;
@@ -36,15 +36,18 @@ UVRectangle tileRectangle(double column, double row)
     return {column, row, column + 1, row + 1};
 }
 
-/// First and last tile along one axis.
+/// First and last tile along one axis. The middle of the range always lies in one of them.
 std::pair<double, double> tileRange(float lo, float hi)
 {
-    const double first = std::floor(static_cast<double>(lo) + tileSlack);
-    return {first, std::max(first, std::ceil(static_cast<double>(hi) - tileSlack) - 1)};
+    const double low = lo;
+    const double high = hi;
+    const double middle = std::floor((low + high) / 2);
+    return {std::min(middle, std::floor(low + tileSlack)),
+            std::max(middle, std::ceil(high - tileSlack) - 1)};
 }
 
-/// The tiles that islands touch, row by row from below; none when there are too many.
-std::vector<UVRectangle> touchedTiles(const PictureContent& content)
+/// The tiles that islands use, row by row from below; none when there are too many.
+std::vector<UVRectangle> usedTiles(const PictureContent& content)
 {
     std::vector<std::pair<double, double>> tiles; // row, column
     for (const UVBox& box : content.boundsOfIsland) {
@@ -78,15 +81,14 @@ std::string textFor(const std::vector<UVRectangle>& tiles)
 void chooseBoxes(const PictureContent& content, const std::vector<UVBox>& asked,
                  PictureFrame& frame)
 {
-    for (const UVBox& box : asked)
-        frame.boxes.push_back(rectangle(box));
+    std::transform(asked.begin(), asked.end(), std::back_inserter(frame.boxes), rectangle);
     if (!asked.empty()) {
         frame.boxesText = asked.size() == 1 ? "of the box" : "of the boxes";
     } else if (content.islandCount() == 0) {
         frame.boxes.push_back(UVRectangle{});
         frame.boxesText = "of the unit square";
     } else {
-        frame.boxes = touchedTiles(content);
+        frame.boxes = usedTiles(content);
         if (frame.boxes.empty()) {
             frame.boxes.push_back(rectangle(content.bounds));
             frame.boxesText = "of its bounding box";

@@ -19,9 +19,10 @@ constexpr double middleLightness = 0.80;
 constexpr double lightnessStep = 0.055;
 constexpr double seriesChroma = 0.105;
 
-/// How many of the tints that are left an island chooses from. Enough that one of them lies far
-/// from all neighbours; few enough that tints are taken about in order of the series.
-constexpr std::size_t choice = 24;
+/// How many of the tints that are left an island chooses from, at most as many as there are
+/// islands: enough that one of them lies far from all neighbours, few enough that the tints used
+/// are an even stretch of the series.
+constexpr std::size_t mostChoice = 24;
 
 std::array<double, 3> toLab(const Tint& tint)
 {
@@ -122,6 +123,7 @@ std::vector<Tint> tintIslands(std::span<const std::uint32_t> order, std::span<co
     std::vector<char> isTinted(order.size(), 0);
     std::vector<Tint> left; // the tints to choose from, in order of the series
     std::size_t next = 0;
+    const std::size_t choice = std::min(mostChoice, order.size());
 
     for (const std::uint32_t island : order) {
         while (left.size() < choice)

@@ -1,0 +1,251 @@
+#include "uvtool/LayoutBuilders.h"
+#include "uvtool/TempFolder.h"
+
+#include "document/FileError.h"
+#include "picture/LayoutPicture.h"
+#include "picture/PictureContent.h"
+#include "picture/PictureFrame.h"
+#include "picture/PictureStyle.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QXmlStreamReader>
+
+#include <clocale>
+#include <limits>
+#include <set>
+
+namespace
+{
+
+using namespace uvtool;
+using test::TestLayout;
+using testing::HasSubstr;
+
+/// A PNG of a layout, and where its UVs lie in it.
+class DrawnPicture
+{
+public:
+    explicit DrawnPicture(const UVLayout& layout, const PictureOptions& options = {{}, {}, 800})
+        : frame_(framePicture(collectContent(layout), options.boxes, options.size))
+    {
+        const TempFolder folder;
+        drawLayout(layout, options, folder / "layout.png");
+        image_ = QImage(QString::fromStdString((folder / "layout.png").string()), "PNG");
+    }
+
+    const QImage& image() const { return image_; }
+    QColor at(double u, double v) const
+    {
+        return image_.pixelColor(static_cast<int>(frame_.x(u)), static_cast<int>(frame_.y(v)));
+    }
+
+private:
+    PictureFrame frame_;
+    QImage image_;
+};
+
+std::string svgOf(const UVLayout& layout, const PictureOptions& options = {})
+{
+    const TempFolder folder;
+    drawLayout(layout, options, folder / "layout.svg");
+    return bytesOf(folder / "layout.svg");
+}
+
+/// All text of an SVG, one piece a line. Fails when the SVG is not well formed.
+std::string textsIn(const std::string& svg)
+{
+    QXmlStreamReader reader(QByteArray::fromStdString(svg));
+    std::string texts;
+    while (!reader.atEnd()) {
+        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == "text")
+            texts += reader.readElementText().trimmed().toStdString() + '\n';
+    }
+    EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
+    return texts;
+}
+
+/// n by n separate squares in the unit square, a gap of a fifth of their side between them.
+TestLayout squares(int n)
+{
+    TestLayout layout;
+    for (int row = 0; row < n; ++row)
+        for (int column = 0; column < n; ++column) {
+            const auto at = [n](int cell, float share) {
+                return (static_cast<float>(cell) + share) / static_cast<float>(n);
+            };
+            layout.addRectangle(row * n + column, {at(column, 0.1F), at(row, 0.1F)},
+                                {at(column, 0.9F), at(row, 0.9F)});
+        }
+    return layout;
+}
+
+TEST(LayoutPicture, ShowsIslandUnitSquareAndPage)
+{
+    TestLayout layout;
+    layout.addRectangle(0, {0.25F, 0.25F}, {0.75F, 0.75F});
+    const DrawnPicture picture(layout);
+    ASSERT_FALSE(picture.image().isNull());
+    EXPECT_EQ(std::max(picture.image().width(), picture.image().height()), 800);
+
+    EXPECT_EQ(picture.at(0.15, 0.15), pictureStyle::box);
+    EXPECT_EQ(picture.image().pixelColor(2, 2), pictureStyle::page);
+    EXPECT_LT(picture.at(0.0, 0.55).lightness(), 150) << "no unit square";
+    const QColor island = picture.at(0.45, 0.55);
+    EXPECT_EQ(picture.at(0.35, 0.65), island);
+    EXPECT_GT(island.saturation(), 60);
+    EXPECT_LT(picture.at(0.25, 0.55).lightness(), island.lightness() - 50) << "no outline";
+}
+
+TEST(LayoutPicture, EveryIslandHasATintOfItsOwn)
+{
+    const int n = 12;
+    const DrawnPicture picture(squares(n));
+    std::set<QRgb> tints;
+    for (int row = 0; row < n; ++row)
+        for (int column = 0; column < n; ++column)
+            tints.insert(picture.at((column + 0.4) / n, (row + 0.6) / n).rgb());
+    EXPECT_EQ(tints.size(), static_cast<std::size_t>(n * n));
+}
+
+TEST(LayoutPicture, MarksFlipsAndOverlaps)
+{
+    TestLayout layout = test::gridLayout(4, {0, 0}, 0.5F);
+    std::swap(layout.corners[0], layout.corners[1]);
+    layout.addRectangle(1, {0.6F, 0.1F}, {0.8F, 0.3F});
+    layout.addRectangle(2, {0.7F, 0.2F}, {0.9F, 0.4F});
+    const DrawnPicture picture(layout);
+    EXPECT_EQ(picture.at(0.08, 0.03), pictureStyle::flipped);
+    EXPECT_LT(picture.at(0.73, 0.26).lightness(), picture.at(0.87, 0.33).lightness() - 10);
+
+    const std::string texts = textsIn(svgOf(layout));
+    EXPECT_THAT(texts, HasSubstr("1 flipped triangle\n"));
+    EXPECT_THAT(texts, HasSubstr("of the area overlaps\n"));
+    EXPECT_THAT(textsIn(svgOf(squares(3))), testing::Not(HasSubstr("overlaps")));
+}
+
+TEST(LayoutPicture, MirroredIslandIsNotFlipped)
+{
+    TestLayout layout = test::gridLayout(4);
+    for (test::Point& uv : layout.uvs)
+        uv[0] = 1 - uv[0];
+    EXPECT_THAT(textsIn(svgOf(layout)), testing::Not(HasSubstr("flipped")));
+}
+
+TEST(LayoutPicture, NamesEfficiencyAndCounts)
+{
+    struct Case
+    {
+        const char* name;
+        TestLayout layout;
+        std::vector<UVBox> boxes;
+        const char* share;
+        const char* of;
+    };
+    TestLayout half;
+    half.addRectangle(0, {0, 0}, {1, 0.5F});
+    TestLayout twice = half;
+    twice.addRectangle(1, {0, 0}, {1, 0.5F});
+    TestLayout tiles = half;
+    tiles.addRectangle(1, {1, 1}, {2, 2});
+    TestLayout leaning;
+    leaning.addRectangle(0, {-0.05F, 0}, {0.45F, 1});
+    TestLayout large;
+    large.addRectangle(0, {-100, -100}, {300, 300});
+    const UVBox wide{{0, 0}, {2, 0.5F}};
+    const Case cases[] = {
+        {"half", half, {}, "50.0 %", "of the unit square"},
+        {"covered twice counts once", twice, {}, "50.0 %", "of the unit square"},
+        {"a given box", half, {wide}, "50.0 %", "of the box"},
+        {"two tiles", tiles, {}, "75.0 %", "of 2 tiles"},
+        {"leaning over a side", leaning, {}, "50.0 %", "of the unit square"},
+        {"units of its own", large, {}, "100.0 %", "of its bounding box"},
+        {"nothing", {}, {}, "0.0 %", "no UVs"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string texts = textsIn(svgOf(c.layout, {"the title", c.boxes, 1000}));
+        EXPECT_THAT(texts, HasSubstr("the title\n"));
+        EXPECT_THAT(texts, HasSubstr(std::string(c.share) + '\n'));
+        EXPECT_THAT(texts, HasSubstr(std::string(c.of) + '\n'));
+    }
+    EXPECT_THAT(textsIn(svgOf(half)), HasSubstr("1 island  ·  2 triangles\n"));
+}
+
+TEST(LayoutPicture, TriangleEdgesShowOnlyWhereThereIsRoom)
+{
+    const auto colors = [](const TestLayout& layout) {
+        const DrawnPicture picture(layout);
+        std::set<QRgb> seen;
+        for (double u = 0.3; u < 0.5; u += 0.001)
+            seen.insert(picture.at(u, 0.412).rgb());
+        return seen.size();
+    };
+    EXPECT_GT(colors(test::gridLayout(20)), 3U);
+    EXPECT_EQ(colors(test::gridLayout(300)), 1U);
+}
+
+TEST(LayoutPicture, ManyTrianglesMakeASmallSvg)
+{
+    EXPECT_LT(svgOf(test::gridLayout(300)).size(), 100'000U);
+}
+
+TEST(LayoutPicture, SurvivesAnyLayout)
+{
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr float largest = std::numeric_limits<float>::max();
+    TestLayout broken;
+    broken.addRectangle(0, {0, 0}, {nan, 1});
+    broken.addRectangle(1, {0, 0}, {infinity, 1});
+    broken.addRectangle(2, {0.2F, 0.2F}, {0.4F, 0.4F});
+    TestLayout huge;
+    huge.addRectangle(0, {-largest, -largest}, {largest, largest});
+    TestLayout point;
+    point.addRectangle(0, {1e6F, 1e6F}, {1e6F, 1e6F});
+    TestLayout tiny;
+    tiny.addRectangle(5, {1e-38F, 0}, {3e-38F, 1e-38F});
+    TestLayout line;
+    line.addRectangle(0, {3, 0}, {3, 100});
+    TestLayout leftOut;
+    leftOut.addRectangle(-1, {0, 0}, {1, 1});
+    for (const TestLayout& layout : {broken, huge, point, tiny, line, leftOut, TestLayout{}}) {
+        for (const int size : {-1, 200, 700}) {
+            EXPECT_FALSE(DrawnPicture(layout, {{}, {}, size}).image().isNull());
+            const std::string svg = svgOf(layout, {"<&\"\xff", {}, size});
+            textsIn(svg);
+            EXPECT_THAT(svg, testing::Not(testing::ContainsRegex("[\" ,]-?(nan|inf)")));
+        }
+    }
+    EXPECT_THAT(textsIn(svgOf(broken)), HasSubstr("4 triangles without finite UVs left out"));
+}
+
+TEST(LayoutPicture, IsTheSameEveryTimeAndLeavesTheLocaleAlone)
+{
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    EXPECT_EQ(svgOf(squares(5)), svgOf(squares(5)));
+    EXPECT_EQ(DrawnPicture(squares(5)).image(), DrawnPicture(squares(5)).image());
+    EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
+}
+
+TEST(LayoutPicture, RefusesWhatItCannotWrite)
+{
+    const TempFolder folder;
+    const TestLayout layout = squares(1);
+    EXPECT_TRUE(isPictureFormat("a.PNG"));
+    EXPECT_TRUE(isPictureFormat("a.svg"));
+    for (const char* const name : {"picture.gif", "picture", "no/such/folder.png"}) {
+        try {
+            drawLayout(layout, {}, folder / name);
+            ADD_FAILURE() << name;
+        } catch (const FileError& error) {
+            EXPECT_EQ(error.kind(), FileError::Write);
+        }
+        EXPECT_FALSE(std::filesystem::exists(folder / name));
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+} // namespace
