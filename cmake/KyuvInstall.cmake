@@ -1,4 +1,4 @@
-# Makes find_package(kyUVUtils) work from an outside project, installed or from the build tree.
+# Makes find_package(kyUVUtils) work from an outside project once this one is installed.
 include(CMakePackageConfigHelpers)
 
 set(kyuv_package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/kyUVUtils")

@@ -8,13 +8,13 @@ endfunction()
 
 set(flags "")
 if(SANITIZE)
-  set(flags "-fsanitize=address,undefined")
+  set(flags "-fsanitize=address,undefined -fno-sanitize-recover=undefined")
 endif()
 
 file(REMOVE_RECURSE "${WORK_DIR}/prefix" "${WORK_DIR}/build")
 run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${WORK_DIR}/prefix")
 run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}" -B "${WORK_DIR}/build" -G "${GENERATOR}"
-    -D "CMAKE_BUILD_TYPE=${BUILD_TYPE}" -D "CMAKE_PREFIX_PATH=${WORK_DIR}/prefix"
-    -D "CMAKE_CXX_FLAGS=${flags}")
+    -D "CMAKE_CXX_COMPILER=${COMPILER}" -D "CMAKE_BUILD_TYPE=${BUILD_TYPE}"
+    -D "CMAKE_PREFIX_PATH=${WORK_DIR}/prefix" -D "CMAKE_CXX_FLAGS=${flags}")
 run("${CMAKE_COMMAND}" --build "${WORK_DIR}/build")
 run("${WORK_DIR}/build/outside")
