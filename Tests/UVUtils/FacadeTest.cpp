@@ -34,6 +34,14 @@ osg::GeometryPtr broken()
     return geometry;
 }
 
+TEST(Facade, StartsWithEverythingThroughACompactMesh)
+{
+    EXPECT_TRUE(kyUVUtils::getUseCompactMesh());
+    EXPECT_FALSE(kyUVUtils::getFillShading());
+    EXPECT_EQ(kyUVUtils::getSelectMode(), kyUVUtils::SelectAll);
+    EXPECT_EQ(kyUVUtils::getSelectUVSet(), kyUVTypes::UVSet0);
+}
+
 TEST(Facade, ItsSettersPostTwoMessagesAndFillShadingNone)
 {
     Texts messages;
@@ -42,8 +50,12 @@ TEST(Facade, ItsSettersPostTwoMessagesAndFillShadingNone)
         return 1;
     });
     const Texts posted{"VESelectionChanged0", "UVSelectionModeChanged0"};
-    kyUVUtils::setSelectMode(kyUVUtils::getSelectMode());
-    EXPECT_EQ(std::exchange(messages, {}), posted) << "also without a change";
+    kyUVUtils::setSelectMode(kyUVUtils::ESelectMode(77));
+    EXPECT_EQ(std::exchange(messages, {}), posted);
+    EXPECT_EQ(kyUVUtils::getSelectMode(), 77);
+    kyUVUtils::setSelectMode(kyUVUtils::SelectAll);
+    kyUVUtils::setSelectMode(kyUVUtils::SelectAll);
+    EXPECT_EQ(std::exchange(messages, {}).size(), 4U) << "also without a change";
     kyUVUtils::setSelectUVSet(kyUVTypes::UVSet1);
     EXPECT_EQ(std::exchange(messages, {}), posted);
     kyUVUtils::setUseCompactMesh(false);
@@ -65,7 +77,6 @@ TEST(Facade, OnlyShellsGoThroughACompactMeshWhenTheFlagIsOff)
 {
     const osg::RefPtr<osg::Geometry> plain(quad());
     const osg::RefPtr<osg::Node> shell(shellOf({quad()}));
-    EXPECT_TRUE(kyUVUtils::getUseCompactMesh()) << "the start value";
     for (const bool use : {true, false}) {
         kyUVUtils::setUseCompactMesh(use);
         EXPECT_EQ(kyUVUtils::useCMesh(plain), use);

@@ -111,11 +111,9 @@ CRef RecordingSolver::answer(const std::string& command, const Run& run)
 
 CRef RecordingSolver::answerExport(const Run& run) const
 {
-    if (!run.params->Exists("#IndexTable.VertexIDsToIslandIDs bool"))
-        return doubles("#Data.CoordsUVW doubles", importedUVW_);
-    const CRef result = nothing();
-    result->Add("#IndexTable.VertexIDsToIslandIDs ints", CRef(islandOfVertex, NU3D::VALPROP_VALUE));
-    return result;
+    if (run.params->Exists("#IndexTable.VertexIDsToIslandIDs bool"))
+        return holding("#IndexTable.VertexIDsToIslandIDs ints", islandOfVertex);
+    return holding("#Data.CoordsUVW doubles", importedUVW_);
 }
 
 std::vector<std::string> RecordingSolver::table(const std::string& command, int nth) const
@@ -129,25 +127,4 @@ std::vector<std::string> RecordingSolver::table(const std::string& command, int 
 CRef RecordingSolver::nothing()
 {
     return {NU3D::VALTYPE_TABLE, NU3D::VALPROP_VALUE};
-}
-
-CRef RecordingSolver::error(const std::string& text)
-{
-    const CRef result = nothing();
-    result->Add("Error", CRef(text, NU3D::VALPROP_VALUE));
-    return result;
-}
-
-CRef RecordingSolver::warning(const std::string& text)
-{
-    const CRef result = nothing();
-    result->Add("Warning", CRef(text, NU3D::VALPROP_VALUE));
-    return result;
-}
-
-CRef RecordingSolver::doubles(const std::string& name, std::vector<double> values)
-{
-    const CRef result = nothing();
-    result->Add(name, CRef(std::move(values), NU3D::VALPROP_VALUE));
-    return result;
 }

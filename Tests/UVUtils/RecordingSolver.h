@@ -44,10 +44,14 @@ public:
     int alive() const { return alive_; }
 
     static NU3D::CRef nothing();
-    static NU3D::CRef error(const std::string& text);
-    static NU3D::CRef warning(const std::string& text);
-    /// A result that holds an array under a name.
-    static NU3D::CRef doubles(const std::string& name, std::vector<double> values);
+    /// A result that holds one value.
+    template <class Value>
+    static NU3D::CRef holding(const char* name, const Value& value)
+    {
+        NU3D::CRef result = nothing();
+        result->Add(name, NU3D::CRef(value, NU3D::VALPROP_VALUE));
+        return result;
+    }
 
 private:
     class Instance;

@@ -57,8 +57,9 @@ TEST(Settings, LengthsAndSharesAreClampedAndNeverNoNumber)
     }
 }
 
-TEST(Settings, OptimizeAndSeamStartWithTheirDefaults)
+TEST(Settings, StartWithTheirDefaults)
 {
+    EXPECT_EQ(PackSettings().getRotateStep(), 90.0);
     const OptimizeSettings optimize;
     EXPECT_EQ(optimize.getIterations(), 1);
     EXPECT_EQ(optimize.getRoomSpace(), 0.0);

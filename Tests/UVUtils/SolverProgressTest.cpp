@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <limits>
+#include <utility>
 
 using namespace kyUnfold3D;
 
@@ -51,19 +52,23 @@ protected:
 
 TEST_F(SolverProgress, EachPhaseFillsItsShareOfTheRun)
 {
-    std::vector<double> afterPhases;
+    std::vector<double> fractions; // halfway through each phase, and at its end
     for (const char* command : {"Import", "Unfold", "Pack"})
         solver.on(command, [&](const Run& run) {
-            for (int i = 1; i <= 100; ++i)
-                run.progress(i / 100.0);
-            afterPhases.push_back(fraction);
+            for (const double progress : {0.5, 1.0}) {
+                run.progress(progress);
+                fractions.push_back(fraction);
+            }
             return RecordingSolver::nothing();
         });
-    unfold({.pack = &packSettings});
-    unfold();
-    pack();
-    EXPECT_THAT(afterPhases,
-                testing::Pointwise(testing::DoubleNear(1e-9), {0.2, 0.9, 1.0, 0.2, 1.0, 0.5, 1.0}));
+    const auto fractionsOf = [&](kyUVTypes::ReturnCode) { return std::exchange(fractions, {}); };
+    const auto areAbout = [](std::vector<double> expected) {
+        return testing::Pointwise(testing::DoubleNear(1e-9), expected);
+    };
+    EXPECT_THAT(fractionsOf(unfold({.pack = &packSettings})),
+                areAbout({0.1, 0.2, 0.55, 0.9, 0.95, 1.0}));
+    EXPECT_THAT(fractionsOf(unfold()), areAbout({0.1, 0.2, 0.6, 1.0}));
+    EXPECT_THAT(fractionsOf(pack()), areAbout({0.25, 0.5, 0.75, 1.0}));
 }
 
 TEST_F(SolverProgress, TellsTheUserThePhase)
@@ -91,6 +96,8 @@ TEST_F(SolverProgress, ReportsAHundredthTheEndAndAfterAQuarterSecond)
         now += 1;
         run.progress(0.2575);
         EXPECT_EQ(output.take(), "  25.75 %        \r");
+        run.progress(0.268);
+        EXPECT_EQ(output.take(), "  26.8 %        \r");
         run.progress(0.995);
         EXPECT_EQ(output.take(), "  99.5 %        \r");
         run.progress(1.0);
@@ -129,19 +136,41 @@ TEST_F(SolverProgress, AMinuteWithoutProgressAsksToStopAndSaysSoOnce)
         now += 1;
         run.progress(0.5);
         EXPECT_TRUE(run.asksToStop());
+        output.take();
         run.progress(0.9);
         EXPECT_TRUE(run.asksToStop()) << "too late";
+        EXPECT_EQ(output.take(), "");
     };
-    solver.on("Unfold", [](const Run& run) {
-        EXPECT_FALSE(run.asksToStop()) << "each command has a minute of its own";
-        run.progress(0.0);
-        EXPECT_FALSE(run.asksToStop());
-        return RecordingSolver::nothing();
-    });
     EXPECT_EQ(unfoldWith(duringImport), kyUVTypes::Success)
         << "what comes of a stop is the solver's";
     EXPECT_EQ(log.lines, (Texts{"errorNR: Unfold3D timeout: request stop because no progress for "
                                 "> 60 seconds"}));
+}
+
+TEST_F(SolverProgress, EachPhaseCountsFromItsOwnBeginning)
+{
+    solver.on("Unfold", [this](const Run& run) {
+        output.take();
+        run.progress(0.0);
+        EXPECT_FALSE(run.asksToStop());
+        EXPECT_EQ(output.take(), "");
+        run.progress(0.5);
+        return RecordingSolver::nothing();
+    });
+    solver.on("Pack", [this](const Run& run) {
+        now += 60 * second;
+        run.progress(0.5);
+        EXPECT_FALSE(run.asksToStop());
+        return RecordingSolver::nothing();
+    });
+    solver.on("Import", [this](const Run& run) {
+        now += 60 * second;
+        run.progress(0.0);
+        EXPECT_TRUE(run.asksToStop());
+        return RecordingSolver::nothing();
+    });
+    EXPECT_EQ(unfold({.pack = &packSettings}), kyUVTypes::Success);
+    EXPECT_EQ(log.lines.size(), 1U);
 }
 
 TEST_F(SolverProgress, AnyChangeWithinTheMinuteRestartsTheClock)

@@ -39,6 +39,12 @@ TEST_F(Unfold3DData, RefusesWhatIsNoTriangleList)
     const Case cases[] = {
         {"no indices", [](auto& g) { g.setIndices(osg::NullFC); }, "osg_positions 4\n"},
         {"empty indices", [](auto& g) { g.getIndices()->clear(); }, "osg_indices 0\n"},
+        {"two index lists without indices",
+         [](auto& g) {
+             g.setIndexMapping({osg::Geometry::MapPosition, osg::Geometry::MapTexCoords});
+             g.setIndices(osg::NullFC);
+         },
+         "osg geo: index mapping 2  - making single indexed \n"},
         {"no positions", [](auto& g) { g.setPositions(osg::NullFC); }, "geo:\nosg_indices 6\n"},
         {"empty positions", [](auto& g) { g.getPositions()->clear(); }, "osg_indices 6\n"},
         {"homogeneous positions", [](auto& g) { g.setPositions(osg::GeoPositions4f::create()); },

@@ -110,8 +110,8 @@ TEST_F(Unfold, AListThatNamesAsManyVerticesAsThereAreSelectsAll)
 TEST_F(Unfold, ReadsTheAnswerBackWithoutW)
 {
     solver.on("Export", [](const auto&) {
-        return RecordingSolver::doubles("#Data.CoordsUVW doubles",
-                                        {0, 1, 9, 2, 3, 9, 4, 5, 9, 6, 7, 9});
+        return RecordingSolver::holding("#Data.CoordsUVW doubles",
+                                        std::vector<double>{0, 1, 9, 2, 3, 9, 4, 5, 9, 6, 7, 9});
     });
     uvs = {Vec2f(8.F, 8.F)};
     EXPECT_EQ(unfold(), kyUVTypes::Success);
@@ -123,7 +123,7 @@ TEST_F(Unfold, AnAnswerOfTheWrongSizeIsRefusedWithoutAWord)
     uvs = {Vec2f(8.F, 8.F)};
     for (const std::size_t size : {0U, 11U, 15U}) {
         solver.on("Export", [&](const auto&) {
-            return RecordingSolver::doubles("#Data.CoordsUVW doubles", std::vector<double>(size));
+            return RecordingSolver::holding("#Data.CoordsUVW doubles", std::vector<double>(size));
         });
         EXPECT_EQ(unfold(), kyUVTypes::Failure);
         EXPECT_EQ(uvs, (UVs{Vec2f(8.F, 8.F)}));
