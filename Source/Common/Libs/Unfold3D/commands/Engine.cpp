@@ -22,7 +22,8 @@ struct NamedCommand
 
 constexpr NamedCommand commands[] = {
     {"Init", runInit, false},          {"Import", runImport, false}, {"Select", runSelect, true},
-    {"Constrain", runConstrain, true}, {"Unfold", runUnfold, true},  {"Export", runExport, true},
+    {"Constrain", runConstrain, true}, {"Unfold", runUnfold, true},  {"Pack", runPack, true},
+    {"Export", runExport, true},
 };
 
 class Engine : public NU3D::Backend

@@ -1,0 +1,112 @@
+#include "Unfold3D/commands/Commands.h"
+#include "Unfold3D/packing/Pack.h"
+
+#include <array>
+#include <numeric>
+#include <stdexcept>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+/// The value of an enum that a number stands for.
+template <class Enum>
+Enum choice(const char* what, int number, std::initializer_list<Enum> known)
+{
+    for (const Enum value : known)
+        if (static_cast<int>(value) == number)
+            return value;
+    throw CommandError("There is no " + std::string(what) + " " + std::to_string(number) + ".");
+}
+
+TileChoice tileChoice(const std::string& word)
+{
+    if (word == "Distribute")
+        return TileChoice::Distribute;
+    if (word == "BBoxCenter" || word == "Specified")
+        return TileChoice::ByBoxCentre;
+    throw CommandError("Unknown way to choose tiles \"" + word +
+                       "\": use \"BBoxCenter\" or \"Distribute\".");
+}
+
+PackOptions readOptions(const Params& params)
+{
+    PackOptions options;
+    options.translate = params.flag("#Translate bool", true);
+    options.turnMin = params.number("#Rotate.Min double 0.0", 0.0);
+    options.turnMax = params.number("#Rotate.Max double 360.0", 360.0);
+    options.turnStep = params.number("#Rotate.Step double 0.0", 0.0);
+    options.preRotation =
+        choice("rotation mode", params.integer("#Rotate.Mode int 2", 2),
+               {PreRotation::None, PreRotation::LongestSideAlongU, PreRotation::LongestSideAlongV,
+                PreRotation::LeastBox, PreRotation::LeastBoxAlongU, PreRotation::LeastBoxAlongV});
+    options.islandScaling =
+        choice("scaling mode", params.integer("#Scaling.Mode int 0", 0),
+               {IslandScaling::None, IslandScaling::ByArea, IslandScaling::ByOneFactor});
+    options.layoutScaling =
+        choice("layout scaling mode", params.integer("#LayoutScalingMode int 0", 0),
+               {LayoutScaling::Keep, LayoutScaling::KeepOrShrink, LayoutScaling::Fit,
+                LayoutScaling::Stretch});
+    options.resolution = params.integer("#Resolution int", options.resolution);
+    options.mutations = params.integer("#MaxMutations int 1", 1);
+    options.spacing = params.number("#SpacingSize double 0", 0.0);
+    options.margin = params.number("#MarginSize double 0", 0.0);
+    const NU3D::CBox2D box = params.box("#Box box2d 0.0 1.0 0.0 1.0", {0.0, 1.0, 0.0, 1.0});
+    options.box = {{box.minU, box.minV}, {box.maxU, box.maxV}};
+    options.tilesU = params.integer("#MultiTile.SizeU int", 1);
+    options.tilesV = params.integer("#MultiTile.SizeV int", 1);
+    options.tileChoice =
+        tileChoice(params.text("#TileAssignMode string \"Specified\"", "Specified"));
+    return options;
+}
+
+std::vector<int> islandsToPack(const Session& session, bool selectedOnly)
+{
+    std::vector<int> islands;
+    for (int island = 0; island < session.islands.count(); ++island)
+        if (!selectedOnly || session.isIslandSelected[static_cast<std::size_t>(island)])
+            islands.push_back(island);
+    return islands;
+}
+
+void moveIslands(Session& session, const std::vector<IslandMove>& moves)
+{
+    for (const IslandMove& move : moves) {
+        for (const int vertex : session.islands.vertices[move.island]) {
+            const auto v = static_cast<std::size_t>(vertex);
+            session.uvs[v] = move(session.uvs[v]);
+            session.w[v] = 0.0;
+        }
+        session.isChanged[static_cast<std::size_t>(move.island)] = 1;
+    }
+}
+
+} // namespace
+
+void runPack(Session& session, const Params& params, Answer& answer, RunControl& control)
+{
+    const PackOptions options = readOptions(params);
+    const std::vector<int> islands =
+        islandsToPack(session, params.flag("#ProcessIslandSelection bool", false));
+    if (islands.empty()) {
+        answer.warn("There is no island to pack.");
+        return;
+    }
+    PackResult result;
+    try {
+        const UVLayout layout = makeUVLayout(session.mesh, session.islands, session.uvs);
+        result = packIslands(layout, islands, options, control);
+    } catch (const std::invalid_argument& impossible) {
+        throw CommandError(impossible.what());
+    }
+    if (result.shrunkBy < 1.0)
+        answer.warn("The islands don't fit into the box at their size. They were made smaller, "
+                    "all by the factor " +
+                    std::to_string(result.shrunkBy) + ".");
+    answer.set("#Pack.Method string", NU3D::CRef(result.method, NU3D::VALPROP_VALUE));
+    moveIslands(session, result.moves);
+}
+
+} // namespace unfold3d

@@ -1,0 +1,115 @@
+#include "Unfold3D/packing/MakePieces.h"
+
+#include "Unfold3D/packing/IslandSizes.h"
+#include "Unfold3D/packing/Turns.h"
+
+#include <algorithm>
+#include <cmath>
+#include <tbb/parallel_for.h>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+/// Turns of all pieces together that a layout tries; many pieces get fewer each.
+constexpr std::size_t maxTurnsTogether = 60'000;
+constexpr std::size_t minTurnsOfPiece = 4;
+
+Box2 boxOf(const UVLayout& layout, int island)
+{
+    Box2 box;
+    for (const int v : layout.islands.vertices[island])
+        box.add(layout.uvs[static_cast<std::size_t>(v)]);
+    return box;
+}
+
+void evenlyThin(std::vector<Vec2>& turns, std::size_t count)
+{
+    if (turns.size() <= count)
+        return;
+    for (std::size_t i = 0; i < count; ++i)
+        turns[i] = turns[i * turns.size() / count];
+    turns.resize(count);
+}
+
+/// `localPoints` [vertex] is filled for the vertices of the island.
+void shapePiece(const UVLayout& layout, const PackOptions& options, std::vector<Vec2>& localPoints,
+                Piece& piece)
+{
+    const std::span<const int> vertices = layout.islands.vertices[piece.island];
+    for (const int v : vertices)
+        localPoints[static_cast<std::size_t>(v)] =
+            piece.size * (layout.uvs[static_cast<std::size_t>(v)] - piece.pivot);
+    std::vector<OutlineEdge> outline =
+        islandOutline(localPoints, layout.mesh.triangles, layout.triangles[piece.island], vertices);
+    piece.preTurn = preRotationOf(options.preRotation, outline);
+    for (OutlineEdge& edge : outline) {
+        edge.from = turned(edge.from, piece.preTurn);
+        edge.to = turned(edge.to, piece.preTurn);
+    }
+    piece.outline = OutlineTree(std::move(outline));
+    for (const Vec2 turn : piece.turns) {
+        Box2 box;
+        for (const OutlineEdge& edge : piece.outline.edges()) {
+            box.add(turned(edge.from, turn));
+            box.add(turned(edge.to, turn));
+        }
+        piece.boxes.push_back(box);
+    }
+}
+
+} // namespace
+
+UVLayout makeUVLayout(const ImportedMesh& mesh, const Islands& islands, std::span<const Vec2> uvs)
+{
+    std::vector<char> isReached(uvs.size(), 0);
+    for (const int t : islands.triangles.flat)
+        for (const int v : mesh.triangles[static_cast<std::size_t>(t)])
+            isReached[static_cast<std::size_t>(v)] = 1;
+
+    std::vector<int> islandOf = islands.ofTriangle;
+    for (std::size_t t = 0; t < islandOf.size(); ++t)
+        if (mesh.parts[t] == ImportedMesh::LeftOut) {
+            const Triangle& corner = mesh.triangles[t];
+            if (std::all_of(corner.begin(), corner.end(),
+                            [&](int v) { return isReached[static_cast<std::size_t>(v)] != 0; }))
+                islandOf[t] = Islands::noIsland;
+        }
+    return {mesh, islands, uvs, groupByKey(islandOf, islands.count())};
+}
+
+std::vector<OutlineEdge> standingOutline(const UVLayout& layout, int island)
+{
+    return islandOutline(layout.uvs, layout.mesh.triangles, layout.triangles[island],
+                         layout.islands.vertices[island]);
+}
+
+Pieces makePieces(const UVLayout& layout, std::span<const int> islands, const PackOptions& options,
+                  const RunControl& control)
+{
+    const IslandSizes sizes =
+        sizeIslands(layout.mesh, layout.islands, layout.uvs, islands, options.islandScaling);
+    std::vector<Vec2> turns = turnsToTry(options.turnStep, options.turnMin, options.turnMax);
+    evenlyThin(turns, std::max(minTurnsOfPiece,
+                               maxTurnsTogether / std::max<std::size_t>(1, islands.size())));
+
+    Pieces result;
+    result.naturalScale = sizes.naturalScale;
+    result.pieces.resize(islands.size());
+    std::vector<Vec2> localPoints(layout.uvs.size());
+    tbb::parallel_for(std::size_t{0}, islands.size(), [&](std::size_t i) {
+        control.checkpoint();
+        Piece& piece = result.pieces[i];
+        piece.island = islands[i];
+        piece.pivot = boxOf(layout, piece.island).centre();
+        piece.size = sizes.factor[i];
+        piece.area = sizes.area[i];
+        piece.turns = turns;
+        shapePiece(layout, options, localPoints, piece);
+    });
+    return result;
+}
+
+} // namespace unfold3d

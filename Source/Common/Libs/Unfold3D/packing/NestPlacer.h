@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/packing/BitSheet.h"
+#include "Unfold3D/packing/Placer.h"
+#include "Unfold3D/packing/Sheet.h"
+
+#include <vector>
+
+namespace unfold3d
+{
+
+/// Lays pieces out by their outlines, on a raster: each goes where its top is lowest, of all its
+/// turns, so small ones end up in the holes and bays of the larger ones that were laid before.
+///
+/// The raster is conservative. The result keeps the gap exactly, whatever the size of the cells.
+class NestPlacer : public Placer
+{
+public:
+    /// cells  along the longer side of a tile
+    NestPlacer(const std::vector<Piece>& pieces, const Sheet& sheet, int cells,
+               const RunControl& control);
+
+    std::vector<std::vector<double>> goodOrders() const override;
+    bool setScale(double scale) override;
+    std::optional<Layout> layOut(std::span<const double> weights) const override;
+
+private:
+    using Poses = std::vector<ShapeRaster>; ///< [turn] without runs where it is like another
+
+    struct Spot
+    {
+        int turn;
+        Cell cell;
+    };
+
+    void rasterPieces();
+    void blockObstacles();
+    std::optional<Spot> findSpot(const BitSheet& sheet, const Poses& poses) const;
+
+    const std::vector<Piece>& pieces_;
+    const Sheet& sheet_;
+    const RunControl& control_;
+    double cell_;
+    int columns_;
+    int rows_;
+    long long cellsOfObstacles_ = 0;
+    std::vector<ShapeRaster> obstacles_; ///< [obstacle of the sheet]
+
+    double scale_ = 0.0;
+    std::vector<Poses> poses_; ///< [piece]
+    int longestRun_ = 1;
+};
+
+} // namespace unfold3d

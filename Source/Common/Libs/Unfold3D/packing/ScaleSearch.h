@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/packing/Placer.h"
+
+#include <optional>
+#include <vector>
+
+namespace unfold3d
+{
+
+/// The search for the largest layout of a placer.
+///
+/// Whether a placer succeeds isn't monotone in the scale. So a bisection finds a first layout, and
+/// a climb from there tries larger scales with other orders, each a disturbed copy of the best so
+/// far.
+class ScaleSearch
+{
+public:
+    /// maxScale  no layout is larger
+    ScaleSearch(Placer& placer, double maxScale, const RunControl& control);
+
+    /// Finds a first layout by bisection. False when there is none at any scale worth naming.
+    bool start();
+
+    /// Looks for a layout at the largest scale itself, with `orders` disturbed orders beyond the
+    /// good ones.
+    bool tryLargest(int orders);
+
+    /// Tries `orders` more orders at larger scales. How the tries are split over calls doesn't
+    /// matter as long as each is a multiple of `batchSize`.
+    void climb(int orders);
+
+    const std::optional<Layout>& best() const { return best_; }
+
+    /// Orders that are tried side by side. Fixed, so that no result depends on the threads.
+    static constexpr int batchSize = 4;
+
+private:
+    using Weights = std::vector<double>;
+
+    bool bracket();
+    void bisect();
+    bool tryAt(double scale, const std::vector<Weights>& orders);
+    std::vector<Weights> nextBatch(int count);
+
+    Placer& placer_;
+    const double maxScale_;
+    const RunControl& control_;
+    const std::vector<Weights> orders_;
+    Weights bestOrder_;
+    std::optional<Layout> best_;
+    double failed_;     ///< the least scale above the best that failed
+    double climb_;      ///< by what share the next climb is to be larger
+    int mutations_ = 0; ///< made so far
+};
+
+} // namespace unfold3d
