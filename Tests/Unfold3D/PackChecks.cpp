@@ -1,0 +1,179 @@
+#include "PackChecks.h"
+
+#include "Unfold3D/base/ExactPredicates.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+using unfold3d::dot;
+using unfold3d::orient2d;
+using unfold3d::Triangle;
+
+namespace packed
+{
+
+namespace
+{
+
+using Corners = std::array<Vec2, 3>;
+
+Corners cornersOf(const patchwork::Layout& layout, std::span<const Vec2> uvs, std::size_t t)
+{
+    const Triangle& triangle = layout.mesh.triangles[t];
+    return {uvs[static_cast<std::size_t>(triangle[0])], uvs[static_cast<std::size_t>(triangle[1])],
+            uvs[static_cast<std::size_t>(triangle[2])]};
+}
+
+double distance(Vec2 p, Vec2 a, Vec2 b)
+{
+    const Vec2 along = b - a;
+    const double squared = dot(along, along);
+    const double share = squared > 0.0 ? std::clamp(dot(p - a, along) / squared, 0.0, 1.0) : 0.0;
+    return length(p - a - share * along);
+}
+
+bool cross(Vec2 a, Vec2 b, Vec2 c, Vec2 d)
+{
+    return orient2d(a, b, c) * orient2d(a, b, d) < 0 && orient2d(c, d, a) * orient2d(c, d, b) < 0;
+}
+
+bool isInside(Vec2 p, const Corners& t)
+{
+    const int whole = orient2d(t[0], t[1], t[2]);
+    return whole != 0 && orient2d(t[0], t[1], p) != -whole && orient2d(t[1], t[2], p) != -whole &&
+           orient2d(t[2], t[0], p) != -whole;
+}
+
+double distance(const Corners& s, const Corners& t)
+{
+    if (isInside(s[0], t) || isInside(t[0], s))
+        return 0.0;
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < 3; ++i)
+        for (std::size_t j = 0; j < 3; ++j) {
+            const Vec2 a = s[i];
+            const Vec2 b = s[(i + 1) % 3];
+            const Vec2 c = t[j];
+            const Vec2 d = t[(j + 1) % 3];
+            if (cross(a, b, c, d))
+                return 0.0;
+            least = std::min({least, distance(a, c, d), distance(c, a, b)});
+        }
+    return least;
+}
+
+double area(const Corners& t)
+{
+    return 0.5 * std::abs(unfold3d::doubleArea(t[0], t[1], t[2]));
+}
+
+/// The quotient of two complex numbers.
+Vec2 quotient(Vec2 a, Vec2 b)
+{
+    const double squared = dot(b, b);
+    return {dot(a, b) / squared, unfold3d::cross(b, a) / squared};
+}
+
+/// The vertices of a patch that are farthest apart along u or v.
+std::array<std::size_t, 2> farApart(const patchwork::Layout& layout, std::span<const Vec2> uvs,
+                                    int patch)
+{
+    std::array<std::size_t, 2> ends{};
+    double farthest = -1.0;
+    for (std::size_t a = 0; a < uvs.size(); ++a)
+        for (std::size_t b = 0; b < a; ++b)
+            if (layout.patchOfVertex[a] == patch && layout.patchOfVertex[b] == patch &&
+                length(uvs[a] - uvs[b]) > farthest)
+            {
+                farthest = length(uvs[a] - uvs[b]);
+                ends = {a, b};
+            }
+    return ends;
+}
+
+} // namespace
+
+double leastGap(const patchwork::Layout& layout, std::span<const Vec2> uvs)
+{
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t s = 0; s < layout.mesh.triangles.size(); ++s)
+        for (std::size_t t = 0; t < s; ++t)
+            if (layout.patchOfTriangle[s] != layout.patchOfTriangle[t])
+                least =
+                    std::min(least, distance(cornersOf(layout, uvs, s), cornersOf(layout, uvs, t)));
+    return least;
+}
+
+Box2 bounds(std::span<const Vec2> uvs)
+{
+    Box2 box;
+    for (const Vec2 uv : uvs)
+        box.add(uv);
+    return box;
+}
+
+Box2 boundsOfPatch(const patchwork::Layout& layout, std::span<const Vec2> uvs, int patch)
+{
+    Box2 box;
+    for (std::size_t v = 0; v < uvs.size(); ++v)
+        if (layout.patchOfVertex[v] == patch)
+            box.add(uvs[v]);
+    return box;
+}
+
+double areaInUV(const patchwork::Layout& layout, std::span<const Vec2> uvs, int patch)
+{
+    double sum = 0.0;
+    for (std::size_t t = 0; t < layout.mesh.triangles.size(); ++t)
+        if (layout.patchOfTriangle[t] == patch)
+            sum += area(cornersOf(layout, uvs, t));
+    return sum;
+}
+
+double areaInSpace(const patchwork::Layout& layout, int patch)
+{
+    std::vector<Vec2> flat;
+    for (const unfold3d::Vec3& p : layout.mesh.positions)
+        flat.push_back({p.x, p.y});
+    return areaInUV(layout, flat, patch);
+}
+
+double wholeArea(const patchwork::Layout& layout, std::span<const Vec2> uvs)
+{
+    double sum = 0.0;
+    for (std::size_t t = 0; t < layout.mesh.triangles.size(); ++t)
+        sum += area(cornersOf(layout, uvs, t));
+    return sum;
+}
+
+bool areSimilar(const patchwork::Layout& layout, std::span<const Vec2> before,
+                std::span<const Vec2> after, double tolerance)
+{
+    for (int patch = 0; patch < layout.patchCount; ++patch) {
+        const auto [a, b] = farApart(layout, before, patch);
+        if (before[a] == before[b])
+            continue;
+        const Vec2 turn = quotient(after[a] - after[b], before[a] - before[b]);
+        const double size = length(after[a] - after[b]);
+        for (std::size_t v = 0; v < before.size(); ++v)
+            if (layout.patchOfVertex[v] == patch) {
+                const Vec2 expected = after[b] + unfold3d::turned(before[v] - before[b], turn);
+                if (length(after[v] - expected) > tolerance * size)
+                    return false;
+            }
+    }
+    return true;
+}
+
+std::vector<Vec2> asFloats(std::span<const Vec2> uvs)
+{
+    std::vector<Vec2> rounded;
+    for (const Vec2 uv : uvs)
+        rounded.push_back({static_cast<double>(static_cast<float>(uv.x)),
+                           static_cast<double>(static_cast<float>(uv.y))});
+    return rounded;
+}
+
+} // namespace packed

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Patchwork.h"
+#include "SolverSession.h"
+
+#include "Unfold3D/packing/Box2.h"
+
+#include <string>
+#include <vector>
+
+/// The keys of a Pack, with values that suit most tests.
+struct PackKeys
+{
+    bool translate = true;
+    double rotateMin = 0.0;
+    double rotateMax = 360.0;
+    double rotateStep = 90.0;
+    int rotationMode = 0;
+    int islandScaling = 0;
+    int layoutScaling = 2;
+    int resolution = 128;
+    int mutations = 1;
+    double spacing = 0.0;
+    double margin = 0.0;
+    unfold3d::Box2 box{{0.0, 0.0}, {1.0, 1.0}};
+    int tilesU = 1;
+    int tilesV = 1;
+    std::string tileAssignMode = "Distribute";
+};
+
+/// A solver run that packs a layout.
+class PackRun
+{
+public:
+    explicit PackRun(const patchwork::Layout& layout) : session_(layout.mesh, layout.uvs) {}
+
+    void pack(const PackKeys& keys) { pack(keys, false); }
+    void packSelected(const PackKeys& keys, const std::vector<int>& islands);
+
+    std::vector<unfold3d::Vec2> uvs() { return session_.exportDoubles(); }
+    bool hasError() const { return NU3D::CUnfold3DAPI::HasError(answer_); }
+    std::string error() const { return NU3D::CUnfold3DAPI::GetErrorString(answer_); }
+    std::string warning() const { return NU3D::CUnfold3DAPI::GetWarningString(answer_); }
+    const NU3D::CRef& answer() const { return answer_; }
+    SolverSession& session() { return session_; }
+
+private:
+    void pack(const PackKeys& keys, bool selectedOnly);
+
+    SolverSession session_;
+    NU3D::CRef answer_;
+};
