@@ -70,6 +70,11 @@ void setRotation(double step, kyUnfold3D::PackSettings& settings)
     settings.setRotateStep(step);
 }
 
+// What the library knows these by. Docs/Engine.md tells what they do.
+const std::map<std::string, kyUVTypes::PreScaleMode> scaleModes{{"keep", kyUVTypes::PreScale0},
+                                                                {"area", kyUVTypes::PreScale1},
+                                                                {"total", kyUVTypes::PreScale2}};
+
 void addPackOptions(CLI::App& command, PackOptions& pack)
 {
     const auto texels = CLI::Range(0.0, double{mostTexels});
@@ -78,6 +83,15 @@ void addPackOptions(CLI::App& command, PackOptions& pack)
                     "shared: one layout for the whole file; each: one for each geometry")
         ->transform(CLI::CheckedTransformer(
             std::map<std::string, Atlas>{{"shared", SharedAtlas}, {"each", AtlasEach}}));
+    command
+        .add_option_function<std::string>(
+            "--scale-mode",
+            [&pack](const std::string& word) {
+                pack.settings.setPreScaleMode(scaleModes.at(word));
+            },
+            "Sizes of the islands: keep those they have; area: each by that of its surface; total: "
+            "keep the ratios, the sum by that of the surfaces")
+        ->check(CLI::IsMember(scaleModes));
     command.add_option("--resolution", pack.resolution, "Texels along the box")
         ->check(CLI::Range(8, mostTexels))
         ->capture_default_str();

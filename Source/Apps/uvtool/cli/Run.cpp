@@ -21,8 +21,9 @@ ExitStatus perform(const Options& options, Console& console)
     case Options::Info:
         return runInfo(options, console);
     case Options::Unfold:
+        return runUnfold(options, console);
     case Options::Pack:
-        throw CommandError(WrongUsage, "this build has no command but info");
+        return runPack(options, console);
     }
     return WrongUsage;
 }

@@ -38,9 +38,12 @@ ExitStatus runInfo(const Options& options, Console& console)
     task.run(
         [&task] {
             task.read();
+            task.probeOutputs();
             task.stage("look", 0.95, [&task] { look(task); });
         },
         [&task] {
+            if (task.options.common.json)
+                return;
             for (const std::string& line : textOfInfo(task.report))
                 task.console.out() << line << '\n';
         });

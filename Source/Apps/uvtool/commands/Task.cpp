@@ -2,6 +2,7 @@
 
 #include "cli/ExitStatus.h"
 #include "document/Format.h"
+#include "document/OutputFile.h"
 #include "picture/LayoutPicture.h"
 #include "report/JsonReport.h"
 
@@ -68,7 +69,7 @@ void Task::throwIfCancelled() const
         throw CommandError(Interrupted, "cancelled; nothing was written");
 }
 
-void Task::run(const std::function<void()>& work, const std::function<void()>& printText)
+void Task::run(const std::function<void()>& work, const std::function<void()>& tell)
 {
     try {
         work();
@@ -83,8 +84,7 @@ void Task::run(const std::function<void()>& work, const std::function<void()>& p
     report.seconds = watch_.seconds();
     if (options.common.json)
         printJson();
-    else
-        printText();
+    tell();
 }
 
 void Task::draw(const UVLayout& layout, const std::vector<UVBox>& boxes)
@@ -94,7 +94,16 @@ void Task::draw(const UVLayout& layout, const std::vector<UVBox>& boxes)
     PictureOptions picture;
     picture.title = options.common.input.filename().string();
     picture.boxes = boxes;
-    stage("draw", 0.0, [&] { drawLayout(layout, picture, options.common.picture); });
+    const Stopwatch watch;
+    drawLayout(layout, picture, options.common.picture);
+    report.stages.emplace_back("draw", watch.seconds());
+}
+
+void Task::probeOutputs() const
+{
+    for (const std::filesystem::path& file : {options.output, options.common.picture})
+        if (!file.empty())
+            OutputFile::probe(file);
 }
 
 void Task::finish(Outcome outcome, const std::string& error)

@@ -50,11 +50,12 @@ public:
     /// A CommandError of status Interrupted when the user asked to stop.
     void throwIfCancelled() const;
 
-    /// Does the work and prints the report behind it; also, where the work ended with an error that
-    /// goes on to the caller, as far as it got.
-    ///
-    /// printText  prints the report where it isn't wanted as JSON
-    void run(const std::function<void()>& work, const std::function<void()>& printText);
+    /// Does the work and tells about it: as JSON where that is wanted, also how far it got when it
+    /// ends with an error, which goes on to the caller; and by what `tell` prints.
+    void run(const std::function<void()>& work, const std::function<void()>& tell);
+
+    /// Fails where the files that were asked for cannot be written, before any work is done.
+    void probeOutputs() const;
 
     /// Draws the layout, where a picture was asked for; `boxes` as in PictureOptions.
     void draw(const UVLayout& layout, const std::vector<UVBox>& boxes);

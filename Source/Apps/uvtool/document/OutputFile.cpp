@@ -72,6 +72,14 @@ OutputFile::~OutputFile()
         ::unlink(beside_.c_str());
 }
 
+void OutputFile::probe(const fs::path& target)
+{
+    std::error_code ignored;
+    const auto status = fs::status(target, ignored);
+    if (!fs::is_other(status))
+        const OutputFile file(target);
+}
+
 void OutputFile::write(std::string_view bytes)
 {
     if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size())

@@ -22,6 +22,10 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
+    /// Fails as the writing of this file would, as far as that shows beforehand: a folder that
+    /// isn't there, no permission. Leaves no trace; devices and pipes are left alone.
+    static void probe(const std::filesystem::path& target);
+
     void write(std::string_view bytes);
     void commit();
 

@@ -69,12 +69,13 @@ SolverMesh buildSolverMesh(const DocumentGeometry& geometry, std::size_t slot, U
     return mesh;
 }
 
-SolverMesh openIslands(const SolverMesh& mesh, const Islands& islands)
+SolverMesh withoutIslands(const SolverMesh& mesh, const Islands& islands,
+                          const std::vector<char>& isLeftOut)
 {
     return takeTriangles(
         mesh.triangles, mesh.vertexCount(),
         [&](std::size_t t) {
-            return islands.isClosed[static_cast<std::size_t>(islands.ofTriangle[t])] == 0;
+            return isLeftOut[static_cast<std::size_t>(islands.ofTriangle[t])] == 0;
         },
         [&](std::size_t t) { return mesh.sourceTriangle[t]; },
         [&](std::size_t i) { return mesh.cornerOfVertex[mesh.triangles[i]]; });

@@ -42,7 +42,11 @@ enum UVNeed : std::int32_t
 SolverMesh buildSolverMesh(const DocumentGeometry& geometry, std::size_t slot, UVNeed need,
                            SolverMeshReport& report);
 
-/// The part of a mesh whose islands aren't closed. Nothing flat can be made of a closed one.
-SolverMesh openIslands(const SolverMesh& mesh, const Islands& islands);
+/// A mesh without some of its islands.
+///
+/// islands    of the mesh
+/// isLeftOut  [island]  not 0 for those to leave out
+SolverMesh withoutIslands(const SolverMesh& mesh, const Islands& islands,
+                          const std::vector<char>& isLeftOut);
 
 } // namespace uvtool

@@ -12,23 +12,29 @@ struct Kind
     const char* name;   ///< in reports
     const char* single; ///< in sentences
     const char* plural;
-    bool isFault; ///< makes a layout unsound
+    bool LayoutDemands::*demand; ///< by which it is a fault; null for one that always or never is
+    bool isAlwaysFault = false;
 };
 
 constexpr std::array kinds{
     Kind{"nonFinite", "triangle with a coordinate that isn't finite",
-         "triangles with coordinates that aren't finite", true},
-    Kind{"degenerate", "triangle without an area", "triangles without an area", false},
-    Kind{"flipped", "flipped triangle", "flipped triangles", true},
+         "triangles with coordinates that aren't finite", nullptr, true},
+    Kind{"degenerate", "triangle without an area", "triangles without an area", nullptr},
+    Kind{"flipped", "flipped triangle", "flipped triangles", &LayoutDemands::withoutFlips},
     Kind{"overlapsWithin", "border edge below its own island",
-         "border edges below their own island", true},
+         "border edges below their own island", &LayoutDemands::withoutOverlapsWithin},
     Kind{"overlapsBetween", "border edge below another island", "border edges below another island",
-         true},
+         &LayoutDemands::withoutOverlapsBetween},
     Kind{"crossingsWithin", "crossing of an island's border with itself",
-         "crossings of an island's border with itself", true},
+         "crossings of an island's border with itself", &LayoutDemands::withoutOverlapsWithin},
     Kind{"crossingsBetween", "crossing of two islands' borders",
-         "crossings of two islands' borders", true},
+         "crossings of two islands' borders", &LayoutDemands::withoutOverlapsBetween},
 };
+
+bool isFault(const Kind& kind, const LayoutDemands& demands)
+{
+    return kind.isAlwaysFault || (kind.demand != nullptr && demands.*kind.demand);
+}
 
 std::array<const Finding*, kinds.size()> findingsOf(const LayoutCheck& check)
 {
@@ -45,6 +51,15 @@ std::string placeOf(const TriangleSource& source)
 {
     return "triangle " + std::to_string(source.triangle) + " of geometry " +
            std::to_string(source.geometry);
+}
+
+/// " (first: triangle 3 of geometry 0 and triangle 8 of geometry 1)"; empty without a place.
+std::string placesOf(const CheckReport::Line& line)
+{
+    if (!line.first)
+        return {};
+    return " (first: " + placeOf(*line.first) + (line.other ? " and " + placeOf(*line.other) : "") +
+           ")";
 }
 
 } // namespace
@@ -65,19 +80,27 @@ CheckReport checkDocumentLayout(const DocumentLayout& layout, std::span<const UV
     return report;
 }
 
-std::string unsoundness(const CheckReport& check)
+std::string shortcomings(const CheckReport& check, const LayoutDemands& demands)
 {
     std::string text;
+    const auto add = [&text](const std::string& what) {
+        text += (text.empty() ? "" : ", ") + what;
+    };
     for (std::size_t k = 0; k < kinds.size(); ++k) {
         const CheckReport::Line& line = check.lines[k];
-        if (!kinds[k].isFault || line.count == 0)
-            continue;
-        text += (text.empty() ? "" : ", ") + std::to_string(line.count) + " " +
-                (line.count == 1 ? kinds[k].single : kinds[k].plural);
-        if (line.first)
-            text += " (first: " + placeOf(*line.first) +
-                    (line.other ? " and " + placeOf(*line.other) : "") + ")";
+        if (isFault(kinds[k], demands) && line.count > 0)
+            add(std::to_string(line.count) + " " +
+                (line.count == 1 ? kinds[k].single : kinds[k].plural) + placesOf(line));
     }
+    const LayoutCheck& found = check.found;
+    if (found.gap.exists() && found.gap.distance < demands.gap)
+        add("a gap of " + std::to_string(found.gap.distance / demands.gap) +
+            " times what was asked for");
+    if (found.outside.count > 0)
+        add(std::to_string(found.outside.count) + " islands outside their box");
+    else if (found.margin < demands.margin)
+        add("a margin of " + std::to_string(found.margin / demands.margin) +
+            " times what was asked for");
     return text;
 }
 

@@ -30,8 +30,19 @@ struct CheckReport
 /// Checks a layout; `boxes` as in checkLayout.
 CheckReport checkDocumentLayout(const DocumentLayout& layout, std::span<const UVBox> boxes = {});
 
-/// What makes a layout unsound, as half a sentence with counts and places: "3 flipped triangles
-/// (first: triangle 17 of geometry 0)"; empty when nothing does.
-std::string unsoundness(const CheckReport& check);
+/// What a layout has to be.
+struct LayoutDemands
+{
+    bool withoutFlips = true;
+    bool withoutOverlapsWithin = true; ///< and without borders that cross themselves
+    bool withoutOverlapsBetween = true;
+    double gap = 0.0;    ///< between islands, at least
+    double margin = 0.0; ///< to the boxes that the check knew; nothing where it knew none
+};
+
+/// What a layout lacks, as half a sentence with counts and places: "3 flipped triangles (first:
+/// triangle 17 of geometry 0)"; empty when it is as demanded. Values that aren't finite are never
+/// allowed.
+std::string shortcomings(const CheckReport& check, const LayoutDemands& demands);
 
 } // namespace uvtool

@@ -93,7 +93,7 @@ std::string lineOnLayout(const LayoutCheck& found, std::optional<int> resolution
 
 std::string lineOnFaults(const CheckReport& check)
 {
-    const std::string faults = unsoundness(check);
+    const std::string faults = shortcomings(check, {});
     return faults.empty() ? "no flipped triangle, no overlap" : faults;
 }
 

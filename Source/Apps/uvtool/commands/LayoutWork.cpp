@@ -1,0 +1,161 @@
+#include "commands/LayoutWork.h"
+
+#include "cli/ExitStatus.h"
+#include "document/Format.h"
+#include "report/TextReport.h"
+#include "solver/PackParts.h"
+#include "solver/WriteBack.h"
+
+#include <algorithm>
+
+namespace uvtool
+{
+namespace
+{
+
+/// Distances are measured in floats, whose rounding a packing at the very limit cannot see.
+constexpr double distanceTolerance = 1e-7;
+
+void throwUnlessSuccess(const SolverAnswer& answer, const std::string& what)
+{
+    if (answer.outcome == Cancelled)
+        throw CommandError(Interrupted, "cancelled; nothing was written");
+    if (answer.outcome == Failure)
+        throw CommandError(Failed, what + ": " + answer.error());
+}
+
+} // namespace
+
+LayoutWork::LayoutWork(Task& task, UVNeed need) : task_(task)
+{
+    const std::size_t slot = task.options.common.slot;
+    for (const std::size_t number : task.chosen) {
+        task.throwIfCancelled();
+        const DocumentGeometry& geometry = task.document.geometries[number];
+        surveys_.push_back(surveyGeometry(geometry, slot, need));
+        parts.push_back(makePart(geometry, number, surveys_.back()));
+        task.report.geometries.push_back(describe(geometry, number, surveys_.back()));
+    }
+}
+
+bool LayoutWork::isEmpty() const
+{
+    return std::all_of(parts.begin(), parts.end(), [](const Part& part) { return part.isEmpty(); });
+}
+
+void LayoutWork::pack()
+{
+    const PackOptions& options = task_.options.pack;
+    std::vector<Part*> together;
+    for (Part& part : parts) {
+        if (part.isEmpty())
+            continue;
+        together.push_back(&part);
+        if (options.atlas == SharedAtlas)
+            continue;
+        task_.beginPartOfStage(1.0 / static_cast<double>(parts.size()));
+        throwUnlessSuccess(packParts(together, options, task_.console),
+                           "geometry " + std::to_string(part.geometry) + " can't be packed");
+        together.clear();
+    }
+    if (!together.empty())
+        throwUnlessSuccess(packParts(together, options, task_.console),
+                           "the islands can't be packed");
+}
+
+void LayoutWork::putIntoDocument(LayoutDemands demands, bool isPacked)
+{
+    const PackOptions& options = task_.options.pack;
+    if (isPacked) {
+        boxes_ = boxesOf(options.settings);
+        demands.gap = std::max(0.0, options.gap * texelSize(options) - distanceTolerance);
+        demands.margin =
+            std::max(0.0, options.marginTexels() * texelSize(options) - distanceTolerance);
+        task_.report.resolution = options.resolution;
+    }
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        noteKeptIslands(i);
+        if (!parts[i].isEmpty())
+            entry(i).splitPolygons =
+                writeUVs(parts[i], task_.options.common.slot, task_.geometry(i));
+    }
+    check(demands);
+}
+
+void LayoutWork::writeFiles(double share)
+{
+    task_.stage("write", share, [this] { writeDocument(task_.document, task_.options.output); });
+    task_.draw(layout_, boxes_);
+}
+
+/// Islands that were neither closed nor given new UVs.
+void LayoutWork::noteKeptIslands(std::size_t chosen)
+{
+    const Survey& survey = surveys_[chosen];
+    const std::vector<char> isLeftOut = trianglesLeftOut(chosen);
+    std::vector<char> isKept(survey.islands.count(), 0);
+    std::size_t islandsDone = survey.islands.count();
+    for (std::size_t t = 0; t < survey.mesh.triangleCount(); ++t) {
+        char& kept = isKept[static_cast<std::size_t>(survey.islands.ofTriangle[t])];
+        if (kept == 0 && isLeftOut[survey.mesh.sourceTriangle[t]] != 0) {
+            --islandsDone;
+            kept = survey.isClosed(t) ? 2 : 1;
+        }
+    }
+    std::replace(isKept.begin(), isKept.end(), char{2}, char{0});
+    entry(chosen).islandsDone = islandsDone;
+    entry(chosen).keptIslands = islandsThat(survey, isKept);
+}
+
+/// [triangle of the geometry] 1 for those that the part is without.
+std::vector<char> LayoutWork::trianglesLeftOut(std::size_t chosen) const
+{
+    const Part& part = parts[chosen];
+    std::vector<char> isLeftOut(task_.document.geometries[part.geometry].triangleCount(), 1);
+    for (const std::uint32_t triangle : part.mesh.sourceTriangle)
+        isLeftOut[triangle] = 0;
+    return isLeftOut;
+}
+
+void LayoutWork::check(LayoutDemands demands)
+{
+    const bool isShared = task_.options.pack.atlas == SharedAtlas || parts.size() == 1;
+    const std::size_t slot = task_.options.common.slot;
+    std::string lacks;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const DocumentGeometry& geometry = task_.geometry(i);
+        const auto number = static_cast<std::uint32_t>(parts[i].geometry);
+        const Survey survey = surveyGeometry(geometry, slot, WithUVs);
+        const std::vector<char> isLeftOut = trianglesLeftOut(i);
+        layout_.add(geometry, number, slot, survey, isLeftOut);
+        if (parts.size() == 1)
+            continue;
+        DocumentLayout own;
+        own.add(geometry, number, slot, survey, isLeftOut);
+        entry(i).check = checkDocumentLayout(own, boxes_);
+        if (!isShared && lacks.empty())
+            lacks = shortcomings(*entry(i).check, demands);
+    }
+    if (isShared) {
+        task_.report.check = checkDocumentLayout(layout_, boxes_);
+        if (parts.size() == 1)
+            entry(0).check = task_.report.check;
+        lacks = shortcomings(*task_.report.check, demands);
+    }
+    if (!lacks.empty())
+        throw CommandError(Unsound,
+                           "the result failed its check, nothing was written: it has " + lacks);
+}
+
+void tellResult(Task& task)
+{
+    for (const GeometryReport& geometry : task.report.geometries)
+        for (const std::string& remark : remarksOn(geometry, task.report.command))
+            task.console.warning(remark);
+    if (task.options.common.json)
+        return;
+    for (const std::string& line : textOfResult(task.report))
+        task.console.note(line);
+}
+
+} // namespace uvtool

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "commands/Task.h"
+#include "mesh/Survey.h"
+#include "report/CheckReport.h"
+#include "solver/Part.h"
+
+#include <vector>
+
+namespace uvtool
+{
+
+/// Geometries on their way to new UVs: what the commands that change a layout have in common.
+class LayoutWork
+{
+public:
+    /// Looks at the chosen geometries and adds them to the report of the task.
+    LayoutWork(Task& task, UVNeed need);
+
+    std::vector<Part> parts; ///< [chosen] the islands to work on; an empty part keeps its UVs
+
+    /// The part's entry in the report.
+    GeometryReport& entry(std::size_t chosen) { return task_.report.geometries[chosen]; }
+
+    bool isEmpty() const;
+
+    /// Packs the parts, together or each by itself.
+    void pack();
+
+    /// Puts the UVs of the parts into the document and checks what stands there now. Without what
+    /// is demanded of it the layout is a CommandError of status Unsound.
+    ///
+    /// isPacked  the islands have to keep to the boxes and distances of the packing, which are
+    ///           added to the demands
+    void putIntoDocument(LayoutDemands demands, bool isPacked);
+
+    /// Writes the document and, where one was asked for, the picture; a stage of this share.
+    void writeFiles(double share);
+
+private:
+    void noteKeptIslands(std::size_t chosen);
+    std::vector<char> trianglesLeftOut(std::size_t chosen) const;
+    void check(LayoutDemands demands);
+
+    Task& task_;
+    std::vector<Survey> surveys_; ///< [chosen] before the work
+    std::vector<UVBox> boxes_;
+    DocumentLayout layout_; ///< of all parts, as it stands in the document
+};
+
+/// Prints what there is to know about the geometries of a finished command, and, where the report
+/// isn't printed as JSON, what the result is like.
+void tellResult(Task& task);
+
+} // namespace uvtool

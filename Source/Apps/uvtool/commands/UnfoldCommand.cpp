@@ -1,0 +1,86 @@
+#include "commands/Commands.h"
+
+#include "commands/LayoutWork.h"
+#include "solver/UnfoldPart.h"
+
+namespace uvtool
+{
+namespace
+{
+
+std::size_t triangleCount(const std::vector<Part>& parts)
+{
+    std::size_t count = 0;
+    for (const Part& part : parts)
+        count += part.mesh.triangleCount();
+    return count;
+}
+
+void noteAnswer(const SolverAnswer& answer, double seconds, GeometryReport& entry)
+{
+    entry.result = answer.outcome;
+    entry.seconds = seconds;
+    entry.warnings = answer.log.warnings;
+    entry.warnings.insert(entry.warnings.end(), answer.log.errors.begin(), answer.log.errors.end());
+}
+
+/// Unfolds one part after the other. A geometry that the solver fails on keeps its UVs as a whole;
+/// it is an error when all do.
+void unfoldParts(Task& task, LayoutWork& work)
+{
+    const auto all = static_cast<double>(triangleCount(work.parts));
+    std::string firstError;
+    for (std::size_t i = 0; i < work.parts.size(); ++i) {
+        Part& part = work.parts[i];
+        if (part.isEmpty())
+            continue;
+        task.throwIfCancelled();
+        task.beginPartOfStage(static_cast<double>(part.mesh.triangleCount()) / all);
+        const Stopwatch watch;
+        const SolverAnswer answer = unfoldPart(part, task.options.unfold, task.console);
+        noteAnswer(answer, watch.seconds(), work.entry(i));
+        if (answer.outcome == Cancelled)
+            throw CommandError(Interrupted, "cancelled; nothing was written");
+        if (answer.outcome == Failure) {
+            if (firstError.empty())
+                firstError = answer.error();
+            part = Part{part.geometry, {}, SolverFrame({}), {}, {}};
+        }
+    }
+    if (work.isEmpty())
+        throw CommandError(Failed,
+                           task.report.input + ": nothing could be unfolded: " + firstError);
+}
+
+void unfold(Task& task)
+{
+    const UnfoldOptions& options = task.options.unfold;
+    task.read();
+    task.probeOutputs();
+    std::optional<LayoutWork> work;
+    task.stage("prepare", 0.05, [&] { work.emplace(task, WithoutUVs); });
+    if (work->isEmpty())
+        throw CommandError(Failed, task.report.input +
+                                       ": nothing to unfold, every island is closed; give the mesh "
+                                       "UVs with seams that open it");
+    task.stage("unfold", options.pack ? 0.5 : 0.8, [&] { unfoldParts(task, *work); });
+    if (options.pack)
+        task.stage("pack", 0.3, [&] { work->pack(); });
+
+    LayoutDemands demands;
+    demands.withoutOverlapsWithin = !options.allowCrossings;
+    demands.withoutOverlapsBetween = options.pack;
+    task.stage("check", 0.05, [&] { work->putIntoDocument(demands, options.pack); });
+    work->writeFiles(0.05);
+}
+
+} // namespace
+
+ExitStatus runUnfold(const Options& options, Console& console)
+{
+    Task task("unfold", options, console);
+    task.run([&] { unfold(task); }, [&] { tellResult(task); });
+    return Done;
+}
+
+} // namespace uvtool

@@ -1,0 +1,45 @@
+#include "solver/Part.h"
+
+namespace uvtool
+{
+
+Part makePart(const DocumentGeometry& geometry, std::size_t number, const Survey& survey)
+{
+    SolverMesh mesh = withoutIslands(survey.mesh, survey.islands, survey.islands.isClosed);
+    const std::vector<Vec3d> points = scenePositionsOfCorners(geometry, mesh.cornerOfVertex);
+    Part part{number, std::move(mesh), SolverFrame(points), {}, {}};
+    part.positions.reserve(points.size());
+    for (const Vec3d& point : points)
+        part.positions.push_back(part.frame.toFrame(point));
+    return part;
+}
+
+void takeUVs(Part& part, const DocumentGeometry& geometry, std::size_t slot)
+{
+    part.uvs.clear();
+    part.uvs.reserve(part.mesh.vertexCount());
+    for (const std::uint32_t corner : part.mesh.cornerOfVertex)
+        part.uvs.push_back(geometry.uvs[slot].at(corner));
+}
+
+void leaveOut(Part& part, const Islands& islands, const std::vector<char>& isLeftOut)
+{
+    SolverMesh mesh = withoutIslands(part.mesh, islands, isLeftOut);
+    std::vector<Vec3f> positions(mesh.vertexCount());
+    std::vector<Vec2f> uvs(mesh.vertexCount());
+    std::size_t next = 0;
+    for (std::size_t t = 0; t < part.mesh.triangleCount(); ++t) {
+        if (isLeftOut[static_cast<std::size_t>(islands.ofTriangle[t])] != 0)
+            continue;
+        for (std::size_t i = 3 * t; i < 3 * t + 3; ++i) {
+            const std::uint32_t vertex = mesh.triangles[next++];
+            positions[vertex] = part.positions[part.mesh.triangles[i]];
+            uvs[vertex] = part.uvs[part.mesh.triangles[i]];
+        }
+    }
+    part.mesh = std::move(mesh);
+    part.positions = std::move(positions);
+    part.uvs = std::move(uvs);
+}
+
+} // namespace uvtool
