@@ -35,7 +35,76 @@ void splitBy(const CornerAttribute<T>& attribute, const std::vector<std::uint32_
     vertices.vertexCount = split.size();
 }
 
+/// Corners are one vertex where they name the same position.
+CornerVertices cornersByPositionNumber(const DocumentGeometry& geometry)
+{
+    CornerVertices vertices{{}, geometry.positions.values.size()};
+    vertices.vertexOfCorner.reserve(geometry.triangles.size());
+    for (const std::uint32_t corner : geometry.triangles)
+        vertices.vertexOfCorner.push_back(geometry.positions.ofCorner[corner]);
+    return vertices;
+}
+
+bool hasRepeatedPositions(const CornerVertices& byNumber, const CornerVertices& byValue)
+{
+    std::vector<std::uint32_t> numberOfValue(byValue.vertexCount, absentIndex);
+    for (std::size_t i = 0; i < byNumber.vertexOfCorner.size(); ++i) {
+        std::uint32_t& number = numberOfValue[byValue.vertexOfCorner[i]];
+        if (number == absentIndex)
+            number = byNumber.vertexOfCorner[i];
+        if (number != byNumber.vertexOfCorner[i])
+            return true;
+    }
+    return false;
+}
+
+/// True when each position has one value of every other attribute, but not each place in space:
+/// then positions are repeated so that they may differ in these.
+bool isSplitByAttributes(const DocumentGeometry& geometry, const CornerVertices& byNumber,
+                         const CornerVertices& byValue)
+{
+    const CornerVertices whole = distinctCorners(geometry);
+    std::vector<std::uint32_t> wholeOfNumber(byNumber.vertexCount, absentIndex);
+    std::vector<std::uint32_t> wholeOfValue(byValue.vertexCount, absentIndex);
+    bool differs = false;
+    for (std::size_t i = 0; i < whole.vertexOfCorner.size(); ++i) {
+        std::uint32_t& ofNumber = wholeOfNumber[byNumber.vertexOfCorner[i]];
+        std::uint32_t& ofValue = wholeOfValue[byValue.vertexOfCorner[i]];
+        if (ofNumber == absentIndex)
+            ofNumber = whole.vertexOfCorner[i];
+        if (ofValue == absentIndex)
+            ofValue = whole.vertexOfCorner[i];
+        if (ofNumber != whole.vertexOfCorner[i])
+            return false;
+        differs = differs || ofValue != whole.vertexOfCorner[i];
+    }
+    return differs;
+}
+
+/// True when most triangles share no position with another.
+bool isSoup(const CornerVertices& byNumber)
+{
+    std::vector<std::uint32_t> uses(byNumber.vertexCount, 0);
+    for (const std::uint32_t vertex : byNumber.vertexOfCorner)
+        ++uses[vertex];
+    const std::size_t triangleCount = byNumber.vertexOfCorner.size() / 3;
+    std::size_t alone = 0;
+    for (std::size_t t = 0; t < triangleCount; ++t) {
+        const std::uint32_t* const v = byNumber.vertexOfCorner.data() + 3 * t;
+        alone += uses[v[0]] + uses[v[1]] + uses[v[2]] == 3 ? 1U : 0U;
+    }
+    return 2 * alone > triangleCount;
+}
+
 } // namespace
+
+bool isCutOpen(const DocumentGeometry& geometry)
+{
+    const CornerVertices byNumber = cornersByPositionNumber(geometry);
+    const CornerVertices byValue = cornersByPosition(geometry);
+    return hasRepeatedPositions(byNumber, byValue) && !isSoup(byNumber) &&
+           !isSplitByAttributes(geometry, byNumber, byValue);
+}
 
 CornerVertices cornersByPosition(const DocumentGeometry& geometry)
 {
@@ -46,6 +115,8 @@ CornerVertices cornersByPosition(const DocumentGeometry& geometry)
 
 CornerVertices cornersByUV(const DocumentGeometry& geometry, std::size_t slot)
 {
+    if (!geometry.uvs[slot].exists() && isCutOpen(geometry))
+        return cornersByPositionNumber(geometry);
     CornerVertices vertices = cornersByPosition(geometry);
     splitBy(geometry.uvs[slot], geometry.triangles, vertices);
     return vertices;

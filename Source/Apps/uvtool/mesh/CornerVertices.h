@@ -21,8 +21,16 @@ struct CornerVertices
 CornerVertices distinctCorners(const DocumentGeometry& geometry);
 
 /// The vertices that the solver works on: corners are one vertex where position and UV in the slot
-/// are equal, whatever else they have. Corners without a UV there go by position.
+/// are equal, whatever else they have. Corners without a UV there go by position; in a geometry
+/// that has none at all and was cut open, by the numbers of positions.
 CornerVertices cornersByUV(const DocumentGeometry& geometry, std::size_t slot);
+
+/// Does the geometry list positions several times to mark seams?
+///
+/// Most files that do so have other reasons: a vertex has a single normal there, or each triangle
+/// has positions of its own. False for these, that is where positions of equal value always differ
+/// in another attribute, and where more than half of the triangles share no position.
+bool isCutOpen(const DocumentGeometry& geometry);
 
 /// Corners are one vertex where positions are equal.
 CornerVertices cornersByPosition(const DocumentGeometry& geometry);

@@ -1,5 +1,6 @@
 #include "mesh/SolverMesh.h"
 
+#include "mesh/ClosedParts.h"
 #include "mesh/CornerVertices.h"
 #include "mesh/EdgeGroups.h"
 
@@ -62,6 +63,7 @@ SolverMesh buildSolverMesh(const DocumentGeometry& geometry, std::size_t slot, U
 
     std::size_t vertexCount = mesh.vertexCount();
     report.sheets = separateSheets(mesh.triangles, vertexCount);
+    detachClosedParts(mesh.triangles, vertexCount);
     mesh.cornerOfVertex.resize(vertexCount);
     for (std::size_t i = 0; i < mesh.triangles.size(); ++i)
         mesh.cornerOfVertex[mesh.triangles[i]] =

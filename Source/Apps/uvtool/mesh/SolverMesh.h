@@ -37,8 +37,8 @@ enum UVNeed : std::int32_t
     WithUVs     ///< those with a UV in the slot at every corner
 };
 
-/// Joins corners into vertices by position and UV, separates sheets, leaves out what no solver can
-/// work on.
+/// Joins corners into vertices by position and UV, separates sheets and closed parts that touch
+/// others, leaves out what no solver can work on.
 SolverMesh buildSolverMesh(const DocumentGeometry& geometry, std::size_t slot, UVNeed need,
                            SolverMeshReport& report);
 
