@@ -1,5 +1,8 @@
 #include "Surfaces.h"
 
+#include "LayoutChecks.h"
+
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -182,6 +185,39 @@ IslandMesh needleFan(int needles)
         mesh.positions.push_back({static_cast<double>(i) / needles, 0.0, 0.0});
     for (int i = 0; i < needles; ++i)
         mesh.triangles.push_back({0, i + 1, i + 2});
+    return mesh;
+}
+
+IslandMesh cutCone(double turns, int sides, int rings)
+{
+    // The directions of the rays wind around the axis once and up and down as often as it takes.
+    IslandMesh mesh;
+    mesh.positions.push_back({0.0, 0.0, 0.0});
+    for (int ring = 1; ring <= rings; ++ring)
+        for (int side = 0; side <= sides; ++side) {
+            const double angle = fullTurn * side / sides;
+            const double tilt = std::sqrt(std::max(0.0, turns - 1.0)) * std::sin(4.0 * angle);
+            mesh.positions.push_back({ring * std::cos(tilt) * std::cos(angle),
+                                      ring * std::cos(tilt) * std::sin(angle),
+                                      ring * std::sin(tilt)});
+        }
+    for (int side = 1; side <= sides; ++side)
+        mesh.triangles.push_back({0, side, side + 1});
+    for (int ring = 1; ring < rings; ++ring)
+        for (int side = 1; side <= sides; ++side) {
+            const int inner = (ring - 1) * (sides + 1) + side;
+            const int outer = inner + sides + 1;
+            addSquare(mesh, inner, outer, outer + 1, inner + 1);
+        }
+    return mesh;
+}
+
+IslandMesh normalised(IslandMesh mesh)
+{
+    const Vec3 origin = mesh.positions.front();
+    const double scale = 1.0 / std::sqrt(layout::areaOf(mesh));
+    for (Vec3& p : mesh.positions)
+        p = scale * (p - origin);
     return mesh;
 }
 

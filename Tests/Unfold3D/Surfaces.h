@@ -55,6 +55,15 @@ IslandMesh spiral(int turns, int squaresPerTurn);
 /// only.
 IslandMesh needleFan(int needles);
 
+/// A cone with `turns` full turns around its tip, cut open along one ray. Rolled out flat it would
+/// lie over itself when there is more than one.
+///
+///   vertex 0 is the tip; ring r = 1, 2, ... has the vertices (r - 1) (sides + 1) + 1 + side
+IslandMesh cutCone(double turns, int sides, int rings);
+
+/// Moved to its first vertex and scaled to the area 1, as the engine solves it.
+IslandMesh normalised(IslandMesh mesh);
+
 /// Only the vertices that triangles use, in order.
 IslandMesh withoutUnusedVertices(const IslandMesh& mesh);
 

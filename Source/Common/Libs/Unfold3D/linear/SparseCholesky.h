@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/base/Vec.h"
 #include "Unfold3D/linear/DenseKernels.h"
 #include "Unfold3D/linear/SymbolicCholesky.h"
 
@@ -24,6 +25,16 @@ struct BlockMatrix
     std::vector<double> diagonal;
     std::vector<double> lower;
 };
+
+/// block (2 x 2) += factor * left * right'
+inline void addProduct(double* block, double factor, Vec2 left, Vec2 right)
+{
+    const Vec2 scaled = factor * left;
+    block[0] += scaled.x * right.x;
+    block[1] += scaled.x * right.y;
+    block[2] += scaled.y * right.x;
+    block[3] += scaled.y * right.y;
+}
 
 /// Multifrontal Cholesky factorisation (Duff and Reid 1983, Liu 1992) of symmetric positive
 /// (semi)definite matrices. Keeps the analysis by reference and its storage between factorisations.

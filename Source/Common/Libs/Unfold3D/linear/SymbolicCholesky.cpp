@@ -149,7 +149,8 @@ int SymbolicCholesky::entryOf(int columnA, int columnB) const
     const auto [column, row] = std::minmax(columnA, columnB);
     const auto begin = entryRows.begin() + columnOffsets[at(column)];
     const auto end = entryRows.begin() + columnOffsets[at(column) + 1];
-    return static_cast<int>(std::lower_bound(begin, end, row) - entryRows.begin());
+    const auto found = std::lower_bound(begin, end, row);
+    return found != end && *found == row ? static_cast<int>(found - entryRows.begin()) : noEntry;
 }
 
 SymbolicCholesky analyse(const VertexGraph& graph)

@@ -54,8 +54,9 @@ struct SymbolicCholesky
         return std::span(rows).subspan(begin, end - begin);
     }
 
-    /// Number of the entry that joins two different columns; the graph must have that edge.
+    /// Number of the entry that joins two different columns; noEntry when they don't meet.
     int entryOf(int columnA, int columnB) const;
+    static constexpr int noEntry = -1;
 };
 
 /// Analyses a graph in an order of its own choice: minimum degree for small graphs, nested

@@ -56,12 +56,19 @@ private:
 
 } // namespace
 
-VertexGraph vertexGraph(std::span<const Triangle> triangles, int vertexCount)
+VertexGraph vertexGraph(std::span<const Triangle> triangles, int nodeCount,
+                        std::span<const NodePair> pairs)
 {
-    RowCollector rows(vertexCount);
+    RowCollector rows(nodeCount);
     for (const Triangle& triangle : triangles)
         for (const int vertex : triangle)
             rows.count(vertex, 2);
+    for (const auto& [a, b] : pairs) {
+        if (a == b)
+            continue;
+        rows.count(a, 1);
+        rows.count(b, 1);
+    }
     rows.beginFilling();
     for (const auto& [a, b, c] : triangles) {
         rows.put(a, b);
@@ -71,19 +78,6 @@ VertexGraph vertexGraph(std::span<const Triangle> triangles, int vertexCount)
         rows.put(c, a);
         rows.put(c, b);
     }
-    return rows.finish();
-}
-
-VertexGraph graphOfPairs(std::span<const std::array<int, 2>> pairs, int nodeCount)
-{
-    RowCollector rows(nodeCount);
-    for (const auto& [a, b] : pairs) {
-        if (a == b)
-            continue;
-        rows.count(a, 1);
-        rows.count(b, 1);
-    }
-    rows.beginFilling();
     for (const auto& [a, b] : pairs) {
         if (a == b)
             continue;
@@ -91,6 +85,11 @@ VertexGraph graphOfPairs(std::span<const std::array<int, 2>> pairs, int nodeCoun
         rows.put(b, a);
     }
     return rows.finish();
+}
+
+VertexGraph graphOfPairs(std::span<const NodePair> pairs, int nodeCount)
+{
+    return vertexGraph({}, nodeCount, pairs);
 }
 
 VertexGraph renumbered(const VertexGraph& graph, std::span<const int> newOfOld)

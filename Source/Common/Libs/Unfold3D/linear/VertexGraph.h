@@ -2,6 +2,7 @@
 
 #include "Unfold3D/base/IslandMesh.h"
 
+#include <array>
 #include <span>
 #include <vector>
 
@@ -27,13 +28,17 @@ struct VertexGraph
     }
 };
 
-/// The graph of the vertices of a mesh: two meet when an edge of a triangle joins them. Any list of
-/// triangles will do, non-manifold ones too. Linear in the triangles.
-VertexGraph vertexGraph(std::span<const Triangle> triangles, int vertexCount);
+/// Two nodes that meet, in any order.
+using NodePair = std::array<int, 2>;
 
-/// The graph of any list of node pairs, in any order, doubles and pairs of a node with itself
-/// allowed.
-VertexGraph graphOfPairs(std::span<const std::array<int, 2>> pairs, int nodeCount);
+/// The graph of the vertices of a mesh: two meet when an edge of a triangle joins them, or a pair.
+/// Any list of triangles will do, non-manifold ones too; nodes beyond the vertices may stand in the
+/// pairs. Linear.
+VertexGraph vertexGraph(std::span<const Triangle> triangles, int nodeCount,
+                        std::span<const NodePair> pairs = {});
+
+/// The graph of any list of node pairs, doubles and pairs of a node with itself allowed.
+VertexGraph graphOfPairs(std::span<const NodePair> pairs, int nodeCount);
 
 /// The same graph under other names: node v becomes newOfOld[v], a permutation.
 VertexGraph renumbered(const VertexGraph& graph, std::span<const int> newOfOld);

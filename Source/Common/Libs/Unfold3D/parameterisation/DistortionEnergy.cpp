@@ -17,16 +17,6 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-/// block (2 x 2, row by row) += factor * left * right'
-void addProduct(double* block, double factor, Vec2 left, Vec2 right)
-{
-    const Vec2 scaled = factor * left;
-    block[0] += scaled.x * right.x;
-    block[1] += scaled.x * right.y;
-    block[2] += scaled.y * right.x;
-    block[3] += scaled.y * right.y;
-}
-
 void addHessian(const FlatTriangle& triangle, const TriangleDerivatives& derivatives,
                 BlockMatrix& hessian)
 {

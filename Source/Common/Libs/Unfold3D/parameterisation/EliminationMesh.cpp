@@ -34,8 +34,8 @@ std::vector<int> trianglesByLowestColumn(const IslandMesh& mesh,
 
 } // namespace
 
-EliminationMesh::EliminationMesh(const IslandMesh& mesh)
-    : symbolic(analyse(vertexGraph(mesh.triangles, mesh.vertexCount())))
+EliminationMesh::EliminationMesh(const IslandMesh& mesh, SymbolicCholesky analysis)
+    : symbolic(std::move(analysis))
 {
     triangles.reserve(mesh.triangles.size());
     double area = 0.0;
@@ -55,20 +55,20 @@ EliminationMesh::EliminationMesh(const IslandMesh& mesh)
         triangle.metric.area /= area;
 }
 
-std::vector<Vec2> EliminationMesh::toElimination(std::span<const Vec2> ofVertices) const
+std::vector<Vec2> EliminationMesh::toColumns(std::span<const Vec2> ofNodes) const
 {
-    std::vector<Vec2> ofColumns(ofVertices.size());
+    std::vector<Vec2> ofColumns(ofNodes.size());
     for (std::size_t column = 0; column < ofColumns.size(); ++column)
-        ofColumns[column] = ofVertices[at(symbolic.oldOfNew[column])];
+        ofColumns[column] = ofNodes[at(symbolic.oldOfNew[column])];
     return ofColumns;
 }
 
-std::vector<Vec2> EliminationMesh::toVertices(std::span<const Vec2> ofColumns) const
+std::vector<Vec2> EliminationMesh::toNodes(std::span<const Vec2> ofColumns) const
 {
-    std::vector<Vec2> ofVertices(ofColumns.size());
-    for (std::size_t vertex = 0; vertex < ofVertices.size(); ++vertex)
-        ofVertices[vertex] = ofColumns[at(symbolic.newOfOld[vertex])];
-    return ofVertices;
+    std::vector<Vec2> ofNodes(ofColumns.size());
+    for (std::size_t node = 0; node < ofNodes.size(); ++node)
+        ofNodes[node] = ofColumns[at(symbolic.newOfOld[node])];
+    return ofNodes;
 }
 
 } // namespace unfold3d

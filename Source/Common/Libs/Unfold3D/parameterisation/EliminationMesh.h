@@ -22,14 +22,21 @@ struct FlatTriangle
 
 /// An island renumbered in the order of elimination, so that all passes and the factorisation run
 /// through memory in one direction. The areas of the rest triangles sum to 1.
+///
+/// The nodes of the factorisation are the vertices of the island and, behind them, further unknowns
+/// that belong to no triangle.
 struct EliminationMesh
 {
-    explicit EliminationMesh(const IslandMesh& mesh);
+    explicit EliminationMesh(const IslandMesh& mesh)
+        : EliminationMesh(mesh, analyse(vertexGraph(mesh.triangles, mesh.vertexCount())))
+    {}
+    /// With an analysis of the vertices' graph and more.
+    EliminationMesh(const IslandMesh& mesh, SymbolicCholesky analysis);
 
-    int vertexCount() const { return symbolic.size(); }
-    /// Values per vertex of the island in the order of elimination, and back.
-    std::vector<Vec2> toElimination(std::span<const Vec2> ofVertices) const;
-    std::vector<Vec2> toVertices(std::span<const Vec2> ofColumns) const;
+    int nodeCount() const { return symbolic.size(); }
+    /// Values per node in the order of elimination, and back.
+    std::vector<Vec2> toColumns(std::span<const Vec2> ofNodes) const;
+    std::vector<Vec2> toNodes(std::span<const Vec2> ofColumns) const;
 
     SymbolicCholesky symbolic;
     std::vector<FlatTriangle> triangles; ///< by their lowest column

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Unfold3D/base/IslandMesh.h"
+#include "Unfold3D/base/OffsetArray.h"
+#include "Unfold3D/base/Vec.h"
+
+#include <span>
+#include <vector>
+
+namespace unfold3d
+{
+
+/// The border of an island as closed loops, walked with the surface on the left.
+///
+/// A point is one pass of a loop through a vertex: the border may touch itself in a vertex, which
+/// then has several points, one for each fan of triangles. Points are numbered loop by loop; edge p
+/// runs from point p to next(p).
+///
+///          outside
+///      q <--- p <--- o          next(p) = q, previous(p) = o
+///       \    / \    /           edge p runs from p to q
+///         surface
+class Border
+{
+public:
+    explicit Border(const IslandMesh& mesh);
+
+    int size() const { return static_cast<int>(vertexOf_.size()); }
+    int vertexOf(int point) const { return vertexOf_[index(point)]; }
+    int next(int point) const { return next_[index(point)]; }
+    int previous(int point) const { return previous_[index(point)]; }
+    /// Length of edge p in space.
+    double restLength(int edge) const { return restLength_[index(edge)]; }
+
+    /// Way along the border from a point to the nearer end of an edge, in lengths of space; no
+    /// longer than the shortest way, and infinite where there is none.
+    double wayToEdge(int point, int edge) const;
+    /// Whether the vertex of a point is an end of an edge.
+    bool touches(int point, int edge) const;
+    /// All points of the vertex of `point`, that one included.
+    std::span<const int> pointsOfSameVertex(int point) const;
+
+private:
+    static std::size_t index(int i) { return static_cast<std::size_t>(i); }
+    void traceLoops(const IslandMesh& mesh);
+    void measureWays(const IslandMesh& mesh);
+    double way(int pointA, int pointB) const;
+
+    std::vector<int> vertexOf_;
+    std::vector<int> next_;
+    std::vector<int> previous_;
+    std::vector<int> loopOf_;
+    std::vector<double> restLength_;
+    std::vector<double> wayFromFirst_; ///< along the loop, from its first point
+    std::vector<double> loopLength_;   ///< [loop]
+    std::vector<double> wayToPinch_;   ///< to the nearest point whose vertex has others as well
+    OffsetArray<int> pointsOfVertex_;
+};
+
+/// The layout of the border's points: positions[p] = uv[place[vertexOf(p)]], or uv[vertexOf(p)]
+/// when `place` is empty.
+std::vector<Vec2> borderPositions(const Border& border, std::span<const Vec2> uv,
+                                  std::span<const int> place);
+
+} // namespace unfold3d

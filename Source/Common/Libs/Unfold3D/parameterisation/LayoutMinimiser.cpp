@@ -1,0 +1,249 @@
+#include "Unfold3D/parameterisation/LayoutMinimiser.h"
+
+#include "Unfold3D/parameterisation/BorderCrossings.h"
+#include "Unfold3D/parameterisation/BorderMotion.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+/// Steps are taken with the exact curvature once one with the capped gained less than this share.
+constexpr double lateGain = 0.1;
+/// A step keeps this share of the way to the first flip or contact.
+constexpr double obstacleMargin = 0.9;
+/// Least gain, as a share of what the slope promises (Armijo).
+constexpr double leastGain = 1e-4;
+constexpr int maxShorter = 40;
+/// When a whole step was fine, longer ones are tried.
+constexpr double strideFactors[] = {1.5, 2.25};
+
+/// The pattern of the system covers contacts at this multiple of the barrier's reach, so that it
+/// serves several steps.
+constexpr double patternReach = 2.0;
+/// A pattern with contacts keeps the order of elimination until the work grows by this factor.
+constexpr double staleOrder = 1.4;
+/// What closing a braked gap costs, as a share of what the step promised.
+constexpr double brakeWork = 0.1;
+/// Without its brakes a step may promise this much more.
+constexpr double brakedPromise = 3.0;
+
+/// Energy of an undistorted layout, and what rounding leaves of it.
+constexpr double undistorted = 4.0;
+constexpr double roundingExcess = 1e-10;
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+} // namespace
+
+LayoutMinimiser::LayoutMinimiser(const IslandMesh& mesh)
+    : island_(mesh), system_(std::make_unique<StepSystem>(mesh)),
+      freshOperations_(system_->mesh().symbolic.operations)
+{}
+
+void LayoutMinimiser::rescale(std::vector<Vec2>& uv) const
+{
+    const double scale = measure(system_->mesh(), system_->mesh().toColumns(uv)).bestScale();
+    for (Vec2& point : uv)
+        point = scale * point;
+}
+
+double LayoutMinimiser::energy(std::span<const Vec2> uv) const
+{
+    return measure(system_->mesh(), system_->mesh().toColumns(uv)).energy();
+}
+
+double LayoutMinimiser::rescaleColumns()
+{
+    const Distortion distortion = measure(system_->mesh(), uv_);
+    const double scale = distortion.bestScale();
+    for (Vec2& point : uv_)
+        point = scale * point;
+    return distortion.bestEnergy();
+}
+
+std::vector<Vec2> LayoutMinimiser::borderOf(std::span<const Vec2> uv) const
+{
+    return borderPositions(rules_.barrier->border(), uv, system_->columnOfNode());
+}
+
+/// Gathers what acts beside the distortion, in a system whose pattern has room for it.
+void LayoutMinimiser::collectSprings()
+{
+    springs_ = std::move(brakes_);
+    brakes_.clear();
+    if (rules_.barrier)
+        rules_.barrier->addSprings(borderOf(uv_), springs_);
+    const auto isCovered = [&](const Spring& spring) { return system_->covers(spring); };
+    if (!std::all_of(springs_.begin(), springs_.end(), isCovered))
+        rebuildSystem();
+}
+
+/// Analyses a pattern that has room for the springs of now and the contacts of the next steps.
+void LayoutMinimiser::rebuildSystem()
+{
+    std::vector<NodePair> pairs;
+    rules_.barrier->addPairsWithin(borderOf(uv_), patternReach, pairs);
+    for (const Spring& spring : springs_)
+        for (int i = 1; i < spring.count; ++i)
+            pairs.push_back({spring.nodes[0], spring.nodes[static_cast<std::size_t>(i)]});
+    const VertexGraph graph = vertexGraph(island_.triangles, island_.vertexCount(), pairs);
+
+    uv_ = system_->mesh().toNodes(uv_);
+    SymbolicCholesky analysis = analyse(graph, system_->mesh().symbolic.oldOfNew);
+    system_.reset(); // two at a time would double the memory
+    if (analysis.operations > staleOrder * freshOperations_) {
+        analysis = analyse(graph);
+        freshOperations_ = analysis.operations;
+    }
+    system_ = std::make_unique<StepSystem>(EliminationMesh(island_, std::move(analysis)));
+    uv_ = system_->mesh().toColumns(uv_);
+}
+
+/// Returns how much the step's quadratic model promises to gain, doubled.
+double LayoutMinimiser::computeDirection(Curvature kind, const RunControl& control)
+{
+    collectSprings();
+    system_->set(uv_, kind);
+    for (const Spring& spring : springs_)
+        system_->add(spring);
+    return system_->solve(control);
+}
+
+double LayoutMinimiser::firstObstacle() const
+{
+    const double flip = firstFlip(system_->mesh(), uv_, system_->direction());
+    if (!rules_.barrier)
+        return flip;
+    const double farthest = std::end(strideFactors)[-1] / obstacleMargin;
+    return firstContact(rules_.barrier->border(), borderOf(uv_), borderOf(system_->direction()),
+                        std::min(flip, farthest));
+}
+
+/// When contacts cut the step short, the next one brakes the pieces that were about to meet.
+void LayoutMinimiser::brakeContacts(double obstacle, double promised)
+{
+    if (!rules_.barrier || obstacle >= 1.0)
+        return;
+    const double flip = firstFlip(system_->mesh(), uv_, system_->direction());
+    addBrakes(rules_.barrier->border(), borderOf(uv_), borderOf(system_->direction()),
+              std::min(1.0, flip), brakeWork * promised, brakes_);
+}
+
+void LayoutMinimiser::moveTrial(double step)
+{
+    const std::span<const Vec2> direction = system_->direction();
+    for (std::size_t i = 0; i < uv_.size(); ++i)
+        trial_[i] = uv_[i] + step * direction[i];
+}
+
+bool LayoutMinimiser::isTrialLegal() const
+{
+    if (!rules_.barrier)
+        return true;
+    const std::vector<Vec2> border = borderOf(trial_);
+    return rules_.barrier->isFairMove(borderOf(uv_), border) &&
+           !doesBorderCross(rules_.barrier->border(), border);
+}
+
+double LayoutMinimiser::energyOf(std::span<const Vec2> uv) const
+{
+    const Distortion distortion = measure(system_->mesh(), uv);
+    if (rules_.areEmpty())
+        return distortion.bestEnergy();
+    double energy = distortion.energy();
+    if (rules_.barrier)
+        energy += rules_.barrier->energy(borderOf(uv));
+    return energy;
+}
+
+double LayoutMinimiser::trialEnergy() const
+{
+    return isTrialLegal() ? energyOf(trial_) : infinity;
+}
+
+/// Moves along the direction; returns the energy then, or the old one when no length of step gains
+/// anything.
+double LayoutMinimiser::search(double energy, double promised)
+{
+    const double obstacle = firstObstacle();
+    brakeContacts(obstacle, promised);
+    const double longest = obstacleMargin * obstacle;
+    double step = std::min(1.0, longest);
+    moveTrial(step);
+    double best = trialEnergy();
+    for (int i = 0; i < maxShorter && !(best <= energy - leastGain * step * promised); ++i) {
+        step *= 0.5;
+        moveTrial(step);
+        best = trialEnergy();
+    }
+    if (!(best < energy))
+        return energy;
+    if (step == 1.0) {
+        std::vector<Vec2> accepted;
+        for (const double factor : strideFactors) {
+            if (factor > longest)
+                break;
+            accepted = trial_;
+            moveTrial(factor);
+            const double longer = trialEnergy();
+            if (!(longer < best)) {
+                trial_.swap(accepted);
+                break;
+            }
+            best = longer;
+        }
+    }
+    uv_.swap(trial_);
+    return rules_.areEmpty() ? rescaleColumns() : best;
+}
+
+bool LayoutMinimiser::isDone(const StopRule& stop, double promised, double energy) const
+{
+    const double excess = std::max(energy - undistorted, roundingExcess);
+    return promised < stop.promisedShare * energy &&
+           promised < std::max(stop.promisedShareOfExcess * excess, roundingExcess);
+}
+
+LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const LayoutRules& rules,
+                                                   const StopRule& stop, const RunControl& control,
+                                                   const Observer& observer)
+{
+    rules_ = rules;
+    brakes_.clear();
+    uv_ = system_->mesh().toColumns(uv);
+    trial_.resize(uv_.size());
+
+    Outcome outcome;
+    double energy = rules_.areEmpty() ? rescaleColumns() : energyOf(uv_);
+    Curvature kind = Curvature::Capped;
+    while (outcome.steps < stop.maxSteps) {
+        const bool isBraked = !brakes_.empty();
+        const double promised = computeDirection(kind, control);
+        ++outcome.steps;
+        const double before = energy;
+        energy = search(before, promised);
+        const double unbraked = isBraked ? brakedPromise * promised : promised;
+        if (isDone(stop, 0.5 * unbraked, before)) {
+            outcome.converged = true;
+            break;
+        }
+        if (!observer({uv_, system_->columnOfNode(), 0.5 * promised / before}))
+            break;
+        const double gained = (before - energy) / before;
+        if (gained <= 0.0 && kind == Curvature::Exact && !isBraked)
+            break;
+        if (gained < lateGain)
+            kind = Curvature::Exact;
+    }
+    uv = system_->mesh().toNodes(uv_);
+    return outcome;
+}
+
+} // namespace unfold3d

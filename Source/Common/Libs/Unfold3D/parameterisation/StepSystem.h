@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/linear/SparseCholesky.h"
+#include "Unfold3D/parameterisation/EliminationMesh.h"
+#include "Unfold3D/parameterisation/Spring.h"
+
+#include <span>
+#include <vector>
+
+namespace unfold3d
+{
+
+/// The linear system of one Newton step on the layout of an island. Its pattern is analysed once;
+/// then for each step: set(), add() what else there is, solve().
+class StepSystem
+{
+public:
+    explicit StepSystem(const IslandMesh& mesh) : StepSystem(EliminationMesh(mesh)) {}
+    explicit StepSystem(EliminationMesh mesh);
+
+    const EliminationMesh& mesh() const { return mesh_; }
+    /// The column of each node.
+    std::span<const int> columnOfNode() const { return mesh_.symbolic.newOfOld; }
+
+    /// Whether all nodes of a spring meet in the pattern.
+    bool covers(const Spring& spring) const;
+
+    /// Begins a step with the derivatives of the distortion at `uv` ([column], nothing flipped).
+    void set(std::span<const Vec2> uv, Curvature kind);
+    /// Adds a spring that the pattern covers.
+    void add(const Spring& spring);
+
+    /// Solves for the step; returns how much its quadratic model promises to gain, doubled.
+    double solve(const RunControl& control);
+    /// [column] the step that solve() found.
+    std::span<const Vec2> direction() const { return direction_; }
+
+private:
+    EliminationMesh mesh_;
+    BlockMatrix hessian_;
+    SparseCholesky cholesky_;
+    std::vector<Vec2> gradient_;
+    std::vector<Vec2> direction_;
+};
+
+} // namespace unfold3d

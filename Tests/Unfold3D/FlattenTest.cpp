@@ -1,0 +1,215 @@
+#include "LayoutChecks.h"
+#include "Surfaces.h"
+
+#include "Unfold3D/parameterisation/Flatten.h"
+#include "Unfold3D/start/FlatStart.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+using namespace unfold3d;
+
+namespace
+{
+
+std::size_t at(int index)
+{
+    return static_cast<std::size_t>(index);
+}
+
+FlattenResult flattenFromStart(const IslandMesh& mesh, const FlattenOptions& options = {})
+{
+    const RunControl control;
+    return flatten(mesh, flatStart(mesh, control).uv, options, control, {});
+}
+
+void expectSound(const IslandMesh& mesh, const FlattenResult& result)
+{
+    ASSERT_EQ(result.uv.size(), mesh.positions.size());
+    EXPECT_EQ(layout::countFlips(mesh.triangles, result.uv), 0);
+    EXPECT_EQ(layout::countCrossings(mesh.triangles, result.uv), 0);
+    EXPECT_EQ(result.report.borderCrossings, 0);
+    EXPECT_TRUE(result.report.warnings.empty());
+}
+
+/// The longest error of an edge, as a share of the island's size.
+double worstLengthError(const IslandMesh& mesh, const std::vector<Vec2>& uv)
+{
+    double worst = 0.0;
+    for (const Triangle& t : mesh.triangles)
+        for (std::size_t i = 0; i < 3; ++i) {
+            const int a = t[i];
+            const int b = t[(i + 1) % 3];
+            worst =
+                std::max(worst, std::abs(length(uv[at(b)] - uv[at(a)]) -
+                                         length(mesh.positions[at(b)] - mesh.positions[at(a)])));
+        }
+    return worst;
+}
+
+TEST(Flatten, LaysOutWithoutDistortionWhatCanBe)
+{
+    struct Case
+    {
+        const char* name;
+        IslandMesh mesh;
+    };
+    const Case cases[] = {
+        {"one triangle", {{{0, 0, 0}, {1, 0, 0}, {0, 1, 1}}, {{0, 1, 2}}}},
+        {"a sheet", surfaces::sheet(6, 5)},
+        {"a sheet with holes",
+         surfaces::sheetWithHoles(7, 7, [](int i, int j) { return i % 3 == 1 && j % 3 == 1; })},
+        {"a cone", surfaces::cutCone(1.0, 24, 3)},
+        {"a spiral", surfaces::spiral(3, 24)},
+        {"needles", surfaces::needleFan(30)},
+        {"triangles that meet in one vertex", surfaces::blades(3)},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const IslandMesh mesh = surfaces::normalised(c.mesh);
+        const FlattenResult result = flattenFromStart(mesh);
+        expectSound(mesh, result);
+        EXPECT_TRUE(result.report.converged);
+        EXPECT_NEAR(result.report.energy, 4.0, 1e-7);
+        EXPECT_LT(worstLengthError(mesh, result.uv), 1e-4);
+    }
+}
+
+TEST(Flatten, ADisjointOverlapIsPreventedOnRequest)
+{
+    // One and a half turns around the tip can't lie flat without covering something twice.
+    const IslandMesh mesh = surfaces::normalised(surfaces::cutCone(1.5, 40, 4));
+    FlattenOptions options;
+    options.preventBorderCrossings = false;
+    const FlattenResult free = flattenFromStart(mesh, options);
+    EXPECT_EQ(layout::countFlips(mesh.triangles, free.uv), 0);
+    EXPECT_GT(free.report.borderCrossings, 0);
+    EXPECT_NEAR(free.report.energy, 4.0, 1e-6);
+
+    options.preventBorderCrossings = true;
+    const FlattenResult apart = flattenFromStart(mesh, options);
+    expectSound(mesh, apart);
+    EXPECT_TRUE(apart.report.converged);
+    EXPECT_LT(apart.report.energy, 5.0);
+}
+
+TEST(Flatten, MoreIterationsNeverEndHigherAndMinusOneGoesOnToRounding)
+{
+    const IslandMesh mesh = surfaces::normalised(surfaces::hills(14, 11, 2.0));
+    double before = std::numeric_limits<double>::infinity();
+    for (const int iterations : {0, 1, 2, 3, -1}) {
+        SCOPED_TRACE(iterations);
+        FlattenOptions options;
+        options.iterations = iterations;
+        const FlattenResult result = flattenFromStart(mesh, options);
+        expectSound(mesh, result);
+        EXPECT_LE(result.report.energy, before * (1.0 + 1e-12));
+        before = result.report.energy;
+    }
+    FlattenOptions options;
+    EXPECT_LT(flattenFromStart(mesh, options).report.energy, before * (1.0 + 3e-3));
+}
+
+TEST(Flatten, HandsBackAStartThatItCannotUse)
+{
+    const IslandMesh mesh = surfaces::normalised(surfaces::sheet(2, 2));
+    const RunControl control;
+    const std::vector<Vec2> good = flatStart(mesh, control).uv;
+    for (const Vec2 place : {Vec2{10.0, 10.0}, good[0], Vec2{NAN, 0.0}}) {
+        std::vector<Vec2> start = good;
+        start[4] = place;
+        const FlattenResult result = flatten(mesh, start, {}, control, {});
+        EXPECT_EQ(result.report.warnings.size(), 1U);
+        EXPECT_EQ(result.uv[0], start[0]);
+        EXPECT_FALSE(result.report.converged);
+    }
+}
+
+/// A start in which everything but one corner is squeezed together, by a factor a row.
+std::vector<Vec2> squeezed(const IslandMesh& sheet, int columns, double factor)
+{
+    std::vector<Vec2> uv;
+    for (int v = 0; v < sheet.vertexCount(); ++v) {
+        const double scale = std::pow(factor, v / (columns + 1));
+        uv.push_back({scale * (v % (columns + 1)), scale});
+    }
+    return uv;
+}
+
+TEST(Flatten, GetsOutOfStartsWithTinyTriangles)
+{
+    constexpr int columns = 6;
+    const IslandMesh sheet = surfaces::normalised(surfaces::sheet(columns, 30));
+    const std::vector<Vec2> start = squeezed(sheet, columns, 2.5); // energy about 1e24
+    ASSERT_EQ(layout::countFlips(sheet.triangles, start), 0);
+    const FlattenResult result = flatten(sheet, start, {}, RunControl(), {});
+    expectSound(sheet, result);
+    EXPECT_NEAR(result.report.energy, 4.0, 1e-3);
+
+    const IslandMesh finger = surfaces::normalised(surfaces::finger(8, 40, 0.3, 0.3));
+    FlattenOptions options;
+    options.preventBorderCrossings = false;
+    EXPECT_EQ(layout::countFlips(finger.triangles, flattenFromStart(finger, options).uv), 0);
+}
+
+TEST(Flatten, StandInsOfTrianglesWithoutAreaDoNotSpoilTheRest)
+{
+    IslandMesh mesh = surfaces::sheet(4, 4);
+    // Vertex 12 moves onto its neighbour, vertex 6 onto the line between two others.
+    mesh.positions[12] = mesh.positions[13];
+    mesh.positions[6] = 0.5 * (mesh.positions[5] + mesh.positions[7]);
+    mesh = surfaces::normalised(mesh);
+    const FlattenResult result = flattenFromStart(mesh);
+    expectSound(mesh, result);
+    EXPECT_LT(result.report.energy, 4.2);
+}
+
+TEST(Flatten, ProgressRisesAndAStopIsHeard)
+{
+    const IslandMesh mesh = surfaces::normalised(surfaces::cutCone(1.3, 40, 4));
+    RunControl control;
+    const std::vector<Vec2> start = flatStart(mesh, control).uv;
+    double last = 0.0;
+    int calls = 0;
+    flatten(mesh, start, {}, control, [&](double fraction) {
+        EXPECT_GE(fraction, last);
+        EXPECT_LE(fraction, 1.0);
+        last = fraction;
+        ++calls;
+    });
+    EXPECT_GT(calls, 1);
+    EXPECT_THROW(flatten(mesh, start, {}, control, [&](double) { control.requestStop(); }),
+                 Stopped);
+}
+
+TEST(Flatten, GivesTheSameBitsEveryTime)
+{
+    const IslandMesh mesh = surfaces::normalised(surfaces::cutCone(1.4, 40, 4));
+    EXPECT_EQ(flattenFromStart(mesh).uv, flattenFromStart(mesh).uv);
+}
+
+RC_GTEST_PROP(Flatten, NeverFlipsNorCrossesNorEndsAboveItsStart, ())
+{
+    std::mt19937 random(*rc::gen::arbitrary<unsigned>());
+    IslandMesh mesh = surfaces::hills(*rc::gen::inRange(1, 12), *rc::gen::inRange(1, 12), 1.0);
+    const double roughness = std::uniform_real_distribution<double>(0.0, 3.0)(random);
+    std::normal_distribution<double> shift(0.0, roughness);
+    for (Vec3& p : mesh.positions)
+        p = p + Vec3{0.3 * shift(random), 0.3 * shift(random), shift(random)};
+    mesh = surfaces::normalised(mesh);
+
+    FlattenOptions options;
+    options.iterations = 0;
+    const double before = flattenFromStart(mesh, options).report.energy;
+    options.iterations = 1;
+    const FlattenResult result = flattenFromStart(mesh, options);
+    RC_ASSERT(layout::countFlips(mesh.triangles, result.uv) == 0);
+    RC_ASSERT(layout::countCrossings(mesh.triangles, result.uv) == 0);
+    RC_ASSERT(result.report.energy <= before);
+}
+
+} // namespace
