@@ -1,21 +1,20 @@
 #include "cli/Options.h"
 
 #include "cli/ExitStatus.h"
+#include "cli/PackArguments.h"
 #include "document/Format.h"
 #include "picture/LayoutPicture.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <charconv>
 #include <sstream>
+#include <vector>
 
 namespace uvtool
 {
 namespace
 {
-
-constexpr int mostTexels = 16384;
 
 void addCommonOptions(CLI::App& command, CommonOptions& common, bool& shell)
 {
@@ -37,101 +36,6 @@ void addCommonOptions(CLI::App& command, CommonOptions& common, bool& shell)
 void addOutput(CLI::App& command, std::filesystem::path& output)
 {
     command.add_option("-o,--output", output, "The mesh file to write")->required();
-}
-
-/// "2x3": tiles along the two axes.
-std::string readTiles(const std::string& text, kyUnfold3D::PackSettings& settings)
-{
-    int tiles[2] = {0, 0};
-    const char* const end = text.data() + text.size();
-    const auto first = std::from_chars(text.data(), end, tiles[0]);
-    if (first.ec == std::errc{} && first.ptr != end && *first.ptr == 'x') {
-        const auto second = std::from_chars(first.ptr + 1, end, tiles[1]);
-        if (second.ec == std::errc{} && second.ptr == end && std::min(tiles[0], tiles[1]) > 0) {
-            settings.setTilesU(tiles[0]);
-            settings.setTilesV(tiles[1]);
-            return {};
-        }
-    }
-    return "\"" + text + "\" is no grid of tiles; give it as UxV, such as 2x1";
-}
-
-std::string readBox(const std::vector<double>& bounds, kyUnfold3D::PackSettings& settings)
-{
-    if (!(bounds[0] < bounds[2]) || !(bounds[1] < bounds[3]))
-        return "the box has no area; give its lower left and its upper right corner";
-    settings.setBox(bounds[0], bounds[2], bounds[1], bounds[3]);
-    return {};
-}
-
-void setRotation(double step, kyUnfold3D::PackSettings& settings)
-{
-    settings.setRotate(step > 0);
-    settings.setRotateStep(step);
-}
-
-// What the library knows these by. Docs/Engine.md tells what they do.
-const std::map<std::string, kyUVTypes::PreScaleMode> scaleModes{{"keep", kyUVTypes::PreScale0},
-                                                                {"area", kyUVTypes::PreScale1},
-                                                                {"total", kyUVTypes::PreScale2}};
-
-void addPackOptions(CLI::App& command, PackOptions& pack)
-{
-    const auto texels = CLI::Range(0.0, double{mostTexels});
-    command
-        .add_option("--atlas", pack.atlas,
-                    "shared: one layout for the whole file; each: one for each geometry")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, Atlas>{{"shared", SharedAtlas}, {"each", AtlasEach}}));
-    command
-        .add_option_function<std::string>(
-            "--scale-mode",
-            [&pack](const std::string& word) {
-                pack.settings.setPreScaleMode(scaleModes.at(word));
-            },
-            "Sizes of the islands: keep those they have; area: each by that of its surface; total: "
-            "keep the ratios, the sum by that of the surfaces")
-        ->check(CLI::IsMember(scaleModes));
-    command.add_option("--resolution", pack.resolution, "Texels along the box")
-        ->check(CLI::Range(8, mostTexels))
-        ->capture_default_str();
-    command.add_option("--gap", pack.gap, "Texels between islands")
-        ->check(texels)
-        ->capture_default_str();
-    command.add_option("--margin", pack.margin, "Texels to the edge of the box; half the gap")
-        ->check(texels);
-    command
-        .add_option_function<int>(
-            "--mutations", [&pack](int count) { pack.settings.setMutations(count); },
-            "Layouts to try; more take longer and are never worse")
-        ->check(CLI::Range(1, 100000));
-    command
-        .add_option_function<double>(
-            "--rotate-step", [&pack](double step) { setRotation(step, pack.settings); },
-            "Degrees between the turns that are tried; 0 to turn nothing. 90 if not given")
-        ->check(CLI::Range(0.0, 360.0));
-    command
-        .add_option(
-            "--tiles",
-            [&pack](const CLI::results_t& words) {
-                const std::string error = readTiles(words[0], pack.settings);
-                if (!error.empty())
-                    throw CLI::ValidationError("--tiles", error);
-                return true;
-            },
-            "A grid of tiles, such as 2x1, instead of one")
-        ->type_name("UxV");
-    command
-        .add_option_function<std::vector<double>>(
-            "--box",
-            [&pack](const std::vector<double>& bounds) {
-                const std::string error = readBox(bounds, pack.settings);
-                if (!error.empty())
-                    throw CLI::ValidationError("--box", error);
-            },
-            "The box to fill, 0 0 1 1 if not given")
-        ->expected(4)
-        ->type_name("U0 V0 U1 V1");
 }
 
 void addUnfoldOptions(CLI::App& command, UnfoldOptions& unfold)
@@ -198,7 +102,7 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
 
     Options options;
     bool shell = false;
-    setRotation(90.0, options.pack.settings);
+    setTurnStep(90.0, options.pack.settings);
     CLI::App* const info = app.add_subcommand("info", "Tells what a mesh file holds");
     addCommonOptions(*info, options.common, shell);
     CLI::App* const unfold =
@@ -224,6 +128,8 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     } catch (const CLI::ParseError& error) {
         throw CommandError(WrongUsage, std::string(error.what()) + "; see uvtool --help");
     }
+    if (pack->parsed() && pack->get_option("--scale-mode")->empty())
+        options.pack.settings.setPreScaleMode(kyUVTypes::PreScale0);
     options.command = unfold->parsed() ? Options::Unfold
                       : pack->parsed() ? Options::Pack
                                        : Options::Info;

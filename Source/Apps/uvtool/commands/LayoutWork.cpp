@@ -2,8 +2,10 @@
 
 #include "cli/ExitStatus.h"
 #include "document/Format.h"
+#include "report/Remarks.h"
 #include "report/TextReport.h"
 #include "solver/PackParts.h"
+#include "solver/RoundingRepair.h"
 #include "solver/WriteBack.h"
 
 #include <algorithm>
@@ -22,6 +24,14 @@ void throwUnlessSuccess(const SolverAnswer& answer, const std::string& what)
         throw CommandError(Interrupted, "cancelled; nothing was written");
     if (answer.outcome == Failure)
         throw CommandError(Failed, what + ": " + answer.error());
+}
+
+/// Takes the UVs of a part to values that the file can hold.
+void round(Part& part, bool vIsTurned)
+{
+    if (vIsTurned)
+        roundForTurnedV(part.uvs);
+    repairRounding(part.mesh.triangles, part.turns, vIsTurned, part.uvs);
 }
 
 } // namespace
@@ -71,13 +81,15 @@ void LayoutWork::putIntoDocument(LayoutDemands demands, bool isPacked)
         demands.gap = std::max(0.0, options.gap * texelSize(options) - distanceTolerance);
         demands.margin =
             std::max(0.0, options.marginTexels() * texelSize(options) - distanceTolerance);
-        task_.report.resolution = options.resolution;
+        task_.report.texelsPerUnit = 1.0 / texelSize(options);
     }
+    const bool vIsTurned = traitsOfFormat(task_.options.output).vRunsDownward;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         noteKeptIslands(i);
-        if (!parts[i].isEmpty())
-            entry(i).splitPolygons =
-                writeUVs(parts[i], task_.options.common.slot, task_.geometry(i));
+        if (parts[i].isEmpty())
+            continue;
+        round(parts[i], vIsTurned);
+        entry(i).splitPolygons = writeUVs(parts[i], task_.options.common.slot, task_.geometry(i));
     }
     check(demands);
 }
@@ -149,9 +161,8 @@ void LayoutWork::check(LayoutDemands demands)
 
 void tellResult(Task& task)
 {
-    for (const GeometryReport& geometry : task.report.geometries)
-        for (const std::string& remark : remarksOn(geometry, task.report.command))
-            task.console.warning(remark);
+    for (const std::string& remark : remarksOn(task.report))
+        task.console.warning(remark);
     if (task.options.common.json)
         return;
     for (const std::string& line : textOfResult(task.report))

@@ -44,7 +44,7 @@ void unfoldParts(Task& task, LayoutWork& work)
         if (answer.outcome == Failure) {
             if (firstError.empty())
                 firstError = answer.error();
-            part = Part{part.geometry, {}, SolverFrame({}), {}, {}};
+            part = Part{part.geometry, {}, SolverFrame({}), {}, {}, {}};
         }
     }
     if (work.isEmpty())

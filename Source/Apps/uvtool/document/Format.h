@@ -28,8 +28,8 @@ struct FormatTraits
 {
     bool isWritable = false; ///< writeDocument knows the extension
     std::size_t slots = 0;   ///< UV slots, counted from 0
-    /// v runs downward in the file. It is turned by 1 - v on the way out, so that of a written value
-    /// only what survives that in single precision gets into the file.
+    /// v runs downward in the file. It is turned by 1 - v on the way out, so that of a written
+    /// value only what survives that in single precision gets into the file.
     bool vRunsDownward = false;
 };
 

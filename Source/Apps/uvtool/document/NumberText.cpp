@@ -24,11 +24,27 @@ bool readNumber(std::string_view word, double& number)
     return std::abs(number) <= static_cast<double>(std::numeric_limits<float>::max());
 }
 
-void appendNumber(std::string& text, float number)
+namespace
+{
+
+template <class Number>
+void append(std::string& text, Number number)
 {
     std::array<char, 64> digits{};
     const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), number);
     text.append(digits.data(), result.ptr);
+}
+
+} // namespace
+
+void appendNumber(std::string& text, float number)
+{
+    append(text, number);
+}
+
+void appendExactNumber(std::string& text, float number)
+{
+    append(text, static_cast<double>(number));
 }
 
 } // namespace uvtool

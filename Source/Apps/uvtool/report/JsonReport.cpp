@@ -36,14 +36,14 @@ Json finiteOrNull(double value)
 
 /// Lengths of the gap and the margin, in UV units and, where the packing has a resolution, texels.
 void addLength(Json& json, const std::string& name, bool exists, double length,
-               std::optional<int> resolution)
+               std::optional<double> texelsPerUnit)
 {
     json[name] = exists ? finiteOrNull(length) : Json(nullptr);
-    if (resolution)
-        json[name + "Texels"] = exists ? finiteOrNull(length * *resolution) : Json(nullptr);
+    if (texelsPerUnit)
+        json[name + "Texels"] = exists ? finiteOrNull(length * *texelsPerUnit) : Json(nullptr);
 }
 
-Json checkJson(const CheckReport& report, std::optional<int> resolution)
+Json checkJson(const CheckReport& report, std::optional<double> texelsPerUnit)
 {
     const LayoutCheck& found = report.found;
     Json json;
@@ -62,8 +62,8 @@ Json checkJson(const CheckReport& report, std::optional<int> resolution)
     json["mirroredIslands"] = found.mirroredIslands;
     json["outsideIslands"] = found.outside.count;
     json["countedAll"] = found.overlaps.countedAll;
-    addLength(json, "gap", found.gap.exists(), found.gap.distance, resolution);
-    addLength(json, "margin", true, found.margin, resolution);
+    addLength(json, "gap", found.gap.exists(), found.gap.distance, texelsPerUnit);
+    addLength(json, "margin", true, found.margin, texelsPerUnit);
     json["area"] = finiteOrNull(found.area);
     if (!found.bounds.isEmpty())
         json["bounds"] = {found.bounds.lo[0], found.bounds.lo[1], found.bounds.hi[0],
@@ -82,7 +82,7 @@ Json islandsJson(const std::vector<KeptIsland>& islands)
     return json;
 }
 
-Json geometryJson(const GeometryReport& geometry, std::optional<int> resolution)
+Json geometryJson(const GeometryReport& geometry, std::optional<double> texelsPerUnit)
 {
     Json json;
     json["geometry"] = geometry.number;
@@ -110,7 +110,7 @@ Json geometryJson(const GeometryReport& geometry, std::optional<int> resolution)
     }
     json["warnings"] = geometry.warnings;
     if (geometry.check)
-        json["check"] = checkJson(*geometry.check, resolution);
+        json["check"] = checkJson(*geometry.check, texelsPerUnit);
     return json;
 }
 
@@ -132,13 +132,13 @@ std::string jsonReport(const Report& report)
         json["result"] = wordFor(*report.result);
     if (!report.error.empty())
         json["error"] = report.error;
-    if (report.resolution)
-        json["resolution"] = *report.resolution;
+    if (report.texelsPerUnit)
+        json["texelsPerUnit"] = *report.texelsPerUnit;
     json["geometries"] = Json::array();
     for (const GeometryReport& geometry : report.geometries)
-        json["geometries"].push_back(geometryJson(geometry, report.resolution));
+        json["geometries"].push_back(geometryJson(geometry, report.texelsPerUnit));
     if (report.check)
-        json["check"] = checkJson(*report.check, report.resolution);
+        json["check"] = checkJson(*report.check, report.texelsPerUnit);
     json["warnings"] = report.warnings;
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
 }

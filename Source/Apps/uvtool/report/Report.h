@@ -62,8 +62,8 @@ struct Report
     double seconds = 0.0;
     std::vector<std::pair<std::string, double>> stages; ///< seconds of each, in their order
     std::vector<GeometryReport> geometries;
-    std::optional<CheckReport> check; ///< of all geometries as one layout
-    std::optional<int> resolution;    ///< texels along the box, where islands were packed
+    std::optional<CheckReport> check;    ///< of all geometries as one layout
+    std::optional<double> texelsPerUnit; ///< of the UV plane, where islands were packed
     std::vector<std::string> warnings;
     std::optional<Outcome> result;
     std::string error; ///< why the result isn't a success

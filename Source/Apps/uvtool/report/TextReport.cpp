@@ -1,5 +1,7 @@
 #include "report/TextReport.h"
 
+#include "report/Remarks.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -9,11 +11,6 @@ namespace uvtool
 {
 namespace
 {
-
-std::string counted(std::size_t count, const char* single, const char* plural)
-{
-    return std::to_string(count) + " " + (count == 1 ? single : plural);
-}
 
 /// A number with so many digits behind the point.
 std::string decimal(double value, int digits)
@@ -78,14 +75,14 @@ std::vector<std::string> tableOfGeometries(const Report& report)
 }
 
 /// "13 islands cover 0.61, smallest gap 2.0 texels".
-std::string lineOnLayout(const LayoutCheck& found, std::optional<int> resolution)
+std::string lineOnLayout(const LayoutCheck& found, std::optional<double> texelsPerUnit)
 {
     std::string line = counted(found.islands, "island covers ", "islands cover ") +
                        shortNumber(found.area) + " of the UV plane";
     if (found.gap.exists())
-        line += ", smallest gap " + (resolution
-                                         ? decimal(found.gap.distance * *resolution, 2) + " texels"
-                                         : shortNumber(found.gap.distance));
+        line += ", smallest gap " +
+                (texelsPerUnit ? decimal(found.gap.distance * *texelsPerUnit, 2) + " texels"
+                               : shortNumber(found.gap.distance));
     if (found.mirroredIslands > 0)
         line += ", " + std::to_string(found.mirroredIslands) + " mirrored";
     return line;
@@ -105,71 +102,7 @@ std::string lineOnTime(const Report& report)
     return decimal(report.seconds, 2) + " s (" + stages + ")";
 }
 
-std::string nameOf(const GeometryReport& geometry)
-{
-    return "geometry " + std::to_string(geometry.number) + " \"" + geometry.name + "\"";
-}
-
-/// "island 0 (380 triangles from 17 on), island 4 (...) and 12 more".
-std::string listOf(const std::vector<KeptIsland>& islands)
-{
-    constexpr std::size_t most = 4;
-    std::string list;
-    for (std::size_t i = 0; i < std::min(most, islands.size()); ++i)
-        list += (i == 0 ? "island " : ", island ") + std::to_string(islands[i].island) + " (" +
-                counted(islands[i].triangles, "triangle", "triangles") + ", first " +
-                std::to_string(islands[i].firstTriangle) + ")";
-    if (islands.size() > most)
-        list += " and " + std::to_string(islands.size() - most) + " more";
-    return list;
-}
-
-void remarkOnMesh(const GeometryReport& geometry, std::vector<std::string>& remarks)
-{
-    const SolverMeshReport& mesh = geometry.mesh;
-    if (mesh.sheets.separatedEdges > 0)
-        remarks.push_back(
-            nameOf(geometry) + ": sheets were separated at " +
-            counted(mesh.sheets.separatedEdges, "edge that is", "edges that are") +
-            " no common border of two triangles that wind the same way" +
-            (mesh.sheets.doubledTriangles > 0
-                 ? " (" + counted(mesh.sheets.doubledTriangles, "triangle lies", "triangles lie") +
-                       " on another)"
-                 : ""));
-    if (mesh.degenerateTriangles > 0)
-        remarks.push_back(nameOf(geometry) + ": " +
-                          counted(mesh.degenerateTriangles, "triangle", "triangles") +
-                          " with a repeated corner left out");
-}
-
 } // namespace
-
-std::vector<std::string> remarksOn(const GeometryReport& geometry, const std::string& command)
-{
-    std::vector<std::string> remarks;
-    remarkOnMesh(geometry, remarks);
-    const std::string keep = command == "info" ? "" : ", keeping the UVs as they are";
-    if (geometry.mesh.unmappedTriangles > 0)
-        remarks.push_back(nameOf(geometry) + ": " +
-                          counted(geometry.mesh.unmappedTriangles, "triangle", "triangles") +
-                          " without UVs left out");
-    if (!geometry.closedIslands.empty())
-        remarks.push_back(
-            nameOf(geometry) + ": " +
-            counted(geometry.closedIslands.size(), "island is", "islands are") + " closed" + keep +
-            "; to unfold closed pieces give them seams first: " + listOf(geometry.closedIslands));
-    if (!geometry.keptIslands.empty())
-        remarks.push_back(nameOf(geometry) + ": " +
-                          counted(geometry.keptIslands.size(), "island", "islands") +
-                          " could not be unfolded" + keep + ": " + listOf(geometry.keptIslands));
-    if (geometry.splitPolygons > 0)
-        remarks.push_back(nameOf(geometry) + ": " +
-                          counted(geometry.splitPolygons, "polygon", "polygons") +
-                          " crossed by a seam, written as triangles");
-    for (const std::string& warning : geometry.warnings)
-        remarks.push_back(nameOf(geometry) + ": " + warning);
-    return remarks;
-}
 
 std::vector<std::string> textOfInfo(const Report& report)
 {
@@ -185,9 +118,8 @@ std::vector<std::string> textOfInfo(const Report& report)
     } else {
         lines.push_back("slot " + std::to_string(report.slot) + ": no UVs");
     }
-    for (const GeometryReport& geometry : report.geometries)
-        for (std::string& remark : remarksOn(geometry, report.command))
-            lines.push_back(std::move(remark));
+    for (std::string& remark : remarksOn(report))
+        lines.push_back(std::move(remark));
     return lines;
 }
 
@@ -195,7 +127,7 @@ std::vector<std::string> textOfResult(const Report& report)
 {
     std::vector<std::string> lines;
     if (report.check) {
-        lines.push_back(lineOnLayout(report.check->found, report.resolution) + ", " +
+        lines.push_back(lineOnLayout(report.check->found, report.texelsPerUnit) + ", " +
                         lineOnFaults(*report.check));
     }
     lines.push_back(report.output + ": written in " + lineOnTime(report));

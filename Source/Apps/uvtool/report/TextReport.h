@@ -15,8 +15,4 @@ std::vector<std::string> textOfInfo(const Report& report);
 /// like, and what took the time.
 std::vector<std::string> textOfResult(const Report& report);
 
-/// What there is to know about a geometry that isn't as the solver would like it: sheets that were
-/// separated, triangles left out, islands that keep their UVs. A sentence each, naming it.
-std::vector<std::string> remarksOn(const GeometryReport& geometry, const std::string& command);
-
 } // namespace uvtool

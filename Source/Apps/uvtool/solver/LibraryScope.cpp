@@ -18,10 +18,10 @@ protected:
     std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
 };
 
-/// A text of several lines counts as several.
-void keep(const std::string& text, std::vector<std::string>& lines)
+/// A text of several lines counts as several. Who says it goes without saying.
+void keep(const std::string& text, const std::string& prefix, std::vector<std::string>& lines)
 {
-    std::istringstream stream(text);
+    std::istringstream stream(text.starts_with(prefix) ? text.substr(prefix.size()) : text);
     for (std::string line; std::getline(stream, line);)
         lines.push_back(line);
 }
@@ -35,9 +35,9 @@ LibraryScope::LibraryScope(Console& console, LibraryLog& log)
     kyLog::setSink([&console, &log](const kyLog::Line& line) {
         console.detail(line.text);
         if (line.level == kyLog::Error)
-            keep(line.text, log.errors);
+            keep(line.text, "Unfold3D error: ", log.errors);
         else if (line.level == kyLog::Warning)
-            keep(line.text, log.warnings);
+            keep(line.text, "Unfold3D warning: ", log.warnings);
     });
 }
 

@@ -1,5 +1,7 @@
 #include "solver/Part.h"
 
+#include "solver/RoundingRepair.h"
+
 namespace uvtool
 {
 
@@ -7,7 +9,7 @@ Part makePart(const DocumentGeometry& geometry, std::size_t number, const Survey
 {
     SolverMesh mesh = withoutIslands(survey.mesh, survey.islands, survey.islands.isClosed);
     const std::vector<Vec3d> points = scenePositionsOfCorners(geometry, mesh.cornerOfVertex);
-    Part part{number, std::move(mesh), SolverFrame(points), {}, {}};
+    Part part{number, std::move(mesh), SolverFrame(points), {}, {}, {}};
     part.positions.reserve(points.size());
     for (const Vec3d& point : points)
         part.positions.push_back(part.frame.toFrame(point));
@@ -20,6 +22,7 @@ void takeUVs(Part& part, const DocumentGeometry& geometry, std::size_t slot)
     part.uvs.reserve(part.mesh.vertexCount());
     for (const std::uint32_t corner : part.mesh.cornerOfVertex)
         part.uvs.push_back(geometry.uvs[slot].at(corner));
+    part.turns = turnsOf(part.mesh.triangles, part.uvs);
 }
 
 void leaveOut(Part& part, const Islands& islands, const std::vector<char>& isLeftOut)

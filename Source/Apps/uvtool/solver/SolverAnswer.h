@@ -40,6 +40,9 @@ SolverAnswer askLibrary(Console& console, const Call& call)
     default:
         answer.outcome = Failure;
     }
+    // A time-out is logged, but what the solver makes of the stop may still look like a success.
+    if (answer.outcome == Success && !answer.log.errors.empty())
+        answer.outcome = Failure;
     return answer;
 }
 

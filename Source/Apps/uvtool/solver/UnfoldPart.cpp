@@ -71,6 +71,7 @@ SolverAnswer unfoldPart(Part& part, const UnfoldOptions& options, Console& conso
     const std::vector<char> isLeftAlone = islandsLeftAlone(part, islands, uvs);
     takeOver(part, uvs);
     leaveOut(part, islands, isLeftAlone);
+    part.turns.assign(part.mesh.triangleCount(), 1);
     return answer;
 }
 

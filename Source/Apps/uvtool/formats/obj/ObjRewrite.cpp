@@ -177,15 +177,16 @@ private:
             emitTriangles(face, out);
     }
 
+    /// A thin triangle must not turn over for readers that don't round to floats.
     void emitNewValues(std::size_t g, std::string& out)
     {
         const std::vector<Vec2f>& values = document_.geometries[g].uvs[0].values;
         firstNew_[g] = vtWritten_;
         for (std::size_t i = readCount(g); i < values.size(); ++i) {
             out += "vt ";
-            appendNumber(out, values[i][0]);
+            appendExactNumber(out, values[i][0]);
             out += ' ';
-            appendNumber(out, values[i][1]);
+            appendExactNumber(out, values[i][1]);
             out += lineEnd_;
         }
         vtWritten_ += newCount(g);

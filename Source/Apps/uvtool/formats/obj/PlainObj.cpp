@@ -59,7 +59,10 @@ private:
             text_ += '\n';
         }
         for (const Vec2f& uv : geometry.uvs[0].values) {
-            addLine("vt", uv);
+            text_ += "vt ";
+            appendExactNumber(text_, uv[0]);
+            text_ += ' ';
+            appendExactNumber(text_, uv[1]);
             text_ += '\n';
         }
         for (const Vec3f& normal : geometry.normals.values) {

@@ -1,0 +1,144 @@
+#include "report/Remarks.h"
+
+#include <algorithm>
+#include <map>
+
+namespace uvtool
+{
+namespace
+{
+
+/// Places that a list names before it ends in a count.
+constexpr std::size_t mostPlaces = 20;
+
+std::string listOf(const std::vector<std::string>& places)
+{
+    std::string list;
+    for (std::size_t i = 0; i < std::min(mostPlaces, places.size()); ++i)
+        list += (i == 0 ? "" : ", ") + places[i];
+    if (places.size() > mostPlaces)
+        list += " and " + std::to_string(places.size() - mostPlaces) + " more";
+    return list;
+}
+
+std::string nameOf(const GeometryReport& geometry)
+{
+    return "geometry " + std::to_string(geometry.number) + " \"" + geometry.name + "\"";
+}
+
+/// A number of each geometry that is of interest where it isn't 0.
+struct Tally
+{
+    std::size_t total = 0;
+    std::vector<std::string> places;
+};
+
+template <class Count>
+Tally tallyOf(const Report& report, const Count& countIn)
+{
+    Tally tally;
+    for (const GeometryReport& geometry : report.geometries) {
+        const std::size_t count = countIn(geometry);
+        tally.total += count;
+        if (count > 0)
+            tally.places.push_back(std::to_string(count) + " in " + nameOf(geometry));
+    }
+    return tally;
+}
+
+/// Islands, as "island 3 of geometry 0 "Wheel" (200 triangles, the first is 33)".
+Tally tallyOf(const Report& report, std::vector<KeptIsland> GeometryReport::*islands)
+{
+    Tally tally;
+    for (const GeometryReport& geometry : report.geometries) {
+        tally.total += (geometry.*islands).size();
+        for (const KeptIsland& island : geometry.*islands)
+            tally.places.push_back("island " + std::to_string(island.island) + " of " +
+                                   nameOf(geometry) + " (" +
+                                   counted(island.triangles, "triangle", "triangles") +
+                                   ", the first is " + std::to_string(island.firstTriangle) + ")");
+    }
+    return tally;
+}
+
+class Remarks
+{
+public:
+    void add(const Tally& tally, const char* single, const char* plural)
+    {
+        if (tally.total > 0)
+            lines.push_back(counted(tally.total, single, plural) + ": " + listOf(tally.places));
+    }
+
+    std::vector<std::string> lines;
+};
+
+void addIslands(const Report& report, Remarks& remarks)
+{
+    const Tally closed = tallyOf(report, &GeometryReport::closedIslands);
+    if (report.command == "info")
+        remarks.add(closed, "island is closed and can't be unfolded without seams",
+                    "islands are closed and can't be unfolded without seams");
+    else
+        remarks.add(closed, "island is closed and keeps its UVs; seams would open it",
+                    "islands are closed and keep their UVs; seams would open them");
+    remarks.add(tallyOf(report, &GeometryReport::keptIslands),
+                "island could not be unfolded and keeps its UVs",
+                "islands could not be unfolded and keep their UVs");
+}
+
+void addMeshes(const Report& report, Remarks& remarks)
+{
+    remarks.add(
+        tallyOf(report,
+                [](const GeometryReport& geometry) { return geometry.mesh.sheets.separatedEdges; }),
+        "edge doesn't join two triangles of one winding, sheets are separate there",
+        "edges don't join two triangles of one winding, sheets are separate there");
+    remarks.add(
+        tallyOf(report,
+                [](const GeometryReport& geometry) { return geometry.mesh.degenerateTriangles; }),
+        "triangle with a repeated corner is left out",
+        "triangles with a repeated corner are left out");
+    remarks.add(
+        tallyOf(report,
+                [](const GeometryReport& geometry) { return geometry.mesh.unmappedTriangles; }),
+        "triangle without UVs is left out", "triangles without UVs are left out");
+    remarks.add(
+        tallyOf(report, [](const GeometryReport& geometry) { return geometry.splitPolygons; }),
+        "polygon is crossed by a seam and written as its triangles",
+        "polygons are crossed by a seam and written as their triangles");
+}
+
+/// The same warning about several geometries is one line.
+void addWarnings(const Report& report, Remarks& remarks)
+{
+    std::vector<std::string> order;
+    std::map<std::string, std::vector<std::string>> placesOfWarning;
+    for (const GeometryReport& geometry : report.geometries)
+        for (const std::string& warning : geometry.warnings) {
+            std::vector<std::string>& places = placesOfWarning[warning];
+            if (places.empty())
+                order.push_back(warning);
+            places.push_back(nameOf(geometry));
+        }
+    for (const std::string& warning : order)
+        remarks.lines.push_back(listOf(placesOfWarning[warning]) + ": " + warning);
+}
+
+} // namespace
+
+std::vector<std::string> remarksOn(const Report& report)
+{
+    Remarks remarks;
+    addIslands(report, remarks);
+    addMeshes(report, remarks);
+    addWarnings(report, remarks);
+    return std::move(remarks.lines);
+}
+
+std::string counted(std::size_t count, const char* single, const char* plural)
+{
+    return std::to_string(count) + " " + (count == 1 ? single : plural);
+}
+
+} // namespace uvtool
