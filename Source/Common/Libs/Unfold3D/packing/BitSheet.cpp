@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstddef>
 
 namespace unfold3d
 {
@@ -15,7 +14,7 @@ int levelOf(int length)
     return std::bit_width(static_cast<unsigned>(length)) - 1;
 }
 
-/// Word w of the row moved left by `cells`, which brings cell x + cells to cell x.
+/// Word w of the row moved left by 64 `words` and some `bits`.
 template <class Word>
 Word movedWord(const Word* row, std::size_t w, std::size_t words, unsigned bits)
 {
@@ -28,95 +27,136 @@ Word movedWord(const Word* row, std::size_t w, std::size_t words, unsigned bits)
 
 BitSheet::BitSheet(int width, int height, int longestRun)
     : width_(width), height_(height),
-      levels_(levelOf(std::max(1, std::min(longestRun, width))) + 1),
       // A row is followed by occupied cells, as many as a shift can reach.
-      stride_(2 * ((static_cast<std::size_t>(width) + 63) / 64) + 2),
-      words_(stride_ * static_cast<std::size_t>(height) * static_cast<std::size_t>(levels_),
-             ~Word{0}),
-      longestGap_(static_cast<std::size_t>(height)),
+      stride_(2 * words() + 2),
+      long_(static_cast<std::size_t>(levelOf(std::clamp(longestRun, 1, width))) + 1),
       freeCells_(static_cast<long long>(width) * height)
 {
-    for (int y = 0; y < height; ++y) {
-        Word* const cells = row(0, y);
+    const Rows occupied(stride_ * static_cast<std::size_t>(height), ~Word{0});
+    std::fill(long_.begin(), long_.end(), occupied);
+    for (std::size_t level = 0; level < ShapeProbe::heightLevels; ++level) {
+        if (level > 0)
+            tall_[level] = occupied;
+        gaps_[level].assign(static_cast<std::size_t>(height), 0);
+    }
+    for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; x += 64)
-            cells[x / 64] = width - x >= 64 ? Word{0} : ~Word{0} << (width - x);
-        updateRow(y);
+            row(long_[0], y)[x / 64] = width - x >= 64 ? Word{0} : ~Word{0} << (width - x);
+    updateRows(0, height);
+}
+
+void BitSheet::updateRows(int begin, int end)
+{
+    for (int y = begin; y < end; ++y)
+        updateLongRuns(y);
+    updateTallGaps(begin, end);
+}
+
+void BitSheet::updateLongRuns(int y)
+{
+    for (std::size_t level = 1; level < long_.size(); ++level) {
+        const Word* const half = row(long_[level - 1], y);
+        Word* const whole = row(long_[level], y);
+        const std::size_t reach = std::size_t{1} << (level - 1);
+        for (std::size_t w = 0; w < words(); ++w)
+            whole[w] = half[w] | movedWord(half, w, reach / 64, static_cast<unsigned>(reach % 64));
     }
 }
 
-void BitSheet::updateRow(int y)
+void BitSheet::updateTallGaps(int begin, int end)
 {
-    const std::size_t words = (static_cast<std::size_t>(width_) + 63) / 64;
-    for (int level = 1; level < levels_; ++level) {
-        const Word* const half = row(level - 1, y);
-        Word* const whole = row(level, y);
-        const int reach = 1 << (level - 1);
-        for (std::size_t w = 0; w < words; ++w)
-            whole[w] = half[w] | movedWord(half, w, static_cast<std::size_t>(reach) / 64,
-                                           static_cast<unsigned>(reach % 64));
+    for (std::size_t level = 0; level < ShapeProbe::heightLevels; ++level) {
+        const int rows = 1 << level;
+        const int last = std::min(end, height_ - rows + 1);
+        for (int y = std::max(0, begin - rows + 1); y < last; ++y) {
+            const Word* cells = row(long_[0], y);
+            if (level > 0) {
+                const Rows& half = level == 1 ? long_[0] : tall_[level - 1];
+                const Word* const low = row(half, y);
+                const Word* const high = row(half, y + rows / 2);
+                Word* const whole = row(tall_[level], y);
+                for (std::size_t w = 0; w < words(); ++w)
+                    whole[w] = low[w] | high[w];
+                cells = whole;
+            }
+            gaps_[level][static_cast<std::size_t>(y)] = longestGap(cells);
+        }
     }
+}
 
+int BitSheet::longestGap(const Word* cells) const
+{
     int longest = 0;
-    int begin = 0;
-    const Word* const cells = row(0, y);
-    const auto next = [&](int x, bool occupied) {
-        while (x < width_) {
-            const Word word = cells[x / 64];
-            const Word wanted = (occupied ? word : ~word) >> (x % 64);
-            if (wanted != 0)
-                return std::min(width_, x + std::countr_zero(wanted));
-            x = (x / 64 + 1) * 64;
+    int begin = 0; // of the gap that the walk is in
+    for (int x = 0; x < width_; x += 64) {
+        const Word word = cells[x / 64];
+        if (word == 0)
+            continue;
+        if (word == ~Word{0}) {
+            longest = std::max(longest, x - begin);
+            begin = x + 64;
+            continue;
         }
-        return width_;
-    };
-    while ((begin = next(begin, false)) < width_) {
-        const int end = next(begin, true);
-        longest = std::max(longest, end - begin);
-        begin = end;
+        for (int bit = 0; bit < 64;) {
+            const Word left = word >> bit;
+            if (left == 0)
+                break;
+            const int free = std::countr_zero(left);
+            longest = std::max(longest, x + bit + free - begin);
+            bit += free + std::countr_one(left >> free);
+            begin = x + bit;
+        }
     }
-    longestGap_[static_cast<std::size_t>(y)] = longest;
+    return std::max(longest, width_ - begin);
 }
 
-bool BitSheet::freeColumns(const std::vector<CellRun>& runs, int y, int columns,
-                           std::vector<Word>& isFree) const
+bool BitSheet::mayFit(const ShapeProbe& shape, int y) const
 {
-    const std::size_t words = (static_cast<std::size_t>(columns) + 63) / 64;
-    std::fill(isFree.begin(), isFree.end(), ~Word{0});
-    if (columns % 64 != 0)
-        isFree[words - 1] = ~Word{0} >> (64 - columns % 64);
-    for (const CellRun& run : runs) {
-        const int level = levelOf(run.length());
-        const Word* const cells = row(level, y + run.row);
-        const auto first = static_cast<std::size_t>(run.begin);
-        const auto second = static_cast<std::size_t>(run.end - (1 << level));
-        Word any = 0;
-        for (std::size_t w = 0; w < words; ++w) {
-            isFree[w] &= ~(movedWord(cells, w, first / 64, static_cast<unsigned>(first % 64)) |
-                           movedWord(cells, w, second / 64, static_cast<unsigned>(second % 64)));
-            any |= isFree[w];
-        }
-        if (any == 0)
+    for (std::size_t level = 0; level < ShapeProbe::heightLevels; ++level) {
+        const ShapeProbe::Core& core = shape.cores[level];
+        if (core.width == 0)
+            return true;
+        if (gaps_[level][static_cast<std::size_t>(y + core.row)] < core.width)
             return false;
     }
     return true;
 }
 
-std::optional<Cell> BitSheet::lowestFit(const ShapeRaster& shape, int topLimit) const
+bool BitSheet::freeColumns(const ShapeProbe& shape, int y, std::vector<Word>& isFree) const
+{
+    const int columns = width_ - shape.width + 1;
+    std::fill(isFree.begin(), isFree.end(), ~Word{0});
+    if (columns % 64 != 0)
+        isFree.back() = ~Word{0} >> (64 - columns % 64);
+    std::size_t begin = 0; // outside of begin to end nothing is free
+    std::size_t end = isFree.size();
+    for (const CellRun& run : shape.runs) {
+        const int level = levelOf(run.length());
+        const Word* const cells = row(long_[static_cast<std::size_t>(level)], y + run.row);
+        const auto first = static_cast<std::size_t>(run.begin);
+        const auto second = static_cast<std::size_t>(run.end - (1 << level));
+        for (std::size_t w = begin; w < end; ++w)
+            isFree[w] &= ~(movedWord(cells, w, first / 64, static_cast<unsigned>(first % 64)) |
+                           movedWord(cells, w, second / 64, static_cast<unsigned>(second % 64)));
+        while (begin < end && isFree[begin] == 0)
+            ++begin;
+        while (begin < end && isFree[end - 1] == 0)
+            --end;
+        if (begin == end)
+            return false;
+    }
+    return true;
+}
+
+std::optional<Cell> BitSheet::lowestFit(const ShapeProbe& shape, int topLimit) const
 {
     const int columns = width_ - shape.width + 1;
     if (columns <= 0 || shape.runs.empty())
         return std::nullopt;
-    // The longest runs are the hardest to place: first, so that a row is given up soon.
-    std::vector<CellRun> runs = shape.runs;
-    std::stable_sort(runs.begin(), runs.end(),
-                     [](const CellRun& a, const CellRun& b) { return a.length() > b.length(); });
-    const CellRun& longest = runs.front();
     std::vector<Word> isFree((static_cast<std::size_t>(columns) + 63) / 64);
     const int last = std::min(height_, topLimit) - shape.height;
     for (int y = 0; y <= last; ++y) {
-        if (longestGap_[static_cast<std::size_t>(y + longest.row)] < longest.length())
-            continue;
-        if (!freeColumns(runs, y, columns, isFree))
+        if (!mayFit(shape, y) || !freeColumns(shape, y, isFree))
             continue;
         for (std::size_t w = 0; w < isFree.size(); ++w)
             if (isFree[w] != 0)
@@ -127,10 +167,8 @@ std::optional<Cell> BitSheet::lowestFit(const ShapeRaster& shape, int topLimit) 
 
 void BitSheet::occupy(const ShapeRaster& shape, Cell at)
 {
-    for (std::size_t i = 0; i < shape.runs.size(); ++i) {
-        const CellRun& run = shape.runs[i];
-        const int y = at.y + run.row;
-        Word* const cells = row(0, y);
+    for (const CellRun& run : shape.runs) {
+        Word* const cells = row(long_[0], at.y + run.row);
         for (int x = at.x + run.begin; x < at.x + run.end;) {
             const int bit = x % 64;
             const int count = std::min(64 - bit, at.x + run.end - x);
@@ -139,9 +177,8 @@ void BitSheet::occupy(const ShapeRaster& shape, Cell at)
             cells[x / 64] |= mask;
             x += count;
         }
-        if (i + 1 == shape.runs.size() || shape.runs[i + 1].row != run.row)
-            updateRow(y);
     }
+    updateRows(at.y, at.y + shape.height);
 }
 
 } // namespace unfold3d

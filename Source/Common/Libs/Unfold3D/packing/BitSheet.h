@@ -2,6 +2,8 @@
 
 #include "Unfold3D/packing/ShapeRaster.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -16,12 +18,37 @@ struct Cell
     int y = 0;
 };
 
+/// A shape as it is looked for on a sheet.
+///
+/// The runs stand in the order in which they are tried: the longest first, which is the hardest to
+/// place, then so that each is far from those before, since neighbours tell much the same.
+struct ShapeProbe
+{
+    /// Levels of heights: 1, 2, 4 ... rows.
+    static constexpr std::size_t heightLevels = 6;
+
+    /// A rectangle of 2^level rows inside the shape.
+    struct Core
+    {
+        int row = 0;
+        int width = 0; ///< 0 when the shape has no such rectangle
+    };
+
+    int width = 0;
+    int height = 0;
+    std::vector<CellRun> runs;
+    std::array<Core, heightLevels> cores; ///< [level] the widest
+
+    explicit ShapeProbe(const ShapeRaster& shape);
+};
+
 /// A sheet of cells, free or occupied, that finds room for shapes.
 ///
 /// A place is tried for 64 columns at a time: for each row of the shape, the cells that its run
 /// would cover are or-ed together by shifts. To have that for a run of any length in two shifts,
 /// the sheet keeps, beside its rows, those in which each cell stands for the next 2, 4, 8 ...
-/// cells.
+/// cells. Most rows of a full sheet are passed over without that: it also knows the widest gap that
+/// 1, 2, 4, 8 ... rows above each other have in common.
 class BitSheet
 {
 public:
@@ -34,7 +61,7 @@ public:
 
     /// The lowest place where the shape fits, the leftmost of those, its top at most at row
     /// `topLimit`. None when there is none.
-    std::optional<Cell> lowestFit(const ShapeRaster& shape, int topLimit) const;
+    std::optional<Cell> lowestFit(const ShapeProbe& shape, int topLimit) const;
 
     /// Occupies the cells of a shape at a place inside the sheet.
     void occupy(const ShapeRaster& shape, Cell at);
@@ -42,26 +69,28 @@ public:
 private:
     using Word = std::uint64_t;
 
-    const Word* row(int level, int y) const
+    /// All rows at one level.
+    using Rows = std::vector<Word>;
+
+    std::size_t words() const { return (static_cast<std::size_t>(width_) + 63) / 64; }
+    const Word* row(const Rows& rows, int y) const
     {
-        return &words_[(static_cast<std::size_t>(level) * static_cast<std::size_t>(height_) +
-                        static_cast<std::size_t>(y)) *
-                       stride_];
+        return &rows[static_cast<std::size_t>(y) * stride_];
     }
-    Word* row(int level, int y)
-    {
-        return const_cast<Word*>(static_cast<const BitSheet*>(this)->row(level, y));
-    }
-    void updateRow(int y);
-    bool freeColumns(const std::vector<CellRun>& runs, int y, int columns,
-                     std::vector<Word>& isFree) const;
+    Word* row(Rows& rows, int y) const { return &rows[static_cast<std::size_t>(y) * stride_]; }
+    void updateRows(int begin, int end);
+    void updateLongRuns(int y);
+    void updateTallGaps(int begin, int end);
+    int longestGap(const Word* cells) const;
+    bool mayFit(const ShapeProbe& shape, int y) const;
+    bool freeColumns(const ShapeProbe& shape, int y, std::vector<Word>& isFree) const;
 
     int width_;
     int height_;
-    int levels_;
     std::size_t stride_;
-    std::vector<Word> words_;     ///< [level][row][word]; level k stands for 2^k cells
-    std::vector<int> longestGap_; ///< [row] free cells side by side
+    std::vector<Rows> long_; ///< [level] a cell stands for the next 2^level to the right
+    std::array<Rows, ShapeProbe::heightLevels> tall_; ///< [level] a row stands for 2^level upward
+    std::array<std::vector<int>, ShapeProbe::heightLevels> gaps_; ///< [level][row] longest gap
     long long freeCells_ = 0;
 };
 

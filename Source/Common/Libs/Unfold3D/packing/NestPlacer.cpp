@@ -23,15 +23,6 @@ bool isSame(const ShapeRaster& a, const ShapeRaster& b)
                       });
 }
 
-long long fewestCells(const std::vector<ShapeRaster>& poses)
-{
-    long long fewest = std::numeric_limits<long long>::max();
-    for (const ShapeRaster& pose : poses)
-        if (!pose.runs.empty())
-            fewest = std::min(fewest, pose.cellCount);
-    return fewest;
-}
-
 int wholeCells(double size, double cell)
 {
     return std::max(0, static_cast<int>(std::floor(size / cell + 1e-9)));
@@ -69,18 +60,42 @@ bool NestPlacer::setScale(double scale)
     scale_ = scale;
     if (columns_ == 0 || rows_ == 0)
         return false;
-    const auto fits = [&](const Box2& box) {
-        return scale * box.width() <= sheet_.innerWidth() &&
-               scale * box.height() <= sheet_.innerHeight();
-    };
-    for (const Piece& piece : pieces_)
-        if (std::none_of(piece.boxes.begin(), piece.boxes.end(), fits))
-            return false;
     rasterPieces();
     double cells = 0.0;
-    for (const Poses& poses : poses_)
+    for (const Poses& poses : poses_) {
+        if (poses.empty())
+            return false;
         cells += static_cast<double>(fewestCells(poses));
+    }
     return cells <= static_cast<double>(sheet_.tileCount()) * columns_ * rows_;
+}
+
+long long NestPlacer::fewestCells(const Poses& poses)
+{
+    long long fewest = std::numeric_limits<long long>::max();
+    for (const Pose& pose : poses)
+        fewest = std::min(fewest, pose.raster.cellCount);
+    return fewest;
+}
+
+NestPlacer::Poses NestPlacer::posesOf(const Piece& piece) const
+{
+    Poses poses;
+    for (std::size_t turn = 0; turn < piece.turns.size(); ++turn) {
+        const Box2& box = piece.boxes[turn];
+        if (scale_ * box.width() > sheet_.innerWidth() ||
+            scale_ * box.height() > sheet_.innerHeight())
+            continue;
+        ShapeRaster raster =
+            rasterShape(piece.outline.edges(), scale_ * piece.turns[turn], 0.5 * sheet_.gap, cell_);
+        if (raster.width > columns_ || raster.height > rows_ ||
+            std::any_of(poses.begin(), poses.end(),
+                        [&](const Pose& other) { return isSame(other.raster, raster); }))
+            continue;
+        const ShapeProbe probe(raster);
+        poses.push_back({static_cast<int>(turn), std::move(raster), probe});
+    }
+    return poses;
 }
 
 void NestPlacer::rasterPieces()
@@ -88,26 +103,12 @@ void NestPlacer::rasterPieces()
     poses_.assign(pieces_.size(), {});
     tbb::parallel_for(std::size_t{0}, pieces_.size(), [&](std::size_t i) {
         control_.checkpoint();
-        const Piece& piece = pieces_[i];
-        Poses& poses = poses_[i];
-        poses.reserve(piece.turns.size());
-        for (std::size_t t = 0; t < piece.turns.size(); ++t) {
-            const Box2& box = piece.boxes[t];
-            ShapeRaster raster;
-            if (scale_ * box.width() <= sheet_.innerWidth() &&
-                scale_ * box.height() <= sheet_.innerHeight())
-                raster = rasterShape(piece.outline.edges(), scale_ * piece.turns[t],
-                                     0.5 * sheet_.gap, cell_);
-            if (std::any_of(poses.begin(), poses.end(),
-                            [&](const ShapeRaster& other) { return isSame(other, raster); }))
-                raster.runs.clear();
-            poses.push_back(std::move(raster));
-        }
+        poses_[i] = posesOf(pieces_[i]);
     });
     longestRun_ = 1;
     for (const Poses& poses : poses_)
-        for (const ShapeRaster& pose : poses)
-            for (const CellRun& run : pose.runs)
+        for (const Pose& pose : poses)
+            for (const CellRun& run : pose.raster.runs)
                 longestRun_ = std::max(longestRun_, run.length());
 }
 
@@ -116,13 +117,13 @@ std::optional<NestPlacer::Spot> NestPlacer::findSpot(const BitSheet& sheet,
 {
     std::optional<Spot> best;
     int topLimit = rows_;
-    for (std::size_t t = 0; t < poses.size(); ++t) {
-        const std::optional<Cell> cell = sheet.lowestFit(poses[t], topLimit);
+    for (const Pose& pose : poses) {
+        const std::optional<Cell> cell = sheet.lowestFit(pose.probe, topLimit);
         if (!cell)
             continue;
-        best = Spot{static_cast<int>(t), *cell};
+        best = Spot{&pose, *cell};
         // Another turn has to do better.
-        topLimit = cell->y + poses[t].height - 1;
+        topLimit = cell->y + pose.raster.height - 1;
     }
     return best;
 }
@@ -159,11 +160,12 @@ std::optional<Layout> NestPlacer::layOut(std::span<const double> weights) const
             if (!spot)
                 continue;
             isPlaced = true;
-            const ShapeRaster& pose = poses_[i][static_cast<std::size_t>(spot->turn)];
-            sheet.occupy(pose, spot->cell);
+            const Pose& pose = *spot->pose;
+            sheet.occupy(pose.raster, spot->cell);
             layout.placements[i] = {
-                spot->turn, tile,
-                Vec2{reach + cell_ * spot->cell.x, reach + cell_ * spot->cell.y} - pose.corner};
+                pose.turn, tile,
+                Vec2{reach + cell_ * spot->cell.x, reach + cell_ * spot->cell.y} -
+                    pose.raster.corner};
         }
         if (!isPlaced)
             return std::nullopt;

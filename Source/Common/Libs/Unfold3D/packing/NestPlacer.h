@@ -26,14 +26,24 @@ public:
     std::optional<Layout> layOut(std::span<const double> weights) const override;
 
 private:
-    using Poses = std::vector<ShapeRaster>; ///< [turn] without runs where it is like another
+    /// A piece in one of its turns.
+    struct Pose
+    {
+        int turn;
+        ShapeRaster raster;
+        ShapeProbe probe;
+    };
+    /// The turns in which a piece fits the sheet and that differ on the raster.
+    using Poses = std::vector<Pose>;
 
     struct Spot
     {
-        int turn;
+        const Pose* pose;
         Cell cell;
     };
 
+    static long long fewestCells(const Poses& poses);
+    Poses posesOf(const Piece& piece) const;
     void rasterPieces();
     void blockObstacles();
     std::optional<Spot> findSpot(const BitSheet& sheet, const Poses& poses) const;
