@@ -20,11 +20,18 @@ namespace
 
 constexpr int leastCells = 64;
 constexpr int mostCells = 2048;
-/// Cells across a piece of middle size, at least.
-constexpr double cellsOfPiece = 10.0;
+/// Cells across a piece of middle size, at least: where the search begins and where it ends.
+constexpr double cellsOfPiece = 7.0;
+constexpr double fineCellsOfPiece = 20.0;
+/// A raster of half the cells takes this much of the scale.
+constexpr double finerGain = 1.02;
+/// A layout that is likely to be found covers about this share of the room, squared.
+constexpr double likelyShare = 0.84;
 /// Boxes compete when they are larger than the pieces by no more than this.
 constexpr double boxesWorthTrying = 1.35;
 constexpr std::size_t mostPiecesInBoxes = 2000;
+/// With more, one order has to do on the fine raster.
+constexpr std::size_t manyPieces = 1500;
 
 /// Orders that the first round tries beyond the good ones, and each further round.
 struct Effort
@@ -49,12 +56,24 @@ Effort boxEffort(std::size_t pieces)
     return pieces <= 150 ? Effort{128, 64} : Effort{16, 8};
 }
 
-int cellsAcross(const PackOptions& options, std::size_t pieces, const Sheet& sheet)
+/// Cells along a tile for the search, and for its end.
+struct Cells
+{
+    int search;
+    int end;
+};
+
+Cells cellsAcross(const PackOptions& options, std::size_t pieces, const Sheet& sheet)
 {
     const double used = std::min<double>(static_cast<double>(pieces), sheet.tileCount());
-    const double forPieces = cellsOfPiece * std::sqrt(static_cast<double>(pieces) / used);
-    return std::clamp(std::max(options.resolution, static_cast<int>(forPieces)), leastCells,
-                      mostCells);
+    const double piecesAcross = std::sqrt(static_cast<double>(pieces) / used);
+    const auto atLeast = [&](double cells, int least) {
+        return std::clamp(std::max(static_cast<int>(std::min<double>(cells, mostCells)), least),
+                          leastCells, mostCells);
+    };
+    const int search =
+        atLeast(cellsOfPiece * piecesAcross, std::min(options.resolution, mostCells / 2));
+    return {search, atLeast(fineCellsOfPiece * piecesAcross, 2 * search)};
 }
 
 /// No layout is larger: by the area of the tiles, and by the largest piece.
@@ -96,24 +115,33 @@ class Competition
 {
 public:
     Competition(const std::vector<Piece>& pieces, const Sheet& sheet, double wantedScale,
-                const RunControl& control)
+                RunControl& control)
         : pieces_(pieces), sheet_(sheet), wantedScale_(wantedScale), control_(control),
           bound_(boundOfScale(pieces, sheet))
     {}
 
     bool isWon() const { return !best_.layout.placements.empty(); }
     bool hasWantedScale() const { return isWon() && best_.layout.scale >= wantedScale_; }
-
-    void enter(Placer& placer, const char* method, Effort effort, int rounds);
     FoundLayout winner() && { return std::move(best_); }
 
+    void enterBoxes(int rounds);
+    void enterNests(const Cells& cells, int rounds);
+    void enterShelves();
+
 private:
+    double maxScale() const { return std::min(bound_, wantedScale_); }
+    SearchStart usualStart(const Placer& placer) const
+    {
+        return {likelyShare * bound_, placer.goodOrders()};
+    }
+    bool findFirst(ScaleSearch& search, int orders) const;
+    void climb(ScaleSearch& search, const char* method, Effort effort, int rounds);
     void consider(const Layout& layout, const char* method);
 
     const std::vector<Piece>& pieces_;
     const Sheet& sheet_;
     double wantedScale_; ///< infinite for as large as possible
-    const RunControl& control_;
+    RunControl& control_;
     double bound_;
     FoundLayout best_;
 };
@@ -132,18 +160,59 @@ void Competition::consider(const Layout& layout, const char* method)
     }
 }
 
-void Competition::enter(Placer& placer, const char* method, Effort effort, int rounds)
+bool Competition::findFirst(ScaleSearch& search, int orders) const
 {
-    ScaleSearch search(placer, std::min(bound_, wantedScale_), control_);
-    const bool canKeep = wantedScale_ <= bound_;
-    if (!(canKeep && search.tryLargest(effort.firstRound)) && !search.start())
-        return;
+    return (wantedScale_ <= bound_ && search.tryLargest(orders)) || search.start();
+}
+
+void Competition::climb(ScaleSearch& search, const char* method, Effort effort, int rounds)
+{
     for (int round = 0; round < std::max(1, rounds) && !hasWantedScale(); ++round) {
         const double before = round == 0 ? 0.0 : search.best()->scale;
         search.climb(round == 0 ? effort.firstRound : effort.laterRounds);
         if (search.best()->scale > before)
             consider(*search.best(), method);
     }
+}
+
+void Competition::enterBoxes(int rounds)
+{
+    BoxPlacer placer(pieces_, sheet_, control_);
+    ScaleSearch search(placer, maxScale(), usualStart(placer), control_);
+    const Effort effort = boxEffort(pieces_.size());
+    if (findFirst(search, effort.firstRound))
+        climb(search, "boxes", effort, rounds);
+}
+
+/// Searches on a coarse raster, then goes on where that ended on a fine one.
+void Competition::enterNests(const Cells& cells, int rounds)
+{
+    const Effort effort = nestEffort(pieces_.size());
+    NestPlacer coarse(pieces_, sheet_, cells.search, control_);
+    SearchStart start = usualStart(coarse);
+    {
+        ScaleSearch search(coarse, maxScale(), start, control_);
+        if (findFirst(search, effort.firstRound)) {
+            consider(*search.best(), "outlines");
+            start = {finerGain * search.best()->scale, search.bestOrders()};
+        }
+    }
+    if (hasWantedScale())
+        return;
+    if (pieces_.size() > manyPieces)
+        start.orders.resize(1);
+    NestPlacer fine(pieces_, sheet_, cells.end, control_);
+    ScaleSearch search(fine, maxScale(), start, control_);
+    if (findFirst(search, effort.firstRound))
+        climb(search, "outlines", effort, rounds);
+}
+
+void Competition::enterShelves()
+{
+    ShelfPlacer placer(pieces_, sheet_);
+    ScaleSearch search(placer, maxScale(), usualStart(placer), control_);
+    if (findFirst(search, 0))
+        consider(*search.best(), "rows");
 }
 
 } // namespace
@@ -157,21 +226,12 @@ FoundLayout findLargestLayout(const Pieces& made, const Sheet& sheet, const Pack
     Competition competition(pieces, sheet,
                             keeps ? made.naturalScale : std::numeric_limits<double>::infinity(),
                             control);
-
-    if (pieces.size() <= mostPiecesInBoxes && boxAreaShare(pieces) <= boxesWorthTrying) {
-        BoxPlacer boxes(pieces, sheet, control);
-        competition.enter(boxes, "boxes", boxEffort(pieces.size()), options.mutations);
-    }
-    control.setProgress(0.3);
-    if (!competition.hasWantedScale()) {
-        NestPlacer nest(pieces, sheet, cellsAcross(options, pieces.size(), sheet), control);
-        competition.enter(nest, "outlines", nestEffort(pieces.size()), options.mutations);
-    }
-    control.setProgress(0.95);
-    if (!competition.isWon()) {
-        ShelfPlacer shelves(pieces, sheet);
-        competition.enter(shelves, "rows", {0, 0}, 1);
-    }
+    if (pieces.size() <= mostPiecesInBoxes && boxAreaShare(pieces) <= boxesWorthTrying)
+        competition.enterBoxes(options.mutations);
+    if (!competition.hasWantedScale())
+        competition.enterNests(cellsAcross(options, pieces.size(), sheet), options.mutations);
+    if (!competition.isWon())
+        competition.enterShelves();
     if (!competition.isWon())
         throw std::invalid_argument("There is no room for " + std::to_string(pieces.size()) +
                                     (pieces.size() == 1 ? " island" : " islands") +

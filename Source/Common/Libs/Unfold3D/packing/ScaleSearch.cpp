@@ -12,7 +12,13 @@ namespace unfold3d
 namespace
 {
 
-constexpr double stepDown = 0.93;
+/// Share of the command at which the search ends, and of the way to there that a try takes.
+constexpr double searchDone = 0.95;
+constexpr double shareOfTry = 0.03;
+/// Ratio of neighbouring scales on the way to the first layout, and by what it grows with each
+/// step.
+constexpr double firstStep = 1.03;
+constexpr double stepGrowth = 1.03;
 /// Below this share of the bound a layout is of no use.
 constexpr double leastScale = 1e-6;
 /// Ratio of a scale that fails to one that succeeds at which the bisection ends.
@@ -23,14 +29,16 @@ constexpr std::array<double, 3> strengths{0.08, 0.25, 0.6};
 
 } // namespace
 
-ScaleSearch::ScaleSearch(Placer& placer, double maxScale, const RunControl& control)
-    : placer_(placer), maxScale_(maxScale), control_(control), orders_(placer.goodOrders()),
-      bestOrder_(orders_.front()), failed_(maxScale * closeEnough), climb_(firstClimb)
+ScaleSearch::ScaleSearch(Placer& placer, double maxScale, SearchStart start, RunControl& control)
+    : placer_(placer), maxScale_(maxScale), start_(std::move(start)), control_(control),
+      bestOrder_(start_.orders.front()), failed_(maxScale * closeEnough), climb_(firstClimb)
 {}
 
 bool ScaleSearch::tryAt(double scale, const std::vector<Weights>& orders)
 {
     control_.checkpoint();
+    // Nobody knows how many tries there will be: each goes a part of the way that is left.
+    control_.setProgress(control_.progress() + shareOfTry * (searchDone - control_.progress()));
     if (!placer_.setScale(scale))
         return false;
     std::vector<std::optional<Layout>> found(orders.size());
@@ -45,14 +53,27 @@ bool ScaleSearch::tryAt(double scale, const std::vector<Weights>& orders)
     return false;
 }
 
-bool ScaleSearch::bracket()
+void ScaleSearch::stepUp()
 {
-    double down = stepDown;
-    for (double scale = maxScale_; scale > leastScale * maxScale_; scale *= down) {
-        if (tryAt(scale, orders_))
+    double step = firstStep;
+    while (best_->scale < maxScale_) {
+        const double scale = std::min(maxScale_, step * best_->scale);
+        if (!tryAt(scale, start_.orders)) {
+            failed_ = scale;
+            return;
+        }
+        step *= stepGrowth;
+    }
+}
+
+bool ScaleSearch::stepDown()
+{
+    double step = firstStep;
+    for (double scale = failed_ / step; scale > leastScale * maxScale_; scale /= step) {
+        if (tryAt(scale, start_.orders))
             return true;
         failed_ = scale;
-        down *= 0.98; // longer steps the farther it goes
+        step *= stepGrowth;
     }
     return false;
 }
@@ -61,28 +82,44 @@ void ScaleSearch::bisect()
 {
     while (failed_ > closeEnough * best_->scale) {
         const double scale = 0.5 * (failed_ + best_->scale);
-        if (!tryAt(scale, orders_))
+        if (!tryAt(scale, start_.orders))
             failed_ = scale;
     }
 }
 
 bool ScaleSearch::start()
 {
-    if (!bracket())
-        return false;
+    const double first = std::min(start_.scale, maxScale_);
+    if (tryAt(first, start_.orders)) {
+        stepUp();
+    } else {
+        failed_ = first;
+        if (!stepDown())
+            return false;
+    }
     bisect();
     return true;
 }
 
+std::vector<ScaleSearch::Weights> ScaleSearch::bestOrders() const
+{
+    std::vector<Weights> orders{bestOrder_};
+    for (const Weights& order : start_.orders)
+        if (order != bestOrder_)
+            orders.push_back(order);
+    return orders;
+}
+
 std::vector<ScaleSearch::Weights> ScaleSearch::nextBatch(int count)
 {
+    const std::vector<Weights>& first = start_.orders;
     std::vector<Weights> batch;
     for (int i = 0; i < std::min(count, batchSize); ++i) {
         const int number = mutations_++;
         const double strength = strengths[static_cast<std::size_t>(number) % strengths.size()];
-        // A part starts from one of the good orders, so that one bad choice isn't kept for ever.
+        // A part starts from one of the first orders, so that one bad choice isn't kept for ever.
         const Weights& parent = number % 4 == 3
-                                    ? orders_[static_cast<std::size_t>(number / 4) % orders_.size()]
+                                    ? first[static_cast<std::size_t>(number / 4) % first.size()]
                                     : bestOrder_;
         batch.push_back(mutated(parent, strength, static_cast<std::uint64_t>(number) + 1));
     }
@@ -91,7 +128,7 @@ std::vector<ScaleSearch::Weights> ScaleSearch::nextBatch(int count)
 
 bool ScaleSearch::tryLargest(int orders)
 {
-    if (tryAt(maxScale_, orders_))
+    if (tryAt(maxScale_, start_.orders))
         return true;
     for (int tried = 0; tried < orders; tried += batchSize)
         if (tryAt(maxScale_, nextBatch(orders - tried)))

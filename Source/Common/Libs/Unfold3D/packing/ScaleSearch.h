@@ -9,6 +9,14 @@
 namespace unfold3d
 {
 
+/// Where a search begins.
+struct SearchStart
+{
+    double scale = 1.0; ///< likely to be near the largest
+    /// Orders that are tried at each scale, as weights [piece]; at least one.
+    std::vector<std::vector<double>> orders;
+};
+
 /// The search for the largest layout of a placer.
 ///
 /// Whether a placer succeeds isn't monotone in the scale. So a bisection finds a first layout, and
@@ -18,13 +26,13 @@ class ScaleSearch
 {
 public:
     /// maxScale  no layout is larger
-    ScaleSearch(Placer& placer, double maxScale, const RunControl& control);
+    ScaleSearch(Placer& placer, double maxScale, SearchStart start, RunControl& control);
 
     /// Finds a first layout by bisection. False when there is none at any scale worth naming.
     bool start();
 
     /// Looks for a layout at the largest scale itself, with `orders` disturbed orders beyond the
-    /// good ones.
+    /// first ones.
     bool tryLargest(int orders);
 
     /// Tries `orders` more orders at larger scales. How the tries are split over calls doesn't
@@ -32,6 +40,8 @@ public:
     void climb(int orders);
 
     const std::optional<Layout>& best() const { return best_; }
+    /// The order that led to the best layout, then the others of the start.
+    std::vector<std::vector<double>> bestOrders() const;
 
     /// Orders that are tried side by side. Fixed, so that no result depends on the threads.
     static constexpr int batchSize = 4;
@@ -39,15 +49,16 @@ public:
 private:
     using Weights = std::vector<double>;
 
-    bool bracket();
+    void stepUp();
+    bool stepDown();
     void bisect();
     bool tryAt(double scale, const std::vector<Weights>& orders);
     std::vector<Weights> nextBatch(int count);
 
     Placer& placer_;
     const double maxScale_;
-    const RunControl& control_;
-    const std::vector<Weights> orders_;
+    const SearchStart start_;
+    RunControl& control_;
     Weights bestOrder_;
     std::optional<Layout> best_;
     double failed_;     ///< the least scale above the best that failed
