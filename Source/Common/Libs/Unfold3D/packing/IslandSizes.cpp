@@ -22,6 +22,11 @@ struct Measure
     bool isLine() const { return area <= leastAreaOfLine * edges * edges; }
 };
 
+/// An island that is drawn out in UV has next to no area for its length, and would push all others
+/// aside at the size of its surface. So its edges grow by no more than this compared with those of
+/// an undistorted one.
+constexpr double mostGrowthOfEdges = 8.0;
+
 /// The two measures of an island, in units of `unitUV` and `unitSpace`.
 struct Measures
 {
@@ -115,11 +120,12 @@ Measures sum(const std::vector<Measures>& all)
 /// By which an island is to be scaled to have the size of its surface; 0 when that can't be told.
 double factorOf(const Measures& m)
 {
-    if (!m.uv.isLine() && !m.space.isLine())
-        return std::sqrt(m.space.area / m.uv.area);
-    if (m.uv.edges > 0.0 && m.space.edges > 0.0)
-        return m.space.edges / m.uv.edges;
-    return 0.0;
+    if (!(m.uv.edges > 0.0 && m.space.edges > 0.0))
+        return 0.0;
+    const double byEdges = m.space.edges / m.uv.edges;
+    if (m.uv.isLine() || m.space.isLine())
+        return byEdges;
+    return std::min(std::sqrt(m.space.area / m.uv.area), mostGrowthOfEdges * byEdges);
 }
 
 /// In units, that is for UVs divided by the unit of UVs, with results in the unit of space.

@@ -66,65 +66,80 @@ bool visitPairs(const OutlineTree& a, const OutlineTree::Node& nodeA, Vec2 shift
            visitPairs(a, nodeA, shift, b, nodeB.high(), meet, use);
 }
 
-/// The way that a point at the origin goes along the negative x axis before it enters the disc.
-double wayToDisc(Vec2 centre, double radius, double limit)
+/// The way of a point that moves from the origin along the negative x axis.
+class PointWay
 {
-    const double inside = radius * radius - centre.y * centre.y;
-    if (centre.x > 0.0 || inside <= 0.0)
-        return limit;
-    return std::max(0.0, -centre.x - std::sqrt(inside));
-}
+public:
+    PointWay(double limit, double distance) : length_(limit), distance_(distance) {}
 
-/// The same for all points within `radius` of a segment.
-double wayToCapsule(const Segment& s, double radius, double limit)
-{
-    double way = std::min(wayToDisc(s.a, radius, limit), wayToDisc(s.b, radius, limit));
-    // The long side of the capsule that faces the point.
-    Vec2 along = s.b - s.a;
-    if (along.y < 0.0)
-        along = -1.0 * along;
-    const double size = length(along);
-    if (size <= 0.0)
-        return way;
-    const Vec2 facing{radius * along.y / size, -radius * along.x / size};
-    const Vec2 a = s.a + facing;
-    const Vec2 b = s.b + facing;
-    if ((a.y < 0.0) == (b.y < 0.0))
-        return way;
-    const double x = a.x + (b.x - a.x) * (a.y / (a.y - b.y));
-    if (x <= 0.0)
-        way = std::min(way, -x);
-    else if (squaredDistance({}, s) < radius * radius)
-        way = 0.0;
-    return way;
-}
+    double length() const { return length_; }
+    bool isBlocked() const { return isBlocked_; }
+    Vec2 normal() const { return normal_; }
 
-/// Turned so that the direction becomes the negative x axis.
-Vec2 leftward(Vec2 p, Slide direction)
-{
-    return direction == Slide::Left ? p : Vec2{p.y, -p.x};
-}
+    /// Ends the way where it comes closer than the distance to a segment.
+    void meet(const Segment& s)
+    {
+        meetDisc(s.a);
+        meetDisc(s.b);
+        meetSide(s);
+    }
 
-double wayOf(Vec2 moving, const Segment& standing, Slide direction, double distance, double limit)
-{
-    return wayToCapsule(
-        {leftward(standing.a - moving, direction), leftward(standing.b - moving, direction)},
-        distance, limit);
-}
+private:
+    void meetDisc(Vec2 centre)
+    {
+        const double inside = distance_ * distance_ - centre.y * centre.y;
+        if (centre.x > 0.0 || inside <= 0.0)
+            return;
+        const double half = std::sqrt(inside);
+        endAt(-centre.x - half, (1.0 / distance_) * Vec2{half, -centre.y});
+    }
+    /// The long side of all within the distance of the segment that faces the point.
+    void meetSide(const Segment& s)
+    {
+        Vec2 along = s.b - s.a;
+        if (along.y < 0.0)
+            along = -1.0 * along;
+        const double size = unfold3d::length(along);
+        if (size <= 0.0)
+            return;
+        const Vec2 facing{along.y / size, -along.x / size};
+        const Vec2 a = s.a + distance_ * facing;
+        const Vec2 b = s.b + distance_ * facing;
+        if ((a.y < 0.0) == (b.y < 0.0))
+            return;
+        const double x = a.x + (b.x - a.x) * (a.y / (a.y - b.y));
+        if (x <= 0.0)
+            endAt(-x, facing);
+        else if (squaredDistance({}, s) < distance_ * distance_)
+            endAt(0.0, facing);
+    }
+    void endAt(double length, Vec2 normal)
+    {
+        if (length >= length_)
+            return;
+        length_ = std::max(0.0, length);
+        isBlocked_ = true;
+        normal_ = normal;
+    }
 
-/// The standing segment comes the other way, seen from the moving one.
-double wayOf(const Segment& moving, Vec2 standing, Slide direction, double distance, double limit)
-{
-    return wayToCapsule(
-        {leftward(standing - moving.a, direction), leftward(standing - moving.b, direction)},
-        distance, limit);
-}
+    double length_;
+    double distance_;
+    bool isBlocked_ = false;
+    Vec2 normal_;
+};
 
-Box2 sweptBox(Box2 box, Slide direction, double way)
+/// Turns a direction into the negative x axis, and back.
+class Heading
 {
-    (direction == Slide::Left ? box.low.x : box.low.y) -= way;
-    return box;
-}
+public:
+    explicit Heading(Vec2 direction) : back_{-direction.x, -direction.y} {}
+
+    Vec2 toAxis(Vec2 p) const { return {dot(back_, p), unfold3d::cross(back_, p)}; }
+    Vec2 fromAxis(Vec2 p) const { return turned(p, back_); }
+
+private:
+    Vec2 back_;
+};
 
 bool covers(const OutlineTree& region, const OutlineTree::Node& node, Vec2 p, int& winding)
 {
@@ -172,31 +187,42 @@ bool covers(const PlacedOutline& region, Vec2 point)
     return winding > 0;
 }
 
-double freeWay(const PlacedOutline& moving, const PlacedOutline& standing, Slide direction,
-               double distance, double limit)
+FreeWay freeWay(const PlacedOutline& moving, const PlacedOutline& standing, Vec2 direction,
+                double distance, double limit)
 {
     if (moving.outline->isEmpty() || standing.outline->isEmpty())
-        return limit;
+        return {limit, false, {}};
     const Vec2 shift = moving.at - standing.at;
-    double way = limit;
+    const Heading heading(direction);
+    PointWay way(limit, distance);
     visitPairs(
         *moving.outline, moving.outline->root(), shift, *standing.outline, standing.outline->root(),
         [&](const Box2& boxMoving, const Box2& boxStanding) {
-            return sweptBox(boxMoving.inflatedBy(distance), direction, way).meets(boxStanding);
+            return sweptBox(boxMoving.inflatedBy(distance), direction, way.length())
+                .meets(boxStanding);
         },
         [&](std::span<const OutlineEdge> edgesMoving, std::span<const OutlineEdge> edgesStanding) {
             for (const OutlineEdge& edge : edgesMoving)
                 for (const OutlineEdge& other : edgesStanding) {
                     const Segment s = placed(edge, shift);
                     const Segment t = placed(other, {});
-                    way = std::min({way, wayOf(s.a, t, direction, distance, way),
-                                    wayOf(s.b, t, direction, distance, way),
-                                    wayOf(s, t.a, direction, distance, way),
-                                    wayOf(s, t.b, direction, distance, way)});
+                    // Ends of the moving one against the standing one, then the other way round.
+                    // Both depend on differences of standing and moving points alone.
+                    for (const Vec2 p : {s.a, s.b})
+                        way.meet({heading.toAxis(t.a - p), heading.toAxis(t.b - p)});
+                    for (const Vec2 p : {t.a, t.b})
+                        way.meet({heading.toAxis(p - s.a), heading.toAxis(p - s.b)});
                 }
             return false;
         });
-    return way;
+    return {way.length(), way.isBlocked(), heading.fromAxis(way.normal())};
+}
+
+Box2 sweptBox(const Box2& box, Vec2 direction, double way)
+{
+    Box2 swept = box;
+    swept.add(box.movedBy(way * direction));
+    return swept;
 }
 
 } // namespace unfold3d

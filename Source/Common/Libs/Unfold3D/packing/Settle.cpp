@@ -5,7 +5,11 @@
 #include "Unfold3D/packing/PosedPieces.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
 #include <numeric>
+#include <optional>
 #include <tbb/parallel_for.h>
 
 namespace unfold3d
@@ -20,11 +24,23 @@ constexpr double leastGain = 2e-4;
 /// How far a piece goes at most in one pass, as a share of the tile: what is farther isn't looked
 /// at.
 constexpr double longestWay = 1.0 / 32.0;
+/// Straight ways of a piece in one pass. It bends where something stands in its way.
+constexpr int waysInPass = 4;
+/// Where the pieces are pulled in turn, before each is brought to length 1.
+constexpr std::array<Vec2, 2> pulls{{{-0.3, -1.0}, {-1.0, -0.3}}};
+/// A piece doesn't follow what stands in its way when that takes less than this share of the pull
+/// along: it would creep.
+constexpr double leastPull = 0.05;
+
+Vec2 normalised(Vec2 v)
+{
+    return (1.0 / length(v)) * v;
+}
 
 struct Distances
 {
-    double stop;   ///< what a slide keeps to others
-    double short_; ///< by which it ends earlier, so that it can slide on along the other
+    double stop;  ///< what a moving piece keeps to others
+    double early; ///< by which it stops earlier, so that it can go on along the other
 };
 
 Distances distancesOf(const Sheet& sheet)
@@ -33,63 +49,114 @@ Distances distancesOf(const Sheet& sheet)
     return {sheet.clearance + 0.5 * slack, 0.125 * slack};
 }
 
-Box2 swept(Box2 box, Slide direction, double way)
+/// The pieces of one tile while they are pulled together.
+class Pass
 {
-    (direction == Slide::Left ? box.low.x : box.low.y) -= way;
-    return box;
-}
+public:
+    Pass(PosedTile& tile, const Sheet& sheet, Vec2 pull)
+        : tile_(tile), sheet_(sheet), pull_(pull), distances_(distancesOf(sheet)),
+          reach_(longestWay * std::max(sheet.width, sheet.height)), grid_(reachableBoxes())
+    {}
 
-double lowEnd(const Box2& box, Slide direction)
-{
-    return direction == Slide::Left ? box.low.x : box.low.y;
-}
-
-/// Pieces in the order in which a slide reaches them.
-std::vector<std::size_t> slideOrder(const PosedTile& tile, Slide direction)
-{
-    std::vector<double> ends;
-    ends.reserve(tile.items.size());
-    for (const PosedTile::Item& item : tile.items)
-        ends.push_back(lowEnd(item.bounds(), direction));
-    std::vector<std::size_t> order(tile.items.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::stable_sort(order.begin(), order.end(),
-                     [&](std::size_t a, std::size_t b) { return ends[a] < ends[b]; });
-    return order;
-}
-
-/// Slides every piece of a tile as far as it goes, the foremost first.
-void slideAll(PosedTile& tile, const Sheet& sheet, Slide direction, const RunControl& control)
-{
-    const Distances distances = distancesOf(sheet);
-    const double limit = longestWay * (direction == Slide::Left ? sheet.width : sheet.height);
-    std::vector<Box2> boxes;
-    boxes.reserve(tile.items.size());
-    for (const PosedTile::Item& item : tile.items)
-        boxes.push_back(swept(item.bounds(), direction, limit));
-    const BoxGrid grid(boxes);
-
-    for (const std::size_t i : slideOrder(tile, direction)) {
-        PosedTile::Item& item = tile.items[i];
-        if (item.piece == PosedTile::obstacle)
-            continue;
-        control.checkpoint();
-        const Box2 box = item.bounds();
-        double way = std::min(limit, lowEnd(box, direction) - sheet.margin);
-        if (way <= 0.0)
-            continue;
-        grid.visit(swept(box.inflatedBy(distances.stop), direction, way), [&](int other) {
-            const auto j = static_cast<std::size_t>(other);
-            if (j == i)
-                return;
-            const double free = freeWay(item.placed(), tile.items[j].placed(), direction,
-                                        distances.stop, way + distances.short_);
-            way = std::min(way, free - distances.short_);
-        });
-        if (way > 0.0)
-            item.at -= direction == Slide::Left ? Vec2{way, 0.0} : Vec2{0.0, way};
+    /// Moves every piece as far as it goes, the foremost first.
+    void run(const RunControl& control)
+    {
+        for (const std::size_t i : order()) {
+            control.checkpoint();
+            if (tile_.items[i].piece != PosedTile::obstacle)
+                move(i);
+        }
     }
-}
+
+private:
+    std::vector<Box2> reachableBoxes() const
+    {
+        std::vector<Box2> boxes;
+        boxes.reserve(tile_.items.size());
+        for (const PosedTile::Item& item : tile_.items)
+            boxes.push_back(item.piece == PosedTile::obstacle ? item.bounds()
+                                                              : item.bounds().inflatedBy(reach_));
+        return boxes;
+    }
+
+    std::vector<std::size_t> order() const
+    {
+        std::vector<double> ahead;
+        ahead.reserve(tile_.items.size());
+        for (const PosedTile::Item& item : tile_.items)
+            ahead.push_back(dot(item.bounds().low, pull_));
+        std::vector<std::size_t> order(tile_.items.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        std::stable_sort(order.begin(), order.end(),
+                         [&](std::size_t a, std::size_t b) { return ahead[a] > ahead[b]; });
+        return order;
+    }
+
+    /// How far the piece can go before it reaches the margin of the tile.
+    FreeWay wayToMargin(const Box2& box, Vec2 direction, double limit) const
+    {
+        FreeWay way{limit, false, {}};
+        const auto meet = [&](double room, double speed, Vec2 normal) {
+            if (speed > 0.0 && room < speed * way.length)
+                way = {std::max(0.0, room / speed), true, normal};
+        };
+        meet(box.low.x - sheet_.margin, -direction.x, {1.0, 0.0});
+        meet(sheet_.width - sheet_.margin - box.high.x, direction.x, {-1.0, 0.0});
+        meet(box.low.y - sheet_.margin, -direction.y, {0.0, 1.0});
+        meet(sheet_.height - sheet_.margin - box.high.y, direction.y, {0.0, -1.0});
+        return way;
+    }
+
+    FreeWay wayOf(std::size_t i, Vec2 direction, double limit) const
+    {
+        const PosedTile::Item& item = tile_.items[i];
+        const Box2 box = item.bounds();
+        FreeWay way = wayToMargin(box, direction, limit);
+        const Box2 swept = sweptBox(box.inflatedBy(distances_.stop), direction, way.length);
+        grid_.visit(swept, [&](int other) {
+            const auto j = static_cast<std::size_t>(other);
+            if (j == i || way.length <= 0.0 || !swept.meets(tile_.items[j].bounds()))
+                return;
+            FreeWay free = freeWay(item.placed(), tile_.items[j].placed(), direction,
+                                   distances_.stop, way.length + distances_.early);
+            free.length -= distances_.early;
+            if (free.isBlocked && free.length < way.length)
+                way = free;
+        });
+        way.length = std::max(0.0, way.length);
+        return way;
+    }
+
+    /// Follows the pull, then along what stands in the way, as long as that still follows it.
+    void move(std::size_t i)
+    {
+        double left = reach_;
+        Vec2 direction = pull_;
+        std::optional<Vec2> before; ///< the normal of what the piece moves along
+        for (int ways = 0; ways < waysInPass && left > 0.0; ++ways) {
+            const FreeWay way = wayOf(i, direction, left);
+            tile_.items[i].at += way.length * direction;
+            left -= way.length;
+            if (!way.isBlocked)
+                return;
+            const Vec2 along = pull_ - dot(pull_, way.normal) * way.normal;
+            const double follows = length(along);
+            const bool isBack = along.x > 0.0 || along.y > 0.0; // would need the room again
+            const bool isWedged = before && dot(along, *before) < 0.0;
+            if (follows < leastPull || isBack || isWedged)
+                return;
+            direction = (1.0 / follows) * along;
+            before = way.normal;
+        }
+    }
+
+    PosedTile& tile_;
+    const Sheet& sheet_;
+    Vec2 pull_;
+    Distances distances_;
+    double reach_;
+    BoxGrid grid_;
+};
 
 /// By how much the pieces can grow, seen from the lower left corner within the margin.
 double growth(const std::vector<PosedTile>& tiles, const Sheet& sheet)
@@ -130,8 +197,8 @@ Layout settle(const std::vector<Piece>& pieces, const Sheet& sheet, Layout layou
     for (int round = 0; round < maxRounds; ++round) {
         std::vector<PosedTile> tiles = poseTiles(pieces, sheet, layout);
         tbb::parallel_for(std::size_t{0}, tiles.size(), [&](std::size_t i) {
-            slideAll(tiles[i], sheet, Slide::Down, control);
-            slideAll(tiles[i], sheet, Slide::Left, control);
+            for (const Vec2 pull : pulls)
+                Pass(tiles[i], sheet, normalised(pull)).run(control);
         });
         takePlaces(tiles, layout);
         if (!sheet.obstacles.empty())

@@ -9,9 +9,10 @@
 namespace unfold3d
 {
 
-/// Pushes the pieces of a layout together by their exact outlines, down and to the left in turn,
-/// and scales the layout up by what that wins, until it wins no more. The result keeps the
-/// clearance of the sheet; islands don't overlap when they didn't before.
+/// Pulls the pieces of a layout together by their exact outlines, mostly down and mostly to the
+/// left in turn, and scales the layout up by what that wins, until it wins no more. A piece goes
+/// straight until something stands in its way, then along that. The result keeps the clearance of
+/// the sheet; islands don't overlap when they didn't before.
 ///
 /// maxScale  where to stop growing; the present scale for no growth
 ///
