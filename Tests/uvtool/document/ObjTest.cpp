@@ -43,7 +43,7 @@ SlotValues valueForEachPosition(const DocumentGeometry& geometry)
 {
     SlotValues uvs;
     for (std::size_t p = 0; p < geometry.positions.values.size(); ++p)
-        uvs.values.push_back({0.1F, static_cast<float>(p)});
+        uvs.values.push_back({0.125F, static_cast<float>(p)});
     for (const std::uint32_t corner : geometry.triangles)
         uvs.ofTriangleCorner.push_back(geometry.positions.ofCorner[corner]);
     return uvs;
@@ -154,10 +154,10 @@ TEST(Obj, NewUVsChangeOnlyValueLinesAndTheirNumbers)
                                                      "s 1\nf 1/1/1 -3//1 3/1 # why\nf 1/1 3/1 4\n");
     EXPECT_EQ(writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0])),
               0U);
-    EXPECT_EQ(writeText(folder, document), std::string(twoTriangles) +
-                                               "vn 0 0 1\no a\n"
-                                               "s 1\nvt 0.1 0\nvt 0.1 1\nvt 0.1 2\nvt 0.1 3\n"
-                                               "f 1/1/1 -3/2/1 3/3 # why\nf 1/1 3/3 4/4\n");
+    EXPECT_EQ(writeText(folder, document),
+              std::string(twoTriangles) + "vn 0 0 1\no a\n"
+                                          "s 1\nvt 0.125 0\nvt 0.125 1\nvt 0.125 2\nvt 0.125 3\n"
+                                          "f 1/1/1 -3/2/1 3/3 # why\nf 1/1 3/3 4/4\n");
 }
 
 TEST(Obj, OtherGeometriesKeepTheirValuesUnderNewNumbers)
@@ -168,8 +168,21 @@ TEST(Obj, OtherGeometriesKeepTheirValuesUnderNewNumbers)
                                                      "o b\nf 1/2 3/-1 4/2\nl 1/1 2/2\n");
     writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0]));
     EXPECT_EQ(writeText(folder, document),
-              std::string(twoTriangles) + "vt 7 7\nvt 8.0 8\no a\nvt 0.1 0\nvt 0.1 1\nvt 0.1 2\n"
-                                          "f 1/3 2/4 3/5\no b\nf 1/2 3/-4 4/2\nl 1/1 2/2\n");
+              std::string(twoTriangles) +
+                  "vt 7 7\nvt 8.0 8\no a\nvt 0.125 0\nvt 0.125 1\nvt 0.125 2\n"
+                  "f 1/3 2/4 3/5\no b\nf 1/2 3/-4 4/2\nl 1/1 2/2\n");
+}
+
+TEST(Obj, NewUVsAreTheSameToReadersOfEitherPrecision)
+{
+    const TempFolder folder;
+    Document document = readText(folder, std::string(twoTriangles) + "f 1 2 3\n");
+    const float thirds = 1.0F / 3;
+    writeSlot(document.geometries[0], 0, {{{thirds, 0.1F}}, {0, 0, 0}});
+    const std::string text = writeText(folder, document);
+    const std::size_t at = text.find("vt ") + 3;
+    EXPECT_EQ(std::stod(text.substr(at)), static_cast<double>(thirds));
+    EXPECT_EQ(std::stod(text.substr(text.find(' ', at))), static_cast<double>(0.1F));
 }
 
 TEST(Obj, WindowsLineEndsStay)
@@ -179,8 +192,8 @@ TEST(Obj, WindowsLineEndsStay)
         readText(folder, "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0 0\r\nf 1/1 2/1 3/1\r\n");
     writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0]));
     EXPECT_EQ(writeText(folder, document),
-              "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0.1 0\r\nvt 0.1 1\r\n"
-              "vt 0.1 2\r\nf 1/1 2/2 3/3\r\n");
+              "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0.125 0\r\nvt 0.125 1\r\n"
+              "vt 0.125 2\r\nf 1/1 2/2 3/3\r\n");
 }
 
 TEST(Obj, PolygonStaysAPolygon)
