@@ -1,4 +1,5 @@
 #include "Unfold3D/commands/Commands.h"
+#include "Unfold3D/commands/ExportedLayout.h"
 
 namespace unfold3d
 {
@@ -6,13 +7,18 @@ namespace unfold3d
 namespace
 {
 
-void exportLayout(const Session& session, Answer& answer)
+void exportLayout(const Session& session, Answer& answer, const RunControl& control)
 {
+    const ExportedLayout layout = exportedLayout(session, control);
+    if (layout.flips > 0)
+        answer.warn(std::to_string(layout.flips) +
+                    " triangles are too thin in UV for the precision of floats and may be flipped. "
+                    "Repair the mesh, or cut its islands into smaller ones.");
     std::vector<double> coords;
-    coords.reserve(3 * session.uvs.size());
-    for (std::size_t v = 0; v < session.uvs.size(); ++v) {
-        coords.push_back(session.uvs[v].x);
-        coords.push_back(session.uvs[v].y);
+    coords.reserve(3 * layout.uv.size());
+    for (std::size_t v = 0; v < layout.uv.size(); ++v) {
+        coords.push_back(layout.uv[v].x);
+        coords.push_back(layout.uv[v].y);
         coords.push_back(session.w[v]);
     }
     answer.set("#Data.CoordsUVW doubles", NU3D::CRef(std::move(coords), NU3D::VALPROP_VALUE));
@@ -20,10 +26,10 @@ void exportLayout(const Session& session, Answer& answer)
 
 } // namespace
 
-void runExport(Session& session, const Params& params, Answer& answer, RunControl&)
+void runExport(Session& session, const Params& params, Answer& answer, RunControl& control)
 {
     if (params.has("#Data table"))
-        exportLayout(session, answer);
+        exportLayout(session, answer, control);
     if (params.flag("#IndexTable.VertexIDsToIslandIDs bool", false))
         answer.set("#IndexTable.VertexIDsToIslandIDs ints",
                    NU3D::CRef(session.islands.ofVertex, NU3D::VALPROP_VALUE));

@@ -3,21 +3,27 @@
 #include "Unfold3D/base/DisjointSets.h"
 
 #include <algorithm>
-#include <numeric>
+#include <cmath>
+#include <cstdint>
 #include <span>
 #include <utility>
 
 // Cut at all vertices where fans meet, the island falls into sheets whose borders run from fan to
-// fan of one sheet. Each sheet has to be a disk with holes. Then the fans are joined again, one
-// after the other: a join exchanges the successors of two border half-edges at their vertex, which
-// splits their loop in two or makes one of their two loops. Euler's formula tells whether all this
-// fits into the plane.
+// fan of one sheet. Each sheet has to be a disk with holes. Then the fans of each vertex are laid
+// around it, so that the border goes on from each fan to the next, and Euler's formula tells
+// whether all this fits into the plane. The order in which they lie around the vertex in space
+// mostly does. Where it doesn't, they are joined one after the other: a join exchanges the
+// successors of two border half-edges at their vertex, which splits their loop in two or makes one
+// of their two loops.
 
 namespace unfold3d
 {
 
 namespace
 {
+
+/// Steps along the border after which the search for a place of every fan is given up.
+constexpr std::int64_t maxWalked = 20'000'000;
 
 std::size_t at(int index)
 {
@@ -56,28 +62,34 @@ public:
     BorderWalk(const IslandMesh& mesh, const HalfEdges& edges);
 
     Obstacle inspectSheets() const;
-    void joinFans();
+    void layFansAsInSpace();
+    /// False when it took too long.
+    bool joinFansOneByOne();
     bool fitsThePlane() const;
     OffsetArray<int> loops() const;
 
 private:
     int vertexAt(int h) const { return targetOf(mesh_.triangles, h); }
     bool hasClosedFanBesideOthers() const;
-    void joinFansAt(std::span<const int> incoming);
+    void cutFansApart();
+    void addUpFan(int incoming, Vec3& edgeSum, Vec3& normalSum) const;
+    std::vector<int> fansAround(int v) const;
+    bool joinFansAt(std::span<const int> incoming);
     void join(int incomingA, int incomingB)
     {
         std::swap(successor_[at(incomingA)], successor_[at(incomingB)]);
     }
-    std::vector<int> walkFrom(int h) const;
+    std::vector<int> walkFrom(int h);
     /// Which of the gaps, all entered on the way into one vertex, the fan entered on `incoming` is
     /// best laid into.
-    int bestGapFor(int incoming, std::span<const int> gaps, bool& onOneLoop) const;
+    int bestGapFor(int incoming, std::span<const int> gaps, bool& onOneLoop);
 
     const IslandMesh& mesh_;
     const HalfEdges& edges_;
     std::vector<int> border_;           ///< border half-edges, ascending
     std::vector<int> successor_;        ///< [half-edge]
     OffsetArray<int> incomingOfVertex_; ///< [vertex] border half-edges that end there
+    std::int64_t walked_ = 0;           ///< half-edges that walkFrom has passed
 };
 
 BorderWalk::BorderWalk(const IslandMesh& mesh, const HalfEdges& edges)
@@ -88,10 +100,16 @@ BorderWalk::BorderWalk(const IslandMesh& mesh, const HalfEdges& edges)
         if (!edges.isBorder(h))
             continue;
         border_.push_back(h);
-        successor_[at(h)] = successorInFan(edges, h);
         endOf[at(h)] = vertexAt(h);
     }
     incomingOfVertex_ = groupByKey(endOf, mesh.vertexCount());
+    cutFansApart();
+}
+
+void BorderWalk::cutFansApart()
+{
+    for (const int h : border_)
+        successor_[at(h)] = successorInFan(edges_, h);
 }
 
 /// A closed fan fills the plane around its vertex, so nothing else can hang on it.
@@ -162,7 +180,7 @@ Obstacle BorderWalk::inspectSheets() const
     return worst;
 }
 
-std::vector<int> BorderWalk::walkFrom(int h) const
+std::vector<int> BorderWalk::walkFrom(int h)
 {
     std::vector<int> walk;
     int present = h;
@@ -170,10 +188,11 @@ std::vector<int> BorderWalk::walkFrom(int h) const
         walk.push_back(present);
         present = successor_[at(present)];
     } while (present != h);
+    walked_ += static_cast<std::int64_t>(walk.size());
     return walk;
 }
 
-int BorderWalk::bestGapFor(int incoming, std::span<const int> gaps, bool& onOneLoop) const
+int BorderWalk::bestGapFor(int incoming, std::span<const int> gaps, bool& onOneLoop)
 {
     std::vector<int> verticesOfWalk;
     for (const int h : walkFrom(incoming)) {
@@ -204,7 +223,7 @@ int BorderWalk::bestGapFor(int incoming, std::span<const int> gaps, bool& onOneL
     return best;
 }
 
-void BorderWalk::joinFansAt(std::span<const int> incoming)
+bool BorderWalk::joinFansAt(std::span<const int> incoming)
 {
     std::vector<int> joined(1, incoming.front());
     std::vector<int> waiting(incoming.begin() + 1, incoming.end());
@@ -215,6 +234,8 @@ void BorderWalk::joinFansAt(std::span<const int> incoming)
         int gap = -1;
         bool isForced = false;
         for (std::size_t i = 0; i < waiting.size() && !isForced; ++i) {
+            if (walked_ > maxWalked)
+                return false;
             const int candidate = bestGapFor(waiting[i], joined, isForced);
             if (isForced || gap < 0) {
                 gap = candidate;
@@ -225,17 +246,74 @@ void BorderWalk::joinFansAt(std::span<const int> incoming)
         joined.push_back(waiting[next]);
         waiting.erase(waiting.begin() + static_cast<std::ptrdiff_t>(next));
     }
+    return true;
 }
 
-void BorderWalk::joinFans()
+bool BorderWalk::joinFansOneByOne()
 {
+    cutFansApart();
     // Two fans can be joined in one way only; those with a choice come after, when more is known.
     for (int v = 0; v < mesh_.vertexCount(); ++v)
         if (incomingOfVertex_[v].size() == 2)
             join(incomingOfVertex_[v][0], incomingOfVertex_[v][1]);
     for (int v = 0; v < mesh_.vertexCount(); ++v)
-        if (incomingOfVertex_[v].size() > 2)
-            joinFansAt(incomingOfVertex_[v]);
+        if (incomingOfVertex_[v].size() > 2 && !joinFansAt(incomingOfVertex_[v]))
+            return false;
+    return true;
+}
+
+/// Adds up the edges and the normals of the fan that the border enters on `incoming`.
+void BorderWalk::addUpFan(int incoming, Vec3& edgeSum, Vec3& normalSum) const
+{
+    const auto position = [&](int v) { return mesh_.positions[at(v)]; };
+    const Vec3 centre = position(vertexAt(incoming));
+    for (int out = nextHalfEdge(incoming);; out = nextHalfEdge(edges_.twin[at(out)])) {
+        const Vec3 first = position(vertexAt(out)) - centre;
+        const Vec3 last = position(originOf(mesh_.triangles, previousHalfEdge(out))) - centre;
+        edgeSum = edgeSum + first + last;
+        normalSum = normalSum + cross(first, last);
+        if (edges_.isBorder(out))
+            return;
+    }
+}
+
+/// The fans of a vertex, named by their incoming half-edges, in the order in which they lie around
+/// its mean normal, counter-clockwise.
+std::vector<int> BorderWalk::fansAround(int v) const
+{
+    const std::span<const int> fans = incomingOfVertex_[v];
+    std::vector<Vec3> directions(fans.size());
+    Vec3 normal;
+    for (std::size_t i = 0; i < fans.size(); ++i)
+        addUpFan(fans[i], directions[i], normal);
+
+    const bool isAlongX = std::abs(normal.x) > std::abs(normal.y);
+    const Vec3 axisX = cross(isAlongX ? Vec3{0, 1, 0} : Vec3{1, 0, 0}, normal);
+    const Vec3 axisY = cross(normal, axisX);
+    const auto angleOf = [&, lengthX = length(axisX), lengthY = length(axisY)](Vec3 d) {
+        return std::atan2(dot(axisY, d) * lengthX, dot(axisX, d) * lengthY);
+    };
+    std::vector<std::pair<double, int>> byAngle;
+    for (std::size_t i = 0; i < fans.size(); ++i)
+        byAngle.emplace_back(angleOf(directions[i]), fans[i]);
+    std::sort(byAngle.begin(), byAngle.end());
+    std::vector<int> order;
+    for (const auto& [angle, fan] : byAngle)
+        order.push_back(fan);
+    return order;
+}
+
+void BorderWalk::layFansAsInSpace()
+{
+    for (int v = 0; v < mesh_.vertexCount(); ++v) {
+        if (incomingOfVertex_[v].size() < 2)
+            continue;
+        // The border comes in along the last edge of a fan and goes on along the first edge of the
+        // next one.
+        const std::vector<int> fans = fansAround(v);
+        for (std::size_t i = 0; i < fans.size(); ++i)
+            successor_[at(fans[i])] = successorInFan(edges_, fans[(i + 1) % fans.size()]);
+    }
 }
 
 bool BorderWalk::fitsThePlane() const
@@ -271,8 +349,8 @@ BorderLoops findBorderLoops(const IslandMesh& mesh, const HalfEdges& edges)
     result.obstacle = walk.inspectSheets();
     if (result.obstacle != Obstacle::None)
         return result;
-    walk.joinFans();
-    if (!walk.fitsThePlane()) {
+    walk.layFansAsInSpace();
+    if (!walk.fitsThePlane() && !(walk.joinFansOneByOne() && walk.fitsThePlane())) {
         result.obstacle = Obstacle::TouchesItself;
         return result;
     }

@@ -59,31 +59,40 @@ ConvexMapper::ConvexMapper(const FilledDisk& disk)
     }
 }
 
-void ConvexMapper::assemble(std::span<const std::array<double, 3>> springs,
-                            std::optional<double> least)
+void ConvexMapper::setStiffness(const SpringNet& springs)
 {
     std::fill(stiffness_.begin(), stiffness_.end(), 0.0);
-    for (std::size_t t = 0; t < springs.size(); ++t)
+    for (std::size_t t = 0; t < springs.ofCorners.size(); ++t)
         for (std::size_t i = 0; i < 3; ++i) {
             const Triangle& corner = disk_.triangles[t];
             const int a = symbolic_.newOfOld[at(corner[(i + 1) % 3])];
             const int b = symbolic_.newOfOld[at(corner[(i + 2) % 3])];
-            stiffness_[at(symbolic_.entryOf(a, b))] += springs[t][i];
+            stiffness_[at(symbolic_.entryOf(a, b))] += springs.ofCorners[t][i];
         }
-    if (least)
+    if (springs.least)
         for (double& spring : stiffness_)
-            spring = std::max(spring, *least);
+            spring = std::max(spring, *springs.least);
+    if (springs.factors.empty())
+        return;
+    const auto factorOf = [&](std::size_t column) {
+        return springs.factors[at(symbolic_.oldOfNew[column])];
+    };
+    for (std::size_t column = 0; column < isOutline_.size(); ++column)
+        for (int e = symbolic_.columnOffsets[column]; e < symbolic_.columnOffsets[column + 1]; ++e)
+            stiffness_[at(e)] *= factorOf(column) * factorOf(at(symbolic_.entryRows[at(e)]));
+}
 
+void ConvexMapper::assemble()
+{
     matrix_.setZero();
-    for (int column = 0; column < symbolic_.size(); ++column)
-        for (int e = symbolic_.columnOffsets[at(column)];
-             e < symbolic_.columnOffsets[at(column) + 1]; ++e)
+    for (std::size_t column = 0; column < isOutline_.size(); ++column)
+        for (int e = symbolic_.columnOffsets[column]; e < symbolic_.columnOffsets[column + 1]; ++e)
         {
             const std::size_t row = at(symbolic_.entryRows[at(e)]);
             const double spring = stiffness_[at(e)];
-            matrix_.diagonal[at(column)] += spring;
+            matrix_.diagonal[column] += spring;
             matrix_.diagonal[row] += spring;
-            if (!isOutline_[at(column)] && !isOutline_[row])
+            if (!isOutline_[column] && !isOutline_[row])
                 matrix_.lower[at(e)] = -spring;
         }
     for (std::size_t column = 0; column < isOutline_.size(); ++column)
@@ -108,11 +117,11 @@ std::vector<Vec2> ConvexMapper::imbalance(std::span<const Vec2> uv) const
     return force;
 }
 
-std::optional<std::vector<Vec2>> ConvexMapper::map(std::span<const std::array<double, 3>> springs,
-                                                   std::optional<double> least,
+std::optional<std::vector<Vec2>> ConvexMapper::map(const SpringNet& springs,
                                                    const RunControl& control)
 {
-    assemble(springs, least);
+    setStiffness(springs);
+    assemble();
     if (cholesky_.factorise(matrix_, control) > 0)
         return std::nullopt;
     // All inner vertices start at the centre; the first round is the solution itself.

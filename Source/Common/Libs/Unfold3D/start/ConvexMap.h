@@ -5,6 +5,7 @@
 #include "Unfold3D/linear/SparseCholesky.h"
 #include "Unfold3D/start/FilledDisk.h"
 
+#include <array>
 #include <optional>
 #include <span>
 #include <vector>
@@ -12,25 +13,35 @@
 namespace unfold3d
 {
 
+/// Springs along the edges of a disk.
+///
+///   ofCorners  [triangle][corner]  stiffness that a triangle adds to the edge opposite a corner
+///   least      sums that come out lower, such as the negative ones of obtuse triangles, are
+///              raised to this; nothing takes them as they are
+///   factors    [vertex]  each edge is stiffened by the factors of both its ends; may be empty
+struct SpringNet
+{
+    std::span<const std::array<double, 3>> ofCorners;
+    std::optional<double> least;
+    std::span<const double> factors;
+};
+
 /// Maps of one disk into the unit circle that hold each inner vertex in the balance of springs
 /// along its edges (Tutte 1963, Floater 1997). With positive springs such a map is an embedding, up
 /// to rounding. The outline runs round the circle by its lengths.
 ///
-/// The graph is analysed once for all maps.
+/// The graph is analysed once for all maps. Each map costs a sparse factorisation.
 class ConvexMapper
 {
 public:
     explicit ConvexMapper(const FilledDisk& disk);
 
-    /// springs  [triangle][corner]  stiffness that the triangle adds to the edge opposite a corner
-    /// Springs that come out negative, as those of obtuse triangles do, are taken as they are with
-    /// `least` empty, and raised to it otherwise. Nothing is returned when the springs have no
-    /// balance.
-    std::optional<std::vector<Vec2>> map(std::span<const std::array<double, 3>> springs,
-                                         std::optional<double> least, const RunControl& control);
+    /// Returns [vertex of the disk], or nothing when the springs have no balance. Throws Stopped.
+    std::optional<std::vector<Vec2>> map(const SpringNet& springs, const RunControl& control);
 
 private:
-    void assemble(std::span<const std::array<double, 3>> springs, std::optional<double> least);
+    void setStiffness(const SpringNet& springs);
+    void assemble();
     /// What is missing to the balance of each inner vertex, [column].
     std::vector<Vec2> imbalance(std::span<const Vec2> uv) const;
 

@@ -1,0 +1,98 @@
+#include "Unfold3D/commands/ExportedLayout.h"
+
+#include "Unfold3D/base/ExactPredicates.h"
+#include "Unfold3D/layout/FloatLayout.h"
+
+#include <algorithm>
+#include <atomic>
+#include <utility>
+
+#include <tbb/parallel_for.h>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+/// The triangles of an island by positions in its vertex list, each wound as it turns in the
+/// layout, whatever way that is; those that have no area there are left out.
+std::vector<Triangle> trianglesAsTheyTurn(const Session& session, int island)
+{
+    const std::span<const int> vertices = session.islands.vertices[island];
+    std::vector<Triangle> result;
+    for (const int t : session.islands.triangles[island]) {
+        const Triangle& corner = session.mesh.triangles[static_cast<std::size_t>(t)];
+        const auto at = [&](std::size_t i) {
+            return session.uvs[static_cast<std::size_t>(corner[i])];
+        };
+        const int side = orient2d(at(0), at(1), at(2));
+        if (side == 0)
+            continue;
+        Triangle local{};
+        for (std::size_t i = 0; i < 3; ++i)
+            local[i] = static_cast<int>(
+                std::lower_bound(vertices.begin(), vertices.end(), corner[i]) - vertices.begin());
+        if (side < 0)
+            std::swap(local[1], local[2]);
+        result.push_back(local);
+    }
+    return result;
+}
+
+/// [vertex] what the pins of its edges hold; empty when there are no pins.
+std::vector<std::uint8_t> heldByPins(const Session& session)
+{
+    std::vector<std::uint8_t> held;
+    if (session.pins.empty() || !session.edges)
+        return held;
+    held.assign(session.uvs.size(), HoldNone);
+    for (std::size_t e = 0; e < session.pins.size(); ++e) {
+        if (session.pins[e] == EdgePin::Free)
+            continue;
+        for (const int v : session.edges->vertices[e])
+            held[static_cast<std::size_t>(v)] |=
+                session.pins[e] == EdgePin::Horizontal ? HoldV : HoldU;
+    }
+    return held;
+}
+
+int roundIsland(const Session& session, int island, std::span<const std::uint8_t> heldOfVertex,
+                std::vector<Vec2>& layout)
+{
+    const std::span<const int> vertices = session.islands.vertices[island];
+    std::vector<Vec2> uv;
+    std::vector<std::uint8_t> held;
+    for (const int v : vertices) {
+        uv.push_back(session.uvs[static_cast<std::size_t>(v)]);
+        if (!heldOfVertex.empty())
+            held.push_back(heldOfVertex[static_cast<std::size_t>(v)]);
+    }
+    const FloatRounding rounding = roundToFloats(trianglesAsTheyTurn(session, island), uv, held);
+    for (std::size_t i = 0; i < vertices.size(); ++i)
+        layout[static_cast<std::size_t>(vertices[i])] = uv[i];
+    for (const int v : vertices) {
+        const int anchor = session.islands.anchor[static_cast<std::size_t>(v)];
+        layout[static_cast<std::size_t>(v)] = layout[static_cast<std::size_t>(anchor)];
+    }
+    return rounding.flipsLeft;
+}
+
+} // namespace
+
+ExportedLayout exportedLayout(const Session& session, const RunControl& control)
+{
+    ExportedLayout result;
+    result.uv = session.uvs;
+    const std::vector<std::uint8_t> held = heldByPins(session);
+    std::atomic<int> flips = 0;
+    tbb::parallel_for(0, session.islands.count(), [&](int island) {
+        control.checkpoint();
+        if (session.isChanged[static_cast<std::size_t>(island)])
+            flips += roundIsland(session, island, held, result.uv);
+    });
+    result.flips = flips;
+    return result;
+}
+
+} // namespace unfold3d

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/commands/Session.h"
+
+#include <vector>
+
+namespace unfold3d
+{
+
+/// The layout of a session as a caller gets it.
+struct ExportedLayout
+{
+    std::vector<Vec2> uv; ///< [vertex]
+    int flips = 0;        ///< triangles that turn round, or collapse, because floats are too coarse
+};
+
+/// Islands that a command moved come out as floats in value, rounded so that no triangle turns
+/// round; all others exactly as they were imported. Islands run in parallel; the result doesn't
+/// depend on it. Throws Stopped.
+ExportedLayout exportedLayout(const Session& session, const RunControl& control);
+
+} // namespace unfold3d
