@@ -57,6 +57,14 @@ std::vector<std::uint8_t> heldByPins(const Session& session)
     return held;
 }
 
+bool isRoundedTo(Vec2 point, Vec2 rounded)
+{
+    return static_cast<double>(static_cast<float>(point.x)) == rounded.x &&
+           static_cast<double>(static_cast<float>(point.y)) == rounded.y;
+}
+
+/// Moves the vertices of an island that its rounding would not leave where they are sound; returns
+/// how many triangles flip all the same.
 int roundIsland(const Session& session, int island, std::span<const std::uint8_t> heldOfVertex,
                 std::vector<Vec2>& layout)
 {
@@ -69,8 +77,11 @@ int roundIsland(const Session& session, int island, std::span<const std::uint8_t
             held.push_back(heldOfVertex[static_cast<std::size_t>(v)]);
     }
     const FloatRounding rounding = roundToFloats(trianglesAsTheyTurn(session, island), uv, held);
-    for (std::size_t i = 0; i < vertices.size(); ++i)
-        layout[static_cast<std::size_t>(vertices[i])] = uv[i];
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+        Vec2& exported = layout[static_cast<std::size_t>(vertices[i])];
+        if (!isRoundedTo(exported, uv[i]))
+            exported = uv[i];
+    }
     for (const int v : vertices) {
         const int anchor = session.islands.anchor[static_cast<std::size_t>(v)];
         layout[static_cast<std::size_t>(v)] = layout[static_cast<std::size_t>(anchor)];

@@ -15,9 +15,10 @@ struct ExportedLayout
     int flips = 0;        ///< triangles that turn round, or collapse, because floats are too coarse
 };
 
-/// Islands that a command moved come out as floats in value, rounded so that no triangle turns
-/// round; all others exactly as they were imported. Islands run in parallel; the result doesn't
-/// depend on it. Throws Stopped.
+/// In islands that a command moved, no triangle turns round when the caller rounds the UVs to
+/// floats: vertices that have to give way for that are moved, by a few steps of the float grid. All
+/// other islands come out exactly as they were imported. Islands run in parallel; the result
+/// doesn't depend on it. Throws Stopped.
 ExportedLayout exportedLayout(const Session& session, const RunControl& control);
 
 } // namespace unfold3d
