@@ -20,6 +20,7 @@ namespace
 std::vector<Vec2> seenFromAbove(const IslandMesh& mesh)
 {
     std::vector<Vec2> uv;
+    uv.reserve(mesh.positions.size());
     for (const Vec3& p : mesh.positions)
         uv.push_back({p.x, p.y});
     return uv;
@@ -27,7 +28,7 @@ std::vector<Vec2> seenFromAbove(const IslandMesh& mesh)
 
 std::vector<Vec2> onBorder(const Border& border, const std::vector<Vec2>& uv)
 {
-    return borderPositions(border, uv, {});
+    return borderPositions(border, {uv});
 }
 
 TEST(Border, RunsAroundTheSurfaceOnItsLeft)

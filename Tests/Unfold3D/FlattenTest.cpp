@@ -114,6 +114,119 @@ TEST(Flatten, MoreIterationsNeverEndHigherAndMinusOneGoesOnToRounding)
     EXPECT_LT(flattenFromStart(mesh, options).report.energy, before * (1.0 + 3e-3));
 }
 
+/// How far the vertices of a line are from one coordinate.
+double spread(const StraightLine& line, const std::vector<Vec2>& uv)
+{
+    double low = std::numeric_limits<double>::infinity();
+    double high = -low;
+    for (const int v : line.vertices) {
+        const double place = line.horizontal ? uv[at(v)].y : uv[at(v)].x;
+        low = std::min(low, place);
+        high = std::max(high, place);
+    }
+    return high - low;
+}
+
+constexpr int gridColumns = 12;
+constexpr int gridRows = 9;
+
+StraightLine row(int j)
+{
+    StraightLine line;
+    for (int i = 0; i <= gridColumns; ++i)
+        line.vertices.push_back(i + j * (gridColumns + 1));
+    return line;
+}
+
+StraightLine column(int i)
+{
+    StraightLine line{false, {}};
+    for (int j = 0; j <= gridRows; ++j)
+        line.vertices.push_back(i + j * (gridColumns + 1));
+    return line;
+}
+
+TEST(Flatten, LinesEndExactlyStraight)
+{
+    const IslandMesh mesh = surfaces::normalised(surfaces::hills(gridColumns, gridRows, 2.0));
+    struct Case
+    {
+        const char* name;
+        std::vector<StraightLine> lines;
+    };
+    const Case cases[] = {
+        {"one row", {row(4)}},
+        {"the four sides", {row(0), row(gridRows), column(0), column(gridColumns)}},
+        {"a grid", {row(0), row(3), row(6), column(1), column(5), column(9)}},
+        {"a row in two pieces that meet", {{true, {26, 27, 28, 29}}, {true, {29, 30, 31, 32, 33}}}},
+        {"two vertices", {{true, {40, 41}}}},
+    };
+    const double free = flattenFromStart(mesh).report.energy;
+    for (const Case& c : cases)
+        for (const int iterations : {0, 1}) {
+            SCOPED_TRACE(c.name);
+            FlattenOptions options;
+            options.straight = c.lines;
+            options.iterations = iterations;
+            const FlattenResult result = flattenFromStart(mesh, options);
+            expectSound(mesh, result);
+            for (const StraightLine& line : c.lines)
+                EXPECT_LT(spread(line, result.uv), 1e-12);
+            if (iterations == 1) {
+                EXPECT_TRUE(result.report.converged);
+                EXPECT_LT(result.report.energy, 1.1 * free);
+            }
+        }
+}
+
+TEST(Flatten, LinesThatCanNotBeAreNamedAndTheRestStaysSound)
+{
+    const IslandMesh mesh = surfaces::normalised(surfaces::hills(gridColumns, gridRows, 1.0));
+    StraightLine upright = row(4);
+    upright.horizontal = false;
+    struct Case
+    {
+        const char* name;
+        std::vector<StraightLine> lines;
+        int kept; ///< which of them can be had all the same, or -1
+    };
+    const Case cases[] = {
+        {"a ring", {{true, {15, 16, 17, 28, 30, 41, 42, 43}}}, -1},
+        {"a branch", {{true, {27, 28, 29, 30, 41, 54}}}, -1},
+        {"horizontal and vertical at once", {row(4), upright}, 0},
+        {"a triangle", {{true, {28, 29, 42}}}, -1},
+        {"two rows as one", {row(2), {true, {26, 52}}, row(4)}, -1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        FlattenOptions options;
+        options.straight = c.lines;
+        const FlattenResult result = flattenFromStart(mesh, options);
+        EXPECT_EQ(layout::countFlips(mesh.triangles, result.uv), 0);
+        EXPECT_EQ(layout::countCrossings(mesh.triangles, result.uv), 0);
+        EXPECT_FALSE(result.report.warnings.empty());
+        EXPECT_LT(result.report.energy, 5.0);
+        if (c.kept >= 0) {
+            EXPECT_LT(spread(c.lines[at(c.kept)], result.uv), 1e-12);
+        }
+    }
+}
+
+TEST(Flatten, AnEarsTipIsLeftOutOfItsLine)
+{
+    // Corner (12, 0) belongs to one triangle, whose three corners are asked for.
+    const IslandMesh mesh = surfaces::normalised(surfaces::sheet(gridColumns, gridRows));
+    FlattenOptions options;
+    StraightLine line = row(0);
+    line.vertices.push_back(2 * gridColumns + 1);
+    options.straight = {line};
+    const FlattenResult result = flattenFromStart(mesh, options);
+    EXPECT_EQ(layout::countFlips(mesh.triangles, result.uv), 0);
+    EXPECT_EQ(result.report.warnings.size(), 1U);
+    std::erase(line.vertices, gridColumns);
+    EXPECT_LT(spread(line, result.uv), 1e-12);
+}
+
 TEST(Flatten, HandsBackAStartThatItCannotUse)
 {
     const IslandMesh mesh = surfaces::normalised(surfaces::sheet(2, 2));

@@ -107,14 +107,11 @@ std::span<const int> Border::pointsOfSameVertex(int point) const
     return pointsOfVertex_[vertexOf(point)];
 }
 
-std::vector<Vec2> borderPositions(const Border& border, std::span<const Vec2> uv,
-                                  std::span<const int> place)
+std::vector<Vec2> borderPositions(const Border& border, const NodeLayout& layout)
 {
     std::vector<Vec2> positions(at(border.size()));
-    for (int p = 0; p < border.size(); ++p) {
-        const int vertex = border.vertexOf(p);
-        positions[at(p)] = uv[at(place.empty() ? vertex : place[at(vertex)])];
-    }
+    for (int p = 0; p < border.size(); ++p)
+        positions[at(p)] = layout.at(border.vertexOf(p));
     return positions;
 }
 

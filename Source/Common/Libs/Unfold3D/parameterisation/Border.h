@@ -2,7 +2,7 @@
 
 #include "Unfold3D/base/IslandMesh.h"
 #include "Unfold3D/base/OffsetArray.h"
-#include "Unfold3D/base/Vec.h"
+#include "Unfold3D/parameterisation/NodeLayout.h"
 
 #include <span>
 #include <vector>
@@ -57,9 +57,7 @@ private:
     OffsetArray<int> pointsOfVertex_;
 };
 
-/// The layout of the border's points: positions[p] = uv[place[vertexOf(p)]], or uv[vertexOf(p)]
-/// when `place` is empty.
-std::vector<Vec2> borderPositions(const Border& border, std::span<const Vec2> uv,
-                                  std::span<const int> place);
+/// Where the border's points lie, [point].
+std::vector<Vec2> borderPositions(const Border& border, const NodeLayout& layout);
 
 } // namespace unfold3d

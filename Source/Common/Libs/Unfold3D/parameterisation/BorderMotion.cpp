@@ -30,7 +30,7 @@ struct MovingPair
         constexpr double slack = 1e-6;
         const Vec2 edge = along + t * alongMotion;
         const double share = dot(toPoint + t * toPointMotion, edge) / dot(edge, edge);
-        return !(share < -slack || share > 1.0 + slack);
+        return share >= -slack && share <= 1.0 + slack;
     }
 
     /// When they meet; `none` when they don't before that.

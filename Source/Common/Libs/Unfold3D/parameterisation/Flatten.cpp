@@ -3,6 +3,7 @@
 #include "Unfold3D/base/ExactPredicates.h"
 #include "Unfold3D/parameterisation/BorderCrossings.h"
 #include "Unfold3D/parameterisation/LayoutMinimiser.h"
+#include "Unfold3D/parameterisation/StraightLines.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +17,13 @@ namespace
 /// Reach and pressure of the barrier that keeps the border from crossing, in a layout of area 1.
 constexpr double plainReach = 1e-3;
 constexpr double plainPressure = 1.0;
+
+/// Lines are drawn straight with a stiffness that rises by this factor until they nearly are.
+constexpr double firstPull = 10.0;
+constexpr double pullGrowth = 10.0;
+constexpr double lastPull = 1e6;
+/// Each of those stages needs to be good enough for the next only.
+constexpr StopRule pullStop{.promisedShare = 1e-2, .promisedShareOfExcess = 1.0, .maxSteps = 12};
 
 std::size_t at(int index)
 {
@@ -31,10 +39,22 @@ bool isFlipFree(const IslandMesh& mesh, std::span<const Vec2> uv)
            });
 }
 
+void turn(std::vector<Vec2>& uv, double angle)
+{
+    const Vec2 axis{std::cos(angle), std::sin(angle)};
+    for (Vec2& p : uv)
+        p = {axis.x * p.x - axis.y * p.y, axis.y * p.x + axis.x * p.y};
+}
+
 StopRule stopRule(int iterations)
 {
     StopRule rule;
-    rule.promisedShare = iterations < 0 ? 1e-13 : std::pow(10.0, -(iterations + 2));
+    if (iterations < 0) {
+        rule.promisedShare = 1e-13;
+        rule.promisedShareOfExcess = 1e-12;
+    } else {
+        rule.promisedShare = std::pow(10.0, -(iterations + 2));
+    }
     return rule;
 }
 
@@ -44,21 +64,19 @@ class Flattening
 public:
     Flattening(const IslandMesh& mesh, std::vector<Vec2> start, const FlattenOptions& options,
                const RunControl& control, const std::function<void(double)>& progress)
-        : options_(options), control_(control), progress_(progress), mesh_(mesh), border_(mesh),
-          minimiser_(mesh), stop_(stopRule(options.iterations)), uv_(std::move(start)), clean_(uv_)
+        : mesh_(mesh), options_(options), control_(control), progress_(progress), border_(mesh),
+          minimiser_(mesh), stop_(stopRule(options.iterations)), uv_(std::move(start))
     {}
 
     FlattenResult run()
     {
-        if (options_.iterations == 0) {
+        StraightLines lines(mesh_, options_.straight, report_.warnings);
+        if (options_.iterations != 0)
+            minimise(lines.count() > 0 ? 0.5 : 1.0);
+        if (lines.count() > 0)
+            straighten(lines);
+        if (options_.iterations == 0)
             minimiser_.rescale(uv_);
-            report_.converged = true;
-            report_.method = "no minimisation";
-        } else {
-            minimiseFreely();
-            if (options_.preventBorderCrossings && doesBorderCross(border_, borderOf(uv_)))
-                minimiseApart();
-        }
         report_.energy = minimiser_.energy(uv_);
         report_.borderCrossings = countBorderCrossings(border_, borderOf(uv_));
         return {std::move(uv_), std::move(report_)};
@@ -67,74 +85,140 @@ public:
 private:
     std::vector<Vec2> borderOf(std::span<const Vec2> uv) const
     {
-        return borderPositions(border_, uv, {});
+        return borderPositions(border_, {uv});
+    }
+    bool isLegal(std::span<const Vec2> uv) const
+    {
+        return isFlipFree(mesh_, uv) &&
+               !(options_.preventBorderCrossings && doesBorderCross(border_, borderOf(uv)));
     }
 
-    /// Keeps in clean_ the last layout on the way whose border doesn't cross.
-    void minimiseFreely()
+    /// Without regard to the border first, which is quick and mostly all it takes. When the border
+    /// crosses itself then, from the last layout on the way in which it didn't.
+    void minimise(double progressEnd)
     {
-        const double end = options_.preventBorderCrossings ? 0.6 : 1.0;
-        const LayoutMinimiser::Outcome outcome =
-            minimiser_.minimise(uv_, {}, stop_, control_, [&](const LayoutStep& step) {
-                reportProgress(0.0, end, step);
-                if (options_.preventBorderCrossings &&
-                    !doesBorderCross(border_, borderPositions(border_, step.uv, step.columnOfNode)))
-                    for (std::size_t v = 0; v < clean_.size(); ++v)
-                        clean_[v] = step.uv[at(step.columnOfNode[v])];
-                return true;
-            });
-        add(outcome, "projected Newton");
-    }
-
-    void minimiseApart()
-    {
-        uv_ = clean_;
+        const double middle = options_.preventBorderCrossings ? 0.6 * progressEnd : progressEnd;
+        std::vector<Vec2> clean = uv_;
+        report_.method = "projected Newton";
+        step({}, stop_, 0.0, middle, [&](const NodeLayout& layout) {
+            if (!options_.preventBorderCrossings ||
+                doesBorderCross(border_, borderPositions(border_, layout)))
+                return;
+            for (std::size_t v = 0; v < clean.size(); ++v)
+                clean[v] = layout.at(static_cast<int>(v));
+        });
+        if (!options_.preventBorderCrossings || !doesBorderCross(border_, borderOf(uv_)))
+            return;
+        uv_ = std::move(clean);
+        report_.method += ", border barrier";
         const BorderBarrier barrier(border_, plainReach, plainPressure);
-        const LayoutMinimiser::Outcome outcome =
-            minimiser_.minimise(uv_, {&barrier}, stop_, control_, [&](const LayoutStep& step) {
-                reportProgress(0.6, 1.0, step);
-                return true;
-            });
-        add(outcome, "border barrier");
+        step({.barrier = &barrier}, stop_, middle, progressEnd, {});
     }
 
-    void add(const LayoutMinimiser::Outcome& outcome, const char* method)
+    /// Draws the lines straight with rising force, until moving the vertices onto them flips
+    /// nothing; then they stay, and the rest follows. Lines that resist to the end are given up.
+    void straighten(StraightLines& lines)
     {
+        report_.method += report_.method.empty() ? "straight lines" : ", straight lines";
+        turn(uv_, lines.bestTurn(uv_));
+        const BorderBarrier barrier(border_, plainReach, plainPressure);
+        LayoutRules rules;
+        rules.barrier = options_.preventBorderCrossings ? &barrier : nullptr;
+        rules.lines = &lines;
+        const std::vector<Vec2> before = uv_;
+        const bool wasConverged = report_.converged;
+        const int asked = lines.count();
+        while (lines.count() > 0 && !drawStraight(rules)) {
+            lines.keep(snapOneByOne(lines));
+            uv_ = before;
+            report_.converged = wasConverged;
+        }
+        if (const int given = asked - lines.count(); given > 0)
+            report_.warnings.push_back(
+                std::to_string(given) + (given == 1 ? " line" : " lines") +
+                " of constrained edges can't be straight without flipping triangles; left as "
+                "they fell.");
+        if (options_.iterations == 0 || lines.count() == 0)
+            return;
+        rules.pull = 0.0;
+        step(rules, stop_, 0.8, 1.0, {});
+    }
+
+    /// Returns whether all lines are straight then.
+    bool drawStraight(LayoutRules rules)
+    {
+        bool areStraight = snap(*rules.lines);
+        for (double pull = firstPull; !areStraight && pull <= lastPull; pull *= pullGrowth) {
+            rules.pull = pull;
+            const double done = std::log(pull / firstPull) / std::log(lastPull / firstPull);
+            step(rules, pullStop, 0.5 + 0.3 * done, 0.5 + 0.3 * done, {});
+            areStraight = snap(*rules.lines);
+        }
+        return areStraight;
+    }
+
+    /// Moves the vertices of all lines onto them, unless that breaks the layout.
+    bool snap(const StraightLines& lines)
+    {
+        std::vector<Vec2> snapped = uv_;
+        for (int l = 0; l < lines.count(); ++l)
+            lines.straighten(l, snapped);
+        if (!isLegal(snapped))
+            return false;
+        uv_ = std::move(snapped);
+        return true;
+    }
+
+    /// [line] whether it can be moved onto itself, after those before it; not all of them can.
+    std::vector<char> snapOneByOne(const StraightLines& lines)
+    {
+        std::vector<char> isStraight(at(lines.count()), 0);
+        for (int l = 0; l < lines.count(); ++l) {
+            std::vector<Vec2> snapped = uv_;
+            lines.straighten(l, snapped);
+            isStraight[at(l)] = isLegal(snapped);
+            if (isStraight[at(l)])
+                uv_ = std::move(snapped);
+        }
+        return isStraight;
+    }
+
+    /// One minimisation, as part of the report and of the progress.
+    void step(const LayoutRules& rules, const StopRule& stop, double progressBegin,
+              double progressEnd, const std::function<void(const NodeLayout&)>& observer)
+    {
+        const LayoutMinimiser::Outcome outcome = minimiser_.minimise(
+            uv_, rules, stop, control_, [&](const NodeLayout& layout, double promisedShare) {
+                // What the steps promise falls by a similar factor each time.
+                const double done = 1.0 - std::log(promisedShare / stop.promisedShare) /
+                                              std::log(1.0 / stop.promisedShare);
+                reportProgress(progressBegin +
+                               (progressEnd - progressBegin) * std::clamp(done, 0.0, 1.0));
+                if (observer)
+                    observer(layout);
+                return true;
+            });
         report_.steps += outcome.steps;
         report_.converged = outcome.converged;
-        report_.method += (report_.method.empty() ? "" : ", ") + std::string(method);
     }
 
-    /// What the steps promise falls by a similar factor each time.
-    void reportProgress(double begin, double end, const LayoutStep& step)
+    void reportProgress(double fraction)
     {
-        const double share = 1.0 - std::log(step.promisedShare / stop_.promisedShare) /
-                                       std::log(1.0 / stop_.promisedShare);
-        const double fraction = begin + (end - begin) * std::clamp(share, 0.0, 1.0);
         if (progress_ && fraction > reported_)
             progress_(reported_ = fraction);
     }
 
+    const IslandMesh& mesh_;
     const FlattenOptions& options_;
     const RunControl& control_;
     const std::function<void(double)>& progress_;
-    const IslandMesh& mesh_;
     const Border border_;
     LayoutMinimiser minimiser_;
     const StopRule stop_;
     std::vector<Vec2> uv_;
-    std::vector<Vec2> clean_; ///< the last layout without crossings
     double reported_ = 0.0;
     FlattenReport report_;
 };
-
-FlattenResult handBack(std::vector<Vec2> start, const char* warning)
-{
-    FlattenResult result;
-    result.uv = std::move(start);
-    result.report.warnings.emplace_back(warning);
-    return result;
-}
 
 } // namespace
 
@@ -143,9 +227,13 @@ FlattenResult flatten(const IslandMesh& mesh, std::vector<Vec2> start,
                       const std::function<void(double)>& progress)
 {
     control.checkpoint();
-    if (!isFlipFree(mesh, start))
-        return handBack(std::move(start),
-                        "The first layout has flipped triangles; it was left as it is.");
+    if (!isFlipFree(mesh, start)) {
+        FlattenResult result;
+        result.uv = std::move(start);
+        result.report.warnings.emplace_back(
+            "The first layout has flipped triangles; it was left as it is.");
+        return result;
+    }
     return Flattening(mesh, std::move(start), options, control, progress).run();
 }
 

@@ -47,16 +47,23 @@ LayoutMinimiser::LayoutMinimiser(const IslandMesh& mesh)
       freshOperations_(system_->mesh().symbolic.operations)
 {}
 
+Distortion LayoutMinimiser::measureVertices(std::span<const Vec2> uv) const
+{
+    std::vector<Vec2> nodes(uv.begin(), uv.end());
+    nodes.resize(static_cast<std::size_t>(system_->mesh().nodeCount()));
+    return measure(system_->mesh(), system_->mesh().toColumns(nodes));
+}
+
 void LayoutMinimiser::rescale(std::vector<Vec2>& uv) const
 {
-    const double scale = measure(system_->mesh(), system_->mesh().toColumns(uv)).bestScale();
+    const double scale = measureVertices(uv).bestScale();
     for (Vec2& point : uv)
         point = scale * point;
 }
 
 double LayoutMinimiser::energy(std::span<const Vec2> uv) const
 {
-    return measure(system_->mesh(), system_->mesh().toColumns(uv)).energy();
+    return measureVertices(uv).energy();
 }
 
 double LayoutMinimiser::rescaleColumns()
@@ -70,7 +77,23 @@ double LayoutMinimiser::rescaleColumns()
 
 std::vector<Vec2> LayoutMinimiser::borderOf(std::span<const Vec2> uv) const
 {
-    return borderPositions(rules_.barrier->border(), uv, system_->columnOfNode());
+    return borderPositions(rules_.barrier->border(), layoutOf(uv));
+}
+
+/// Takes over a layout of the vertices, in a system that has a node for each line.
+void LayoutMinimiser::enter(std::span<const Vec2> uv, const LayoutRules& rules)
+{
+    rules_ = rules;
+    brakes_.clear();
+    springs_.clear();
+    std::vector<Vec2> nodes(uv.begin(), uv.end());
+    for (int l = 0; rules_.lines && l < rules_.lines->count(); ++l)
+        nodes.push_back({rules_.lines->mean(l, uv), 0.0});
+    if (rules_.lines != systemLines_ ||
+        static_cast<int>(nodes.size()) != system_->mesh().nodeCount())
+        rebuildSystem({nodes});
+    uv_ = system_->mesh().toColumns(nodes);
+    trial_.resize(uv_.size());
 }
 
 /// Gathers what acts beside the distortion, in a system whose pattern has room for it.
@@ -80,30 +103,42 @@ void LayoutMinimiser::collectSprings()
     brakes_.clear();
     if (rules_.barrier)
         rules_.barrier->addSprings(borderOf(uv_), springs_);
+    if (rules_.lines && rules_.pull > 0.0)
+        rules_.lines->addSprings(layoutOf(uv_), rules_.pull, springs_);
     const auto isCovered = [&](const Spring& spring) { return system_->covers(spring); };
-    if (!std::all_of(springs_.begin(), springs_.end(), isCovered))
-        rebuildSystem();
+    if (!std::all_of(springs_.begin(), springs_.end(), isCovered)) {
+        const std::vector<Vec2> nodes = system_->mesh().toNodes(uv_);
+        rebuildSystem({nodes});
+        uv_ = system_->mesh().toColumns(nodes);
+    }
 }
 
 /// Analyses a pattern that has room for the springs of now and the contacts of the next steps.
-void LayoutMinimiser::rebuildSystem()
+void LayoutMinimiser::rebuildSystem(const NodeLayout& layout)
 {
     std::vector<NodePair> pairs;
-    rules_.barrier->addPairsWithin(borderOf(uv_), patternReach, pairs);
+    if (rules_.barrier)
+        rules_.barrier->addPairsWithin(borderPositions(rules_.barrier->border(), layout),
+                                       patternReach, pairs);
     for (const Spring& spring : springs_)
         for (int i = 1; i < spring.count; ++i)
             pairs.push_back({spring.nodes[0], spring.nodes[static_cast<std::size_t>(i)]});
-    const VertexGraph graph = vertexGraph(island_.triangles, island_.vertexCount(), pairs);
+    if (rules_.lines)
+        rules_.lines->addPairs(island_.triangles, pairs);
+    const auto nodeCount = static_cast<int>(layout.uv.size());
+    const VertexGraph graph = vertexGraph(island_.triangles, nodeCount, pairs);
 
-    uv_ = system_->mesh().toNodes(uv_);
-    SymbolicCholesky analysis = analyse(graph, system_->mesh().symbolic.oldOfNew);
+    const bool hasOrder = systemLines_ == rules_.lines && system_->mesh().nodeCount() == nodeCount;
+    std::vector<int> order = system_->mesh().symbolic.oldOfNew;
     system_.reset(); // two at a time would double the memory
-    if (analysis.operations > staleOrder * freshOperations_) {
+    SymbolicCholesky analysis = hasOrder ? analyse(graph, std::move(order)) : analyse(graph);
+    const bool isStale = hasOrder && analysis.operations > staleOrder * freshOperations_;
+    if (isStale)
         analysis = analyse(graph);
+    if (isStale || !hasOrder)
         freshOperations_ = analysis.operations;
-    }
     system_ = std::make_unique<StepSystem>(EliminationMesh(island_, std::move(analysis)));
-    uv_ = system_->mesh().toColumns(uv_);
+    systemLines_ = rules_.lines;
 }
 
 /// Returns how much the step's quadratic model promises to gain, doubled.
@@ -113,6 +148,8 @@ double LayoutMinimiser::computeDirection(Curvature kind, const RunControl& contr
     system_->set(uv_, kind);
     for (const Spring& spring : springs_)
         system_->add(spring);
+    if (rules_.lines && rules_.pull == 0.0)
+        system_->hold(*rules_.lines);
     return system_->solve(control);
 }
 
@@ -160,6 +197,8 @@ double LayoutMinimiser::energyOf(std::span<const Vec2> uv) const
     double energy = distortion.energy();
     if (rules_.barrier)
         energy += rules_.barrier->energy(borderOf(uv));
+    if (rules_.lines && rules_.pull > 0.0)
+        energy += rules_.lines->energy(layoutOf(uv), rules_.pull);
     return energy;
 }
 
@@ -215,11 +254,7 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
                                                    const StopRule& stop, const RunControl& control,
                                                    const Observer& observer)
 {
-    rules_ = rules;
-    brakes_.clear();
-    uv_ = system_->mesh().toColumns(uv);
-    trial_.resize(uv_.size());
-
+    enter(uv, rules);
     Outcome outcome;
     double energy = rules_.areEmpty() ? rescaleColumns() : energyOf(uv_);
     Curvature kind = Curvature::Capped;
@@ -234,7 +269,7 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
             outcome.converged = true;
             break;
         }
-        if (!observer({uv_, system_->columnOfNode(), 0.5 * promised / before}))
+        if (!observer(layoutOf(uv_), 0.5 * promised / before))
             break;
         const double gained = (before - energy) / before;
         if (gained <= 0.0 && kind == Curvature::Exact && !isBraked)
@@ -242,7 +277,8 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
         if (gained < lateGain)
             kind = Curvature::Exact;
     }
-    uv = system_->mesh().toNodes(uv_);
+    uv_ = system_->mesh().toNodes(uv_);
+    uv.assign(uv_.begin(), uv_.begin() + island_.vertexCount());
     return outcome;
 }
 

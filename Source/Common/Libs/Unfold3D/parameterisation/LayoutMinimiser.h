@@ -16,8 +16,11 @@ namespace unfold3d
 struct LayoutRules
 {
     const BorderBarrier* barrier = nullptr; ///< the border doesn't cross itself
+    const StraightLines* lines = nullptr;
+    /// How stiffly the lines' vertices are drawn towards them; 0: they are on them and stay there.
+    double pull = 0.0;
 
-    bool areEmpty() const { return barrier == nullptr; }
+    bool areEmpty() const { return !barrier && !lines; }
 };
 
 /// When a minimisation is done.
@@ -29,14 +32,6 @@ struct StopRule
     /// a surface which can be laid out without distortion is.
     double promisedShareOfExcess = 0.01;
     int maxSteps = 200;
-};
-
-/// A layout on its way: vertex v lies at uv[columnOfNode[v]].
-struct LayoutStep
-{
-    std::span<const Vec2> uv;
-    std::span<const int> columnOfNode;
-    double promisedShare; ///< of the energy, by the step that led here
 };
 
 /// Projected Newton minimisation of the symmetric Dirichlet energy of an island's layout.
@@ -51,8 +46,9 @@ public:
         bool converged = false;
     };
 
-    /// Called after each step; the minimisation ends when it returns false.
-    using Observer = std::function<bool(const LayoutStep&)>;
+    /// Gets the layout after each step, and which share of the energy the step promised to gain;
+    /// the minimisation ends when it returns false.
+    using Observer = std::function<bool(const NodeLayout&, double promisedShare)>;
 
     /// Improves `uv` ([vertex]) in place until `stop` is met. It must obey the rules and have no
     /// triangle flipped; both stay so. Without rules the result has its best scale.
@@ -67,7 +63,8 @@ public:
 
 private:
     void collectSprings();
-    void rebuildSystem();
+    void enter(std::span<const Vec2> uv, const LayoutRules& rules);
+    void rebuildSystem(const NodeLayout& layout);
     double computeDirection(Curvature kind, const RunControl& control);
     double search(double energy, double promised);
     double firstObstacle() const;
@@ -76,13 +73,16 @@ private:
     bool isTrialLegal() const;
     double trialEnergy() const;
     double energyOf(std::span<const Vec2> uv) const;
+    NodeLayout layoutOf(std::span<const Vec2> uv) const { return {uv, system_->columnOfNode()}; }
     double rescaleColumns();
+    Distortion measureVertices(std::span<const Vec2> uv) const;
     bool isDone(const StopRule& stop, double promised, double energy) const;
     std::vector<Vec2> borderOf(std::span<const Vec2> uv) const;
 
     const IslandMesh& island_;
     LayoutRules rules_;
     std::unique_ptr<StepSystem> system_;
+    const StraightLines* systemLines_ = nullptr; ///< that the system has nodes for
     double freshOperations_; ///< of the factorisation when its order was last found anew
     std::vector<Spring> springs_;
     std::vector<Spring> brakes_; ///< for the next step

@@ -4,6 +4,7 @@
 #include "Unfold3D/linear/SparseCholesky.h"
 #include "Unfold3D/parameterisation/EliminationMesh.h"
 #include "Unfold3D/parameterisation/Spring.h"
+#include "Unfold3D/parameterisation/StraightLines.h"
 
 #include <span>
 #include <vector>
@@ -31,17 +32,34 @@ public:
     /// Adds a spring that the pattern covers.
     void add(const Spring& spring);
 
+    /// Lets the vertices of each line move along with the line's node, in the line's coordinate. To
+    /// be called after everything was added, with a pattern that StraightLines::addPairs completed.
+    void hold(const StraightLines& lines);
+
     /// Solves for the step; returns how much its quadratic model promises to gain, doubled.
     double solve(const RunControl& control);
     /// [column] the step that solve() found.
     std::span<const Vec2> direction() const { return direction_; }
 
 private:
+    /// A coordinate that is no unknown any more.
+    struct Held
+    {
+        int column;
+        std::size_t component;
+        int lineColumn;
+        std::vector<int> neighbours; ///< columns that meet this one, without the line's
+    };
+    void findHeld(const StraightLines& lines);
+    void hold(const Held& held);
+    double& entry(int rowColumn, std::size_t row, int column, std::size_t component);
+
     EliminationMesh mesh_;
     BlockMatrix hessian_;
     SparseCholesky cholesky_;
     std::vector<Vec2> gradient_;
     std::vector<Vec2> direction_;
+    std::vector<Held> held_; ///< of this step
 };
 
 } // namespace unfold3d

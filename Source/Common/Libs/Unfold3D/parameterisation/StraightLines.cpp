@@ -1,0 +1,290 @@
+#include "Unfold3D/parameterisation/StraightLines.h"
+
+#include "Unfold3D/base/DisjointSets.h"
+#include "Unfold3D/base/OffsetArray.h"
+#include "Unfold3D/mesh/HalfEdges.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+std::size_t at(int index)
+{
+    return static_cast<std::size_t>(index);
+}
+
+using Line = StraightLines::Line;
+
+/// [vertex] the line along one axis that it is on, or -1.
+using LineOfVertex = std::vector<int>;
+
+LineOfVertex lineOfVertex(std::span<const Line> lines, Axis axis, int vertexCount)
+{
+    LineOfVertex result(at(vertexCount), -1);
+    for (std::size_t l = 0; l < lines.size(); ++l)
+        if (lines[l].axis == axis)
+            for (const int vertex : lines[l].vertices)
+                result[at(vertex)] = static_cast<int>(l);
+    return result;
+}
+
+/// Lines of at least two vertices, by their lowest.
+void joinLines(std::span<const StraightLine> asked, Axis axis, int vertexCount,
+               std::vector<Line>& lines)
+{
+    DisjointSets sets(vertexCount);
+    std::vector<char> isAsked(at(vertexCount), 0);
+    for (const StraightLine& line : asked)
+        if (line.horizontal == (axis == Axis::V))
+            for (const int vertex : line.vertices) {
+                sets.join(vertex, line.vertices.front());
+                isAsked[at(vertex)] = 1;
+            }
+    std::vector<int> set(at(vertexCount), -1);
+    for (int v = 0; v < vertexCount; ++v)
+        if (isAsked[at(v)])
+            set[at(v)] = sets.find(v);
+    const OffsetArray<int> members = groupByKey(set, vertexCount);
+    for (int v = 0; v < vertexCount; ++v)
+        if (members[v].size() > 1)
+            lines.push_back({axis, {members[v].begin(), members[v].end()}, {}});
+}
+
+/// A triangle with all corners on one line would fold. Where one of them belongs to no other
+/// triangle, the line does without it. Returns how many vertices left their lines.
+int leaveOutEars(const IslandMesh& mesh, Axis axis, std::vector<Line>& lines)
+{
+    LineOfVertex lineOf = lineOfVertex(lines, axis, mesh.vertexCount());
+    std::vector<int> triangleCount(lineOf.size(), 0);
+    for (const Triangle& corners : mesh.triangles)
+        for (const int v : corners)
+            ++triangleCount[at(v)];
+    int left = 0;
+    for (const auto& [a, b, c] : mesh.triangles) {
+        const int line = lineOf[at(a)];
+        if (line < 0 || line != lineOf[at(b)] || line != lineOf[at(c)])
+            continue;
+        for (const int v : {a, b, c})
+            if (triangleCount[at(v)] == 1 && lineOf[at(v)] >= 0) {
+                lineOf[at(v)] = -1;
+                std::erase(lines[at(line)].vertices, v);
+                ++left;
+                break;
+            }
+    }
+    return left;
+}
+
+/// Calls visit(a, b) once for each edge of the mesh.
+template <class Visit>
+void forEachEdge(const IslandMesh& mesh, const Visit& visit)
+{
+    const HalfEdges edges = pairHalfEdges(mesh.triangles, mesh.vertexCount());
+    for (int h = 0; h < static_cast<int>(edges.twin.size()); ++h)
+        if (edges.twin[at(h)] < h)
+            visit(originOf(mesh.triangles, h), targetOf(mesh.triangles, h));
+}
+
+/// On a straight line no vertex has three neighbours, and no way leads back to its beginning.
+std::vector<char> runStraight(const IslandMesh& mesh, std::span<const Line> lines)
+{
+    std::vector<char> isStraight(lines.size(), 1);
+    for (const Axis axis : {Axis::U, Axis::V}) {
+        const LineOfVertex lineOf = lineOfVertex(lines, axis, mesh.vertexCount());
+        std::vector<int> neighbours(lineOf.size(), 0);
+        DisjointSets chains(mesh.vertexCount());
+        forEachEdge(mesh, [&](int a, int b) {
+            const int line = lineOf[at(a)];
+            if (line < 0 || line != lineOf[at(b)])
+                return;
+            const bool branches = ++neighbours[at(a)] > 2 || ++neighbours[at(b)] > 2;
+            if (!chains.join(a, b) || branches)
+                isStraight[at(line)] = 0;
+        });
+    }
+    return isStraight;
+}
+
+/// Two vertices on the same two lines would have to lie in one place.
+std::vector<char> meetOnce(std::span<const Line> lines, int vertexCount)
+{
+    const LineOfVertex lineOfU = lineOfVertex(lines, Axis::U, vertexCount);
+    const LineOfVertex lineOfV = lineOfVertex(lines, Axis::V, vertexCount);
+    std::vector<std::array<int, 2>> meetings;
+    for (std::size_t v = 0; v < lineOfU.size(); ++v)
+        if (lineOfU[v] >= 0 && lineOfV[v] >= 0)
+            meetings.push_back({lineOfU[v], lineOfV[v]});
+    std::sort(meetings.begin(), meetings.end());
+    std::vector<char> isFine(lines.size(), 1);
+    for (std::size_t i = 1; i < meetings.size(); ++i)
+        if (meetings[i] == meetings[i - 1])
+            isFine[at(std::max(meetings[i][0], meetings[i][1]))] = 0;
+    return isFine;
+}
+
+std::string countedLines(std::ptrdiff_t count)
+{
+    return count == 1 ? "1 line of constrained edges"
+                      : std::to_string(count) + " lines of constrained edges";
+}
+
+} // namespace
+
+StraightLines::StraightLines(const IslandMesh& mesh, std::span<const StraightLine> asked,
+                             std::vector<std::string>& warnings)
+    : vertexCount_(mesh.vertexCount())
+{
+    joinLines(asked, Axis::V, vertexCount_, lines_);
+    joinLines(asked, Axis::U, vertexCount_, lines_);
+
+    const int ears = leaveOutEars(mesh, Axis::V, lines_) + leaveOutEars(mesh, Axis::U, lines_);
+    if (ears > 0)
+        warnings.push_back(
+            std::to_string(ears) + (ears == 1 ? " triangle has" : " triangles have") +
+            " two constrained edges that would fold it on one line; its tip was left "
+            "out.");
+    const auto dropOthers = [&](const std::vector<char>& isFine, const char* reason) {
+        const auto dropped = std::count(isFine.begin(), isFine.end(), 0);
+        keep(isFine);
+        if (dropped > 0)
+            warnings.push_back(countedLines(dropped) + reason);
+    };
+    dropOthers(runStraight(mesh, lines_),
+               " can't be straight, since the edges branch or close a ring; left as they fell.");
+    dropOthers(meetOnce(lines_, vertexCount_),
+               " would meet another one twice, which no two straight lines do; left as they fell.");
+
+    for (Line& line : lines_)
+        line.weights.assign(line.vertices.size(), 0.0);
+    for (const Axis axis : {Axis::U, Axis::V}) {
+        const LineOfVertex lineOf = lineOfVertex(lines_, axis, vertexCount_);
+        forEachEdge(mesh, [&](int a, int b) {
+            if (lineOf[at(a)] < 0 || lineOf[at(a)] != lineOf[at(b)])
+                return;
+            segments_.push_back({axis, {a, b}});
+            Line& line = lines_[at(lineOf[at(a)])];
+            for (const int v : {a, b}) {
+                const auto found = std::lower_bound(line.vertices.begin(), line.vertices.end(), v);
+                line.weights[static_cast<std::size_t>(found - line.vertices.begin())] +=
+                    0.5 * length(mesh.positions[at(b)] - mesh.positions[at(a)]);
+            }
+        });
+    }
+    // Vertices without an edge along the line still count.
+    const double least = 0.1 / std::sqrt(static_cast<double>(mesh.triangleCount()));
+    for (Line& line : lines_)
+        for (double& weight : line.weights)
+            weight = std::max(weight, least);
+}
+
+void StraightLines::keep(std::span<const char> isKept)
+{
+    std::size_t kept = 0;
+    for (std::size_t l = 0; l < lines_.size(); ++l)
+        if (isKept[l]) {
+            if (kept != l)
+                lines_[kept] = std::move(lines_[l]);
+            ++kept;
+        }
+    lines_.resize(kept);
+}
+
+double StraightLines::bestTurn(std::span<const Vec2> uv) const
+{
+    // Squares of complex numbers: a direction and its opposite count the same, and those across
+    // count against them.
+    Vec2 sum;
+    for (const Segment& segment : segments_) {
+        const Vec2 edge = uv[at(segment.vertices[1])] - uv[at(segment.vertices[0])];
+        const double weight = (segment.axis == Axis::V ? 1.0 : -1.0) / length(edge);
+        sum += weight * Vec2{edge.x * edge.x - edge.y * edge.y, 2.0 * edge.x * edge.y};
+    }
+    return -0.5 * std::atan2(sum.y, sum.x);
+}
+
+double StraightLines::mean(int line, std::span<const Vec2> uv) const
+{
+    const Line& held = lines_[at(line)];
+    double sum = 0.0;
+    double weights = 0.0;
+    for (std::size_t i = 0; i < held.vertices.size(); ++i) {
+        sum += held.weights[i] * coordinate(uv[at(held.vertices[i])], held.axis);
+        weights += held.weights[i];
+    }
+    return sum / weights;
+}
+
+void StraightLines::straighten(int line, std::vector<Vec2>& uv) const
+{
+    const double place = mean(line, uv);
+    for (const int vertex : lines_[at(line)].vertices)
+        coordinate(uv[at(vertex)], lines_[at(line)].axis) = place;
+}
+
+double StraightLines::energy(const NodeLayout& layout, double stiffness) const
+{
+    double sum = 0.0;
+    for (int l = 0; l < count(); ++l) {
+        const Line& line = lines_[at(l)];
+        const double place = layout.at(nodeOf(l)).x;
+        for (std::size_t i = 0; i < line.vertices.size(); ++i) {
+            const double off = coordinate(layout.at(line.vertices[i]), line.axis) - place;
+            sum += 0.5 * stiffness * line.weights[i] * off * off;
+        }
+    }
+    return sum;
+}
+
+void StraightLines::addSprings(const NodeLayout& layout, double stiffness,
+                               std::vector<Spring>& springs) const
+{
+    for (int l = 0; l < count(); ++l) {
+        const Line& line = lines_[at(l)];
+        const double place = layout.at(nodeOf(l)).x;
+        for (std::size_t i = 0; i < line.vertices.size(); ++i) {
+            const double off = coordinate(layout.at(line.vertices[i]), line.axis) - place;
+            Spring spring;
+            spring.count = 2;
+            spring.nodes = {line.vertices[i], nodeOf(l)};
+            coordinate(spring.directions[0], line.axis) = 1.0;
+            spring.directions[1] = {-1.0, 0.0};
+            spring.curvature = stiffness * line.weights[i];
+            spring.slope = spring.curvature * off;
+            springs.push_back(spring);
+        }
+    }
+}
+
+void StraightLines::addPairs(std::span<const Triangle> triangles,
+                             std::vector<NodePair>& pairs) const
+{
+    const LineOfVertex lineOfAxis[] = {lineOfVertex(lines_, Axis::U, vertexCount_),
+                                       lineOfVertex(lines_, Axis::V, vertexCount_)};
+    const auto join = [&](int vertex, int other) {
+        for (const LineOfVertex& lineOf : lineOfAxis) {
+            const int line = vertex < vertexCount_ ? lineOf[at(vertex)] : -1;
+            if (line < 0)
+                continue;
+            pairs.push_back({nodeOf(line), other});
+            for (const LineOfVertex& otherLineOf : lineOfAxis)
+                if (other < vertexCount_ && otherLineOf[at(other)] >= 0)
+                    pairs.push_back({nodeOf(line), nodeOf(otherLineOf[at(other)])});
+        }
+    };
+    for (std::size_t p = 0, end = pairs.size(); p < end; ++p) {
+        const auto [a, b] = pairs[p];
+        join(a, b);
+        join(b, a);
+    }
+    for (const Triangle& corners : triangles)
+        for (const int vertex : corners)
+            for (const int other : corners)
+                join(vertex, other);
+}
+
+} // namespace unfold3d
