@@ -1,0 +1,116 @@
+#include "uvtool/ObjBuilders.h"
+#include "uvtool/TempFolder.h"
+#include "uvtool/ToolRun.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace uvtool;
+using namespace uvtool::test;
+using testing::HasSubstr;
+
+/// Squares of three sizes, all in one place of the UV plane.
+std::string stackedSquares(int count)
+{
+    ObjBuilder builder;
+    for (int i = 0; i < count; ++i)
+        builder.object("square").square(10.0 * i, 1 + i % 3);
+    return builder.text();
+}
+
+TEST(Pack, KeepsGapAndMarginInTexelsOfTheBox)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", stackedSquares(5));
+    struct Case
+    {
+        std::vector<std::string> options;
+        double gap;
+        double margin;
+        std::vector<double> box; ///< u0, v0, u1, v1
+    };
+    const Case cases[] = {
+        {{"--resolution", "128"}, 2, 1, {0, 0, 1, 1}},
+        {{"--resolution", "64", "--gap", "6"}, 6, 3, {0, 0, 1, 1}},
+        {{"--resolution", "64", "--gap", "0", "--margin", "10"}, 0, 10, {0, 0, 1, 1}},
+        {{"--resolution", "64", "--gap", "1", "--box", "-1", "2", "3", "3"}, 1, 0.5, {-1, 2, 3, 3}},
+        {{"--resolution", "64", "--tiles", "2x2"}, 2, 1, {0, 0, 2, 2}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.options));
+        std::vector<std::string> arguments{"pack", in, "-o", folder / "out.obj", "--json"};
+        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+        const ToolRun run = runTool(arguments);
+        ASSERT_EQ(run.status, Done) << run.err;
+        const nlohmann::json check = run.json()["check"];
+        EXPECT_EQ(check["islands"], 5);
+        EXPECT_EQ(check["sound"], true);
+        EXPECT_EQ(check["outsideIslands"], 0);
+        EXPECT_GE(check["gapTexels"], c.gap - 1e-3);
+        EXPECT_GE(check["marginTexels"], c.margin - 1e-3);
+        const std::vector<double> bounds = check["bounds"];
+        EXPECT_GE(bounds[0], c.box[0]);
+        EXPECT_GE(bounds[1], c.box[1]);
+        EXPECT_LE(bounds[2], c.box[2]);
+        EXPECT_LE(bounds[3], c.box[3]);
+    }
+}
+
+TEST(Pack, SizesAreThoseThatTheModeSays)
+{
+    const TempFolder folder;
+    // The second is three times as large in UV as the first, and as large in space.
+    const std::string in = folder.write(
+        "in.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvt 0 1\nf 1/1 2/2 3/3\n"
+                  "o second\nv 5 0 0\nv 6 0 0\nv 5 1 0\nvt 0 0\nvt 3 0\nvt 0 3\nf 4/4 5/5 6/6\n");
+    const auto ratio = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> arguments{"pack",         in,  "-o", folder / "out.obj", "--json",
+                                           "--resolution", "64"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const nlohmann::json geometries = runTool(arguments).json()["geometries"];
+        const double first = geometries[0]["check"]["area"];
+        return double{geometries[1]["check"]["area"]} / first;
+    };
+    EXPECT_NEAR(ratio({}), 9.0, 1e-4);
+    EXPECT_NEAR(ratio({"--scale-mode", "total"}), 9.0, 1e-4);
+    EXPECT_NEAR(ratio({"--scale-mode", "area"}), 1.0, 1e-5);
+}
+
+TEST(Pack, IslandsKeepTheirFaultsAndTheCommandSucceeds)
+{
+    const TempFolder folder;
+    // The second triangle is folded over the first.
+    const std::string in = folder.write("in.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n"
+                                                  "vt 0 0\nvt 1 0\nvt 1 1\nvt .9 .1\n"
+                                                  "f 1/1 2/2 3/3\nf 1/1 3/3 4/4\n");
+    const ToolRun run = runTool({"pack", in, "-o", folder / "out.obj", "--json"});
+    ASSERT_EQ(run.status, Done) << run.err;
+    EXPECT_EQ(run.json()["check"]["flipped"], 1);
+    EXPECT_EQ(run.json()["check"]["overlapsBetween"], 0);
+}
+
+TEST(Pack, HasNothingToDoWithoutUVs)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(2).text());
+    const ToolRun run = runTool({"pack", in, "-o", folder / "out.obj"});
+    EXPECT_EQ(run.status, Failed);
+    EXPECT_THAT(run.err, HasSubstr("nothing to pack"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.obj"));
+}
+
+TEST(Pack, MoreGapThanThereIsRoomForFailsWithAReason)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", stackedSquares(10));
+    const ToolRun run = runTool({"pack", in, "-o", folder / "out.obj", "--resolution", "16",
+                                 "--gap", "7", "--margin", "0"});
+    EXPECT_EQ(run.status, Failed);
+    EXPECT_EQ(run.lineCount(), 1) << run.err;
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.obj"));
+}
+
+} // namespace

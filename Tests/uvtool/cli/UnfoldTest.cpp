@@ -1,0 +1,255 @@
+#include "uvtool/ObjBuilders.h"
+#include "uvtool/TempFolder.h"
+#include "uvtool/ToolRun.h"
+
+#include "Utils/kyStackedProgress.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <iostream>
+
+namespace
+{
+
+using namespace uvtool;
+using namespace uvtool::test;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+nlohmann::json infoOf(const std::string& path)
+{
+    return runTool({"info", path, "--json"}).json();
+}
+
+/// Lines of a text that start like this.
+std::vector<std::string> linesOf(const std::string& text, const std::string& start)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        if (line.starts_with(start))
+            lines.push_back(line);
+    return lines;
+}
+
+TEST(Unfold, WritesASoundLayoutInTheUnitSquare)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(8).text());
+    const std::string out = folder / "out.obj";
+    const ToolRun run = runTool({"unfold", in, "-o", out, "--json"});
+    ASSERT_EQ(run.status, Done) << run.err;
+
+    const nlohmann::json report = run.json();
+    EXPECT_EQ(report["command"], "unfold");
+    EXPECT_EQ(report["result"], "success");
+    EXPECT_EQ(report["output"], out);
+    EXPECT_EQ(report["geometries"][0]["result"], "success");
+    EXPECT_EQ(report["geometries"][0]["islandsDone"], 1);
+    EXPECT_EQ(report["check"]["sound"], true);
+    EXPECT_GE(report["check"]["marginTexels"], 0.999);
+
+    const nlohmann::json written = infoOf(out);
+    EXPECT_EQ(written["check"]["sound"], true);
+    EXPECT_EQ(written["check"]["triangles"], 128);
+    EXPECT_EQ(written["geometries"][0]["polygons"], 64);
+    EXPECT_EQ(written["check"]["bounds"], report["check"]["bounds"]);
+    EXPECT_EQ(linesOf(bytesOf(out), "v "), linesOf(bytesOf(in), "v "));
+}
+
+TEST(Unfold, LaysTheGeometriesOfAFileOutTogether)
+{
+    const TempFolder folder;
+    const std::string in = folder.write(
+        "in.obj",
+        ObjBuilder().object("a").dome(4).object("b").dome(6, 2).object("c").dome(3, 4).text());
+    const std::string out = folder / "out.obj";
+    const nlohmann::json shared =
+        runTool({"unfold", in, "-o", out, "--json", "--resolution", "64"}).json();
+    EXPECT_EQ(shared["check"]["islands"], 3);
+    EXPECT_EQ(shared["check"]["sound"], true);
+    EXPECT_GE(shared["check"]["gapTexels"], 1.999);
+
+    const nlohmann::json each =
+        runTool({"unfold", in, "-o", out, "--json", "--atlas", "each", "--resolution", "64"})
+            .json();
+    EXPECT_FALSE(each.contains("check"));
+    for (const nlohmann::json& geometry : each["geometries"])
+        EXPECT_GT(geometry["check"]["area"], 0.5);
+    EXPECT_EQ(infoOf(out)["check"]["sound"], false);
+}
+
+TEST(Unfold, TouchesOnlyTheGeometryThatWasChosen)
+{
+    const TempFolder folder;
+    const std::string in =
+        folder.write("in.obj", ObjBuilder().object("a").square(0, 1).object("b").dome(3, 2).text());
+    const std::string out = folder / "out.obj";
+    const ToolRun run = runTool({"unfold", in, "-o", out, "--geometry", "1", "--json"});
+    ASSERT_EQ(run.status, Done) << run.err;
+    EXPECT_EQ(run.json()["geometries"].size(), 1U);
+    const std::string text = bytesOf(out);
+    EXPECT_THAT(text, HasSubstr("f -4/-4 -3/-3 -2/-2\nf -4/-4 -2/-2 -1/-1\n"));
+    EXPECT_EQ(linesOf(text, "vt ").size(), 4U + 16U);
+}
+
+TEST(Unfold, ClosedPiecesKeepTheirUVsAndAreNamed)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(3).tetrahedron(3).text());
+    const std::string out = folder / "out.obj";
+    const ToolRun run = runTool({"unfold", in, "-o", out, "--json"});
+    ASSERT_EQ(run.status, Done) << run.err;
+    EXPECT_THAT(run.err, HasSubstr("1 island is closed and keeps its UVs"));
+    const nlohmann::json geometry = run.json()["geometries"][0];
+    ASSERT_EQ(geometry["closedIslands"].size(), 1U);
+    EXPECT_EQ(geometry["closedIslands"][0]["firstTriangle"], 18);
+    EXPECT_EQ(geometry["check"]["triangles"], 18);
+    EXPECT_THAT(bytesOf(out), HasSubstr("vt .25 .75\n"));
+
+    const std::string closed = folder.write("closed.obj", ObjBuilder().tetrahedron(0).text());
+    const ToolRun nothing = runTool({"unfold", closed, "-o", folder / "no.obj", "--json"});
+    EXPECT_EQ(nothing.status, Failed);
+    EXPECT_THAT(nothing.err, HasSubstr("closed"));
+    EXPECT_EQ(nothing.lineCount(), 1) << nothing.err;
+    EXPECT_EQ(nothing.json()["result"], "failure");
+    EXPECT_THAT(nothing.json()["error"], HasSubstr("nothing to unfold"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "no.obj"));
+}
+
+TEST(Unfold, TrianglesWithARepeatedCornerGoWithTheirNeighbours)
+{
+    const TempFolder folder;
+    // The first quad is a triangle in truth.
+    const std::string in = folder.write("in.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n"
+                                                  "f 1 2 3 3\nf 1 3 4\nf 1 1 2\n");
+    const std::string out = folder / "out.obj";
+    const ToolRun run = runTool({"unfold", in, "-o", out, "--json"});
+    ASSERT_EQ(run.status, Done) << run.err;
+    EXPECT_EQ(run.json()["geometries"][0]["degenerateTriangles"], 2);
+    EXPECT_EQ(run.json()["geometries"][0]["splitPolygons"], 0);
+    EXPECT_EQ(linesOf(bytesOf(out), "vt ").size(), 4U);
+    EXPECT_EQ(linesOf(bytesOf(out), "f "),
+              (std::vector<std::string>{"f 1/1 2/2 3/3 3/3", "f 1/1 3/3 4/4", "f 1/1 1/1 2/2"}));
+}
+
+TEST(Unfold, LeavesLayoutsUnpackedWhereAsked)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().square(0, 5).text());
+    const std::string out = folder / "out.obj";
+    const ToolRun run = runTool({"unfold", in, "-o", out, "--no-pack", "--json"});
+    ASSERT_EQ(run.status, Done) << run.err;
+    EXPECT_NEAR(run.json()["check"]["area"], 25.0, 1e-4); // the scale of the mesh
+    EXPECT_FALSE(run.json()["check"].contains("gapTexels"));
+}
+
+TEST(Unfold, KeepsStandardOutputToItself)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(3).text());
+    const std::string out = folder / "out.obj";
+    const auto linesOnCout = [&](const char* option, ToolRun& run) {
+        std::ostringstream text;
+        std::streambuf* const before = std::cout.rdbuf(text.rdbuf());
+        run = runTool({"unfold", in, "-o", out, option});
+        std::cout.rdbuf(before);
+        return text.str();
+    };
+    ToolRun run{};
+    EXPECT_THAT(linesOnCout("--quiet", run), IsEmpty());
+    EXPECT_THAT(run.out + run.err, IsEmpty());
+    EXPECT_THAT(linesOnCout("--json", run), IsEmpty());
+    EXPECT_THAT(run.err, IsEmpty());
+    EXPECT_THAT(linesOnCout("--verbose", run), IsEmpty());
+    EXPECT_THAT(run.out, IsEmpty());
+    EXPECT_THAT(run.err, HasSubstr("Unfolding..."));
+}
+
+TEST(Unfold, ShowsItsProgressOnATerminalOnly)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(3).text());
+    const std::vector<std::string> arguments{"unfold", in, "-o", folder / "out.obj"};
+    EXPECT_THAT(runTool(arguments, true).err, HasSubstr("100 %"));
+    EXPECT_THAT(runTool(arguments, false).err, Not(HasSubstr("100 %")));
+}
+
+/// Asks the work to stop as soon as a text goes through.
+class StopsAt : public std::stringbuf
+{
+public:
+    explicit StopsAt(std::string text) : text_(std::move(text)) {}
+
+protected:
+    std::streamsize xsputn(const char* s, std::streamsize count) override
+    {
+        if (std::string_view(s, static_cast<std::size_t>(count)).find(text_) !=
+            std::string_view::npos)
+            kyStackedProgress::requestCancel();
+        return std::stringbuf::xsputn(s, count);
+    }
+
+private:
+    std::string text_;
+};
+
+TEST(Unfold, StopsWithoutAFileWhenAskedTo)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(5).text());
+    for (const char* const stage : {"Importing...", "Unfolding...", "Packing..."}) {
+        SCOPED_TRACE(stage);
+        std::ostringstream out;
+        StopsAt buffer(stage);
+        std::ostream err(&buffer);
+        const std::vector<std::string> arguments{"unfold",           in,       "-o",
+                                                 folder / "out.obj", "--json", "--verbose"};
+        EXPECT_EQ(runUvtool(arguments, out, err), Interrupted);
+        EXPECT_EQ(nlohmann::json::parse(out.str())["result"], "cancelled");
+        EXPECT_FALSE(std::filesystem::exists(folder / "out.obj"));
+    }
+    EXPECT_EQ(runTool({"unfold", in, "-o", folder / "out.obj"}).status, Done);
+}
+
+TEST(Unfold, OutputsThatCannotBeWrittenFailBeforeTheWork)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(3).text());
+    std::filesystem::create_directory(folder / "folder.obj");
+    struct Case
+    {
+        std::vector<std::string> outputs;
+        const char* says;
+    };
+    const std::string good = folder / "good.obj";
+    const Case cases[] = {
+        {{"-o", folder / "absent/out.obj"}, "absent/out.obj"},
+        {{"-o", folder / "folder.obj"}, "Is a directory"},
+        {{"-o", good, "--picture", folder / "absent/picture.png"}, "picture.png"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.says);
+        std::vector<std::string> arguments{"unfold", in};
+        arguments.insert(arguments.end(), c.outputs.begin(), c.outputs.end());
+        const ToolRun run = runTool(arguments);
+        EXPECT_EQ(run.status, Unwritable);
+        EXPECT_EQ(run.lineCount(), 1) << run.err;
+        EXPECT_THAT(run.err, HasSubstr(c.says));
+        EXPECT_FALSE(std::filesystem::exists(good));
+    }
+}
+
+TEST(Unfold, DrawsTheLayout)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(3).text());
+    const ToolRun run = runTool(
+        {"unfold", in, "-o", folder / "out.obj", "--picture", folder / "layout.svg", "--quiet"});
+    EXPECT_EQ(run.status, Done) << run.err;
+    EXPECT_THAT(bytesOf(folder / "layout.svg"), HasSubstr("<svg"));
+}
+
+} // namespace
