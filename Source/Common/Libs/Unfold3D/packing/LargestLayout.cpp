@@ -149,7 +149,7 @@ private:
 void Competition::consider(const Layout& layout, const char* method)
 {
     for (const Layout& candidate :
-         {settle(pieces_, sheet_, layout, std::max(layout.scale, wantedScale_), control_), layout})
+         {settle(pieces_, sheet_, layout, std::max(layout.scale, maxScale()), control_), layout})
     {
         if (isWon() && candidate.scale <= best_.layout.scale)
             return;

@@ -16,6 +16,8 @@ namespace
 
 /// Share of the command at which the pieces are made.
 constexpr double piecesMade = 0.05;
+/// Scales that differ by less are the same but for rounding.
+constexpr double sameScale = 1e-12;
 
 void addObstacles(const UVLayout& layout, const std::vector<int>& islands, Sheet& sheet)
 {
@@ -90,9 +92,10 @@ PackResult packIslands(const UVLayout& layout, const std::vector<int>& islands,
         assignTiles(sheet, made.pieces);
 
     const FoundLayout found = findLargestLayout(made, sheet, options, control);
-    if (options.layoutScaling == LayoutScaling::Keep && found.layout.scale < made.naturalScale)
+    const bool isShrunk = found.layout.scale < (1.0 - sameScale) * made.naturalScale;
+    if (options.layoutScaling == LayoutScaling::Keep && isShrunk)
         throw std::invalid_argument("The islands don't fit into the box at their size.");
-    if (options.layoutScaling == LayoutScaling::KeepOrShrink)
+    if (options.layoutScaling == LayoutScaling::KeepOrShrink && isShrunk)
         result.shrunkBy = found.layout.scale / made.naturalScale;
     result.method = found.method;
 

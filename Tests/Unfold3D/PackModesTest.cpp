@@ -1,0 +1,242 @@
+#include "PackChecks.h"
+#include "PackRun.h"
+#include "Patchwork.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace patchwork;
+using packed::bounds;
+using packed::boundsOfPatch;
+using unfold3d::Box2;
+
+namespace
+{
+
+/// The result of a pack that must succeed.
+struct Packed
+{
+    Layout layout;
+    std::vector<Vec2> uvs;
+    std::string warning;
+
+    Packed(Layout before, const PackKeys& keys) : layout(std::move(before))
+    {
+        PackRun run(layout);
+        run.pack(keys);
+        EXPECT_FALSE(run.hasError()) << run.error();
+        warning = run.warning();
+        uvs = run.uvs();
+    }
+
+    Box2 box(int patch) const { return boundsOfPatch(layout, uvs, patch); }
+    double area(int patch) const { return packed::areaInUV(layout, uvs, patch); }
+    double areaBefore(int patch) const { return packed::areaInUV(layout, layout.uvs, patch); }
+    double areaInSpace(int patch) const { return packed::areaInSpace(layout, patch); }
+};
+
+/// The direction of the first edge of a patch of rectangle(), in degrees from 0 to 360.
+double directionOf(const std::vector<Vec2>& uvs)
+{
+    const double degrees = std::atan2(uvs[1].y - uvs[0].y, uvs[1].x - uvs[0].x) * 180.0 / M_PI;
+    return degrees < -1e-9 ? degrees + 360.0 : std::abs(degrees);
+}
+
+PackKeys inPlace()
+{
+    PackKeys keys;
+    keys.translate = false;
+    return keys;
+}
+
+TEST(PackModes, EachRotationModeTurnsAsItIsDocumented)
+{
+    struct Case
+    {
+        int mode;
+        double before;
+        double after;
+    };
+    // The direction of the long side of a rectangle of 2 by 1 before and after.
+    const Case cases[] = {
+        {0, 20.0, 20.0}, {0, 200.0, 200.0},                    // as it is
+        {1, 20.0, 0.0},  {1, 100.0, 180.0}, {1, 200.0, 180.0}, // longest side along U
+        {2, 20.0, 90.0}, {2, 200.0, 270.0}, {2, 300.0, 270.0}, // longest side along V
+        {3, 20.0, 0.0},  {3, 50.0, 90.0},   {3, 140.0, 180.0}, // least box, lesser turn
+        {4, 20.0, 0.0},  {4, 80.0, 0.0},    {4, 100.0, 180.0}, // least box along U
+        {5, 20.0, 90.0}, {5, 179.0, 90.0},  {5, 190.0, 270.0}, // least box along V
+    };
+    for (const Case& c : cases) {
+        PackKeys keys = inPlace();
+        keys.rotationMode = c.mode;
+        Layout layout;
+        layout.add(placed(rectangle(2.0, 1.0), {5.0, 5.0}, c.before));
+        const double after = directionOf(Packed(layout, keys).uvs);
+        EXPECT_NEAR(std::remainder(after - c.after, 360.0), 0.0, 1e-9)
+            << "mode " << c.mode << " from " << c.before;
+    }
+}
+
+TEST(PackModes, TheLongestSideAndTheLeastBoxOfATriangleDiffer)
+{
+    // The longest side is (0, 0) (4, 0); the least box lies along it. A thin triangle on a slope.
+    Patch triangle{{{0, 0}, {4, 0}, {1, 3.9}}, {{0, 1, 2}}};
+    Layout layout;
+    layout.add(placed(triangle, {0, 0}, 33.0));
+    PackKeys keys = inPlace();
+    keys.rotationMode = 1;
+    const Packed bySide(layout, keys);
+    keys.rotationMode = 4;
+    const Packed byBox(layout, keys);
+    const auto boxArea = [](const Box2& box) { return box.width() * box.height(); };
+    EXPECT_LE(boxArea(byBox.box(0)), boxArea(bySide.box(0)) * (1 + 1e-12));
+    EXPECT_GE(byBox.box(0).width(), byBox.box(0).height());
+}
+
+TEST(PackModes, OnlyTheAllowedTurnsAreTaken)
+{
+    struct Case
+    {
+        double min, max, step;
+        std::vector<double> allowed;
+    };
+    const Case cases[] = {
+        {0, 360, 0, {0}},
+        {0, 360, 90, {0, 90, 180, 270}},
+        {0, 90, 45, {0, 45, 90}},
+        {30, 30, 10, {30}},
+        {90, 10, 40, {10, 50, 90}},
+        {-45, 45, 90, {315, 45}},
+        {0, 360, 180, {0, 180}},
+        {0, 360, 1000, {0}},
+        {0, 720, 120, {0, 120, 240}},
+        {10, 20, -5, {10, 15, 20}},
+    };
+    for (const Case& c : cases) {
+        PackKeys keys;
+        keys.rotateMin = c.min;
+        keys.rotateMax = c.max;
+        keys.rotateStep = c.step;
+        // Long and thin, in a tall box and a wide one: many turns are tempting.
+        for (const Box2& box : {Box2{{0, 0}, {1, 3}}, Box2{{0, 0}, {3, 1}}}) {
+            keys.box = box;
+            Layout layout;
+            layout.add(rectangle(5.0, 1.0));
+            layout.add(rectangle(1.0, 2.0));
+            const double after = directionOf(Packed(layout, keys).uvs);
+            EXPECT_TRUE(std::any_of(
+                c.allowed.begin(), c.allowed.end(),
+                [&](double a) { return std::abs(std::remainder(after - a, 360.0)) < 1e-9; }))
+                << after << " of " << c.min << " to " << c.max << " by " << c.step;
+        }
+    }
+}
+
+TEST(PackModes, IslandScalingKeepsItsRatios)
+{
+    Layout layout;
+    for (int i = 0; i < 6; ++i)
+        layout.add(placed(star(4 + i, 0.5), {1.0 * i, 0.0}, 0.0, {0.1 * (i + 1), 0.1 * (i + 1)}),
+                   1.0 + 0.5 * i);
+    for (const int layoutScaling : {1, 2, 3})
+        for (const int scaling : {0, 1, 3}) {
+            PackKeys keys;
+            keys.islandScaling = scaling;
+            keys.layoutScaling = layoutScaling;
+            keys.spacing = 0.003;
+            const Packed packed(layout, keys);
+            const auto ratio = [&](int i) {
+                return packed.area(i) /
+                       (scaling == 1 ? packed.areaInSpace(i) : packed.areaBefore(i));
+            };
+            for (int i = 1; i < layout.patchCount; ++i)
+                EXPECT_NEAR(ratio(i) / ratio(0), 1.0, 1e-9) << "scaling " << scaling;
+        }
+}
+
+TEST(PackModes, IslandsKeepTheirSizeWhereTheLayoutIsNotScaled)
+{
+    Layout layout;
+    layout.add(rectangle(0.2, 0.1), 2.0);
+    layout.add(rectangle(0.1, 0.1), 3.0);
+    const double inUV = 0.02 + 0.01;
+    const double inSpace = 4.0 * 0.02 + 9.0 * 0.01;
+    for (const int layoutScaling : {0, 1}) {
+        PackKeys keys;
+        keys.layoutScaling = layoutScaling;
+        keys.islandScaling = 0;
+        EXPECT_NEAR(Packed(layout, keys).area(0), 0.02, 1e-12);
+        keys.islandScaling = 1;
+        EXPECT_NEAR(Packed(layout, keys).area(0), 4.0 * 0.02, 1e-12);
+        EXPECT_NEAR(Packed(layout, keys).area(1), 9.0 * 0.01, 1e-12);
+        keys.islandScaling = 3;
+        EXPECT_NEAR(Packed(layout, keys).area(0), 0.02 * inSpace / inUV, 1e-12);
+    }
+}
+
+TEST(PackModes, WhatDoesNotFitAtItsSizeIsShrunkOrRefused)
+{
+    Layout layout;
+    layout.add(rectangle(3.0, 3.0));
+    layout.add(rectangle(2.0, 1.0));
+    PackKeys keys;
+    keys.layoutScaling = 1;
+    const Packed shrunk(layout, keys);
+    EXPECT_NE(shrunk.warning.find("smaller"), std::string::npos);
+    EXPECT_NEAR(shrunk.area(0) / shrunk.area(1), 4.5, 1e-9);
+    EXPECT_GT(bounds(shrunk.uvs).width(), 0.9);
+
+    keys.layoutScaling = 0;
+    PackRun run(layout);
+    run.pack(keys);
+    EXPECT_NE(run.error().find("fit"), std::string::npos) << run.error();
+    EXPECT_EQ(run.uvs(), layout.uvs);
+}
+
+TEST(PackModes, StretchingReachesAllSidesAndKeepsGapsAndRatios)
+{
+    Layout layout;
+    layout.add(rectangle(3.0, 1.0));
+    layout.add(rectangle(1.0, 0.7));
+    layout.add(placed(star(5, 0.3), {}, 10.0));
+    PackKeys keys;
+    keys.layoutScaling = 3;
+    keys.margin = 0.01;
+    keys.spacing = 0.02;
+    keys.box = {{0, 0}, {1, 2.5}};
+    const Packed packed(layout, keys);
+    const Box2 box = bounds(packed.uvs);
+    EXPECT_NEAR(box.low.x, 0.01, 1e-5);
+    EXPECT_NEAR(box.low.y, 0.01, 1e-5);
+    EXPECT_NEAR(box.high.x, 0.99, 1e-5);
+    EXPECT_NEAR(box.high.y, 2.49, 1e-5);
+    EXPECT_GE(packed::leastGap(layout, packed.uvs), 0.02);
+    EXPECT_NEAR(packed.area(0) / packed.area(1), 3.0 / 0.7, 1e-9);
+}
+
+TEST(PackModes, WithoutTranslationIslandsStayAroundTheirMiddle)
+{
+    const Layout layout = randomLayout(6, 11);
+    PackKeys keys = inPlace();
+    keys.rotationMode = 5;
+    keys.islandScaling = 1;
+    keys.margin = 0.1;
+    keys.layoutScaling = 2;
+    const Packed packed(layout, keys);
+    for (int i = 0; i < layout.patchCount; ++i) {
+        EXPECT_NEAR(packed.area(i) / packed.areaInSpace(i), 1.0, 1e-9);
+        const Vec2 before = boundsOfPatch(layout, layout.uvs, i).centre();
+        const Box2 after = packed.box(i);
+        EXPECT_TRUE(after.low.x <= before.x && before.x <= after.high.x &&
+                    after.low.y <= before.y && before.y <= after.high.y);
+    }
+    EXPECT_TRUE(packed::areSimilar(layout, layout.uvs, packed.uvs, 1e-9));
+
+    const Packed untouched(layout, inPlace());
+    for (std::size_t v = 0; v < layout.uvs.size(); ++v)
+        EXPECT_LT(length(untouched.uvs[v] - layout.uvs[v]), 1e-12);
+}
+
+} // namespace
