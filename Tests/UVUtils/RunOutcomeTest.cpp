@@ -1,6 +1,7 @@
 #include "UVUtils/SolverFixture.h"
 #include "Utils/kyStackedProgress.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 using namespace kyUnfold3D;
@@ -64,8 +65,11 @@ TEST_F(RunOutcome, AnErrorOfAnyCommandEndsTheRunThere)
         solver.on(failing, [](const auto&) { return RecordingSolver::holding("Error", "no"); });
         uvs = {Vec2f(8.F, 8.F)};
         EXPECT_EQ(unfold({.pack = &packSettings, .vertical = {0, 1}}), kyUVTypes::Failure);
-        EXPECT_EQ(solver.commands().back(), failing);
+        const Texts& commands = solver.commands();
+        EXPECT_EQ(std::find(commands.begin(), commands.end(), failing), commands.end() - 1);
         EXPECT_EQ(uvs, (UVs{Vec2f(8.F, 8.F)}));
+        const bool unfolded = output.take().find("Unfold done.") != std::string::npos;
+        EXPECT_EQ(unfolded, std::string(failing) == "Pack");
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <limits>
 #include <utility>
 
@@ -96,6 +97,8 @@ TEST_F(SolverProgress, ReportsAHundredthTheEndAndAfterAQuarterSecond)
         now += 1;
         run.progress(0.2575);
         EXPECT_EQ(output.take(), "  25.75 %        \r");
+        run.progress(0.258);
+        EXPECT_EQ(output.take(), "") << "the quarter second begins again";
         run.progress(0.268);
         EXPECT_EQ(output.take(), "  26.8 %        \r");
         run.progress(0.995);
@@ -169,6 +172,10 @@ TEST_F(SolverProgress, EachPhaseCountsFromItsOwnBeginning)
         EXPECT_TRUE(run.asksToStop());
         return RecordingSolver::nothing();
     });
+    solver.on("Select", [this](const Run&) {
+        now += second;
+        return RecordingSolver::nothing();
+    });
     EXPECT_EQ(unfold({.pack = &packSettings}), kyUVTypes::Success);
     EXPECT_EQ(log.lines.size(), 1U);
 }
@@ -189,6 +196,18 @@ TEST_F(SolverProgress, AnyChangeWithinTheMinuteRestartsTheClock)
         run.progress(0.51 + 0.9e-5);
         EXPECT_TRUE(run.asksToStop()) << "a small change after the minute is no progress";
     });
+}
+
+TEST_F(SolverProgress, TheSystemsClockCountsNanoseconds)
+{
+    setSteadyClock(nullptr);
+    const auto nanoseconds = [] {
+        return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch())
+            .count();
+    };
+    const std::int64_t before = nanoseconds();
+    const std::int64_t told = steadyNanoseconds();
+    EXPECT_TRUE(before <= told && told <= nanoseconds());
 }
 
 TEST_F(SolverProgress, AFractionThatIsNoNumberDoesNotSpoilTheBar)

@@ -19,7 +19,7 @@ kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uv
     return runSolver({"unfold3dPack", "Packing"}, {geometry, uvSet, GeometryTexCoords, uvs},
                      [&](SolverRun& run) {
                          run.beginShare(0.5);
-                         return doInOrder({
+                         return runInOrder({
                              [&] { return importStep(run); },
                              [&] { return packTheMesh(run); },
                              [&] { return exportStep(run, uvs); },

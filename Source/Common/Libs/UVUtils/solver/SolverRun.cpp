@@ -40,7 +40,7 @@ SolverRun::Answer SolverRun::perform(const char* command, const SolverTable& tab
     return answer;
 }
 
-kyUVTypes::ReturnCode doInOrder(std::initializer_list<SolverStep> steps)
+kyUVTypes::ReturnCode runInOrder(std::initializer_list<SolverStep> steps)
 {
     for (const SolverStep& step : steps) {
         const kyUVTypes::ReturnCode code = step();
@@ -58,7 +58,7 @@ kyUVTypes::ReturnCode runSolver(const RunNames& names, const MeshSource& source,
         if (!mesh.isValid())
             return kyUVTypes::Failure;
         SolverRun run(names.progress, mesh);
-        return doInOrder({[&] { return initStep(run); }, [&] { return steps(run); }});
+        return runInOrder({[&] { return initStep(run); }, [&] { return steps(run); }});
     } catch (const NU3D::CEx& exception) {
         kyLog::error("Unfold3D (%s) exception %s", names.inErrors, exception.what());
     } catch (const std::exception& exception) {

@@ -86,6 +86,6 @@ kyUVTypes::ReturnCode runSolver(const RunNames& names, const MeshSource& source,
 using SolverStep = std::function<kyUVTypes::ReturnCode()>;
 
 /// Does the steps in order; the first that returns anything but `Success` ends the row with that.
-kyUVTypes::ReturnCode doInOrder(std::initializer_list<SolverStep> steps);
+kyUVTypes::ReturnCode runInOrder(std::initializer_list<SolverStep> steps);
 
 } // namespace kyUnfold3D

@@ -53,7 +53,7 @@ kyUVTypes::ReturnCode unfold(const osg::GeometryPtr& geometry, kyUVTypes::UVSet 
     return runSolver({"unfold3dUnfold", "Unfold"}, {geometry, uvSet, inputMode, uvs},
                      [&](SolverRun& run) {
                          run.beginShare(0.2);
-                         return doInOrder({
+                         return runInOrder({
                              [&] { return importStep(run); },
                              [&] { return constrainStep(run, horizontalEdges, verticalEdges); },
                              [&] { return selectStep(run, selectedVertices); },

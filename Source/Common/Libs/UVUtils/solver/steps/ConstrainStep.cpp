@@ -38,8 +38,8 @@ kyUVTypes::ReturnCode constrainEdges(SolverRun& run, const FlatEdgeList& vertexP
 kyUVTypes::ReturnCode constrainStep(SolverRun& run, const FlatEdgeList& horizontal,
                                     const FlatEdgeList& vertical)
 {
-    return doInOrder({[&] { return constrainEdges(run, horizontal, kyUVTypes::Horizontal); },
-                      [&] { return constrainEdges(run, vertical, kyUVTypes::Vertical); }});
+    return runInOrder({[&] { return constrainEdges(run, horizontal, kyUVTypes::Horizontal); },
+                       [&] { return constrainEdges(run, vertical, kyUVTypes::Vertical); }});
 }
 
 } // namespace kyUnfold3D
