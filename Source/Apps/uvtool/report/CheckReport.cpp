@@ -97,7 +97,9 @@ std::string shortcomings(const CheckReport& check, const LayoutDemands& demands)
         add("a gap of " + std::to_string(found.gap.distance / demands.gap) +
             " times what was asked for");
     if (found.outside.count > 0)
-        add(std::to_string(found.outside.count) + " islands outside their box");
+        add(std::to_string(found.outside.count) + (found.outside.count == 1
+                                                       ? " island outside its box"
+                                                       : " islands outside their boxes"));
     else if (found.margin < demands.margin)
         add("a margin of " + std::to_string(found.margin / demands.margin) +
             " times what was asked for");
