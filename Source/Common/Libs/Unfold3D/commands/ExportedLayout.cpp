@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <utility>
 
 #include <tbb/parallel_for.h>
@@ -14,6 +15,16 @@ namespace unfold3d
 
 namespace
 {
+
+/// Share of its longest side below which the height of a triangle in the layout is what rounding
+/// left of a line.
+constexpr double heightOfLine = 1e-12;
+
+bool isLine(Vec2 a, Vec2 b, Vec2 c)
+{
+    const double squared = std::max({dot(b - a, b - a), dot(c - b, c - b), dot(a - c, a - c)});
+    return std::abs(doubleArea(a, b, c)) <= heightOfLine * squared;
+}
 
 /// The triangles of an island by positions in its vertex list, each wound as it turns in the
 /// layout, whatever way that is; those that have no area there are left out.
@@ -27,7 +38,7 @@ std::vector<Triangle> trianglesAsTheyTurn(const Session& session, int island)
             return session.uvs[static_cast<std::size_t>(corner[i])];
         };
         const int side = orient2d(at(0), at(1), at(2));
-        if (side == 0)
+        if (side == 0 || isLine(at(0), at(1), at(2)))
             continue;
         Triangle local{};
         for (std::size_t i = 0; i < 3; ++i)

@@ -1,9 +1,11 @@
 #include "Unfold3D/commands/Commands.h"
 #include "Unfold3D/packing/Pack.h"
 
-#include <array>
-#include <numeric>
+#include <initializer_list>
+#include <span>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace unfold3d
 {
@@ -71,13 +73,19 @@ std::vector<int> islandsToPack(const Session& session, bool selectedOnly)
     return islands;
 }
 
+/// A vertex that only left-out triangles use goes to the place of its anchor.
 void moveIslands(Session& session, const std::vector<IslandMove>& moves)
 {
     for (const IslandMove& move : moves) {
-        for (const int vertex : session.islands.vertices[move.island]) {
-            const auto v = static_cast<std::size_t>(vertex);
-            session.uvs[v] = move(session.uvs[v]);
-            session.w[v] = 0.0;
+        const std::span<const int> vertices = session.islands.vertices[move.island];
+        std::vector<Vec2> moved;
+        for (const int v : vertices) {
+            const int anchor = session.islands.anchor[static_cast<std::size_t>(v)];
+            moved.push_back(move(session.uvs[static_cast<std::size_t>(anchor)]));
+        }
+        for (std::size_t i = 0; i < vertices.size(); ++i) {
+            session.uvs[static_cast<std::size_t>(vertices[i])] = moved[i];
+            session.w[static_cast<std::size_t>(vertices[i])] = 0.0;
         }
         session.isChanged[static_cast<std::size_t>(move.island)] = 1;
     }
@@ -96,7 +104,7 @@ void runPack(Session& session, const Params& params, Answer& answer, RunControl&
     }
     PackResult result;
     try {
-        const UVLayout layout = makeUVLayout(session.mesh, session.islands, session.uvs);
+        const UVLayout layout{session.mesh, session.islands, session.uvs};
         result = packIslands(layout, islands, options, control);
     } catch (const std::invalid_argument& impossible) {
         throw CommandError(impossible.what());

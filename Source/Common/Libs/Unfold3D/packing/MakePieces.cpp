@@ -17,10 +17,20 @@ namespace
 constexpr std::size_t maxTurnsTogether = 60'000;
 constexpr std::size_t minTurnsOfPiece = 4;
 
-Box2 boxOf(const UVLayout& layout, int island)
+/// The vertices of an island that have a place of their own.
+std::vector<int> placedVertices(const UVLayout& layout, int island)
+{
+    std::vector<int> placed;
+    for (const int v : layout.islands.vertices[island])
+        if (layout.islands.anchor[static_cast<std::size_t>(v)] == v)
+            placed.push_back(v);
+    return placed;
+}
+
+Box2 boxOf(const UVLayout& layout, std::span<const int> vertices)
 {
     Box2 box;
-    for (const int v : layout.islands.vertices[island])
+    for (const int v : vertices)
         box.add(layout.uvs[static_cast<std::size_t>(v)]);
     return box;
 }
@@ -38,12 +48,13 @@ void evenlyThin(std::vector<Vec2>& turns, std::size_t count)
 void shapePiece(const UVLayout& layout, const PackOptions& options, std::vector<Vec2>& localPoints,
                 Piece& piece)
 {
-    const std::span<const int> vertices = layout.islands.vertices[piece.island];
+    const std::vector<int> vertices = placedVertices(layout, piece.island);
+    piece.pivot = boxOf(layout, vertices).centre();
     for (const int v : vertices)
         localPoints[static_cast<std::size_t>(v)] =
             piece.size * (layout.uvs[static_cast<std::size_t>(v)] - piece.pivot);
-    std::vector<OutlineEdge> outline =
-        islandOutline(localPoints, layout.mesh.triangles, layout.triangles[piece.island], vertices);
+    std::vector<OutlineEdge> outline = islandOutline(
+        localPoints, layout.mesh.triangles, layout.islands.triangles[piece.island], vertices);
     piece.preTurn = preRotationOf(options.preRotation, outline);
     for (OutlineEdge& edge : outline) {
         edge.from = turned(edge.from, piece.preTurn);
@@ -62,28 +73,10 @@ void shapePiece(const UVLayout& layout, const PackOptions& options, std::vector<
 
 } // namespace
 
-UVLayout makeUVLayout(const ImportedMesh& mesh, const Islands& islands, std::span<const Vec2> uvs)
-{
-    std::vector<char> isReached(uvs.size(), 0);
-    for (const int t : islands.triangles.flat)
-        for (const int v : mesh.triangles[static_cast<std::size_t>(t)])
-            isReached[static_cast<std::size_t>(v)] = 1;
-
-    std::vector<int> islandOf = islands.ofTriangle;
-    for (std::size_t t = 0; t < islandOf.size(); ++t)
-        if (mesh.parts[t] == ImportedMesh::LeftOut) {
-            const Triangle& corner = mesh.triangles[t];
-            if (std::all_of(corner.begin(), corner.end(),
-                            [&](int v) { return isReached[static_cast<std::size_t>(v)] != 0; }))
-                islandOf[t] = Islands::noIsland;
-        }
-    return {mesh, islands, uvs, groupByKey(islandOf, islands.count())};
-}
-
 std::vector<OutlineEdge> standingOutline(const UVLayout& layout, int island)
 {
-    return islandOutline(layout.uvs, layout.mesh.triangles, layout.triangles[island],
-                         layout.islands.vertices[island]);
+    return islandOutline(layout.uvs, layout.mesh.triangles, layout.islands.triangles[island],
+                         placedVertices(layout, island));
 }
 
 Pieces makePieces(const UVLayout& layout, std::span<const int> islands, const PackOptions& options,
@@ -103,7 +96,6 @@ Pieces makePieces(const UVLayout& layout, std::span<const int> islands, const Pa
         control.checkpoint();
         Piece& piece = result.pieces[i];
         piece.island = islands[i];
-        piece.pivot = boxOf(layout, piece.island).centre();
         piece.size = sizes.factor[i];
         piece.area = sizes.area[i];
         piece.turns = turns;

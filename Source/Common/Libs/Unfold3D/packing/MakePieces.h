@@ -18,12 +18,7 @@ struct UVLayout
     const ImportedMesh& mesh;
     const Islands& islands;
     std::span<const Vec2> uvs; ///< [vertex]
-    /// [island] the triangles whose place counts: those that take part, and of those that are left
-    /// out of the mesh the ones with a vertex that no other triangle has.
-    OffsetArray<int> triangles;
 };
-
-UVLayout makeUVLayout(const ImportedMesh& mesh, const Islands& islands, std::span<const Vec2> uvs);
 
 struct Pieces
 {
@@ -36,7 +31,8 @@ struct Pieces
 /// Makes pieces of islands: finds their outlines, turns them first, brings them to size.
 ///
 /// An island without area in UV or in space is scaled by the length of its edges instead, and one
-/// without length as all others on average.
+/// without length as all others on average. Vertices that only left-out triangles use count for
+/// nothing: their place is that of their anchor.
 Pieces makePieces(const UVLayout& layout, std::span<const int> islands, const PackOptions& options,
                   const RunControl& control);
 

@@ -12,6 +12,9 @@ namespace
 {
 
 constexpr int maxTilesAlong = 1000;
+/// How far a vertex may move when the layout is rounded to floats, in steps of the float grid:
+/// where a plain rounding would turn a triangle over, it goes to one of the next places.
+constexpr double stepsOfRounding = 8.0;
 
 /// The difference between neighbouring floats at the outer edge of the sheet.
 double floatStep(const PackOptions& options)
@@ -49,10 +52,9 @@ Sheet makeSheet(const PackOptions& options)
     sheet.height = options.box.height();
     sheet.tilesU = options.tilesU;
     sheet.tilesV = options.tilesV;
-    // Two islands, each rounded by up to half a step along both axes.
-    sheet.clearance = options.spacing + 2.0 * step;
+    sheet.clearance = options.spacing + 2.0 * stepsOfRounding * step;
     sheet.gap = sheet.clearance + 0.5 * step;
-    sheet.margin = options.margin + step;
+    sheet.margin = options.margin + stepsOfRounding * step;
     if (sheet.tileCount() > 1)
         sheet.margin = std::max(sheet.margin, 0.5 * sheet.gap);
     if (!(sheet.innerWidth() > 0.0 && sheet.innerHeight() > 0.0))
