@@ -76,16 +76,18 @@ TEST(CoverageRaster, HatchLiesOnOverlapsOnly)
         both.addTriangle(0, first.corners[i], first.corners[i + 1], first.corners[i + 2]);
     const CoverageRaster raster = rasterOf(both);
     std::vector<char> isOverlap(10000, 0);
+    const auto cellAt = [](std::int32_t row, std::int32_t column) {
+        return std::size_t{100} * static_cast<std::size_t>(row) + static_cast<std::size_t>(column);
+    };
     for (const CellBlock& block : raster.overlaps())
         for (std::int32_t row = block.row; row < block.rowEnd; ++row)
             for (std::int32_t column = block.column; column < block.columnEnd; ++column)
-                isOverlap[static_cast<std::size_t>(100 * row + column)] = 1;
+                isOverlap[cellAt(row, column)] = 1;
     // One cell apart, the strokes run through every overlap exactly once.
     std::size_t cells = 0;
     for (const CellStroke& stroke : raster.overlapHatch(1)) {
         for (std::int32_t i = 0; i < stroke.length; ++i, ++cells)
-            EXPECT_EQ(
-                isOverlap[static_cast<std::size_t>(100 * (stroke.row - i) + stroke.column + i)], 1);
+            EXPECT_EQ(isOverlap[cellAt(stroke.row - i, stroke.column + i)], 1);
     }
     EXPECT_EQ(cells, cellsIn(raster.overlaps()));
     EXPECT_GT(cells, 0U);

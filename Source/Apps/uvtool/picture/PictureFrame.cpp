@@ -64,6 +64,7 @@ std::vector<UVRectangle> usedTiles(const PictureContent& content)
     if (tiles.size() > mostTiles)
         return {};
     std::vector<UVRectangle> rectangles;
+    rectangles.reserve(tiles.size());
     for (const auto& [row, column] : tiles)
         rectangles.push_back(tileRectangle(column, row));
     return rectangles;
