@@ -1,10 +1,11 @@
 #include "document/Format.h"
 
+#include "document/Extension.h"
+#include "formats/gltf/GltfFormat.h"
 #include "formats/obj/ObjFormat.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cstddef>
 #include <string>
 
@@ -25,17 +26,9 @@ constexpr std::array formats{
     Format{".obj", readObj, writeObj, {true, 1, false}},
 };
 
-std::string extensionOf(const std::filesystem::path& path)
-{
-    std::string extension = path.extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return extension;
-}
-
 const Format* formatOf(const std::filesystem::path& path)
 {
-    const std::string extension = extensionOf(path);
+    const std::string extension = lowerExtension(path);
     const auto* found = std::find_if(formats.begin(), formats.end(),
                                      [&](const Format& f) { return extension == f.extension; });
     return found == formats.end() ? nullptr : found;

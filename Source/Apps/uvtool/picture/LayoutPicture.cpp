@@ -1,5 +1,6 @@
 #include "picture/LayoutPicture.h"
 
+#include "document/Extension.h"
 #include "document/FileError.h"
 #include "document/OutputFile.h"
 #include "picture/CoverageRaster.h"
@@ -18,7 +19,6 @@
 #include <QSvgGenerator>
 
 #include <algorithm>
-#include <cctype>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -130,9 +130,7 @@ using Encoder = QByteArray (*)(const Picture&, bool hasText);
 /// Null for an extension that is unknown.
 Encoder encoderFor(const std::filesystem::path& file)
 {
-    std::string extension = file.extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string extension = lowerExtension(file);
     if (extension == ".png")
         return pngBytes;
     return extension == ".svg" ? svgBytes : nullptr;
