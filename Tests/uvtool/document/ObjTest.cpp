@@ -1,7 +1,7 @@
+#include "uvtool/SlotValuesFor.h"
 #include "uvtool/TempFolder.h"
 
 #include "document/FileError.h"
-#include "document/SlotWriter.h"
 #include "formats/obj/ObjFormat.h"
 
 #include <gmock/gmock.h>
@@ -25,28 +25,6 @@ std::string writeText(const TempFolder& folder, const Document& document)
 {
     writeObj(document, folder / "out.obj");
     return bytesOf(folder / "out.obj");
-}
-
-/// Gives every triangle corner of a geometry a value of its own.
-SlotValues ownValueForEachCorner(const DocumentGeometry& geometry)
-{
-    SlotValues uvs;
-    for (std::uint32_t i = 0; i < geometry.triangles.size(); ++i) {
-        uvs.values.push_back({static_cast<float>(i), 0.5F});
-        uvs.ofTriangleCorner.push_back(i);
-    }
-    return uvs;
-}
-
-/// Gives polygon corners that share a position the same value.
-SlotValues valueForEachPosition(const DocumentGeometry& geometry)
-{
-    SlotValues uvs;
-    for (std::size_t p = 0; p < geometry.positions.values.size(); ++p)
-        uvs.values.push_back({0.125F, static_cast<float>(p)});
-    for (const std::uint32_t corner : geometry.triangles)
-        uvs.ofTriangleCorner.push_back(geometry.positions.ofCorner[corner]);
-    return uvs;
 }
 
 const char* const twoTriangles = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n";

@@ -1,0 +1,576 @@
+#include "uvtool/SlotValuesFor.h"
+#include "uvtool/TempFolder.h"
+#include "uvtool/formats/GltfCorners.h"
+#include "uvtool/formats/GltfSample.h"
+
+#include "document/FileError.h"
+#include "document/Transform.h"
+#include "formats/gltf/GltfFormat.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace uvtool;
+using Json = GltfSample::Json;
+using testing::HasSubstr;
+
+/// The JSON of a binary glTF.
+Json jsonOf(const std::string& glb)
+{
+    std::uint32_t length = 0;
+    std::memcpy(&length, &glb[12], 4);
+    return Json::parse(glb.substr(20, length));
+}
+
+Document readSample(const TempFolder& folder, const GltfSample& sample)
+{
+    return readGltf(folder.write("in.glb", sample.glb()));
+}
+
+std::string writeGlb(const TempFolder& folder, const Document& document)
+{
+    writeGltf(document, folder / "out.glb");
+    return bytesOf(folder / "out.glb");
+}
+
+/// A square with positions, UVs and indices only.
+GltfSample plainSquare()
+{
+    GltfSample sample;
+    const SquareArrays square;
+    Json attributes{{"POSITION", sample.add(GltfSample::floatType, 3, square.positions)},
+                    {"TEXCOORD_0", sample.add(GltfSample::floatType, 2, square.uvs)}};
+    sample.addMesh("square", Json::array({{{"attributes", attributes},
+                                           {"indices", sample.add(GltfSample::unsignedByteType, 1,
+                                                                  square.indices)}}}));
+    return sample;
+}
+
+TEST(Gltf, ReadsWhatTheDocumentCanHold)
+{
+    const TempFolder folder;
+    const Document document = readSample(folder, fullSample());
+    ASSERT_EQ(document.geometries.size(), 1U);
+    const DocumentGeometry& geometry = document.geometries[0];
+    EXPECT_EQ(geometry.name, "square");
+    EXPECT_EQ(geometry.triangleCount(), 8U);
+    EXPECT_EQ(geometry.positions.at(2), (Vec3d{1, 1, 0}));
+    EXPECT_EQ(geometry.normals.at(2), (Vec3f{0, 0, 1}));
+    EXPECT_EQ(geometry.uvs[0].at(0), (Vec2f{0.1F, 1 - 0.9F}));
+    EXPECT_EQ(geometry.uvs[1].at(1), (Vec2f{static_cast<float>(7000.0 / 65535), 0}));
+    EXPECT_FALSE(geometry.uvs[2].exists());
+    EXPECT_FLOAT_EQ(geometry.colors.at(1)[2], 22.0F / 255);
+    ASSERT_EQ(document.materials.size(), 1U);
+    EXPECT_EQ(document.materials[0].name, "red");
+    EXPECT_EQ(document.materials[0].color, (Vec4f{0.8F, 0.1F, 0.1F, 1}));
+    EXPECT_EQ(geometry.materialOfPolygon, std::vector<std::int32_t>(8, 0));
+    EXPECT_EQ(toScene(geometry.toWorld, {1, 2, 3}), (Vec3d{11, 2, 3}));
+}
+
+TEST(Gltf, UnchangedFilesComeBackByteForByte)
+{
+    const TempFolder folder;
+    const GltfSample sample = fullSample();
+    std::filesystem::create_directory(folder / "other");
+    folder.write("data file.bin", sample.buffer);
+    const std::string embedded =
+        "data:application/octet-stream;base64,"
+        "AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"; // (0,0,0) (1,0,0) (0,1,0)
+    GltfSample triangle;
+    triangle.addMesh("t", Json::array({{{"attributes",
+                                         {{"POSITION", triangle.add(GltfSample::floatType, 3,
+                                                                    std::vector<float>(9))}}}}}));
+    std::string extra = sample.glb();
+    extra += std::string("\4\0\0\0SOMEdata", 12);
+    std::string length;
+    GltfSample::addWord(length, extra.size());
+    extra.replace(8, 4, length);
+
+    const struct
+    {
+        const char* name;
+        std::string bytes;
+    } cases[] = {{"binary.glb", sample.glb()},
+                 {"parts.glb", extra},
+                 {"lines.glb", GltfSample::glb(sample.finished().dump(1, '\t'), sample.buffer)},
+                 {"pretty.gltf", sample.gltf("data%20file.bin")},
+                 {"dense.gltf", sample.gltf("data%20file.bin", -1)},
+                 {"embedded.gltf", triangle.gltf(embedded, 4) + "\n"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Document document = readGltf(folder.write(c.name, c.bytes));
+        for (const char* const target : {"copy_", "other/"}) {
+            const std::filesystem::path path = folder / (target + std::string(c.name));
+            writeGltf(document, path);
+            EXPECT_EQ(bytesOf(path), c.bytes) << target;
+        }
+    }
+    EXPECT_EQ(bytesOf(folder / "other/data file.bin"), sample.buffer);
+}
+
+/// Every attribute and morph target of the first primitive, at its triangle corners.
+std::map<std::string, std::vector<std::string>> allAtCorners(const std::string& path)
+{
+    const tinygltf::Model model = gltfCorners::load(path);
+    const tinygltf::Primitive& primitive = model.meshes[0].primitives[0];
+    std::map<std::string, std::vector<std::string>> all;
+    for (const auto& [semantic, accessor] : primitive.attributes)
+        all[semantic] = gltfCorners::atCorners(model, primitive, accessor);
+    for (std::size_t t = 0; t < primitive.targets.size(); ++t) {
+        for (const auto& [semantic, accessor] : primitive.targets[t])
+            all["target " + std::to_string(t) + semantic] =
+                gltfCorners::atCorners(model, primitive, accessor);
+    }
+    return all;
+}
+
+TEST(Gltf, SplitVerticesTakeAllTheirAttributesAlong)
+{
+    const TempFolder folder;
+    Document document = readSample(folder, fullSample());
+    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+    const Json json = jsonOf(writeGlb(folder, document));
+
+    auto before = allAtCorners((folder / "in.glb").string());
+    auto after = allAtCorners((folder / "out.glb").string());
+    for (std::size_t i = 0; i < 24; ++i) {
+        const std::vector<float> uv{static_cast<float>(i), 0.5F};
+        EXPECT_EQ(after["TEXCOORD_0"][i], GltfSample::packed(uv));
+    }
+    before.erase("TEXCOORD_0");
+    after.erase("TEXCOORD_0");
+    EXPECT_EQ(before.size(), 9U);
+    EXPECT_EQ(after, before);
+
+    // Everything else is as it was; the morph target is still sparse and its number the same.
+    const Json& old = fullSample().json;
+    for (const char* const key : {"nodes", "scenes", "scene", "skins", "animations", "materials",
+                                  "textures", "something", "extensionsUsed", "images"})
+        EXPECT_EQ(json[key], old[key]) << key;
+    EXPECT_EQ(json["meshes"], old["meshes"]);
+    EXPECT_EQ(json["accessors"].size(), old["accessors"].size());
+    EXPECT_EQ(json["accessors"][0]["max"], old["accessors"][0]["max"]);
+    EXPECT_EQ(json["accessors"][1]["name"], "normals");
+    const std::size_t target = old["meshes"][0]["primitives"][0]["targets"][0]["POSITION"];
+    EXPECT_TRUE(json["accessors"][target].contains("sparse"));
+
+    // Nothing that was replaced is left over: each byte belongs to a view, or fills up four.
+    std::size_t inViews = 0;
+    for (const Json& view : json["bufferViews"])
+        inViews += (view["byteLength"].get<std::size_t>() + 3) / 4 * 4;
+    EXPECT_LE(json["buffers"][0]["byteLength"].get<std::size_t>(), inViews);
+}
+
+TEST(Gltf, ImageAndAnimationBytesMoveUnchanged)
+{
+    const TempFolder folder;
+    Document document = readSample(folder, fullSample());
+    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+    writeGlb(folder, document);
+    const auto dataOf = [&](const char* name) {
+        const tinygltf::Model model = gltfCorners::load((folder / name).string());
+        const int view = model.images[0].bufferView;
+        const auto length = model.bufferViews[static_cast<std::size_t>(view)].byteLength;
+        const unsigned char* const image = gltfCorners::bytesAt(model, view, 0);
+        return std::pair(std::string(image, image + length),
+                         gltfCorners::elements(model, model.animations[0].samplers[0].output));
+    };
+    EXPECT_EQ(dataOf("out.glb"), dataOf("in.glb"));
+    EXPECT_THAT(dataOf("out.glb").first, HasSubstr("not really an image"));
+}
+
+TEST(Gltf, UVsThatSplitNothingChangeTheirSlotOnly)
+{
+    const TempFolder folder;
+    Document document = readSample(folder, fullSample());
+    const std::size_t sizeBefore = bytesOf(folder / "in.glb").size();
+    writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0]));
+    const std::string bytes = writeGlb(folder, document);
+    EXPECT_LE(bytes.size(), sizeBefore + 64);
+    auto before = allAtCorners((folder / "in.glb").string());
+    auto after = allAtCorners((folder / "out.glb").string());
+    EXPECT_NE(after["TEXCOORD_0"], before["TEXCOORD_0"]);
+    EXPECT_EQ(after["TEXCOORD_0"][1], GltfSample::packed(std::vector<float>{0.1F, 1 - 1.0F}));
+    before.erase("TEXCOORD_0");
+    after.erase("TEXCOORD_0");
+    EXPECT_EQ(after, before);
+    EXPECT_EQ(gltfCorners::load((folder / "out.glb").string()).accessors[0].count, 9U);
+
+    // A second round doesn't grow the file.
+    Document again = readGltf(folder / "out.glb");
+    writeSlot(again.geometries[0], 0, valueForEachPosition(again.geometries[0]));
+    EXPECT_EQ(writeGlb(folder, again).size(), bytes.size());
+}
+
+TEST(Gltf, CornersWithoutANewValueKeepTheirBits)
+{
+    const TempFolder folder;
+    Document document = readSample(folder, plainSquare());
+    SlotValues uvs = ownValueForEachCorner(document.geometries[0]);
+    for (std::size_t i = 3; i < uvs.ofTriangleCorner.size(); ++i)
+        uvs.ofTriangleCorner[i] = absentIndex;
+    writeSlot(document.geometries[0], 0, uvs);
+    writeGlb(folder, document);
+    const auto before = allAtCorners((folder / "in.glb").string())["TEXCOORD_0"];
+    const auto after = allAtCorners((folder / "out.glb").string())["TEXCOORD_0"];
+    for (std::size_t i = 0; i < before.size(); ++i)
+        EXPECT_EQ(after[i] == before[i], i >= 3) << i;
+}
+
+TEST(Gltf, FloatsReadBackAsTheyWereWritten)
+{
+    const TempFolder folder;
+    Document document = readSample(folder, plainSquare());
+    SlotValues uvs = valueForEachPosition(document.geometries[0]);
+    const std::vector<Vec2f> values{{0.1F, 0.5F}, {1e-20F, 0.25F}, {-3, 0.75F}, {1e30F, 1},
+                                    {0.3F, 0},    {7, 2},          {8, -1},     {9, 0.875F},
+                                    {-0.0F, 4}};
+    uvs.values = values;
+    writeSlot(document.geometries[0], 0, uvs);
+    writeGlb(folder, document);
+    const Document again = readGltf(folder / "out.glb");
+    for (std::size_t c = 0; c < 24; ++c)
+        EXPECT_EQ(again.geometries[0].uvs[0].at(c), values[uvs.ofTriangleCorner[c]]);
+}
+
+TEST(Gltf, StripsAndFansAreTriangles)
+{
+    const std::vector<float> positions{0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0, 0, 2, 0};
+    const struct
+    {
+        int mode;
+        std::vector<std::uint16_t> indices; ///< empty for none
+        std::vector<std::uint32_t> expected;
+    } cases[] = {
+        {4, {0, 1, 2, 2, 1, 3}, {0, 1, 2, 2, 1, 3}},
+        {4, {0, 1, 2, 3}, {0, 1, 2}},
+        {5, {0, 1, 2, 3, 4}, {0, 1, 2, 1, 3, 2, 2, 3, 4}},
+        {5, {}, {0, 1, 2, 1, 3, 2, 2, 3, 4}},
+        {6, {0, 1, 3, 2}, {1, 3, 0, 3, 2, 0}},
+        {6, {}, {1, 2, 0, 2, 3, 0, 3, 4, 0}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.mode);
+        GltfSample sample;
+        Json primitive{{"attributes", {{"POSITION", sample.add(GltfSample::floatType, 3, positions)}}},
+                       {"mode", c.mode}};
+        if (!c.indices.empty())
+            primitive["indices"] = sample.add(GltfSample::unsignedShortType, 1, c.indices);
+        sample.addMesh("m", Json::array({primitive}));
+        const TempFolder folder;
+        Document document = readSample(folder, sample);
+        std::vector<std::string> expected;
+        for (const std::uint32_t v : c.expected)
+            expected.push_back(GltfSample::packed(std::vector<float>(
+                &positions[std::size_t{3} * v], &positions[std::size_t{3} * v] + 3)));
+        const DocumentGeometry& geometry = document.geometries[0];
+        ASSERT_EQ(geometry.triangles.size(), c.expected.size());
+        for (std::size_t i = 0; i < c.expected.size(); ++i)
+            EXPECT_EQ(geometry.positions.at(geometry.triangles[i])[0],
+                      static_cast<double>(positions[std::size_t{3} * c.expected[i]]));
+
+        writeSlot(document.geometries[0], 0, ownValueForEachCorner(geometry));
+        writeGlb(folder, document);
+        const tinygltf::Model model = gltfCorners::load((folder / "out.glb").string());
+        const tinygltf::Primitive& written = model.meshes[0].primitives[0];
+        EXPECT_TRUE(written.mode == 4 || written.mode == -1);
+        EXPECT_EQ(gltfCorners::atCorners(model, written, written.attributes.at("POSITION")),
+                  expected);
+    }
+}
+
+TEST(Gltf, IndicesGrowWithTheVertices)
+{
+    GltfSample sample;
+    std::vector<float> positions(3 * 200, 0);
+    std::vector<std::uint8_t> indices;
+    for (std::uint8_t v = 0; v + 2 < 200; ++v)
+        indices.insert(indices.end(), {v, static_cast<std::uint8_t>(v + 1),
+                                       static_cast<std::uint8_t>(v + 2)});
+    sample.addMesh("m", Json::array({{{"attributes",
+                                       {{"POSITION", sample.add(GltfSample::floatType, 3, positions)}}},
+                                      {"indices", sample.add(GltfSample::unsignedByteType, 1,
+                                                             indices)}}}));
+    const TempFolder folder;
+    Document document = readSample(folder, sample);
+    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+    const Json json = jsonOf(writeGlb(folder, document));
+    EXPECT_EQ(json["accessors"][1]["componentType"], GltfSample::unsignedShortType);
+    EXPECT_EQ(json["accessors"][0]["count"], indices.size());
+    EXPECT_EQ(readGltf(folder / "out.glb").geometries[0].triangleCount(), 198U);
+}
+
+TEST(Gltf, PrimitivesThatShareVerticesKeepTheirs)
+{
+    // Two primitives over the same accessors, a third one over the same positions without UVs, and
+    // points.
+    GltfSample sample = plainSquare();
+    Json& primitives = sample.json["meshes"][0]["primitives"];
+    const std::vector<std::uint8_t> some{0, 4, 3, 1, 5, 4};
+    Json second = primitives[0];
+    second["indices"] = sample.add(GltfSample::unsignedByteType, 1, some);
+    Json third = second;
+    third["attributes"].erase("TEXCOORD_0");
+    Json points = primitives[0];
+    points["mode"] = 0;
+    points.erase("indices");
+    for (const bool hasPoints : {false, true}) {
+        for (const bool hasThird : {false, true}) {
+            GltfSample shared = sample;
+            Json& list = shared.json["meshes"][0]["primitives"];
+            list.push_back(second);
+            if (hasThird)
+                list.push_back(third);
+            if (hasPoints)
+                list.push_back(points);
+            const TempFolder folder;
+            Document document = readSample(folder, shared);
+            ASSERT_EQ(document.geometries.size(), hasThird ? 3U : 2U);
+            writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+            writeGlb(folder, document);
+
+            const tinygltf::Model before = gltfCorners::load((folder / "in.glb").string());
+            const tinygltf::Model after = gltfCorners::load((folder / "out.glb").string());
+            for (std::size_t p = 0; p < before.meshes[0].primitives.size(); ++p) {
+                const tinygltf::Primitive& old = before.meshes[0].primitives[p];
+                const tinygltf::Primitive& now = after.meshes[0].primitives[p];
+                for (const auto& [semantic, accessor] : old.attributes) {
+                    if (old.indices < 0) {
+                        // The points of the file come first; repeated vertices may follow.
+                        auto elements = gltfCorners::elements(after, now.attributes.at(semantic));
+                        elements.resize(9);
+                        EXPECT_EQ(elements, gltfCorners::elements(before, accessor));
+                    } else if (p > 0 || semantic == "POSITION") {
+                        EXPECT_EQ(gltfCorners::atCorners(after, now, now.attributes.at(semantic)),
+                                  gltfCorners::atCorners(before, old, accessor))
+                            << semantic << ' ' << p;
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST(Gltf, NewSlotComesWithThoseBelowIt)
+{
+    const TempFolder folder;
+    Document document = readSample(folder, plainSquare());
+    writeSlot(document.geometries[0], 3, ownValueForEachCorner(document.geometries[0]));
+    writeGlb(folder, document);
+    const auto corners = allAtCorners((folder / "out.glb").string());
+    EXPECT_EQ(corners.at("TEXCOORD_0"), allAtCorners((folder / "in.glb").string())["TEXCOORD_0"]);
+    EXPECT_EQ(corners.at("TEXCOORD_2"), std::vector<std::string>(24, std::string(8, '\0')));
+    EXPECT_EQ(corners.at("TEXCOORD_3")[5], GltfSample::packed(std::vector<float>{5, 0.5F}));
+}
+
+TEST(Gltf, TwoSlotsOverOneAccessorComeApart)
+{
+    GltfSample sample = plainSquare();
+    Json& attributes = sample.json["meshes"][0]["primitives"][0]["attributes"];
+    attributes["TEXCOORD_1"] = attributes["TEXCOORD_0"];
+    const TempFolder folder;
+    Document document = readSample(folder, sample);
+    writeSlot(document.geometries[0], 1, ownValueForEachCorner(document.geometries[0]));
+    writeGlb(folder, document);
+    const auto before = allAtCorners((folder / "in.glb").string());
+    const auto after = allAtCorners((folder / "out.glb").string());
+    EXPECT_EQ(after.at("TEXCOORD_0"), before.at("TEXCOORD_0"));
+    EXPECT_EQ(after.at("TEXCOORD_1")[7], GltfSample::packed(std::vector<float>{7, 0.5F}));
+}
+
+TEST(Gltf, ToWorldIsTheFirstNodeThatShowsTheMesh)
+{
+    GltfSample sample = plainSquare();
+    // A quarter turn about z, then twice as large, then moved; below a node that moves by (0 0 5).
+    const double h = std::sqrt(0.5);
+    sample.json["nodes"] = {{{"mesh", 0}},
+                            {{"translation", {0, 0, 5}}, {"children", {2}}},
+                            {{"mesh", 0},
+                             {"rotation", {0, 0, h, h}},
+                             {"scale", {2, 2, 2}},
+                             {"translation", {1, 0, 0}}}};
+    sample.json["scenes"] = {{{"nodes", {0}}}, {{"nodes", {1, 0}}}};
+    sample.json["scene"] = 1;
+    const TempFolder folder;
+    const Document document = readSample(folder, sample);
+    const Vec3d there = toScene(document.geometries[0].toWorld, {1, 0, 0});
+    EXPECT_NEAR(there[0], 1, 1e-12);
+    EXPECT_NEAR(there[1], 2, 1e-12);
+    EXPECT_NEAR(there[2], 5, 1e-12);
+}
+
+TEST(Gltf, GoesFromTextToBinaryAndBack)
+{
+    const TempFolder folder;
+    GltfSample sample = fullSample();
+    sample.json["images"].push_back({{"uri", "pictures/a%20b.png"}});
+    sample.json["images"].push_back({{"uri", "missing.png"}});
+    folder.write("data.bin", sample.buffer);
+    std::filesystem::create_directories(folder / "pictures");
+    folder.write("pictures/a b.png", "\x89PNG bytes");
+    Document document = readGltf(folder.write("in.gltf", sample.gltf("data.bin")));
+
+    std::filesystem::create_directory(folder / "out");
+    writeGltf(document, folder / "out/all.glb");
+    EXPECT_EQ(allAtCorners((folder / "out/all.glb").string()),
+              allAtCorners((folder / "in.gltf").string()));
+    const Json json = jsonOf(bytesOf(folder / "out/all.glb"));
+    EXPECT_EQ(json["images"][1]["mimeType"], "image/png");
+    EXPECT_FALSE(json["images"][1].contains("uri"));
+    EXPECT_EQ(json["images"][2]["uri"], "missing.png");
+    EXPECT_THAT(bytesOf(folder / "out/all.glb"), HasSubstr("\x89PNG bytes"));
+
+    writeGltf(readGltf(folder / "out/all.glb"), folder / "out/text.gltf");
+    EXPECT_EQ(allAtCorners((folder / "out/text.gltf").string()),
+              allAtCorners((folder / "in.gltf").string()));
+    EXPECT_TRUE(std::filesystem::exists(folder / "out/text.bin"));
+
+    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+    writeGltf(document, folder / "changed.gltf");
+    EXPECT_EQ(bytesOf(folder / "data.bin"), sample.buffer) << "another file may use it";
+    writeGltf(document, folder / "out/changed.gltf");
+    EXPECT_EQ(allAtCorners((folder / "changed.gltf").string()),
+              allAtCorners((folder / "out/changed.gltf").string()));
+    EXPECT_EQ(bytesOf(folder / "out/pictures/a b.png"), "\x89PNG bytes");
+}
+
+TEST(Gltf, EmbeddedDataStaysEmbedded)
+{
+    const TempFolder folder;
+    GltfSample sample;
+    sample.addMesh("t", Json::array({{{"attributes",
+                                       {{"POSITION", sample.add(GltfSample::floatType, 3,
+                                                                std::vector<float>(9))}}}}}));
+    Document document = readGltf(folder.write(
+        "in.gltf", sample.gltf("data:application/gltf-buffer;base64,"
+                               "AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA")));
+    EXPECT_EQ(document.geometries[0].positions.at(2), (Vec3d{0, 1, 0}));
+    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+    writeGltf(document, folder / "out.gltf");
+    EXPECT_THAT(bytesOf(folder / "out.gltf"), HasSubstr("data:application/gltf-buffer;base64,AAAA"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.bin"));
+    EXPECT_EQ(readGltf(folder / "out.gltf").geometries[0].uvs[0].at(1), (Vec2f{1, 0.5F}));
+}
+
+TEST(Gltf, BadFilesAreRefusedNamingThePlace)
+{
+    const GltfSample square = plainSquare();
+    const auto with = [&](const char* pointer, const Json& value) {
+        GltfSample sample = square;
+        sample.json[Json::json_pointer(pointer)] = value;
+        return sample.glb();
+    };
+    const auto withPositions = [](float bad) {
+        GltfSample sample;
+        sample.addMesh("m", Json::array({{{"attributes",
+                                           {{"POSITION", sample.add(GltfSample::floatType, 3,
+                                                                    std::vector<float>{
+                                                                        0, 0, 0, 1, 0, 0, 0, bad,
+                                                                        0})}}}}}));
+        return sample.glb();
+    };
+    const std::string good = square.glb();
+    const std::string primitive = "/meshes/0/primitives/0";
+    const std::string deep = "{\"asset\":{\"version\":\"2.0\"},\"extras\":" +
+                             std::string(100000, '[') + std::string(100000, ']') + "}";
+    const struct
+    {
+        const char* name;
+        std::string bytes;
+        const char* message;
+    } cases[] = {
+        {"empty.glb", "", "is no binary glTF"},
+        {"text.glb", square.gltf("a.bin"), "is no binary glTF (is it a text"},
+        {"header.glb", "glTF", "is cut off"},
+        {"cut.glb", good.substr(0, good.size() - 20), "is cut off"},
+        {"first.glb", "glTF\1" + good.substr(5), "of version 1;"},
+        {"chunk.glb", good.substr(0, 12) + "\xFF\xFF\xFF\x7F" + good.substr(16), "is damaged"},
+        {"type.glb", good.substr(0, 16) + "JSOM" + good.substr(20), "without its JSON part"},
+        {"words.gltf", "Once upon a time", "not valid JSON at line 1, column 1"},
+        {"cut.gltf", square.gltf("a.bin").substr(0, 100), "not valid JSON at line"},
+        {"list.gltf", "[1]", "the JSON is no object"},
+        {"other.gltf", "{}", "has no \"asset\""},
+        {"deep.gltf", deep, "more than 200 levels"},
+        {"huge.gltf", "{\"a\":1e999}", "a number that is too large"},
+        {"old.gltf", "{\"asset\":{\"version\":\"1.0\"}}", "of version \"1.0\""},
+        {"nothing.gltf", "{\"asset\":{\"version\":\"2.0\"}}", "holds no triangles"},
+        {"missing.gltf", square.gltf("missing.bin"), "buffer 0 is in another file: "},
+        {"web.gltf", square.gltf("https://example.com/a.bin"), "is not beside the file"},
+        {"device.gltf", square.gltf("../../../../../../../../dev/zero"), "which is no file"},
+        {"base64.gltf", square.gltf("data:;base64,A*A="), "damaged base64"},
+        {"short.gltf", square.gltf("data:;base64,AAAA"), "buffer 0 should have"},
+        {"nouri.gltf", square.finished().dump(), "buffer 0 has no data"},
+        {"buffer.glb", with("/bufferViews/0/buffer", 1), "buffer view 0 has the buffer 1"},
+        {"view.glb", with("/bufferViews/0/byteLength", 100000), "buffer view 0 reaches over"},
+        {"negative.glb", with("/bufferViews/0/byteOffset", -4), "no whole number from 0"},
+        {"accessor.glb", with("/accessors/0/count", 10), "accessor 0 reaches over the end"},
+        {"many.glb", with("/accessors/0/count", 4294967294U), "accessor 0 reaches over the end"},
+        {"more.glb", with("/accessors/0/count", 1e15), "accessor 0 has 1000000000000000 elements"},
+        {"stride.glb", with("/bufferViews/0/byteStride", 8), "larger than the stride"},
+        {"offset.glb", with("/accessors/0/byteOffset", 18446744073709551615U), "accessor 0 has a"},
+        {"component.glb", with("/accessors/0/componentType", 5124), "unknown componentType 5124"},
+        {"kind.glb", with("/accessors/0/type", "VEC9"), "unknown type \"VEC9\""},
+        {"flat.glb", with("/accessors/0/type", "VEC2"), "a POSITION with 2 components"},
+        {"counts.glb", with("/accessors/1/count", 8), "has 9 vertices but 8 of TEXCOORD_0"},
+        {"gone.glb", with("/accessors/0", {{"componentType", 5126}, {"count", 9}, {"type", "VEC3"}}),
+         "a POSITION without data"},
+        {"index.glb", with("/accessors/0/count", 5), "index 8 but only 5 vertices"},
+        {"floats.glb", with((primitive + "/indices").c_str(), 1), "indices of a wrong kind"},
+        {"noindex.glb", with((primitive + "/indices").c_str(), 9), "has the indices 9, which is not"},
+        {"attribute.glb", with((primitive + "/attributes/NORMAL").c_str(), 7),
+         "mesh 0, primitive 0, attributes has the NORMAL 7"},
+        {"mode.glb", with((primitive + "/mode").c_str(), 7), "unknown mode 7"},
+        {"material.glb", with((primitive + "/material").c_str(), 0), "the material 0, which is not"},
+        {"circle.glb", with("/nodes", {{{"children", {1}}}, {{"children", {0}}}}),
+         "its own ancestor"},
+        {"parents.glb", with("/nodes", {{{"children", {1, 1}}}, Json::object()}), "two parents"},
+        {"matrix.glb", with("/nodes", {{{"mesh", 0}, {"matrix", {1, 2}}}}), "no list of 16 numbers"},
+        {"far.glb", with("/nodes", {{{"scale", {1e200, 1, 1}}, {"children", {1}}},
+                                    {{"scale", {1e200, 1, 1}}, {"mesh", 0}}}),
+         "a place that isn't finite"},
+        {"nan.glb", withPositions(std::nanf("")), "a POSITION that isn't finite at vertex 2"},
+        {"inf.glb", withPositions(HUGE_VALF), "a POSITION that isn't finite at vertex 2"},
+        {"draco.glb", with("/extensionsRequired", {"KHR_draco_mesh_compression"}),
+         "is compressed with KHR_draco_mesh_compression"},
+        {"draco2.glb",
+         with((primitive + "/extensions").c_str(),
+              {{"KHR_draco_mesh_compression", Json::object()}}),
+         "is compressed with KHR_draco_mesh_compression"},
+        {"meshopt.glb",
+         with("/bufferViews/0/extensions", {{"EXT_meshopt_compression", Json::object()}}),
+         "is compressed with EXT_meshopt_compression"},
+    };
+    const TempFolder folder;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        try {
+            readGltf(folder.write(c.name, c.bytes));
+            ADD_FAILURE() << "was read";
+        } catch (const FileError& error) {
+            EXPECT_EQ(error.kind(), FileError::Read);
+            EXPECT_THAT(error.what(), HasSubstr(c.message));
+            EXPECT_THAT(error.what(), HasSubstr(std::string(c.name) + ": "));
+            EXPECT_THAT(error.what(), testing::Not(HasSubstr("\n")));
+        }
+    }
+}
+
+TEST(Gltf, FailedWriteLeavesTheOldFiles)
+{
+    const TempFolder folder;
+    const GltfSample sample = plainSquare();
+    folder.write("data.bin", sample.buffer);
+    Document document = readGltf(folder.write("in.gltf", sample.gltf("data.bin")));
+    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+    folder.write("out.gltf", "old");
+    std::filesystem::create_directory(folder / "out.bin");
+    EXPECT_THROW(writeGltf(document, folder / "out.gltf"), FileError);
+    EXPECT_EQ(bytesOf(folder / "out.gltf"), "old");
+    EXPECT_THROW(writeGltf(document, folder / "no/such/folder.glb"), FileError);
+    EXPECT_THROW(writeGltf(document, "/dev/full"), FileError);
+}
+
+} // namespace
