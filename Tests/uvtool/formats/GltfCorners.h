@@ -35,8 +35,8 @@ inline const unsigned char* bytesAt(const tinygltf::Model& model, int view, std:
 
 inline std::uint32_t indexAt(const unsigned char* bytes, int type, std::size_t i)
 {
-    const auto size = static_cast<std::size_t>(tinygltf::GetComponentSizeInBytes(
-        static_cast<std::uint32_t>(type)));
+    const auto size = static_cast<std::size_t>(
+        tinygltf::GetComponentSizeInBytes(static_cast<std::uint32_t>(type)));
     std::uint32_t value = 0;
     std::memcpy(&value, bytes + i * size, size);
     return value;
@@ -66,10 +66,10 @@ inline std::vector<std::string> elements(const tinygltf::Model& model, int index
             const std::uint32_t element =
                 indexAt(bytesAt(model, sparse.indices.bufferView, at(sparse.indices.byteOffset)),
                         sparse.indices.componentType, i);
-            std::memcpy(all.at(element).data(),
-                        bytesAt(model, sparse.values.bufferView,
-                                at(sparse.values.byteOffset) + i * size),
-                        size);
+            std::memcpy(
+                all.at(element).data(),
+                bytesAt(model, sparse.values.bufferView, at(sparse.values.byteOffset) + i * size),
+                size);
         }
     }
     return all;

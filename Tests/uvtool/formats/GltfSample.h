@@ -151,12 +151,17 @@ inline GltfSample fullSample()
 
     std::vector<float> interleaved;
     for (std::size_t v = 0; v < 9; ++v) {
-        interleaved.insert(interleaved.end(), &square.positions[3 * v], &square.positions[3 * v] + 3);
+        interleaved.insert(interleaved.end(), &square.positions[3 * v],
+                           &square.positions[3 * v] + 3);
         interleaved.insert(interleaved.end(), &square.normals[3 * v], &square.normals[3 * v] + 3);
     }
     const std::size_t view = sample.addView(GltfSample::packed(interleaved), 24);
-    Json positions{{"bufferView", view}, {"componentType", GltfSample::floatType}, {"count", 9},
-                   {"type", "VEC3"},     {"min", {0.0, 0.0, 0.0}},                {"max", {2.0, 2.0, 0.0}}};
+    Json positions{{"bufferView", view},
+                   {"componentType", GltfSample::floatType},
+                   {"count", 9},
+                   {"type", "VEC3"},
+                   {"min", {0.0, 0.0, 0.0}},
+                   {"max", {2.0, 2.0, 0.0}}};
     Json normals{{"bufferView", view}, {"byteOffset", 12}, {"componentType", GltfSample::floatType},
                  {"count", 9},         {"type", "VEC3"},   {"name", "normals"}};
     Json attributes{{"POSITION", sample.addAccessor(positions)},
@@ -185,8 +190,8 @@ inline GltfSample fullSample()
     // Three bytes an element, so that a stride keeps them apart.
     std::string padded;
     for (std::size_t v = 0; v < 9; ++v)
-        padded += GltfSample::packed(std::vector<std::int8_t>{odd[3 * v], odd[3 * v + 1],
-                                                              odd[3 * v + 2], std::int8_t{99}});
+        padded += GltfSample::packed(
+            std::vector<std::int8_t>{odd[3 * v], odd[3 * v + 1], odd[3 * v + 2], std::int8_t{99}});
     attributes["_ODD"] = sample.addAccessor({{"bufferView", sample.addView(padded, 4)},
                                              {"componentType", GltfSample::byteType},
                                              {"count", 9},
@@ -195,16 +200,14 @@ inline GltfSample fullSample()
     const std::size_t where = sample.addView(GltfSample::packed(std::vector<std::uint8_t>{2, 4}));
     const std::size_t what =
         sample.addView(GltfSample::packed(std::vector<float>{0, 0, 1, 0.5F, 0, 2}));
-    const std::size_t sparse =
-        sample.addAccessor({{"componentType", GltfSample::floatType},
-                            {"count", 9},
-                            {"type", "VEC3"},
-                            {"sparse",
-                             {{"count", 2},
-                              {"indices",
-                               {{"bufferView", where},
-                                {"componentType", GltfSample::unsignedByteType}}},
-                              {"values", {{"bufferView", what}}}}}});
+    const std::size_t sparse = sample.addAccessor(
+        {{"componentType", GltfSample::floatType},
+         {"count", 9},
+         {"type", "VEC3"},
+         {"sparse",
+          {{"count", 2},
+           {"indices", {{"bufferView", where}, {"componentType", GltfSample::unsignedByteType}}},
+           {"values", {{"bufferView", what}}}}}});
     std::vector<float> moved;
     for (int i = 0; i < 27; ++i)
         moved.push_back(static_cast<float>(i) / 7);
@@ -220,10 +223,12 @@ inline GltfSample fullSample()
                                 {"extras", {{"kept", "yes"}}}}}));
     mesh["weights"] = {0.25, 0.5};
     mesh["extras"] = {{"targetNames", {"a", "b"}}};
-    sample.addMesh("points", Json::array({{{"attributes",
-                                            {{"POSITION", sample.add(GltfSample::floatType, 3,
-                                                                     std::vector<float>{5, 5, 5})}}},
-                                           {"mode", 0}}}));
+    sample.addMesh(
+        "points",
+        Json::array(
+            {{{"attributes",
+               {{"POSITION", sample.add(GltfSample::floatType, 3, std::vector<float>{5, 5, 5})}}},
+              {"mode", 0}}}));
 
     const std::size_t times = sample.add(GltfSample::floatType, 1, std::vector<float>{0, 1});
     const std::size_t moves =
@@ -238,8 +243,9 @@ inline GltfSample fullSample()
     sample.json["animations"] = {
         {{"channels", {{{"sampler", 0}, {"target", {{"node", 1}, {"path", "translation"}}}}}},
          {"samplers", {{{"input", times}, {"output", moves}}}}}};
-    sample.json["images"] = {{{"bufferView", sample.addView("\x89PNG not really an image")},
-                              {"mimeType", "image/png"}}};
+    sample.json["images"] = {
+        {{"bufferView", sample.addView("\x89PNG not really an image")}, {"mimeType", "image/png"}},
+        {{"uri", "missing.png"}}};
     sample.json["textures"] = {{{"source", 0}}};
     sample.json["materials"] = {
         {{"name", "red"},

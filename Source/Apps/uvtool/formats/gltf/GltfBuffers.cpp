@@ -78,6 +78,12 @@ GltfUri parseUri(const std::string& uri)
     return {GltfUri::Beside, file};
 }
 
+std::string uriIn(const Json& owner)
+{
+    const bool hasUri = owner.is_object() && owner.contains("uri") && owner["uri"].is_string();
+    return hasUri ? owner["uri"].get<std::string>() : std::string();
+}
+
 std::string uriOfFile(const fs::path& relative)
 {
     const QString path = QString::fromStdString(relative.generic_string());

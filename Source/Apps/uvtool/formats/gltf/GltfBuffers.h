@@ -27,6 +27,9 @@ struct GltfUri
 
 GltfUri parseUri(const std::string& uri);
 
+/// The address in a buffer or an image; empty when there is none.
+std::string uriIn(const Json& owner);
+
 /// The address of a file beside the glTF.
 std::string uriOfFile(const std::filesystem::path& relative);
 

@@ -167,8 +167,12 @@ void GltfEdit::compactBuffers(std::span<const std::size_t> orphans)
     std::vector<std::vector<ByteRange>> kept(buffers_.size());
     for (std::size_t i = 0; i < model_.views().size(); ++i) {
         const GltfView& view = model_.views()[i];
-        const bool isOrphan = std::binary_search(orphans.begin(), orphans.end(), i);
-        (isOrphan ? freed : kept)[view.buffer].push_back({view.offset, view.offset + view.length});
+        const std::size_t end = view.offset + view.length;
+        // What fills up a view to four bytes goes with it.
+        if (std::binary_search(orphans.begin(), orphans.end(), i))
+            freed[view.buffer].push_back({view.offset, aligned(end)});
+        else
+            kept[view.buffer].push_back({view.offset, end});
     }
     std::vector<BufferCompaction> compactions;
     for (std::size_t b = 0; b < buffers_.size(); ++b) {

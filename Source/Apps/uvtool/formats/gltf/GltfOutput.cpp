@@ -54,7 +54,7 @@ private:
     void planBuffer(std::size_t i)
     {
         Json& buffer = parts_.json["buffers"][i];
-        const std::string uri = buffer.value("uri", std::string());
+        const std::string uri = uriIn(buffer);
         const GltfUri target = parseUri(uri);
         if (!uri.empty() && target.kind == GltfUri::Embedded) {
             if (parts_.isChanged[i])
@@ -76,7 +76,7 @@ private:
 
     void planImage(Json& image) const
     {
-        const std::string uri = image.is_object() ? image.value("uri", std::string()) : "";
+        const std::string uri = uriIn(image);
         const GltfUri target = parseUri(uri);
         if (target.kind != GltfUri::Beside)
             return;
@@ -152,7 +152,7 @@ std::size_t appendView(GltfParts& parts, const std::string& bytes)
 
 void embedImage(GltfParts& parts, Json& image, const fs::path& folder)
 {
-    const std::string uri = image.is_object() ? image.value("uri", std::string()) : "";
+    const std::string uri = uriIn(image);
     const GltfUri target = parseUri(uri);
     if (target.kind != GltfUri::Beside)
         return;

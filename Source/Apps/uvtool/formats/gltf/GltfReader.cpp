@@ -59,6 +59,14 @@ void checkVersion(const Json& json)
         throw GltfError("is a glTF of version \"" + version + "\"; only version 2 can be read");
 }
 
+/// The writer walks through lists that the reader has no use for.
+void checkLists(const Json& json)
+{
+    for (const char* const key : {"accessors", "animations", "buffers", "bufferViews", "images",
+                                  "materials", "meshes", "nodes", "scenes", "skins"})
+        gltfArray(json, key);
+}
+
 void checkCompression(const Json& json)
 {
     for (const Json& extension : gltfArray(json, "extensionsRequired")) {
@@ -88,6 +96,7 @@ void loadParts(const std::filesystem::path& path, GltfPayload& payload)
     }
     payload.json = parseGltfJson(payload.isBinary ? payload.text : payload.file);
     checkVersion(payload.json);
+    checkLists(payload.json);
     checkCompression(payload.json);
     payload.buffers = loadBuffers(payload.json, path.parent_path(), binary);
 }

@@ -85,8 +85,7 @@ bool needsOthers(const Json& json)
 {
     for (const char* const key : {"buffers", "images"}) {
         for (const Json& element : gltfArray(json, key)) {
-            const std::string uri = element.is_object() ? element.value("uri", std::string()) : "";
-            if (parseUri(uri).kind == GltfUri::Beside)
+            if (parseUri(uriIn(element)).kind == GltfUri::Beside)
                 return true;
         }
     }
