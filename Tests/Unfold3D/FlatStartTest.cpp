@@ -16,17 +16,19 @@ struct OpenCase
     IslandMesh mesh;
 };
 
-TEST(FlatStart, LaysOutWhatHasABorder)
+std::vector<OpenCase> openCases()
 {
-    const OpenCase cases[] = {
-        {"one triangle", surfaces::sheetWithHoles(1, 1, [](int, int) { return false; })},
+    return {
+        {"one triangle", surfaces::blades(1)},
         {"a sheet", surfaces::sheet(5, 4)},
         {"steep hills", surfaces::hills(12, 9, 3.0)},
         {"a ring", surfaces::tube(7, 3, 1.0, 0.5)},
+        {"a long tube", surfaces::tube(6, 150, 1.0, 1.0)},
         {"four holes",
          surfaces::sheetWithHoles(
              9, 9, [](int i, int j) { return (i == 2 || i == 6) && (j == 2 || j == 6); })},
         {"a finger", surfaces::finger(8, 10, 1.0, 1.0)},
+        {"a finger that shrinks below doubles", surfaces::finger(6, 200, 1.0, 1.0)},
         {"a spiral", surfaces::spiral(5, 24)},
         {"needles", surfaces::needleFan(200)},
         {"two blades", surfaces::blades(2)},
@@ -36,19 +38,52 @@ TEST(FlatStart, LaysOutWhatHasABorder)
              4, 4, [](int i, int j) { return (i == 1 && j == 1) || (i == 2 && j == 2); })},
         {"a chessboard",
          surfaces::sheetWithHoles(6, 6, [](int i, int j) { return (i + j) % 2 == 1; })},
+        {"all on one point", {std::vector<Vec3>(4), {{0, 1, 2}, {0, 2, 3}}}},
     };
-    for (const OpenCase& c : cases) {
+}
+
+TEST(FlatStart, EveryStartOfWhatHasABorderIsFlipFreeAndDoesNotCrossItself)
+{
+    for (const OpenCase& c : openCases()) {
         SCOPED_TRACE(c.name);
-        const FlatStart start = flatStart(c.mesh, RunControl());
-        EXPECT_EQ(start.obstacle, Obstacle::None);
-        ASSERT_EQ(start.uv.size(), c.mesh.positions.size());
-        EXPECT_EQ(layout::countFlips(c.mesh.triangles, start.uv), 0);
-        EXPECT_EQ(layout::countCrossings(c.mesh.triangles, start.uv), 0);
+        const IslandMesh mesh = surfaces::normalised(c.mesh);
+        const RunControl control;
+        FlatStartFinder finder(mesh, control);
+        EXPECT_EQ(finder.obstacle(), Obstacle::None);
+        int count = 0;
+        while (const std::optional<FlatStart> start = finder.next()) {
+            SCOPED_TRACE(nameOf(start->method));
+            ++count;
+            ASSERT_EQ(start->uv.size(), mesh.positions.size());
+            EXPECT_EQ(layout::countFlips(mesh.triangles, start->uv), 0);
+            EXPECT_EQ(layout::countCrossings(mesh.triangles, start->uv), 0);
+        }
+        EXPECT_GE(count, 1);
+    }
+}
+
+TEST(FlatStart, AFlatIslandIsTakenAsItLies)
+{
+    for (const IslandMesh& mesh : {surfaces::sheet(6, 5), surfaces::spiral(4, 30)}) {
+        const RunControl control;
+        const FlatStart start = flatStart(mesh, control);
+        EXPECT_EQ(start.method, FlatStart::Projected);
+        EXPECT_NEAR(start.distortion, 4.0, 1e-9);
     }
 }
 
 TEST(FlatStart, TellsWhatHasNoPlaceInThePlane)
 {
+    IslandMesh closedWithFlap = surfaces::tetrahedron();
+    closedWithFlap.positions.push_back({5.0, 5.0, 5.0});
+    closedWithFlap.positions.push_back({6.0, 5.0, 5.0});
+    closedWithFlap.triangles.push_back({3, 4, 5});
+
+    IslandMesh twoFansOnADisk = surfaces::sheet(2, 2);
+    twoFansOnADisk.positions.push_back({1.0, 1.0, 2.0});
+    twoFansOnADisk.positions.push_back({2.0, 1.0, 2.0});
+    twoFansOnADisk.triangles.push_back({4, 9, 10}); // 4 lies inside the sheet
+
     struct Case
     {
         const char* name;
@@ -57,14 +92,58 @@ TEST(FlatStart, TellsWhatHasNoPlaceInThePlane)
     };
     const Case cases[] = {
         {"closed", surfaces::tetrahedron(), Obstacle::Closed},
+        {"closed, with a flap at a vertex", closedWithFlap, Obstacle::Closed},
         {"a closed torus", surfaces::torus(8, 6, 0), Obstacle::Closed},
         {"a torus with a hole", surfaces::torus(8, 6, 1), Obstacle::Handle},
+        {"a fan on an inner vertex", twoFansOnADisk, Obstacle::TouchesItself},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const FlatStart start = flatStart(c.mesh, RunControl());
-        EXPECT_EQ(start.obstacle, c.obstacle);
-        EXPECT_TRUE(start.uv.empty());
+        const RunControl control;
+        FlatStartFinder finder(c.mesh, control);
+        EXPECT_EQ(finder.obstacle(), c.obstacle);
+        EXPECT_FALSE(finder.next());
+    }
+}
+
+TEST(FlatStart, AStripThatJoinsTwoBordersOfARingHasNoPlace)
+{
+    // The strip touches vertex 0 of the lower and vertex 6 of the upper border of a tube.
+    IslandMesh mesh = surfaces::tube(6, 2, 1.0, 1.0);
+    const int top = 2 * 6;
+    for (const double z : {0.5, 1.0, 1.5})
+        mesh.positions.push_back({3.0, 0.0, z});
+    mesh.triangles.push_back({0, 18, 19});
+    mesh.triangles.push_back({18, 20, 19});
+    mesh.triangles.push_back({19, 20, top});
+    const RunControl control;
+    EXPECT_EQ(FlatStartFinder(mesh, control).obstacle(), Obstacle::TouchesItself);
+}
+
+TEST(FlatStart, PartsThatTouchInSeveralVerticesFindTheirPlace)
+{
+    // A sheet with a large hole, in which a smaller sheet hangs on the hole's four corners;
+    // numbered so that at each corner the two fans can only lie one way round.
+    IslandMesh mesh = surfaces::sheetWithHoles(
+        5, 5, [](int i, int j) { return i >= 1 && i <= 3 && j >= 1 && j <= 3; });
+    const auto vertexAt = [&](double x, double y) {
+        for (int v = 0; v < mesh.vertexCount(); ++v)
+            if (mesh.positions[static_cast<std::size_t>(v)] == Vec3{x, y, 0.0})
+                return v;
+        return -1;
+    };
+    const int corner[4] = {vertexAt(1, 1), vertexAt(4, 1), vertexAt(4, 4), vertexAt(1, 4)};
+    const int middle = mesh.vertexCount();
+    mesh.positions.push_back({2.5, 2.5, 0.0});
+    for (int i = 0; i < 4; ++i)
+        mesh.triangles.push_back({corner[i], corner[(i + 1) % 4], middle});
+
+    const RunControl control;
+    FlatStartFinder finder(mesh, control);
+    ASSERT_EQ(finder.obstacle(), Obstacle::None);
+    while (const std::optional<FlatStart> start = finder.next()) {
+        EXPECT_EQ(layout::countFlips(mesh.triangles, start->uv), 0);
+        EXPECT_EQ(layout::countCrossings(mesh.triangles, start->uv), 0);
     }
 }
 

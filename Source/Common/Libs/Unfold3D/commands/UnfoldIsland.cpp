@@ -1,7 +1,7 @@
 #include "Unfold3D/commands/UnfoldIsland.h"
 
 #include "Unfold3D/base/DisjointSets.h"
-#include "Unfold3D/base/ExactPredicates.h"
+#include "Unfold3D/base/FlipCheck.h"
 #include "Unfold3D/layout/Placement.h"
 #include "Unfold3D/mesh/IslandSurface.h"
 #include "Unfold3D/start/FlatStart.h"
@@ -82,15 +82,97 @@ std::vector<StraightLine> straightLines(const Session& session, const IslandSurf
     return lines;
 }
 
-bool isFlipFree(const std::vector<Triangle>& triangles, const std::vector<Vec2>& uv)
+/// A result that neither converged nor came below this energy, of which 4 is the least, is tried
+/// again from another start.
+constexpr double hopelessEnergy = 8.0;
+
+/// One way from start to end.
+struct Attempt
 {
-    const auto isFinite = [](Vec2 p) { return std::isfinite(p.x) && std::isfinite(p.y); };
-    return std::all_of(uv.begin(), uv.end(), isFinite) &&
-           std::all_of(triangles.begin(), triangles.end(), [&](const Triangle& t) {
-               return orient2d(uv[static_cast<std::size_t>(t[0])],
-                               uv[static_cast<std::size_t>(t[1])],
-                               uv[static_cast<std::size_t>(t[2])]) > 0;
-           });
+    FlatStart::Method start;
+    std::vector<Vec2> uv; ///< empty when it failed
+    FlattenReport report;
+
+    bool isGood() const
+    {
+        return !uv.empty() && (report.converged || report.energy < hopelessEnergy);
+    }
+    bool isBetterThan(const Attempt& other) const
+    {
+        return !uv.empty() && (other.uv.empty() || report.energy < other.report.energy);
+    }
+};
+
+/// Flattens from one start after the other until a result is good, and returns the best.
+class IslandFlattener
+{
+public:
+    IslandFlattener(const IslandMesh& mesh, std::span<const Vec2> oldLayout,
+                    const FlattenOptions& options, const RunControl& control,
+                    const std::function<void(double)>& progress)
+        : mesh_(mesh), oldLayout_(oldLayout), options_(options), control_(control),
+          progress_(progress), starts_(mesh, control)
+    {}
+
+    Obstacle obstacle() const { return starts_.obstacle(); }
+
+    Attempt run()
+    {
+        std::optional<FlatStart> start = starts_.next();
+        Attempt best = flattenFrom(*start);
+        while (!best.isGood() && (start = starts_.next())) {
+            Attempt attempt = flattenFrom(*start);
+            if (attempt.isBetterThan(best))
+                best = std::move(attempt);
+        }
+        if (best.uv.empty())
+            best = settleFor(flatStart(mesh_, control_));
+        if (options_.straight.empty())
+            turnToExpectedSide(mesh_, oldLayout_, best.uv);
+        return best;
+    }
+
+private:
+    Attempt flattenFrom(FlatStart& start)
+    {
+        turnToExpectedSide(mesh_, oldLayout_, start.uv);
+        FlattenResult flat = flatten(mesh_, std::move(start.uv), options_, control_, progress_);
+        if (!isFlipFree(mesh_.triangles, flat.uv))
+            flat.uv.clear();
+        return {start.method, std::move(flat.uv), std::move(flat.report)};
+    }
+    /// A start itself, at the scale of the surface.
+    Attempt settleFor(FlatStart start) const
+    {
+        double area = 0.0;
+        for (const auto& [a, b, c] : mesh_.triangles)
+            area += 0.5 * doubleArea(start.uv[static_cast<std::size_t>(a)],
+                                     start.uv[static_cast<std::size_t>(b)],
+                                     start.uv[static_cast<std::size_t>(c)]);
+        for (Vec2& p : start.uv)
+            p = (1.0 / std::sqrt(area)) * p;
+        Attempt attempt{start.method, std::move(start.uv), {}};
+        attempt.report.warnings.emplace_back(
+            "The flattening failed; the layout is only a first one, without flipped triangles but "
+            "distorted.");
+        return attempt;
+    }
+
+    const IslandMesh& mesh_;
+    std::span<const Vec2> oldLayout_;
+    const FlattenOptions& options_;
+    const RunControl& control_;
+    const std::function<void(double)>& progress_;
+    FlatStartFinder starts_;
+};
+
+std::string methodsOf(const Attempt& attempt)
+{
+    std::string text = nameOf(attempt.start);
+    text += " start";
+    if (!attempt.report.method.empty())
+        text.append(", ").append(attempt.report.method);
+    return text;
 }
 
 } // namespace
@@ -105,34 +187,20 @@ IslandUnfold unfoldIsland(const Session& session, int island, const FlattenOptio
         return result;
     control.checkpoint();
 
-    FlatStart start = flatStart(surface.mesh, control);
-    result.obstacle = start.obstacle;
-    if (result.obstacle != Obstacle::None)
-        return result;
-    progress(0.1);
-
     result.hadLayout = hasLayout(session, surface.vertices);
     const std::vector<Vec2> old =
         result.hadLayout ? oldLayout(session, surface.vertices) : std::vector<Vec2>();
     FlattenOptions own = options;
     own.straight = straightLines(session, surface);
-    turnToExpectedSide(surface.mesh, old, start.uv);
+    IslandFlattener flattener(surface.mesh, old, own, control, progress);
+    result.obstacle = flattener.obstacle();
+    if (result.obstacle != Obstacle::None)
+        return result;
 
-    FlattenResult flat = flatten(surface.mesh, start.uv, own, control,
-                                 [&](double fraction) { progress(0.1 + 0.9 * fraction); });
-    result.method = std::string(nameOf(start.method)) + " start";
-    result.warnings = std::move(flat.report.warnings);
-    if (isFlipFree(surface.mesh.triangles, flat.uv)) {
-        result.uv = std::move(flat.uv);
-        if (!flat.report.method.empty())
-            result.method += ", " + flat.report.method;
-    } else {
-        result.uv = std::move(start.uv);
-        result.warnings.emplace_back("The flattening failed; the layout is only a first one, "
-                                     "without flipped triangles but distorted.");
-    }
-    if (own.straight.empty())
-        turnToExpectedSide(surface.mesh, old, result.uv);
+    Attempt best = flattener.run();
+    result.method = methodsOf(best);
+    result.warnings = std::move(best.report.warnings);
+    result.uv = std::move(best.uv);
     for (Vec2& p : result.uv)
         p = surface.size * p;
     result.vertices = std::move(surface.vertices);

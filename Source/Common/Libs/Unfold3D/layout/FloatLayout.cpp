@@ -1,6 +1,7 @@
 #include "Unfold3D/layout/FloatLayout.h"
 
 #include "Unfold3D/base/ExactPredicates.h"
+#include "Unfold3D/base/FlipCheck.h"
 #include "Unfold3D/base/OffsetArray.h"
 
 #include <algorithm>
@@ -147,17 +148,6 @@ private:
     OffsetArray<int> cornersOfVertex_;
     double step_;
 };
-
-std::vector<int> flippedTriangles(std::span<const Triangle> triangles, std::span<const Vec2> uv)
-{
-    std::vector<int> flipped;
-    for (std::size_t t = 0; t < triangles.size(); ++t) {
-        const auto& [a, b, c] = triangles[t];
-        if (orient2d(uv[at(a)], uv[at(b)], uv[at(c)]) <= 0)
-            flipped.push_back(static_cast<int>(t));
-    }
-    return flipped;
-}
 
 } // namespace
 

@@ -166,18 +166,18 @@ Obstacle BorderWalk::inspectSheets() const
     for (int loop = 0; loop < sheetLoops.size(); ++loop)
         ++loopCount[sheetOf(sheetLoops[loop].front())];
 
-    Obstacle worst = Obstacle::None;
+    bool hasHandle = false;
     for (int t = 0; t < mesh_.triangleCount(); ++t) {
         if (sheets.find(t) != t)
             continue;
         if (loopCount[at(t)] == 0)
             return Obstacle::Closed;
-        if (twiceEuler[at(t)] != 4 - 2 * loopCount[at(t)])
-            worst = Obstacle::Handle;
+        hasHandle |= twiceEuler[at(t)] != 4 - 2 * loopCount[at(t)];
     }
-    if (worst == Obstacle::None && hasClosedFanBesideOthers())
+    // Euler's formula has missed the closed fans that this asks for.
+    if (hasClosedFanBesideOthers())
         return Obstacle::TouchesItself;
-    return worst;
+    return hasHandle ? Obstacle::Handle : Obstacle::None;
 }
 
 std::vector<int> BorderWalk::walkFrom(int h)

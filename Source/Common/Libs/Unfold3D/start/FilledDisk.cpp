@@ -90,32 +90,47 @@ bool visitsAVertexTwice(std::vector<int> loop)
     return std::adjacent_find(loop.begin(), loop.end()) != loop.end();
 }
 
-/// Lays a ring of new vertices along the right side of a loop, one for each visit of a vertex, and
-/// returns it: a loop again, with the same right side, but one that visits no vertex twice.
+/// Lays a ring of new vertices along the right side of a loop, one for each visit of a vertex. The
+/// ring is a loop again, with the same right side, but visits no vertex twice. Adds the triangles
+/// between the two.
 ///
 ///      v0 -->-- v1          the loop; the island lies above
 ///       |     .  |
 ///      r0 ----- r1          new
-std::vector<int> addRing(FilledDisk& disk, std::span<const int> loop)
+std::vector<int> addRing(std::span<const int> loop, int& vertexCount,
+                         std::vector<Triangle>& triangles)
 {
     std::vector<int> ring(loop.size());
     for (int& vertex : ring)
-        vertex = disk.vertexCount++;
+        vertex = vertexCount++;
     for (std::size_t i = 0; i < loop.size(); ++i) {
         const std::size_t next = (i + 1) % loop.size();
-        disk.triangles.push_back({loop[next], loop[i], ring[i]});
-        disk.triangles.push_back({loop[next], ring[i], ring[next]});
+        triangles.push_back({loop[next], loop[i], ring[i]});
+        triangles.push_back({loop[next], ring[i], ring[next]});
     }
     return ring;
 }
 
-void fillHole(FilledDisk& disk, std::vector<int> loop)
+/// Fills a hole by triangles around a new vertex in its middle, with a ring between where the loop
+/// passes a vertex twice.
+void fillHole(IslandMesh& mesh, std::vector<int> loop)
 {
-    if (visitsAVertexTwice(loop))
-        loop = addRing(disk, loop);
-    const int centre = disk.vertexCount++;
+    constexpr double ringShare = 0.2; // of the way to the middle
+    Vec3 middle;
+    for (const int v : loop)
+        middle = middle + positionOf(mesh, v);
+    middle = (1.0 / static_cast<double>(loop.size())) * middle;
+
+    if (visitsAVertexTwice(loop)) {
+        for (const int v : loop)
+            mesh.positions.push_back((1.0 - ringShare) * positionOf(mesh, v) + ringShare * middle);
+        int vertexCount = mesh.vertexCount() - static_cast<int>(loop.size());
+        loop = addRing(loop, vertexCount, mesh.triangles);
+    }
+    const int centre = mesh.vertexCount();
+    mesh.positions.push_back(middle);
     for (std::size_t i = 0; i < loop.size(); ++i)
-        disk.triangles.push_back({loop[(i + 1) % loop.size()], loop[i], centre});
+        mesh.triangles.push_back({loop[(i + 1) % loop.size()], loop[i], centre});
 }
 
 } // namespace
@@ -123,17 +138,18 @@ void fillHole(FilledDisk& disk, std::vector<int> loop)
 FilledDisk fillToDisk(const IslandMesh& mesh, const OffsetArray<int>& loops)
 {
     FilledDisk disk;
-    disk.vertexCount = mesh.vertexCount();
-    disk.triangles = mesh.triangles;
+    disk.filled = mesh;
     const int outer = findOuterLoop(mesh, loops);
     for (int i = 0; i < loops.size(); ++i)
         if (i != outer)
-            fillHole(disk, verticesOf(mesh, loops[i]));
+            fillHole(disk.filled, verticesOf(mesh, loops[i]));
 
+    disk.vertexCount = disk.filled.vertexCount();
+    disk.triangles = disk.filled.triangles;
     disk.outline = verticesOf(mesh, loops[outer]);
     disk.outlineLengths = edgeLengths(mesh, disk.outline);
     if (visitsAVertexTwice(disk.outline))
-        disk.outline = addRing(disk, disk.outline);
+        disk.outline = addRing(disk.outline, disk.vertexCount, disk.triangles);
     return disk;
 }
 

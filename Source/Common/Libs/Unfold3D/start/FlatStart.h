@@ -4,38 +4,78 @@
 #include "Unfold3D/base/Obstacle.h"
 #include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/base/Vec.h"
+#include "Unfold3D/start/ConvexMap.h"
+#include "Unfold3D/start/FilledDisk.h"
 
+#include <array>
+#include <optional>
 #include <vector>
 
 namespace unfold3d
 {
 
-/// A first layout of an island, to be improved by parameterisation/Flatten.h.
+/// A first layout of an island, to be improved by parameterisation/Flatten.h: every triangle has a
+/// positive area by an exact test, and the border does not cross itself. Nothing is promised about
+/// scale.
 struct FlatStart
 {
     /// Which map it came from.
     enum Method : std::int8_t
     {
-        Harmonic, ///< the island as an elastic skin in a round frame
-        Balanced, ///< the same, softened where it comes out too small
-        Grid      ///< a drawing of the connections alone, which no shape can upset
+        Projected, ///< seen along its mean normal
+        Harmonic,  ///< as an elastic skin in a round frame
+        Balanced,  ///< the same, softened where it comes out too small
+        Filled,    ///< flattened together with what fills its holes
+        Grid       ///< a drawing of the connections alone, which no shape can upset
     };
 
-    Obstacle obstacle = Obstacle::None; ///< why there is none; then uv is empty
-    Method method = Harmonic;
-    std::vector<Vec2> uv; ///< [vertex]
+    Method method = Projected;
+    double distortion = 0.0; ///< symmetric Dirichlet energy at its best scale, mean over the area
+    std::vector<Vec2> uv;    ///< [vertex]
 };
 
 /// A name for a report.
 const char* nameOf(FlatStart::Method method);
 
-/// Lays an island into the plane: every triangle has a positive area by an exact test, and the
-/// border does not cross itself. Holes, any number of border loops, and fans that meet in a vertex
-/// only are fine. What can't be laid out tells why; there is no other way to fail.
+/// Finds starts for one island, those first that promise the quickest way to a good layout. Holes,
+/// any number of border loops, and fans that meet in a vertex only are fine.
 ///
-/// Nothing is promised about distortion and scale. The first method that does well serves; where
-/// none does, the one with the least distortion. Time is that of one to five sparse factorisations.
-/// Throws Stopped.
+/// The first start costs a pass over the mesh where the island is flat or nearly so, else a sparse
+/// factorisation, else up to five of them and, where there are holes, a flattening.
+class FlatStartFinder
+{
+public:
+    /// Both are kept by reference.
+    FlatStartFinder(const IslandMesh& mesh, const RunControl& control);
+
+    /// Why there is no start: Closed, Handle or TouchesItself. With None there is at least one.
+    Obstacle obstacle() const { return obstacle_; }
+
+    /// The next start, or nothing when there are no more. Throws Stopped.
+    std::optional<FlatStart> next();
+
+private:
+    std::optional<FlatStart> tryProjected() const;
+    std::optional<FlatStart> tryHarmonic();
+    std::optional<FlatStart> tryFilled();
+    std::optional<FlatStart> trySprung();
+    FlatStart drawGrid() const;
+    void balance();
+    /// A map of the disk, measured on the island; nothing when it is no embedding.
+    std::optional<FlatStart> measured(FlatStart::Method method, std::vector<Vec2> uv) const;
+    FlatStart withoutFilling(FlatStart ofDisk) const;
+
+    const IslandMesh& mesh_;
+    const RunControl& control_;
+    Obstacle obstacle_ = Obstacle::None;
+    FilledDisk disk_;
+    std::optional<ConvexMapper> mapper_; ///< made when first needed
+    std::vector<std::array<double, 3>> springs_;
+    std::optional<FlatStart> sprung_; ///< the best that springs gave; uv [vertex of the disk]
+    int stage_ = 0;
+};
+
+/// The first start of an island without an obstacle.
 FlatStart flatStart(const IslandMesh& mesh, const RunControl& control);
 
 } // namespace unfold3d
