@@ -63,7 +63,7 @@ TEST_F(SolverProgress, EachPhaseFillsItsShareOfTheRun)
             return RecordingSolver::nothing();
         });
     const auto fractionsOf = [&](kyUVTypes::ReturnCode) { return std::exchange(fractions, {}); };
-    const auto areAbout = [](std::vector<double> expected) {
+    const auto areAbout = [](const std::vector<double>& expected) {
         return testing::Pointwise(testing::DoubleNear(1e-9), expected);
     };
     EXPECT_THAT(fractionsOf(unfold({.pack = &packSettings})),

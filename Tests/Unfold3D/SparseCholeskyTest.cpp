@@ -63,7 +63,7 @@ BlockMatrix randomMatrix(const SymbolicCholesky& symbolic, int blockSize, unsign
             rowSum[static_cast<std::size_t>(symbolic.entryRows[static_cast<std::size_t>(e)])] +=
                 2.0;
         }
-    const auto square = static_cast<std::size_t>(blockSize * blockSize);
+    const std::size_t square = blockSize == 2 ? 4 : 1;
     for (std::size_t j = 0; j < static_cast<std::size_t>(n); ++j) {
         matrix.diagonal[j * square] = rowSum[j];
         if (blockSize == 2) {
@@ -78,12 +78,15 @@ Eigen::MatrixXd dense(const SymbolicCholesky& symbolic, const BlockMatrix& matri
 {
     const int b = matrix.blockSize;
     const int n = symbolic.size();
+    const auto at = [b](int block, int row, int column) {
+        const int place = (block * b + row) * b + column;
+        return static_cast<std::size_t>(place);
+    };
     Eigen::MatrixXd result = Eigen::MatrixXd::Zero(n * b, n * b);
     for (int j = 0; j < n; ++j) {
         for (int r = 0; r < b; ++r)
             for (int c = 0; c < b; ++c)
-                result(j * b + r, j * b + c) =
-                    matrix.diagonal[static_cast<std::size_t>((j * b + r) * b + c)];
+                result(j * b + r, j * b + c) = matrix.diagonal[at(j, r, c)];
         for (int e = symbolic.columnOffsets[static_cast<std::size_t>(j)];
              e < symbolic.columnOffsets[static_cast<std::size_t>(j) + 1]; ++e)
         {
@@ -91,7 +94,7 @@ Eigen::MatrixXd dense(const SymbolicCholesky& symbolic, const BlockMatrix& matri
             for (int r = 0; r < b; ++r)
                 for (int c = 0; c < b; ++c)
                     result(i * b + r, j * b + c) = result(j * b + c, i * b + r) =
-                        matrix.lower[static_cast<std::size_t>((e * b + r) * b + c)];
+                        matrix.lower[at(e, r, c)];
         }
     }
     return result;

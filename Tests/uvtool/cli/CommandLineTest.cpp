@@ -96,7 +96,7 @@ TEST(Info, CountsWhatEachGeometryHolds)
     EXPECT_EQ(first["triangles"], 2);
     EXPECT_EQ(first["islands"], 1);
     EXPECT_EQ(first["borderEdges"], 4);
-    EXPECT_EQ(first["slots"], nlohmann::json({0}));
+    EXPECT_EQ(first["slots"], nlohmann::json::parse("[0]"));
     EXPECT_EQ(first["check"]["sound"], true);
     EXPECT_FLOAT_EQ(first["check"]["area"], 0.25);
 

@@ -76,10 +76,9 @@ TEST(Obj, CornersAgreeWithAnIndependentReader)
         std::vector<double> expected;
         for (const tinyobj::shape_t& shape : theirs.GetShapes()) {
             for (const tinyobj::index_t& index : shape.mesh.indices) {
-                for (int k = 0; k < 3; ++k)
-                    expected.push_back(
-                        theirs.GetAttrib()
-                            .vertices[static_cast<std::size_t>(3 * index.vertex_index + k)]);
+                const float* position =
+                    &theirs.GetAttrib().vertices[3 * static_cast<std::size_t>(index.vertex_index)];
+                expected.insert(expected.end(), position, position + 3);
             }
         }
         std::vector<double> actual;

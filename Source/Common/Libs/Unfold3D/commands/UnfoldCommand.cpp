@@ -135,6 +135,7 @@ void place(const Session& session, std::vector<IslandUnfold>& results)
             continue;
         }
         std::vector<Vec2> old;
+        old.reserve(result.vertices.size());
         for (const int v : result.vertices)
             old.push_back(session.uvs[static_cast<std::size_t>(v)]);
         moveMiddleTo(boxAround(old).middle(), static_cast<int>(result.triangles.size()), result.uv);
