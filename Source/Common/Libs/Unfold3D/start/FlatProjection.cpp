@@ -49,7 +49,7 @@ std::optional<std::vector<Vec2>> flatProjection(const IslandMesh& mesh)
     if (!isFlipFree(mesh.triangles, uv))
         return std::nullopt;
     const Border border(mesh);
-    if (doesBorderCross(border, borderPositions(border, uv, {})))
+    if (doesBorderCross(border, borderPositions(border, {uv})))
         return std::nullopt;
     return uv;
 }
