@@ -1,6 +1,7 @@
 #include "document/Format.h"
 
 #include "document/Extension.h"
+#include "formats/assimp/AssimpFormat.h"
 #include "formats/gltf/GltfFormat.h"
 #include "formats/obj/ObjFormat.h"
 
@@ -22,8 +23,11 @@ struct Format
     FormatTraits traits;
 };
 
+/// Those that can be written too. All others are for the Assimp library to read.
 constexpr std::array formats{
     Format{".obj", readObj, writeObj, {true, 1, false}},
+    Format{".glb", readGltf, writeGltf, {true, slotCount, true}},
+    Format{".gltf", readGltf, writeGltf, {true, slotCount, true}},
 };
 
 const Format* formatOf(const std::filesystem::path& path)
@@ -39,10 +43,10 @@ const Format* formatOf(const std::filesystem::path& path)
 Document readDocument(const std::filesystem::path& path)
 {
     const Format* const format = formatOf(path);
-    if (format == nullptr)
+    if (format == nullptr && !isAssimpFormat(path))
         throw FileError(FileError::Read, path,
-                        "a file of an unknown kind; give " + writableExtensions());
-    Document document = format->read(path);
+                        "a file of an unknown kind; give an OBJ, glTF, PLY, STL or FBX file");
+    Document document = format != nullptr ? format->read(path) : readAssimp(path);
     document.path = path;
     return document;
 }

@@ -1,0 +1,133 @@
+#include "uvtool/TempFolder.h"
+#include "uvtool/formats/GltfSample.h"
+
+#include "document/Format.h"
+#include "document/Transform.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace uvtool;
+
+/// Everything that both formats hold, corner by corner in the order of the triangles.
+struct CornerList
+{
+    std::vector<Vec3d> positions;
+    std::vector<Vec2f> uvs;
+    std::vector<Vec3d> normals;
+    std::vector<std::string> materials;
+
+    explicit CornerList(const Document& document)
+    {
+        for (const DocumentGeometry& geometry : document.geometries)
+            add(document, geometry);
+    }
+
+    void add(const Document& document, const DocumentGeometry& geometry)
+    {
+        for (std::size_t i = 0; i < geometry.triangles.size(); ++i) {
+            const std::uint32_t corner = geometry.triangles[i];
+            positions.push_back(toScene(geometry.toWorld, geometry.positions.at(corner)));
+            uvs.push_back(geometry.uvs[0].has(corner) ? geometry.uvs[0].at(corner) : Vec2f{});
+            if (geometry.normals.has(corner))
+                normals.push_back(normalToScene(geometry.toWorld, geometry.normals.at(corner)));
+            const std::uint32_t polygon = geometry.polygonOfTriangle[i / 3];
+            if (!geometry.materialOfPolygon.empty() && geometry.materialOfPolygon[polygon] >= 0)
+                materials.push_back(
+                    document
+                        .materials[static_cast<std::size_t>(geometry.materialOfPolygon[polygon])]
+                        .name);
+        }
+    }
+};
+
+void expectSame(const CornerList& a, const CornerList& b)
+{
+    EXPECT_EQ(a.positions, b.positions);
+    EXPECT_EQ(a.uvs, b.uvs);
+    EXPECT_EQ(a.normals, b.normals);
+    EXPECT_EQ(a.materials, b.materials);
+}
+
+const char* const object = "v 0 0 0 1 0 0\nv 1 0 0 0 1 0\nv 1 1 0 0 0 1\nv 0 1 0 1 1 1\nv 2 3 4\n"
+                           "vt 0.25 0.5\nvt 0.75 0.5\nvt 0.75 1\nvt 0.25 1\nvn 0 0 1\nvn 1 0 0\n"
+                           "o first part\nusemtl red\nf 1/1/1 2/2/1 3/3/1 4/4/1\n"
+                           "usemtl blue\nf 3/1/2 2/1/2 5/2/1\no second\nf 1/1/1 3/3/2 5/3/1\n";
+
+TEST(Conversion, ObjToGltfAndBack)
+{
+    for (const char* const name : {"out.glb", "out.gltf"}) {
+        SCOPED_TRACE(name);
+        const TempFolder folder;
+        const Document obj = readDocument(folder.write("in.obj", object));
+        writeDocument(obj, folder / name);
+        const Document gltf = readDocument(folder / name);
+        expectSame(CornerList(gltf), CornerList(obj));
+        EXPECT_THAT(gltf.geometries.at(0).name, testing::StartsWith("first part"));
+        EXPECT_EQ(gltf.geometries.at(0).colors.at(1), (Vec4f{0, 1, 0, 1}));
+
+        writeDocument(gltf, folder / "back.obj");
+        expectSame(CornerList(readDocument(folder / "back.obj")), CornerList(obj));
+    }
+}
+
+TEST(Conversion, CornersWithoutAValueAreFilledUp)
+{
+    const TempFolder folder;
+    const Document obj =
+        readDocument(folder.write("in.obj", "v 0 0 0\nv 2 0 0\nv 0 2 0\nv 0 0 2\nvt 1 1\nvn 1 0 0\n"
+                                            "f 1/1/1 2/1/1 3\nf 1 2 4\n"));
+    writeDocument(obj, folder / "out.glb");
+    const DocumentGeometry geometry = readDocument(folder / "out.glb").geometries.at(0);
+    EXPECT_EQ(geometry.uvs[0].at(0), (Vec2f{1, 1}));
+    EXPECT_EQ(geometry.uvs[0].at(2), (Vec2f{0, 1}));
+    EXPECT_EQ(geometry.normals.at(0), (Vec3f{1, 0, 0}));
+    EXPECT_EQ(geometry.normals.at(2), (Vec3f{0, 0, 1}));
+    EXPECT_EQ(geometry.normals.at(5), (Vec3f{0, -1, 0}));
+}
+
+TEST(Conversion, TransformsAndOtherSlotsGoAlong)
+{
+    const TempFolder folder;
+    GltfSample sample = fullSample();
+    const Document in = readDocument(folder.write("in.glb", sample.glb()));
+    writeDocument(in, folder / "out.obj");
+    const Document obj = readDocument(folder / "out.obj");
+    expectSame(CornerList(obj), CornerList(in));
+    EXPECT_EQ(obj.geometries.at(0).positions.at(0), (Vec3d{10, 0, 0}));
+
+    Document plain = in;
+    plain.payload = nullptr;
+    writeDocument(plain, folder / "plain.glb");
+    const Document again = readDocument(folder / "plain.glb");
+    expectSame(CornerList(again), CornerList(in));
+    EXPECT_EQ(again.geometries.at(0).uvs[1].at(1), in.geometries.at(0).uvs[1].at(1));
+}
+
+TEST(Conversion, ReadMeshesSurviveTheWayThroughGltf)
+{
+    for (const char* const name : {"spot.obj", "milk_truck.obj"}) {
+        const std::filesystem::path path = std::filesystem::path(KYUV_MESHES) / name;
+        if (!std::filesystem::exists(path))
+            GTEST_SKIP() << "no meshes in " KYUV_MESHES;
+        const TempFolder folder;
+        const Document obj = readDocument(path);
+        writeDocument(obj, folder / "out.glb");
+        const CornerList before(obj);
+        const CornerList after(readDocument(folder / "out.glb"));
+        ASSERT_EQ(after.positions.size(), before.positions.size());
+        for (std::size_t i = 0; i < before.positions.size(); ++i) {
+            for (std::size_t k = 0; k < 3; ++k)
+                ASSERT_EQ(after.positions[i][k],
+                          static_cast<double>(static_cast<float>(before.positions[i][k])));
+            // Turning v rounds it twice.
+            ASSERT_EQ(after.uvs[i][0], before.uvs[i][0]);
+            ASSERT_NEAR(after.uvs[i][1], before.uvs[i][1], 1.2e-7);
+        }
+    }
+}
+
+} // namespace
