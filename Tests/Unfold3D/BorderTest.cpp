@@ -194,8 +194,13 @@ TEST(BorderBarrier, AMoveThatEatsUpAGapIsUnfair)
     const BorderBarrier barrier(wide.border, 0.05, 1.0);
     EXPECT_TRUE(barrier.isFairMove(wide.positions(), Gap(0.03).positions()));
     EXPECT_FALSE(barrier.isFairMove(wide.positions(), Gap(0.001).positions()));
-    EXPECT_NEAR(barrier.leastGap(Gap(0.01).positions()), 0.2, 0.02);
-    EXPECT_EQ(barrier.leastGap(Gap(0.2).positions()), 1.0);
+}
+
+TEST(BorderBarrier, MeasuresTheLeastDistanceWithinItsReach)
+{
+    const Gap gap(0.01);
+    EXPECT_NEAR(BorderBarrier(gap.border, 0.05, 1.0).leastDistance(gap.positions()), 0.01, 1e-3);
+    EXPECT_EQ(BorderBarrier(gap.border, 0.005, 1.0).leastDistance(gap.positions()), 0.005);
 }
 
 } // namespace

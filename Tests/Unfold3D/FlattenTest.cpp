@@ -97,6 +97,26 @@ TEST(Flatten, ADisjointOverlapIsPreventedOnRequest)
     EXPECT_LT(apart.report.energy, 5.0);
 }
 
+TEST(Flatten, KeepsTheRoomThatIsAskedFor)
+{
+    constexpr int sides = 40;
+    constexpr int rings = 4;
+    const IslandMesh mesh = surfaces::normalised(surfaces::cutCone(1.5, sides, rings));
+    for (const double room : {0.003, 0.03}) {
+        FlattenOptions options;
+        options.roomSpace = room;
+        const FlattenResult result = flattenFromStart(mesh, options);
+        expectSound(mesh, result);
+        // The sides of the cut, where they are not too near the tip, in which they meet.
+        for (int ring = 2; ring <= rings; ++ring)
+            for (int other = 2; other <= rings; ++other) {
+                const int right = (ring - 1) * (sides + 1) + 1;
+                const int left = (other - 1) * (sides + 1) + 1 + sides;
+                EXPECT_GE(length(result.uv[at(left)] - result.uv[at(right)]), room);
+            }
+    }
+}
+
 TEST(Flatten, MoreIterationsNeverEndHigherAndMinusOneGoesOnToRounding)
 {
     const IslandMesh mesh = surfaces::normalised(surfaces::hills(14, 11, 2.0));
@@ -240,6 +260,16 @@ TEST(Flatten, HandsBackAStartThatItCannotUse)
         EXPECT_EQ(result.uv[0], start[0]);
         EXPECT_FALSE(result.report.converged);
     }
+
+    // Flipped nowhere, but lying over itself.
+    const IslandMesh cone = surfaces::normalised(surfaces::cutCone(1.5, 20, 2));
+    FlattenOptions options;
+    options.preventBorderCrossings = false;
+    const std::vector<Vec2> crossing = flattenFromStart(cone, options).uv;
+    const FlattenResult result = flatten(cone, crossing, {}, control, {});
+    EXPECT_EQ(result.uv, crossing);
+    EXPECT_EQ(result.report.warnings.size(), 1U);
+    EXPECT_TRUE(flatten(cone, crossing, options, control, {}).report.converged);
 }
 
 /// A start in which everything but one corner is squeezed together, by a factor a row.

@@ -105,11 +105,12 @@ bool BorderBarrier::isFairMove(std::span<const Vec2> before, std::span<const Vec
     return isFair;
 }
 
-double BorderBarrier::leastGap(std::span<const Vec2> positions) const
+double BorderBarrier::leastDistance(std::span<const Vec2> positions) const
 {
-    double least = 1.0;
+    double least = reach_;
     forEachContact(positions, 1.0, [&](const BorderGap& gap, double reach) {
-        least = std::min(least, gap.distance / reach);
+        if (reach == reach_)
+            least = std::min(least, gap.distance);
     });
     return least;
 }

@@ -41,8 +41,9 @@ public:
     /// up nearly all of it leaves the barrier too steep for the next step.
     bool isFairMove(std::span<const Vec2> before, std::span<const Vec2> after) const;
 
-    /// Least distance of pieces that face each other as a share of the reach, at most 1.
-    double leastGap(std::span<const Vec2> positions) const;
+    /// Least distance of pieces that face each other, of those for which the whole reach counts;
+    /// at most the reach.
+    double leastDistance(std::span<const Vec2> positions) const;
 
 private:
     template <class Visit>

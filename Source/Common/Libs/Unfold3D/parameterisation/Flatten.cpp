@@ -17,6 +17,11 @@ namespace
 /// Reach and pressure of the barrier that keeps the border from crossing, in a layout of area 1.
 constexpr double plainReach = 1e-3;
 constexpr double plainPressure = 1.0;
+/// Room that is asked for is kept by a barrier of a longer reach, whose pressure rises by this
+/// factor as long as pieces of the border are nearer.
+constexpr double reachPerRoom = 2.0;
+constexpr double pressureGrowth = 8.0;
+constexpr double lastPressure = 1000.0;
 
 /// Lines are drawn straight with a stiffness that rises by this factor until they nearly are.
 constexpr double firstPull = 10.0;
@@ -65,11 +70,17 @@ public:
     Flattening(const IslandMesh& mesh, std::vector<Vec2> start, const FlattenOptions& options,
                const RunControl& control, const std::function<void(double)>& progress)
         : mesh_(mesh), options_(options), control_(control), progress_(progress), border_(mesh),
-          minimiser_(mesh), stop_(stopRule(options.iterations)), uv_(std::move(start))
+          minimiser_(mesh), stop_(stopRule(options.iterations)),
+          reach_(std::max(plainReach, reachPerRoom * options.roomSpace)), uv_(std::move(start))
     {}
 
     FlattenResult run()
     {
+        if (!isLegal(uv_)) {
+            report_.warnings.emplace_back("The first layout has flipped triangles or a border that "
+                                          "crosses itself; it was left as it is.");
+            return {std::move(uv_), std::move(report_)};
+        }
         StraightLines lines(mesh_, options_.straight, report_.warnings);
         if (options_.iterations != 0)
             minimise(lines.count() > 0 ? 0.5 : 1.0);
@@ -107,12 +118,25 @@ private:
             for (std::size_t v = 0; v < clean.size(); ++v)
                 clean[v] = layout.at(static_cast<int>(v));
         });
-        if (!options_.preventBorderCrossings || !doesBorderCross(border_, borderOf(uv_)))
+        if (!options_.preventBorderCrossings)
             return;
-        uv_ = std::move(clean);
+        if (doesBorderCross(border_, borderOf(uv_)))
+            uv_ = std::move(clean);
+        else if (isRoomKept())
+            return;
         report_.method += ", border barrier";
-        const BorderBarrier barrier(border_, plainReach, plainPressure);
-        step({.barrier = &barrier}, stop_, middle, progressEnd, {});
+        for (;; pressure_ *= pressureGrowth) {
+            const BorderBarrier barrier(border_, reach_, pressure_);
+            step({.barrier = &barrier}, stop_, middle, progressEnd, {});
+            if (isRoomKept() || pressure_ * pressureGrowth > lastPressure)
+                break;
+        }
+    }
+
+    bool isRoomKept() const
+    {
+        return BorderBarrier(border_, reach_, pressure_).leastDistance(borderOf(uv_)) >=
+               options_.roomSpace;
     }
 
     /// Draws the lines straight with rising force, until moving the vertices onto them flips
@@ -121,7 +145,7 @@ private:
     {
         report_.method += report_.method.empty() ? "straight lines" : ", straight lines";
         turn(uv_, lines.bestTurn(uv_));
-        const BorderBarrier barrier(border_, plainReach, plainPressure);
+        const BorderBarrier barrier(border_, reach_, pressure_);
         LayoutRules rules;
         rules.barrier = options_.preventBorderCrossings ? &barrier : nullptr;
         rules.lines = &lines;
@@ -215,6 +239,8 @@ private:
     const Border border_;
     LayoutMinimiser minimiser_;
     const StopRule stop_;
+    const double reach_; ///< of the barrier
+    double pressure_ = plainPressure;
     std::vector<Vec2> uv_;
     double reported_ = 0.0;
     FlattenReport report_;
@@ -227,13 +253,6 @@ FlattenResult flatten(const IslandMesh& mesh, std::vector<Vec2> start,
                       const std::function<void(double)>& progress)
 {
     control.checkpoint();
-    if (!isFlipFree(mesh, start)) {
-        FlattenResult result;
-        result.uv = std::move(start);
-        result.report.warnings.emplace_back(
-            "The first layout has flipped triangles; it was left as it is.");
-        return result;
-    }
     return Flattening(mesh, std::move(start), options, control, progress).run();
 }
 
