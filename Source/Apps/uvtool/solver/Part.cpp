@@ -4,6 +4,23 @@
 
 namespace uvtool
 {
+namespace
+{
+
+/// Triangles without an area have to turn as most of their island does: rounding must not make
+/// flipped ones of them.
+void turnFlatOnesWithTheirIsland(Part& part)
+{
+    const Islands islands = findIslands(part.mesh.triangles, part.mesh.vertexCount());
+    std::vector<std::ptrdiff_t> sum(islands.count(), 0);
+    for (std::size_t t = 0; t < part.turns.size(); ++t)
+        sum[static_cast<std::size_t>(islands.ofTriangle[t])] += part.turns[t];
+    for (std::size_t t = 0; t < part.turns.size(); ++t)
+        if (part.turns[t] == 0)
+            part.turns[t] = sum[static_cast<std::size_t>(islands.ofTriangle[t])] < 0 ? -1 : 1;
+}
+
+} // namespace
 
 Part makePart(const DocumentGeometry& geometry, std::size_t number, const Survey& survey)
 {
@@ -23,6 +40,7 @@ void takeUVs(Part& part, const DocumentGeometry& geometry, std::size_t slot)
     for (const std::uint32_t corner : part.mesh.cornerOfVertex)
         part.uvs.push_back(geometry.uvs[slot].at(corner));
     part.turns = turnsOf(part.mesh.triangles, part.uvs);
+    turnFlatOnesWithTheirIsland(part);
 }
 
 void leaveOut(Part& part, const Islands& islands, const std::vector<char>& isLeftOut)

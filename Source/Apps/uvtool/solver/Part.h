@@ -19,7 +19,7 @@ struct Part
     SolverFrame frame;              ///< of the positions in the scene
     std::vector<Vec3f> positions;   ///< [vertex of mesh] in that frame
     std::vector<Vec2f> uvs;         ///< [vertex of mesh]
-    std::vector<std::int8_t> turns; ///< [triangle of mesh] how it has to turn: 1, -1, or 0 for any
+    std::vector<std::int8_t> turns; ///< [triangle of mesh] how it has to turn: 1 or -1
 
     bool isEmpty() const { return mesh.triangleCount() == 0; }
 };
