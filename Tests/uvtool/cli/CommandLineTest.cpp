@@ -174,6 +174,8 @@ TEST(Input, BadFilesGiveOneLineAndTheirStatus)
         {"cut.obj", corners + "f 1 2", "is the file complete?"},
         {"binary.obj", std::string("\0\1\2\3glTF\xff", 9), "no faces"},
         {"kind.step", corners, "unknown kind"},
+        {"text.glb", corners, "no binary glTF"},
+        {"text.gltf", corners, "text.gltf"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);

@@ -242,6 +242,21 @@ TEST(Unfold, OutputsThatCannotBeWrittenFailBeforeTheWork)
     }
 }
 
+TEST(Unfold, EveryFormatHoldsTheValuesThatWereChecked)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(7).text());
+    for (const char* const name : {"out.obj", "out.gltf", "out.glb"}) {
+        SCOPED_TRACE(name);
+        const ToolRun run = runTool({"unfold", in, "-o", folder / name, "--json"});
+        ASSERT_EQ(run.status, Done) << run.err;
+        nlohmann::json checked = run.json()["check"];
+        nlohmann::json written = infoOf(folder / name)["check"];
+        for (const char* const key : {"bounds", "area", "triangles", "sound"})
+            EXPECT_EQ(checked[key], written[key]) << key;
+    }
+}
+
 TEST(Unfold, DrawsTheLayout)
 {
     const TempFolder folder;
