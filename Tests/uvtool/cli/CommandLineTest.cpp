@@ -173,7 +173,7 @@ TEST(Input, BadFilesGiveOneLineAndTheirStatus)
         {"infinite.obj", "v 0 0 1e400\n" + corners + "f 1 2 3\n", "line 1"},
         {"cut.obj", corners + "f 1 2", "is the file complete?"},
         {"binary.obj", std::string("\0\1\2\3glTF\xff", 9), "no faces"},
-        {"kind.step", corners, "unknown kind"},
+        {"kind.meshes", corners, "unknown kind"},
         {"text.glb", corners, "no binary glTF"},
         {"text.gltf", corners, "text.gltf"},
     };

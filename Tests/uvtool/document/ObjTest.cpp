@@ -76,7 +76,7 @@ TEST(Obj, CornersAgreeWithAnIndependentReader)
         std::vector<double> expected;
         for (const tinyobj::shape_t& shape : theirs.GetShapes()) {
             for (const tinyobj::index_t& index : shape.mesh.indices) {
-                const float* position =
+                const tinyobj::real_t* position =
                     &theirs.GetAttrib().vertices[3 * static_cast<std::size_t>(index.vertex_index)];
                 expected.insert(expected.end(), position, position + 3);
             }
