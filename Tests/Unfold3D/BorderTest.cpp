@@ -152,7 +152,7 @@ struct Gap
 RC_GTEST_PROP(BorderBarrier, SpringsHaveTheSlopeOfTheEnergy, (unsigned seed))
 {
     std::mt19937 random(seed);
-    Gap gap(std::uniform_real_distribution<double>(0.005, 0.045)(random));
+    Gap gap(std::pow(10.0, std::uniform_real_distribution<double>(-5.0, -1.35)(random)));
     const BorderBarrier barrier(gap.border, 0.05, 2.0);
     RC_ASSERT(barrier.energy(gap.positions()) > 0.0);
 

@@ -13,20 +13,29 @@ namespace
 /// this slope before its sides feel each other.
 constexpr double reachPerWay = 0.2;
 
-// The barrier as a function of x = distance / reach, for 0 < x < 1.
-double barrierValue(double x)
+/// The barrier's value and derivatives at x = distance / reach < 1: -(x - 1)^2 ln x, and below a
+/// small x the parabola that continues it. A gap that begins with next to nothing is open after one
+/// Newton step then, where the logarithm would let it double with each.
+struct Barrier
 {
-    return -(x - 1.0) * (x - 1.0) * std::log(x);
-}
-double barrierSlope(double x)
-{
-    return -(x - 1.0) * (2.0 * std::log(x) + (x - 1.0) / x);
-}
-double barrierCurvature(double x)
-{
-    const double y = (x - 1.0) / x;
-    return y * (y - 4.0) - 2.0 * std::log(x);
-}
+    double value;
+    double slope;
+    double curvature;
+
+    explicit Barrier(double x)
+    {
+        constexpr double parabolaEnd = 0.02;
+        const double inside = std::max(x, parabolaEnd);
+        const double y = (inside - 1.0) / inside;
+        const double logarithm = std::log(inside);
+        const double beyond = x - inside;
+        curvature = y * (y - 4.0) - 2.0 * logarithm;
+        slope = (1.0 - inside) * (2.0 * logarithm + y);
+        value = -(inside - 1.0) * (inside - 1.0) * logarithm +
+                beyond * (slope + 0.5 * beyond * curvature);
+        slope += beyond * curvature;
+    }
+};
 
 } // namespace
 
@@ -69,7 +78,7 @@ double BorderBarrier::energy(std::span<const Vec2> positions) const
 {
     double sum = 0.0;
     forEachContact(positions, 1.0, [&](const BorderGap& gap, double reach) {
-        sum += forceAt(gap.point) * reach * barrierValue(gap.distance / reach);
+        sum += forceAt(gap.point) * reach * Barrier(gap.distance / reach).value;
     });
     return sum;
 }
@@ -77,10 +86,10 @@ double BorderBarrier::energy(std::span<const Vec2> positions) const
 void BorderBarrier::addSprings(std::span<const Vec2> positions, std::vector<Spring>& springs) const
 {
     forEachContact(positions, 1.0, [&](const BorderGap& gap, double reach) {
-        const double x = gap.distance / reach;
+        const Barrier barrier(gap.distance / reach);
         const double force = forceAt(gap.point);
         springs.push_back(
-            gap.spring(border_, force * barrierSlope(x), force / reach * barrierCurvature(x)));
+            gap.spring(border_, force * barrier.slope, force / reach * barrier.curvature));
     });
 }
 

@@ -12,9 +12,10 @@ namespace unfold3d
 {
 
 /// A repulsion between pieces of the border that face each other across empty space, in the manner
-/// of Li and others (2020): a logarithmic barrier on the distance of a point from an edge, smooth,
-/// zero beyond its reach and infinite at contact. Where the way along the border from the point to
-/// the edge is short, so is the reach; the shape itself brings such pieces near each other.
+/// of Li and others (2020): a logarithmic barrier on the distance of a point from an edge, smooth
+/// and zero beyond its reach. Very near contact it is steep but finite: that nothing crosses is for
+/// an exact test of every layout to see to. Where the way along the border from the point to the
+/// edge is short, so is the reach; the shape itself brings such pieces near each other.
 ///
 /// All positions are [point], as borderPositions gives them. Near linear in the points.
 class BorderBarrier
