@@ -1,15 +1,19 @@
+#include "LayoutChecks.h"
 #include "Surfaces.h"
 
 #include "Unfold3D/parameterisation/Border.h"
 #include "Unfold3D/parameterisation/BorderBarrier.h"
 #include "Unfold3D/parameterisation/BorderCrossings.h"
 #include "Unfold3D/parameterisation/BorderMotion.h"
+#include "Unfold3D/parameterisation/Flatten.h"
+#include "Unfold3D/start/FlatStart.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <random>
 
 using namespace unfold3d;
@@ -104,6 +108,54 @@ TEST(BorderCrossings, ATouchInOneVertexIsNone)
     std::vector<Vec2> uv = seenFromAbove(mesh);
     uv[3] = 0.5 * uv[2];
     EXPECT_TRUE(doesBorderCross(border, onBorder(border, uv)));
+}
+
+TEST(BorderCrossings, AFanWithinAnotherIsOne)
+{
+    const IslandMesh mesh = surfaces::blades(2);
+    const Border border(mesh);
+    const std::vector<Vec2> uv = {{0, 0}, {4, -1}, {4, 1}, {1, -0.1}, {1, 0.1}};
+    EXPECT_EQ(layout::countOverlaps(mesh.triangles, uv), 1);
+    EXPECT_EQ(countBorderCrossings(border, onBorder(border, uv)), 1);
+    EXPECT_TRUE(doesBorderCross(border, onBorder(border, uv)));
+}
+
+/// A tube that is much wider in its middle than at its ends.
+IslandMesh barrel(int sides, int rings)
+{
+    IslandMesh mesh = surfaces::tube(sides, rings, 1.0, 1.0);
+    for (Vec3& p : mesh.positions) {
+        const double width = 1.0 + 4.0 * std::sin(p.z / rings * std::numbers::pi);
+        p = {width * p.x, width * p.y, 5.0 * p.z / rings};
+    }
+    return mesh;
+}
+
+// Short loops can turn inside out though no edges cross, since all of them have vertices in common.
+TEST(BorderCrossings, NoneMeansThatNothingIsCoveredTwice)
+{
+    std::vector<IslandMesh> meshes{surfaces::cutCone(1.3, 12, 3), surfaces::cutCone(1.9, 24, 2)};
+    for (int sides = 3; sides <= 5; ++sides)
+        for (int rings = 1; rings <= 10; rings += 3)
+            meshes.push_back(barrel(sides, rings));
+    const RunControl control;
+    int crossed = 0;
+    for (const IslandMesh& shape : meshes) {
+        const IslandMesh mesh = surfaces::normalised(shape);
+        const Border border(mesh);
+        const std::vector<Vec2> start = flatStart(mesh, control).uv;
+        for (const bool prevent : {false, true}) {
+            FlattenOptions options;
+            options.preventBorderCrossings = prevent;
+            const FlattenResult result = flatten(mesh, start, options, control, {});
+            const bool doesCross = doesBorderCross(border, onBorder(border, result.uv));
+            EXPECT_EQ(doesCross, layout::countOverlaps(mesh.triangles, result.uv) > 0);
+            EXPECT_EQ(doesCross, result.report.borderCrossings != 0);
+            EXPECT_FALSE(prevent && doesCross);
+            crossed += doesCross;
+        }
+    }
+    EXPECT_EQ(crossed, 2); // the cones, when nothing holds them back
 }
 
 TEST(BorderMotion, StopsAtTheFirstContact)

@@ -76,6 +76,26 @@ int countCrossings(const std::vector<Triangle>& triangles, std::span<const Vec2>
     return crossings;
 }
 
+int countOverlaps(const std::vector<Triangle>& triangles, std::span<const Vec2> uv)
+{
+    const auto place = [&](int vertex) { return uv[static_cast<std::size_t>(vertex)]; };
+    // Convex shapes are apart when an edge of one has all of the other on its outer side.
+    const auto hasSeparatingEdge = [&](const Triangle& s, const Triangle& t) {
+        for (std::size_t i = 0; i < 3; ++i)
+            if (std::all_of(t.begin(), t.end(), [&](int v) {
+                    return orient2d(place(s[i]), place(s[(i + 1) % 3]), place(v)) <= 0;
+                }))
+                return true;
+        return false;
+    };
+    int count = 0;
+    for (std::size_t i = 0; i < triangles.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            count += !hasSeparatingEdge(triangles[i], triangles[j]) &&
+                     !hasSeparatingEdge(triangles[j], triangles[i]);
+    return count;
+}
+
 double areaOf(const unfold3d::IslandMesh& mesh)
 {
     double area = 0.0;

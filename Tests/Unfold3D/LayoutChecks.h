@@ -18,6 +18,10 @@ int countFlips(const std::vector<unfold3d::Triangle>& triangles,
 int countCrossings(const std::vector<unfold3d::Triangle>& triangles,
                    std::span<const unfold3d::Vec2> uv);
 
+/// Pairs of triangles, none of them flipped, that cover a place together. Every pair is looked at.
+int countOverlaps(const std::vector<unfold3d::Triangle>& triangles,
+                  std::span<const unfold3d::Vec2> uv);
+
 /// Area of the triangles in space, and in a layout.
 double areaOf(const unfold3d::IslandMesh& mesh);
 double areaOf(const std::vector<unfold3d::Triangle>& triangles, std::span<const unfold3d::Vec2> uv);

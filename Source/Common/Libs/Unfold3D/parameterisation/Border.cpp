@@ -25,6 +25,7 @@ Border::Border(const IslandMesh& mesh)
 {
     traceLoops(mesh);
     measureWays(mesh);
+    countCells(mesh);
 }
 
 void Border::traceLoops(const IslandMesh& mesh)
@@ -79,6 +80,15 @@ void Border::measureWays(const IslandMesh& mesh)
             wayToPinch_[at(p)] =
                 std::min(wayToPinch_[at(p)], wayToPinch_[at(next(p))] + restLength(p));
     }
+}
+
+void Border::countCells(const IslandMesh& mesh)
+{
+    int vertices = size();
+    for (int v = 0; v < mesh.vertexCount(); ++v)
+        vertices += pointsOfVertex_[v].empty();
+    const int edges = (3 * mesh.triangleCount() + size()) / 2;
+    eulerCharacteristic_ = vertices - edges + mesh.triangleCount();
 }
 
 double Border::way(int pointA, int pointB) const

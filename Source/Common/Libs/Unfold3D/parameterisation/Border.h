@@ -29,6 +29,9 @@ public:
     int vertexOf(int point) const { return vertexOf_[index(point)]; }
     int next(int point) const { return next_[index(point)]; }
     int previous(int point) const { return previous_[index(point)]; }
+    /// Vertices less edges plus triangles of the island, each fan of triangles with a vertex of its
+    /// own: 1 for a disk, one less for each hole.
+    int eulerCharacteristic() const { return eulerCharacteristic_; }
     /// Length of edge p in space.
     double restLength(int edge) const { return restLength_[index(edge)]; }
 
@@ -43,9 +46,11 @@ public:
 private:
     static std::size_t index(int i) { return static_cast<std::size_t>(i); }
     void traceLoops(const IslandMesh& mesh);
+    void countCells(const IslandMesh& mesh);
     void measureWays(const IslandMesh& mesh);
     double way(int pointA, int pointB) const;
 
+    int eulerCharacteristic_ = 0;
     std::vector<int> vertexOf_;
     std::vector<int> next_;
     std::vector<int> previous_;

@@ -5,8 +5,15 @@
 namespace unfold3d
 {
 
-/// How many pairs of border edges meet where they should not, by an exact test: edges without a
-/// common vertex that share a point, and edges with a common vertex of which one lies on the other.
+/// How often the border meets itself where it should not, by exact tests:
+///
+///   - edges without a common vertex that share a point;
+///   - edges with a common vertex of which one lies on the other;
+///   - two fans of triangles at one vertex of which one lies within the other, though their edges
+///     only meet in that vertex;
+///   - a fan that goes more than once around its vertex. That turns a loop inside out, and when the
+///     loop is short, down to three edges, no other edges meet.
+///
 /// Near linear in the edges for a border that is no tangle.
 ///
 /// positions  [point]  as borderPositions gives them, finite
