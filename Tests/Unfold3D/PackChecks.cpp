@@ -97,12 +97,33 @@ std::array<std::size_t, 2> farApart(const patchwork::Layout& layout, std::span<c
 
 double leastGap(const patchwork::Layout& layout, std::span<const Vec2> uvs)
 {
+    struct Item
+    {
+        Corners corners;
+        Box2 box;
+        int patch;
+    };
+    std::vector<Item> items;
+    for (std::size_t t = 0; t < layout.mesh.triangles.size(); ++t) {
+        items.push_back({cornersOf(layout, uvs, t), {}, layout.patchOfTriangle[t]});
+        for (const Vec2 corner : items.back().corners)
+            items.back().box.add(corner);
+    }
+    std::sort(items.begin(), items.end(),
+              [](const Item& a, const Item& b) { return a.box.low.x < b.box.low.x; });
+
+    // From left to right: what begins farther to the right than the least gap so far can't be
+    // nearer.
     double least = std::numeric_limits<double>::infinity();
-    for (std::size_t s = 0; s < layout.mesh.triangles.size(); ++s)
-        for (std::size_t t = 0; t < s; ++t)
-            if (layout.patchOfTriangle[s] != layout.patchOfTriangle[t])
-                least =
-                    std::min(least, distance(cornersOf(layout, uvs, s), cornersOf(layout, uvs, t)));
+    for (std::size_t s = 0; s < items.size(); ++s)
+        for (std::size_t t = s + 1;
+             t < items.size() && items[t].box.low.x - items[s].box.high.x <= least; ++t)
+        {
+            const double above = std::max(items[t].box.low.y - items[s].box.high.y,
+                                          items[s].box.low.y - items[t].box.high.y);
+            if (items[s].patch != items[t].patch && above <= least)
+                least = std::min(least, distance(items[s].corners, items[t].corners));
+        }
     return least;
 }
 

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-/// Plain and slow measures of packed layouts, triangle by triangle, that share nothing with the
+/// Plain measures of packed layouts, triangle by triangle, that share nothing with the
 /// packer but the orientation of three points.
 namespace packed
 {
