@@ -30,7 +30,7 @@ constexpr double likelyShare = 0.84;
 /// Boxes compete when they are larger than the pieces by no more than this.
 constexpr double boxesWorthTrying = 1.35;
 constexpr std::size_t mostPiecesInBoxes = 2000;
-/// With more, one order has to do on the fine raster.
+/// With more, fewer orders have to do.
 constexpr std::size_t manyPieces = 1500;
 
 /// Orders that the first round tries beyond the good ones, and each further round.
@@ -46,9 +46,9 @@ Effort nestEffort(std::size_t pieces)
         return {64, 32};
     if (pieces <= 300)
         return {32, 16};
-    if (pieces <= 1500)
+    if (pieces <= manyPieces)
         return {8, 4};
-    return {4, 4};
+    return {0, 4};
 }
 
 Effort boxEffort(std::size_t pieces)
@@ -190,6 +190,8 @@ void Competition::enterNests(const Cells& cells, int rounds)
     const Effort effort = nestEffort(pieces_.size());
     NestPlacer coarse(pieces_, sheet_, cells.search, control_);
     SearchStart start = usualStart(coarse);
+    if (pieces_.size() > manyPieces)
+        start.orders.resize(2);
     {
         ScaleSearch search(coarse, maxScale(), start, control_);
         if (findFirst(search, effort.firstRound)) {

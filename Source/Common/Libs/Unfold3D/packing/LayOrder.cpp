@@ -49,9 +49,9 @@ std::vector<std::vector<double>> goodOrders(const std::vector<Piece>& pieces)
     std::vector<std::vector<double>> orders(4);
     for (const Piece& piece : pieces) {
         const Box2& box = piece.boxes.front();
-        orders[0].push_back(std::max(box.width(), box.height()));
-        orders[1].push_back(box.width() * box.height());
-        orders[2].push_back(piece.area);
+        orders[0].push_back(box.width() * box.height());
+        orders[1].push_back(piece.area);
+        orders[2].push_back(std::max(box.width(), box.height()));
         orders[3].push_back(box.height());
     }
     return orders;
