@@ -1,6 +1,7 @@
 #include "Unfold3D/packing/LargestLayout.h"
 
 #include "Unfold3D/packing/BoxPlacer.h"
+#include "Unfold3D/packing/LayOrder.h"
 #include "Unfold3D/packing/NestPlacer.h"
 #include "Unfold3D/packing/PosedPieces.h"
 #include "Unfold3D/packing/ScaleSearch.h"
@@ -56,24 +57,22 @@ Effort boxEffort(std::size_t pieces)
     return pieces <= 150 ? Effort{128, 64} : Effort{16, 8};
 }
 
-/// Cells along a tile for the search, and for its end.
-struct Cells
-{
-    int search;
-    int end;
-};
-
-Cells cellsAcross(const PackOptions& options, std::size_t pieces, const Sheet& sheet)
+/// Cells along a tile of the rasters on which the search goes on, one after the other. With many
+/// pieces each search takes long enough, so there are two.
+std::vector<int> rasterSizes(const PackOptions& options, std::size_t pieces, const Sheet& sheet)
 {
     const double used = std::min<double>(static_cast<double>(pieces), sheet.tileCount());
     const double piecesAcross = std::sqrt(static_cast<double>(pieces) / used);
-    const auto atLeast = [&](double cells, int least) {
-        return std::clamp(std::max(static_cast<int>(std::min<double>(cells, mostCells)), least),
-                          leastCells, mostCells);
+    const auto within = [](double cells) {
+        return static_cast<int>(std::clamp<double>(cells, leastCells, mostCells));
     };
-    const int search =
-        atLeast(cellsOfPiece * piecesAcross, std::min(options.resolution, mostCells / 2));
-    return {search, atLeast(fineCellsOfPiece * piecesAcross, 2 * search)};
+    const int asked = std::clamp(options.resolution, leastCells, mostCells / 2);
+    const int last = std::max(within(fineCellsOfPiece * piecesAcross), 2 * asked);
+    std::vector<int> sizes{std::min(last, within(cellsOfPiece * piecesAcross))};
+    while (pieces <= manyPieces && 3 * sizes.back() < last)
+        sizes.push_back(2 * sizes.back());
+    sizes.push_back(last);
+    return sizes;
 }
 
 /// No layout is larger: by the area of the tiles, and by the largest piece.
@@ -125,7 +124,7 @@ public:
     FoundLayout winner() && { return std::move(best_); }
 
     void enterBoxes(int rounds);
-    void enterNests(const Cells& cells, int rounds);
+    void enterNests(const std::vector<int>& cells, int rounds);
     void enterShelves();
 
 private:
@@ -184,29 +183,25 @@ void Competition::enterBoxes(int rounds)
         climb(search, "boxes", effort, rounds);
 }
 
-/// Searches on a coarse raster, then goes on where that ended on a fine one.
-void Competition::enterNests(const Cells& cells, int rounds)
+/// Each search goes on where the one on the coarser raster before it ended.
+void Competition::enterNests(const std::vector<int>& cells, int rounds)
 {
     const Effort effort = nestEffort(pieces_.size());
-    NestPlacer coarse(pieces_, sheet_, cells.search, control_);
-    SearchStart start = usualStart(coarse);
+    SearchStart start{likelyShare * bound_, goodOrders(pieces_)};
     if (pieces_.size() > manyPieces)
         start.orders.resize(2);
-    {
-        ScaleSearch search(coarse, maxScale(), start, control_);
-        if (findFirst(search, effort.firstRound)) {
-            consider(*search.best(), "outlines");
-            start = {finerGain * search.best()->scale, search.bestOrders()};
-        }
+    for (const int side : cells) {
+        NestPlacer placer(pieces_, sheet_, side, control_);
+        ScaleSearch search(placer, maxScale(), start, control_);
+        if (!findFirst(search, effort.firstRound))
+            continue;
+        climb(search, "outlines", effort, side == cells.back() ? rounds : 1);
+        if (hasWantedScale())
+            return;
+        start = {finerGain * search.best()->scale, search.bestOrders()};
+        if (pieces_.size() > manyPieces)
+            start.orders.resize(1);
     }
-    if (hasWantedScale())
-        return;
-    if (pieces_.size() > manyPieces)
-        start.orders.resize(1);
-    NestPlacer fine(pieces_, sheet_, cells.end, control_);
-    ScaleSearch search(fine, maxScale(), start, control_);
-    if (findFirst(search, effort.firstRound))
-        climb(search, "outlines", effort, rounds);
 }
 
 void Competition::enterShelves()
@@ -231,7 +226,7 @@ FoundLayout findLargestLayout(const Pieces& made, const Sheet& sheet, const Pack
     if (pieces.size() <= mostPiecesInBoxes && boxAreaShare(pieces) <= boxesWorthTrying)
         competition.enterBoxes(options.mutations);
     if (!competition.hasWantedScale())
-        competition.enterNests(cellsAcross(options, pieces.size(), sheet), options.mutations);
+        competition.enterNests(rasterSizes(options, pieces.size(), sheet), options.mutations);
     if (!competition.isWon())
         competition.enterShelves();
     if (!competition.isWon())
