@@ -46,9 +46,11 @@ inline std::uint32_t indexAt(const unsigned char* bytes, int type, std::size_t i
 inline std::vector<std::string> elements(const tinygltf::Model& model, int index)
 {
     const tinygltf::Accessor& accessor = model.accessors.at(static_cast<std::size_t>(index));
-    const auto size = static_cast<std::size_t>(
-        tinygltf::GetComponentSizeInBytes(static_cast<std::uint32_t>(accessor.componentType)) *
-        tinygltf::GetNumComponentsInType(static_cast<std::uint32_t>(accessor.type)));
+    const auto unsignedOf = [](int number) { return static_cast<std::uint32_t>(number); };
+    const std::size_t size =
+        std::size_t{
+            unsignedOf(tinygltf::GetComponentSizeInBytes(unsignedOf(accessor.componentType)))} *
+        unsignedOf(tinygltf::GetNumComponentsInType(unsignedOf(accessor.type)));
     std::vector<std::string> all(accessor.count, std::string(size, '\0'));
     if (accessor.bufferView >= 0) {
         const tinygltf::BufferView& view =

@@ -128,8 +128,9 @@ struct SquareArrays
     SquareArrays()
     {
         for (int vertex = 0; vertex < 9; ++vertex) {
-            const auto x = static_cast<float>(vertex % 3);
-            const auto y = static_cast<float>(vertex / 3);
+            const int row = vertex / 3;
+            const auto x = static_cast<float>(vertex - 3 * row);
+            const auto y = static_cast<float>(row);
             positions.insert(positions.end(), {x, y, 0});
             normals.insert(normals.end(), {0, 0, 1});
             uvs.insert(uvs.end(), {x / 3 + 0.1F, 0.9F - y / 3});
@@ -209,6 +210,7 @@ inline GltfSample fullSample()
            {"indices", {{"bufferView", where}, {"componentType", GltfSample::unsignedByteType}}},
            {"values", {{"bufferView", what}}}}}});
     std::vector<float> moved;
+    moved.reserve(27);
     for (int i = 0; i < 27; ++i)
         moved.push_back(static_cast<float>(i) / 7);
     const std::size_t dense = sample.add(GltfSample::floatType, 3, moved);

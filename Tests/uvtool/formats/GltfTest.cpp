@@ -265,6 +265,7 @@ TEST(Gltf, StripsAndFansAreTriangles)
         const TempFolder folder;
         Document document = readSample(folder, sample);
         std::vector<std::string> expected;
+        expected.reserve(c.expected.size());
         for (const std::uint32_t v : c.expected)
             expected.push_back(GltfSample::packed(std::vector<float>(
                 &positions[std::size_t{3} * v], &positions[std::size_t{3} * v] + 3)));

@@ -107,17 +107,17 @@ void GltfEdit::takeElements(std::size_t accessor, std::size_t from,
         accessorJson(accessor)["count"] = elements.size();
     if (old.sparse) {
         accessorJson(accessor)["sparse"] = sparse;
-        takeSparse(accessor, old, elements);
+        takeSparse(accessor, old, old.sparse->elements, elements);
     }
 }
 
 void GltfEdit::takeSparse(std::size_t accessor, const GltfAccessor& from,
+                          std::span<const std::uint32_t> old,
                           std::span<const std::uint32_t> elements)
 {
     std::vector<std::uint32_t> replaced; // numbers of the new elements
     std::vector<std::uint32_t> sources;
     for (std::uint32_t i = 0; i < elements.size(); ++i) {
-        const std::vector<std::uint32_t>& old = from.sparse->elements;
         if (!std::binary_search(old.begin(), old.end(), elements[i]))
             continue;
         replaced.push_back(i);

@@ -77,7 +77,7 @@ private:
     Json& accessorJson(std::size_t accessor) { return json_["accessors"][accessor]; }
     void addView(NewView view);
     void takeSparse(std::size_t accessor, const GltfAccessor& from,
-                    std::span<const std::uint32_t> elements);
+                    std::span<const std::uint32_t> old, std::span<const std::uint32_t> elements);
     std::vector<std::size_t> orphanedViews() const;
     void compactBuffers(std::span<const std::size_t> orphans);
     void placeViews(std::span<const std::size_t> orphans);

@@ -56,9 +56,13 @@ std::optional<std::size_t> wholeNumber(const Json& value)
     if (!value.is_number())
         return std::nullopt;
     const auto number = value.get<double>();
-    if (!(number >= 0 && number <= largestWhole) || number != std::floor(number))
-        return std::nullopt;
-    return static_cast<std::size_t>(number);
+    const bool isWhole = number >= 0 && number <= largestWhole && number == std::floor(number);
+    return isWhole ? std::optional(static_cast<std::size_t>(number)) : std::nullopt;
+}
+
+std::size_t checkedNumber(const Json& value)
+{
+    return wholeNumber(value).value_or(0);
 }
 
 GltfObject::GltfObject(const Json& json, std::string place) : json_(&json), place_(std::move(place))

@@ -66,4 +66,7 @@ GltfObject gltfElement(const Json& root, const char* key, const char* name, std:
 /// A whole number from 0, also one written with a decimal point.
 std::optional<std::size_t> wholeNumber(const Json& value);
 
+/// A whole number that was checked when the file was read.
+std::size_t checkedNumber(const Json& value);
+
 } // namespace uvtool

@@ -257,7 +257,8 @@ GltfAttributes GltfModel::attributes(const GltfObject& owner, const char* key) c
     if (!map)
         return attributes;
     for (const auto& [semantic, value] : map->json().items())
-        attributes.emplace_back(semantic, *map->index(semantic.c_str(), accessorCount()));
+        attributes.emplace_back(semantic,
+                                map->index(semantic.c_str(), accessorCount()).value_or(0));
     return attributes;
 }
 

@@ -176,17 +176,18 @@ void joinBuffers(GltfParts& parts)
     }
     if (parts.json.contains("bufferViews")) {
         for (Json& view : parts.json["bufferViews"]) {
-            const std::size_t start = starts[*wholeNumber(view["buffer"])];
+            const std::size_t start = starts[checkedNumber(view["buffer"])];
             view["buffer"] = 0;
             if (start > 0)
                 view["byteOffset"] =
-                    start + (view.contains("byteOffset") ? *wholeNumber(view["byteOffset"]) : 0);
+                    start + (view.contains("byteOffset") ? checkedNumber(view["byteOffset"]) : 0);
         }
     }
     Json first = parts.json["buffers"][0];
     first.erase("uri");
-    parts.json["buffers"] = Json::array({std::move(first)});
-    parts.buffers.assign(1, std::move(joined));
+    parts.json["buffers"] = Json::array({first});
+    parts.buffers.resize(1);
+    parts.buffers[0] = std::move(joined);
 }
 
 } // namespace

@@ -134,7 +134,7 @@ private:
     void renameIn(Json& attributes)
     {
         for (auto& [semantic, value] : attributes.items()) {
-            const auto found = newOfOld_.find(*wholeNumber(value));
+            const auto found = newOfOld_.find(checkedNumber(value));
             if (found != newOfOld_.end())
                 value = found->second;
         }
@@ -149,7 +149,7 @@ private:
         GltfComponent type = GltfComponent::UnsignedShort;
         std::size_t accessor = 0;
         if (primitive.contains("indices")) {
-            const std::size_t old = *wholeNumber(primitive["indices"]);
+            const std::size_t old = checkedNumber(primitive["indices"]);
             type = edit_.model().accessor(old).component;
             accessor = edit_.isOwnedBy(old, 1) ? old : edit_.duplicate(old);
         } else {
