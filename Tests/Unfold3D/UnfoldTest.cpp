@@ -19,12 +19,10 @@ TEST(Unfold, AFlatSheetComesBackAsItIs)
     EXPECT_FALSE(session.hasWarning()) << session.warning();
     const std::vector<Vec2> uv = session.exportFloats();
     ASSERT_EQ(uv.size(), mesh.positions.size());
-    for (const Triangle& t : mesh.triangles)
-        for (std::size_t i = 0; i < 3; ++i) {
-            const auto a = static_cast<std::size_t>(t[i]);
-            const auto b = static_cast<std::size_t>(t[(i + 1) % 3]);
-            EXPECT_NEAR(length(uv[b] - uv[a]), length(mesh.positions[b] - mesh.positions[a]), 1e-3);
-        }
+    for (std::size_t v = 0; v < uv.size(); ++v) {
+        EXPECT_NEAR(uv[v].x - uv[0].x, mesh.positions[v].x, 1e-5);
+        EXPECT_NEAR(uv[v].y - uv[0].y, mesh.positions[v].y, 1e-5);
+    }
 }
 
 TEST(Unfold, AClosedIslandKeepsItsUVsAndSaysWhatToDo)

@@ -7,13 +7,25 @@ namespace unfold3d
 namespace
 {
 
+void warnOfCoarseFloats(const ExportedLayout& layout, Answer& answer)
+{
+    const char* remedy = " Repair the mesh there, or cut its islands into smaller ones.";
+    if (layout.flips > 0)
+        answer.warn(
+            std::to_string(layout.flips) +
+            " triangles are too thin in UV for the precision of floats and may be flipped." +
+            remedy);
+    if (layout.touches > 0)
+        answer.warn(std::to_string(layout.touches) +
+                    " gaps in islands are too narrow for the precision of floats, so that borders "
+                    "may touch." +
+                    remedy);
+}
+
 void exportLayout(const Session& session, Answer& answer, const RunControl& control)
 {
     const ExportedLayout layout = exportedLayout(session, control);
-    if (layout.flips > 0)
-        answer.warn(std::to_string(layout.flips) +
-                    " triangles are too thin in UV for the precision of floats and may be flipped. "
-                    "Repair the mesh, or cut its islands into smaller ones.");
+    warnOfCoarseFloats(layout, answer);
     std::vector<double> coords;
     coords.reserve(3 * layout.uv.size());
     for (std::size_t v = 0; v < layout.uv.size(); ++v) {

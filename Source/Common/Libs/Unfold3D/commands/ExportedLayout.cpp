@@ -75,9 +75,9 @@ bool isRoundedTo(Vec2 point, Vec2 rounded)
 }
 
 /// Moves the vertices of an island that its rounding would not leave where they are sound; returns
-/// how many triangles flip all the same.
-int roundIsland(const Session& session, int island, std::span<const std::uint8_t> heldOfVertex,
-                std::vector<Vec2>& layout)
+/// what is left all the same.
+FloatRounding roundIsland(const Session& session, int island,
+                          std::span<const std::uint8_t> heldOfVertex, std::vector<Vec2>& layout)
 {
     const std::span<const int> vertices = session.islands.vertices[island];
     std::vector<Vec2> uv;
@@ -97,7 +97,7 @@ int roundIsland(const Session& session, int island, std::span<const std::uint8_t
         const int anchor = session.islands.anchor[static_cast<std::size_t>(v)];
         layout[static_cast<std::size_t>(v)] = layout[static_cast<std::size_t>(anchor)];
     }
-    return rounding.flipsLeft;
+    return rounding;
 }
 
 } // namespace
@@ -108,12 +108,17 @@ ExportedLayout exportedLayout(const Session& session, const RunControl& control)
     result.uv = session.uvs;
     const std::vector<std::uint8_t> held = heldByPins(session);
     std::atomic<int> flips = 0;
+    std::atomic<int> touches = 0;
     tbb::parallel_for(0, session.islands.count(), [&](int island) {
         control.checkpoint();
-        if (session.isChanged[static_cast<std::size_t>(island)])
-            flips += roundIsland(session, island, held, result.uv);
+        if (!session.isChanged[static_cast<std::size_t>(island)])
+            return;
+        const FloatRounding rounding = roundIsland(session, island, held, result.uv);
+        flips += rounding.flipsLeft;
+        touches += rounding.touchesLeft;
     });
     result.flips = flips;
+    result.touches = touches;
     return result;
 }
 

@@ -138,7 +138,7 @@ void place(const Session& session, std::vector<IslandUnfold>& results)
         old.reserve(result.vertices.size());
         for (const int v : result.vertices)
             old.push_back(session.uvs[static_cast<std::size_t>(v)]);
-        moveMiddleTo(boxAround(old).middle(), static_cast<int>(result.triangles.size()), result.uv);
+        moveMiddleTo(boxAround(old).centre(), static_cast<int>(result.triangles.size()), result.uv);
     }
     layInRows(withoutPlace);
 }

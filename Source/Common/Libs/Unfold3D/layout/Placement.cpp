@@ -1,6 +1,9 @@
 #include "Unfold3D/layout/Placement.h"
 
+#include "Unfold3D/base/RestTriangle.h"
+
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
 
@@ -10,63 +13,80 @@ namespace unfold3d
 namespace
 {
 
-/// Correlations below this share say nothing about a direction.
-constexpr double leastCorrelation = 0.1;
+/// A direction that comes to less than this share of what it could be says nothing.
+constexpr double leastClearness = 0.1;
 /// Distance of boxes in rows, as a share of the square root of their common area.
 constexpr double rowGapShare = 0.01;
 
-/// How the edges of one layout lie to those of another layout or to an axis: sums over all edges
-/// of all triangles, as complex numbers.
-struct Correlation
+/// Gradient in the layout of a function that is linear over a triangle, times twice the triangle's
+/// area there. values [corner]
+Vec2 scaledGradient(const std::array<Vec2, 3>& corners, const std::array<double, 3>& values)
 {
-    double re = 0.0;
-    double im = 0.0;
-    double squaredA = 0.0;
-    double squaredB = 0.0;
-
-    void add(Vec2 a, Vec2 b)
-    {
-        re += dot(a, b);
-        im += cross(a, b);
-        squaredA += dot(a, a);
-        squaredB += dot(b, b);
+    Vec2 sum;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Vec2 opposite = corners[(i + 2) % 3] - corners[(i + 1) % 3];
+        sum += values[i] * Vec2{-opposite.y, opposite.x};
     }
-    bool isClear(double scaleB) const
-    {
-        return std::hypot(re, im) > leastCorrelation * std::sqrt(squaredA) * std::sqrt(scaleB);
-    }
-};
-
-template <class EdgeInTarget>
-Correlation correlate(const IslandMesh& mesh, std::span<const Vec2> uv, EdgeInTarget edgeInTarget)
-{
-    Correlation sum;
-    for (const Triangle& t : mesh.triangles)
-        for (std::size_t i = 0; i < 3; ++i) {
-            const auto from = static_cast<std::size_t>(t[i]);
-            const auto to = static_cast<std::size_t>(t[(i + 1) % 3]);
-            sum.add(uv[to] - uv[from], edgeInTarget(from, to));
-        }
     return sum;
 }
 
-void turnBy(const Correlation& angle, std::vector<Vec2>& uv)
+/// Calls visit(corners in the layout, vertices, weight) for all triangles. The weights are shares
+/// of the area in space, divided by twice the area in the layout: what makes a mean over the
+/// surface of scaled gradients.
+template <class Visit>
+void forEachTriangle(const IslandMesh& mesh, std::span<const Vec2> uv, const Visit& visit)
 {
-    const double norm = std::hypot(angle.re, angle.im);
-    const Vec2 turn{angle.re / norm, angle.im / norm};
-    for (Vec2& p : uv)
-        p = {turn.x * p.x - turn.y * p.y, turn.x * p.y + turn.y * p.x};
+    double total = 0.0;
+    for (int t = 0; t < mesh.triangleCount(); ++t)
+        total += restTriangle(mesh, t).area();
+    for (int t = 0; t < mesh.triangleCount(); ++t) {
+        const Triangle& vertices = mesh.triangles[static_cast<std::size_t>(t)];
+        std::array<Vec2, 3> corners;
+        for (std::size_t i = 0; i < 3; ++i)
+            corners[i] = uv[static_cast<std::size_t>(vertices[i])];
+        const double flat = doubleArea(corners[0], corners[1], corners[2]);
+        if (flat > 0.0)
+            visit(corners, vertices, restTriangle(mesh, t).area() / total / flat);
+    }
 }
 
+template <class Value>
+std::array<double, 3> valuesAt(const Triangle& vertices, const Value& value)
+{
+    return {value(static_cast<std::size_t>(vertices[0])),
+            value(static_cast<std::size_t>(vertices[1])),
+            value(static_cast<std::size_t>(vertices[2]))};
+}
+
+/// Turns the layout so that the direction `from`, of any length, comes to lie on `to`.
+void turn(Vec2 from, Vec2 to, std::vector<Vec2>& uv)
+{
+    const Vec2 product{dot(from, to), cross(from, to)};
+    const Vec2 unit = (1.0 / length(product)) * product;
+    for (Vec2& p : uv)
+        p = {unit.x * p.x - unit.y * p.y, unit.x * p.y + unit.y * p.x};
+}
+
+/// The mean turn from the layout to the old one, as far as that was a similar map.
 bool turnLikeOld(const IslandMesh& mesh, std::span<const Vec2> old, std::vector<Vec2>& uv)
 {
     if (old.empty())
         return false;
-    const Correlation likeness =
-        correlate(mesh, uv, [&](std::size_t from, std::size_t to) { return old[to] - old[from]; });
-    if (!likeness.isClear(likeness.squaredB))
+    Vec2 meanTurn;
+    double largest = 0.0;
+    forEachTriangle(mesh, uv, [&](const auto& corners, const Triangle& vertices, double weight) {
+        const Vec2 u =
+            weight *
+            scaledGradient(corners, valuesAt(vertices, [&](std::size_t v) { return old[v].x; }));
+        const Vec2 v =
+            weight *
+            scaledGradient(corners, valuesAt(vertices, [&](std::size_t i) { return old[i].y; }));
+        meanTurn += 0.5 * Vec2{u.x + v.y, v.x - u.y};
+        largest += std::sqrt(0.5 * (dot(u, u) + dot(v, v)));
+    });
+    if (!(length(meanTurn) > leastClearness * largest))
         return false;
-    turnBy(likeness, uv);
+    turn({1.0, 0.0}, meanTurn, uv);
     return true;
 }
 
@@ -80,33 +100,28 @@ void turnByAxes(const IslandMesh& mesh, std::vector<Vec2>& uv)
 {
     constexpr AxisRule rules[] = {
         {&Vec3::y, {0.0, 1.0}}, {&Vec3::z, {0.0, 1.0}}, {&Vec3::x, {1.0, 0.0}}};
-    double squaredEdges = 0.0;
-    Correlation sums[3];
-    for (std::size_t k = 0; k < 3; ++k) {
-        sums[k] = correlate(mesh, uv, [&](std::size_t from, std::size_t to) {
-            const Vec3 edge = mesh.positions[to] - mesh.positions[from];
-            return edge.*rules[k].axis * rules[k].direction;
-        });
-        squaredEdges += sums[k].squaredB;
-    }
-    for (const Correlation& sum : sums)
-        if (sum.isClear(squaredEdges)) {
-            turnBy(sum, uv);
+    for (const AxisRule& rule : rules) {
+        Vec2 rise;
+        forEachTriangle(
+            mesh, uv, [&](const auto& corners, const Triangle& vertices, double weight) {
+                rise += weight * scaledGradient(corners, valuesAt(vertices, [&](std::size_t v) {
+                                                    return mesh.positions[v].*rule.axis;
+                                                }));
+            });
+        if (length(rise) > leastClearness) { // 1 for a surface in which the axis lies
+            turn(rise, rule.direction, uv);
             return;
         }
+    }
 }
 
 } // namespace
 
-UVBox boxAround(std::span<const Vec2> uv)
+Box2 boxAround(std::span<const Vec2> uv)
 {
-    UVBox box;
-    if (!uv.empty())
-        box = {uv.front(), uv.front()};
-    for (const Vec2 p : uv) {
-        box.low = {std::min(box.low.x, p.x), std::min(box.low.y, p.y)};
-        box.high = {std::max(box.high.x, p.x), std::max(box.high.y, p.y)};
-    }
+    Box2 box;
+    for (const Vec2 p : uv)
+        box.add(p);
     return box;
 }
 
@@ -118,21 +133,21 @@ void turnToExpectedSide(const IslandMesh& mesh, std::span<const Vec2> old, std::
 
 void moveMiddleTo(Vec2 middle, int triangleCount, std::vector<Vec2>& uv)
 {
-    const UVBox box = boxAround(uv);
+    const Box2 box = boxAround(uv);
     const double side = std::max(box.width(), box.height());
     // A float has 24 digits, 10 of them are for a thousandth of a mean edge.
     const double farthest = std::ldexp(side, 24 - 10) / std::sqrt(triangleCount);
     const double distance = std::max(std::abs(middle.x), std::abs(middle.y));
     if (distance > farthest)
         middle = (farthest / distance) * middle;
-    const Vec2 move = middle - box.middle();
+    const Vec2 move = middle - box.centre();
     for (Vec2& p : uv)
         p += move;
 }
 
 void layInRows(std::span<std::vector<Vec2>* const> islands)
 {
-    std::vector<UVBox> boxes;
+    std::vector<Box2> boxes;
     double area = 0.0;
     for (const std::vector<Vec2>* island : islands) {
         boxes.push_back(boxAround(*island));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Unfold3D/base/Box2.h"
 #include "Unfold3D/base/IslandMesh.h"
 #include "Unfold3D/base/Vec.h"
 
@@ -9,17 +10,8 @@
 namespace unfold3d
 {
 
-/// A rectangle of the UV plane around points.
-struct UVBox
-{
-    Vec2 low;
-    Vec2 high;
-
-    Vec2 middle() const { return low + 0.5 * (high - low); }
-    double width() const { return high.x - low.x; }
-    double height() const { return high.y - low.y; }
-};
-UVBox boxAround(std::span<const Vec2> uv);
+/// The box of a layout.
+Box2 boxAround(std::span<const Vec2> uv);
 
 /// Turns an island the way a user expects to find it, whatever way it was computed: as its old UVs
 /// lay, where they say something about that; else the y axis of space upward, or the z axis when

@@ -1,39 +1,14 @@
 #pragma once
 
-#include "Unfold3D/base/Vec.h"
+#include "Unfold3D/base/Box2.h"
 
 #include <algorithm>
-#include <limits>
 #include <span>
 #include <utility>
 #include <vector>
 
 namespace unfold3d
 {
-
-/// A box along the axes; empty until points are put in.
-struct Box2
-{
-    Vec2 low{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
-    Vec2 high{-std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-
-    void add(Vec2 point)
-    {
-        low = {std::min(low.x, point.x), std::min(low.y, point.y)};
-        high = {std::max(high.x, point.x), std::max(high.y, point.y)};
-    }
-    void add(const Box2& box)
-    {
-        add(box.low);
-        add(box.high);
-    }
-    /// Whether the gap between the boxes is at most `margin` along both axes.
-    bool isNear(const Box2& other, double margin) const
-    {
-        return low.x <= other.high.x + margin && other.low.x <= high.x + margin &&
-               low.y <= other.high.y + margin && other.low.y <= high.y + margin;
-    }
-};
 
 /// Finds the pairs of boxes that meet, for boxes of which neighbours in the list are mostly
 /// neighbours in the plane, such as those of the edges along a border. A binary tree over the list
