@@ -31,6 +31,17 @@ Vec3 unit(Vec3 v)
     return (1.0 / length(v)) * v;
 }
 
+/// The layout of an island of unit area on a grid as fine as the narrowest gap that is one.
+std::vector<Vec2> snapped(const std::vector<Vec2>& uv)
+{
+    constexpr double narrowestGap = 1e-6;
+    std::vector<Vec2> result;
+    result.reserve(uv.size());
+    for (const Vec2 p : uv)
+        result.push_back({std::round(p.x / narrowestGap), std::round(p.y / narrowestGap)});
+    return result;
+}
+
 } // namespace
 
 std::optional<std::vector<Vec2>> flatProjection(const IslandMesh& mesh)
@@ -48,8 +59,10 @@ std::optional<std::vector<Vec2>> flatProjection(const IslandMesh& mesh)
 
     if (!isFlipFree(mesh.triangles, uv))
         return std::nullopt;
+    // A gap that is next to nothing would cost more to open than another start costs.
+    const std::vector<Vec2> coarse = snapped(uv);
     const Border border(mesh);
-    if (doesBorderCross(border, borderPositions(border, {uv})))
+    if (doesBorderCross(border, borderPositions(border, {coarse})))
         return std::nullopt;
     return uv;
 }
