@@ -35,10 +35,10 @@ public:
         options.pack.gap = 10;
         options.pack.margin = 10;
         task.read();
-        work.emplace(task, WithUVs);
+        work.start(WithUVs);
         for (std::size_t i = 0; i < 2; ++i) {
-            takeUVs(work->parts[i], task.geometry(i), 0);
-            for (Vec2f& uv : work->parts[i].uvs)
+            takeUVs(work.parts[i], task.geometry(i), 0);
+            for (Vec2f& uv : work.parts[i].uvs)
                 uv = {0.1F + 0.3F * uv[0] + 0.41F * static_cast<float>(i), 0.11F + 0.3F * uv[1]};
         }
     }
@@ -48,7 +48,7 @@ public:
     std::ostringstream text;
     Console console{text, text, false};
     Task task{"pack", options, console};
-    std::optional<LayoutWork> work;
+    LayoutWork work{task};
 };
 
 TEST(LayoutWork, ResultsThatFailTheirCheckAreNotWritten)
@@ -83,11 +83,11 @@ TEST(LayoutWork, ResultsThatFailTheirCheckAreNotWritten)
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         WorkAtHand hand;
-        c.damage(hand.work->parts[0].uvs, hand.work->parts[1].uvs);
+        c.damage(hand.work.parts[0].uvs, hand.work.parts[1].uvs);
         std::string error;
         int status = Done;
         try {
-            hand.work->putIntoDocument({}, true);
+            hand.work.putIntoDocument({}, true);
         } catch (const CommandError& failure) {
             error = failure.what();
             status = failure.status();
@@ -100,9 +100,9 @@ TEST(LayoutWork, ResultsThatFailTheirCheckAreNotWritten)
 TEST(LayoutWork, DemandsNobodyMadeAreNotChecked)
 {
     WorkAtHand hand;
-    hand.work->parts[0].uvs[3] = {0.35F, 0.15F};
-    hand.work->parts[1].uvs = hand.work->parts[0].uvs;
-    EXPECT_NO_THROW(hand.work->putIntoDocument({false, false, false, 0, 0}, false));
+    hand.work.parts[0].uvs[3] = {0.35F, 0.15F};
+    hand.work.parts[1].uvs = hand.work.parts[0].uvs;
+    EXPECT_NO_THROW(hand.work.putIntoDocument({false, false, false, 0, 0}, false));
     EXPECT_EQ(hand.task.report.check->found.flipped.count, 2U);
 }
 

@@ -39,6 +39,7 @@ struct ThinFan
     std::vector<Vec2f> rounded() const
     {
         std::vector<Vec2f> uvs;
+        uvs.reserve(exact.size());
         for (const auto& point : exact)
             uvs.push_back({static_cast<float>(point[0]), static_cast<float>(point[1])});
         return uvs;

@@ -36,15 +36,15 @@ void round(Part& part, bool vIsTurned)
 
 } // namespace
 
-LayoutWork::LayoutWork(Task& task, UVNeed need) : task_(task)
+void LayoutWork::start(UVNeed need)
 {
-    const std::size_t slot = task.options.common.slot;
-    for (const std::size_t number : task.chosen) {
-        task.throwIfCancelled();
-        const DocumentGeometry& geometry = task.document.geometries[number];
+    const std::size_t slot = task_.options.common.slot;
+    for (const std::size_t number : task_.chosen) {
+        task_.throwIfCancelled();
+        const DocumentGeometry& geometry = task_.document.geometries[number];
         surveys_.push_back(surveyGeometry(geometry, slot, need));
         parts.push_back(makePart(geometry, number, surveys_.back()));
-        task.report.geometries.push_back(describe(geometry, number, surveys_.back()));
+        task_.report.geometries.push_back(describe(geometry, number, surveys_.back()));
     }
 }
 
@@ -144,15 +144,17 @@ void LayoutWork::check(LayoutDemands demands)
             continue;
         DocumentLayout own;
         own.add(geometry, number, slot, survey, isLeftOut);
-        entry(i).check = checkDocumentLayout(own, boxes_);
+        const CheckReport found = checkDocumentLayout(own, boxes_);
         if (!isShared && lacks.empty())
-            lacks = shortcomings(*entry(i).check, demands);
+            lacks = shortcomings(found, demands);
+        entry(i).check = found;
     }
     if (isShared) {
-        task_.report.check = checkDocumentLayout(layout_, boxes_);
+        const CheckReport found = checkDocumentLayout(layout_, boxes_);
         if (parts.size() == 1)
-            entry(0).check = task_.report.check;
-        lacks = shortcomings(*task_.report.check, demands);
+            entry(0).check = found;
+        lacks = shortcomings(found, demands);
+        task_.report.check = found;
     }
     if (!lacks.empty())
         throw CommandError(Unsound,

@@ -14,8 +14,10 @@ namespace uvtool
 class LayoutWork
 {
 public:
+    explicit LayoutWork(Task& task) : task_(task) {}
+
     /// Looks at the chosen geometries and adds them to the report of the task.
-    LayoutWork(Task& task, UVNeed need);
+    void start(UVNeed need);
 
     std::vector<Part> parts; ///< [chosen] the islands to work on; an empty part keeps its UVs
 

@@ -57,21 +57,21 @@ void unfold(Task& task)
     const UnfoldOptions& options = task.options.unfold;
     task.read();
     task.probeOutputs();
-    std::optional<LayoutWork> work;
-    task.stage("prepare", 0.05, [&] { work.emplace(task, WithoutUVs); });
-    if (work->isEmpty())
+    LayoutWork work(task);
+    task.stage("prepare", 0.05, [&] { work.start(WithoutUVs); });
+    if (work.isEmpty())
         throw CommandError(Failed, task.report.input +
                                        ": nothing to unfold, every island is closed; give the mesh "
                                        "UVs with seams that open it");
-    task.stage("unfold", options.pack ? 0.5 : 0.8, [&] { unfoldParts(task, *work); });
+    task.stage("unfold", options.pack ? 0.5 : 0.8, [&] { unfoldParts(task, work); });
     if (options.pack)
-        task.stage("pack", 0.3, [&] { work->pack(); });
+        task.stage("pack", 0.3, [&] { work.pack(); });
 
     LayoutDemands demands;
     demands.withoutOverlapsWithin = !options.allowCrossings;
     demands.withoutOverlapsBetween = options.pack;
-    task.stage("check", 0.05, [&] { work->putIntoDocument(demands, options.pack); });
-    work->writeFiles(0.05);
+    task.stage("check", 0.05, [&] { work.putIntoDocument(demands, options.pack); });
+    work.writeFiles(0.05);
 }
 
 } // namespace

@@ -33,7 +33,7 @@ osg::GeoTexCoords2fPtr texCoordsOf(std::span<const Vec2f> uvs)
 
 osg::RefPtr<osg::Geometry> makeGeometry(const TriangleArrays& arrays, std::size_t slot)
 {
-    const osg::RefPtr<osg::Geometry> geometry(osg::Geometry::create());
+    osg::RefPtr<osg::Geometry> geometry(osg::Geometry::create());
     geometry->setPositions(positionsOf(arrays.positions));
     const auto indices = osg::GeoIndicesUI32::create();
     indices->takeValues({arrays.triangles.begin(), arrays.triangles.end()});
