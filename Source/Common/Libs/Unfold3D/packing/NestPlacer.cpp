@@ -117,13 +117,17 @@ std::optional<NestPlacer::Spot> NestPlacer::findSpot(const BitSheet& sheet,
 {
     std::optional<Spot> best;
     int topLimit = rows_;
-    for (const Pose& pose : poses) {
-        const std::optional<Cell> cell = sheet.lowestFit(pose.probe, topLimit);
-        if (!cell)
+    for (std::size_t i = 0; i < poses.size(); ++i) {
+        const std::optional<Cell> cell = sheet.lowestFit(poses[i].probe, topLimit);
+        if (cell)
+            best = Spot{&poses[i], *cell};
+        if (!best || i + 1 == poses.size())
             continue;
-        best = Spot{&pose, *cell};
-        // Another turn has to do better.
-        topLimit = cell->y + pose.raster.height - 1;
+        // The next turn has to bring the middle of the box lower than the best, or it isn't worth
+        // to be looked for: 2 y + height < that of the best.
+        const int height = poses[i + 1].raster.height;
+        const int lowest = 2 * best->cell.y + best->pose->raster.height - height;
+        topLimit = std::min(rows_, (lowest + 1) / 2 - 1 + height);
     }
     return best;
 }

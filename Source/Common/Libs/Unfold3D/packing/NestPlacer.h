@@ -10,8 +10,9 @@
 namespace unfold3d
 {
 
-/// Lays pieces out by their outlines, on a raster: each goes where its top is lowest, of all its
-/// turns, so small ones end up in the holes and bays of the larger ones that were laid before.
+/// Lays pieces out by their outlines, on a raster: each goes to the lowest place of all its turns,
+/// measured at the middle of its box, so small ones end up in the holes and bays of the larger ones
+/// that were laid before.
 ///
 /// The raster is conservative. The result keeps the gap exactly, whatever the size of the cells.
 class NestPlacer : public Placer
