@@ -56,6 +56,7 @@ TEST(FloatLayout, ACoarseLayoutIsJustRounded)
 {
     const IslandMesh mesh = surfaces::sheet(7, 7);
     std::vector<Vec2> uv;
+    uv.reserve(mesh.positions.size());
     for (const Vec3& p : mesh.positions)
         uv.push_back({p.x / 3.0, p.y / 7.0});
     const std::vector<Vec2> before = uv;

@@ -156,6 +156,7 @@ double areaInUV(const patchwork::Layout& layout, std::span<const Vec2> uvs, int 
 double areaInSpace(const patchwork::Layout& layout, int patch)
 {
     std::vector<Vec2> flat;
+    flat.reserve(layout.mesh.positions.size());
     for (const unfold3d::Vec3& p : layout.mesh.positions)
         flat.push_back({p.x, p.y});
     return areaInUV(layout, flat, patch);

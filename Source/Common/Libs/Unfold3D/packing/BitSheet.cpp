@@ -11,7 +11,7 @@ namespace
 
 int levelOf(int length)
 {
-    return std::bit_width(static_cast<unsigned>(length)) - 1;
+    return static_cast<int>(std::bit_width(static_cast<unsigned>(length))) - 1;
 }
 
 /// Word w of the row moved left by 64 `words` and some `bits`.
@@ -116,7 +116,8 @@ bool BitSheet::mayFit(const ShapeProbe& shape, int y) const
         const ShapeProbe::Core& core = shape.cores[level];
         if (core.width == 0)
             return true;
-        if (gaps_[level][static_cast<std::size_t>(y + core.row)] < core.width)
+        if (gaps_[level][static_cast<std::size_t>(y) + static_cast<std::size_t>(core.row)] <
+            core.width)
             return false;
     }
     return true;

@@ -35,7 +35,8 @@ BoxGrid::BoxGrid(std::span<const Box2> boxes) : boxes_(boxes.begin(), boxes.end(
         const Range range = rangeOf(box);
         for (int y = range.lowY; y <= range.highY; ++y)
             for (int x = range.lowX; x <= range.highX; ++x)
-                use(static_cast<std::size_t>(y * columns_ + x));
+                use(static_cast<std::size_t>(y) * static_cast<std::size_t>(columns_) +
+                    static_cast<std::size_t>(x));
     };
     for (const Box2& box : boxes_)
         forBuckets(box, [&](std::size_t bucket) { ++offsets[bucket + 1]; });

@@ -36,7 +36,9 @@ struct Sheet
     int tileCount() const { return tilesU * tilesV; }
     Vec2 tileCorner(int tile) const
     {
-        return corner + Vec2{width * (tile % tilesU), height * (tile / tilesU)};
+        const int column = tile % tilesU;
+        const int row = tile / tilesU;
+        return corner + Vec2{width * column, height * row};
     }
     double innerWidth() const { return width - 2.0 * margin; }
     double innerHeight() const { return height - 2.0 * margin; }

@@ -294,10 +294,12 @@ std::vector<int> BorderWalk::fansAround(int v) const
         return std::atan2(dot(axisY, d) * lengthX, dot(axisX, d) * lengthY);
     };
     std::vector<std::pair<double, int>> byAngle;
+    byAngle.reserve(fans.size());
     for (std::size_t i = 0; i < fans.size(); ++i)
         byAngle.emplace_back(angleOf(directions[i]), fans[i]);
     std::sort(byAngle.begin(), byAngle.end());
     std::vector<int> order;
+    order.reserve(byAngle.size());
     for (const auto& [angle, fan] : byAngle)
         order.push_back(fan);
     return order;
