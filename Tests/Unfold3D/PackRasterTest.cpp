@@ -119,45 +119,44 @@ public:
 private:
     std::size_t index(int x, int y) const
     {
-        {
-            return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
-                   static_cast<std::size_t>(x);
-        }
-
-        int width_;
-        int height_;
-        std::vector<char> cells_;
-    };
-
-    RC_GTEST_PROP(PackSheet, FindsTheSamePlacesAsASearchCellByCell, ())
-    {
-        const int width = *rc::gen::element(5, 63, 64, 65, 150);
-        const int height = *rc::gen::inRange(4, 70);
-        std::vector<ShapeRaster> shapes;
-        int longest = 1;
-        for (int count = *rc::gen::inRange(1, 25); count > 0; --count) {
-            const double angle = *rc::gen::inRange(0, 90) * 0.0174533;
-            const double size = *rc::gen::inRange(1, 60);
-            shapes.push_back(rasterShape(outlineOf(anyKnownPatch()),
-                                         size * Vec2{std::cos(angle), std::sin(angle)}, 0.1, 1.0));
-            for (const CellRun& run : shapes.back().runs)
-                longest = std::max(longest, run.length());
-        }
-        BitSheet sheet(width, height, longest);
-        PlainSheet plain(width, height);
-        for (const ShapeRaster& shape : shapes) {
-            const int topLimit = *rc::gen::inRange(0, 100);
-            const std::optional<Cell> place = sheet.lowestFit(ShapeProbe(shape), topLimit);
-            const std::optional<Cell> expected = plain.lowestFit(shape, topLimit);
-            RC_ASSERT(place.has_value() == expected.has_value());
-            if (!place)
-                continue;
-            RC_ASSERT(place->x == expected->x);
-            RC_ASSERT(place->y == expected->y);
-            sheet.occupy(shape, *place);
-            plain.occupy(shape, *place);
-            RC_ASSERT(sheet.freeCells() == plain.freeCells());
-        }
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
+               static_cast<std::size_t>(x);
     }
+
+    int width_;
+    int height_;
+    std::vector<char> cells_;
+};
+
+RC_GTEST_PROP(PackSheet, FindsTheSamePlacesAsASearchCellByCell, ())
+{
+    const int width = *rc::gen::element(5, 63, 64, 65, 150);
+    const int height = *rc::gen::inRange(4, 70);
+    std::vector<ShapeRaster> shapes;
+    int longest = 1;
+    for (int count = *rc::gen::inRange(1, 25); count > 0; --count) {
+        const double angle = *rc::gen::inRange(0, 90) * 0.0174533;
+        const double size = *rc::gen::inRange(1, 60);
+        shapes.push_back(rasterShape(outlineOf(anyKnownPatch()),
+                                     size * Vec2{std::cos(angle), std::sin(angle)}, 0.1, 1.0));
+        for (const CellRun& run : shapes.back().runs)
+            longest = std::max(longest, run.length());
+    }
+    BitSheet sheet(width, height, longest);
+    PlainSheet plain(width, height);
+    for (const ShapeRaster& shape : shapes) {
+        const int topLimit = *rc::gen::inRange(0, 100);
+        const std::optional<Cell> place = sheet.lowestFit(ShapeProbe(shape), topLimit);
+        const std::optional<Cell> expected = plain.lowestFit(shape, topLimit);
+        RC_ASSERT(place.has_value() == expected.has_value());
+        if (!place)
+            continue;
+        RC_ASSERT(place->x == expected->x);
+        RC_ASSERT(place->y == expected->y);
+        sheet.occupy(shape, *place);
+        plain.occupy(shape, *place);
+        RC_ASSERT(sheet.freeCells() == plain.freeCells());
+    }
+}
 
 } // namespace
