@@ -1,8 +1,10 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <exception>
 #include <functional>
+#include <limits>
 
 namespace unfold3d
 {
@@ -22,21 +24,35 @@ class RunControl
 public:
     /// Progress of the command, 0 to 1. Lower values than the last are passed over.
     void setProgress(double fraction);
-    double progress() const { return progress_.load(std::memory_order_relaxed); }
+    /// Goes a share of the way that is left to `end`: for steps of which nobody knows how many
+    /// there will be.
+    void approach(double end, double share);
+    /// What the caller is told: the progress that was set, and a little for each checkpoint since
+    /// the command began. So it rises as long as work is done, even where a stage can't tell how
+    /// far it is.
+    double progress() const;
 
     void requestStop() { stop_.store(true, std::memory_order_relaxed); }
     bool stopRequested() const { return stop_.load(std::memory_order_relaxed); }
 
-    /// Throws Stopped when a stop was asked for. Call it at least every few milliseconds' work.
+    /// From the given checkpoint on, counted from 0, there is a stop: for tests, which want it to
+    /// come at the same place on every run.
+    void stopAtCheckpoint(std::int64_t number) { lastCheckpoint_ = number; }
+
+    /// Throws Stopped when a stop was asked for. Call it at least every few milliseconds' work, and
+    /// not much more often than every few microseconds.
     void checkpoint() const
     {
-        if (stopRequested())
+        if (checkpoints_.fetch_add(1, std::memory_order_relaxed) >= lastCheckpoint_ ||
+            stopRequested())
             throw Stopped();
     }
 
 private:
     std::atomic<double> progress_{0.0};
     std::atomic<bool> stop_{false};
+    mutable std::atomic<std::int64_t> checkpoints_{0}; ///< passed so far
+    std::int64_t lastCheckpoint_ = std::numeric_limits<std::int64_t>::max();
 };
 
 using ProgressCallback = void (*)(double fraction);

@@ -47,6 +47,7 @@ void runImport(Session& session, const Params& params, Answer& answer, RunContro
     control.checkpoint();
 
     Session fresh = startSession(std::move(mesh), coordsUVW);
+    control.checkpoint();
     if (!findings.warning.empty())
         answer.warn(findings.warning);
     answer.setTopology("Warning.Topo3D", findings.badTriangles);

@@ -90,7 +90,7 @@ std::vector<IslandUnfold> unfoldAll(const Session& session, const std::vector<in
                                     const FlattenOptions& options, RunControl& control)
 {
     // Units fine enough that every step of a large island moves the bar.
-    constexpr std::int64_t unitsPerTriangle = 1000;
+    constexpr std::int64_t unitsPerTriangle = 1'000'000;
     const auto sizeOf = [&](int island) {
         return unitsPerTriangle *
                static_cast<std::int64_t>(session.islands.triangles[island].size());

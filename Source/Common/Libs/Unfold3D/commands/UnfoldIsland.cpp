@@ -85,6 +85,8 @@ std::vector<StraightLine> straightLines(const Session& session, const IslandSurf
 /// A result that neither converged nor came below this energy, of which 4 is the least, is tried
 /// again from another start.
 constexpr double hopelessEnergy = 8.0;
+/// Share of the progress that is left which an attempt takes: mostly it is the only one.
+constexpr double progressOfAttempt = 0.9;
 
 /// One way from start to end.
 struct Attempt
@@ -136,7 +138,12 @@ private:
     Attempt flattenFrom(FlatStart& start)
     {
         turnToExpectedSide(mesh_, oldLayout_, start.uv);
-        FlattenResult flat = flatten(mesh_, std::move(start.uv), options_, control_, progress_);
+        const double begin = done_;
+        done_ += progressOfAttempt * (1.0 - done_);
+        FlattenResult flat =
+            flatten(mesh_, std::move(start.uv), options_, control_,
+                    [&](double fraction) { progress_(begin + fraction * (done_ - begin)); });
+        progress_(done_);
         if (!isFlipFree(mesh_.triangles, flat.uv))
             flat.uv.clear();
         return {start.method, std::move(flat.uv), std::move(flat.report)};
@@ -164,6 +171,7 @@ private:
     const RunControl& control_;
     const std::function<void(double)>& progress_;
     FlatStartFinder starts_;
+    double done_ = 0.0; ///< progress
 };
 
 std::string methodsOf(const Attempt& attempt)

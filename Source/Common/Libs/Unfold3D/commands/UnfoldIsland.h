@@ -28,8 +28,9 @@ struct IslandUnfold
 /// result and brings it to the scale and the side on which a user expects it. Where it lies is the
 /// caller's to say.
 ///
-/// The session's edge numbers must have been made where it has pins. Reads the session only; calls
-/// for different islands may run at the same time. Throws Stopped.
+/// `progress` is called with 0 to 1 as the work goes on, rising. The session's edge numbers must
+/// have been made where it has pins. Reads the session only; calls for different islands may run at
+/// the same time. Throws Stopped.
 IslandUnfold unfoldIsland(const Session& session, int island, const FlattenOptions& options,
                           const RunControl& control, const std::function<void(double)>& progress);
 

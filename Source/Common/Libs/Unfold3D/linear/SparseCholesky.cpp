@@ -9,6 +9,9 @@ namespace unfold3d
 namespace
 {
 
+/// Multiplications between two checkpoints, about: some tens of microseconds.
+constexpr double workBetweenCheckpoints = 1e5;
+
 std::size_t at(int index)
 {
     return static_cast<std::size_t>(index);
@@ -108,8 +111,12 @@ int SparseCholesky::factoriseBlocks(const BlockMatrix& matrix, const RunControl&
     std::vector<int> waiting;
     std::size_t stackTop = 0;
     int replaced = 0;
+    double work = workBetweenCheckpoints;
     for (int s = 0; s < count; ++s) {
-        control.checkpoint();
+        if (work >= workBetweenCheckpoints) {
+            control.checkpoint();
+            work = 0.0;
+        }
         const int first = symbolic_.firstColumn[at(s)];
         const int columns = symbolic_.columnCount(s);
         const std::span<const int> rows = symbolic_.rowsOf(s);
@@ -117,6 +124,7 @@ int SparseCholesky::factoriseBlocks(const BlockMatrix& matrix, const RunControl&
         const Front front{panels_.data() + symbolic_.panelOffsets[at(s)] * square,
                           (columns + rowCount) * blockSize, columns * blockSize,
                           stack_.data() + stackTop, rowCount * blockSize};
+        work += static_cast<double>(front.height) * front.height * front.columns;
         const std::size_t updateSize = at(front.rows) * at(front.rows);
         std::fill_n(front.panel, at(front.height) * at(front.columns), 0.0);
         std::fill_n(front.update, updateSize, 0.0);

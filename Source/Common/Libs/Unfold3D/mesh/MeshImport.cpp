@@ -268,6 +268,7 @@ ImportedMesh importMesh(const MeshArrays& arrays, ImportFindings& findings,
     ImportedMesh mesh;
     if (refuses(arrays, findings))
         return mesh;
+    control.checkpoint();
     const std::vector<int> pointOf = matchPoints(arrays, findings.errorsUV);
     if (!findings.errorsUV.empty()) {
         findings.error = "UV points of the mesh stand for more than one vertex. Each UV point must "
@@ -287,6 +288,7 @@ ImportedMesh importMesh(const MeshArrays& arrays, ImportFindings& findings,
     for (std::size_t t = 0; t < arrays.polySizes.size(); ++t)
         mesh.triangles.push_back(
             {arrays.polyUVWIds[3 * t], arrays.polyUVWIds[3 * t + 1], arrays.polyUVWIds[3 * t + 2]});
+    control.checkpoint();
     classifyTriangles(mesh, findings);
     control.checkpoint();
     inspectEdges(mesh, findings);

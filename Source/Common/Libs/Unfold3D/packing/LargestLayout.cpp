@@ -152,7 +152,7 @@ void Competition::consider(const Layout& layout, const char* method)
     {
         if (isWon() && candidate.scale <= best_.layout.scale)
             return;
-        if (isSound(pieces_, sheet_, candidate)) {
+        if (isSound(pieces_, sheet_, candidate, control_)) {
             best_ = {candidate, method};
             return;
         }

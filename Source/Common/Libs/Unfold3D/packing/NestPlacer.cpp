@@ -45,9 +45,11 @@ NestPlacer::NestPlacer(const std::vector<Piece>& pieces, const Sheet& sheet, int
 void NestPlacer::blockObstacles()
 {
     const double reach = sheet_.margin - 0.5 * sheet_.gap;
-    for (const Obstacle& obstacle : sheet_.obstacles)
+    for (const Obstacle& obstacle : sheet_.obstacles) {
+        control_.checkpoint();
         obstacles_.push_back(rasterInFrame(obstacle.outline.edges(), {-reach, -reach},
                                            0.5 * sheet_.gap, cell_, columns_, rows_));
+    }
 }
 
 std::vector<std::vector<double>> NestPlacer::goodOrders() const

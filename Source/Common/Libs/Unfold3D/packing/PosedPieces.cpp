@@ -35,7 +35,7 @@ bool areApart(const PosedTile::Item& a, const PosedTile::Item& b, double clearan
     return !isCloserThan(a.placed(), b.placed(), clearance) && !isWithin(a, b) && !isWithin(b, a);
 }
 
-bool isSound(const PosedTile& tile, const Sheet& sheet)
+bool isSound(const PosedTile& tile, const Sheet& sheet, const RunControl& control)
 {
     if (!keepsMargin(tile, sheet))
         return false;
@@ -47,6 +47,7 @@ bool isSound(const PosedTile& tile, const Sheet& sheet)
 
     std::vector<char> isBad(tile.items.size(), 0);
     tbb::parallel_for(std::size_t{0}, tile.items.size(), [&](std::size_t i) {
+        control.checkpoint();
         const PosedTile::Item& item = tile.items[i];
         if (item.piece == PosedTile::obstacle)
             return;
@@ -93,13 +94,14 @@ Box2 boundsOfPieces(const PosedTile& tile)
     return bounds;
 }
 
-bool isSound(const std::vector<Piece>& pieces, const Sheet& sheet, const Layout& layout)
+bool isSound(const std::vector<Piece>& pieces, const Sheet& sheet, const Layout& layout,
+             const RunControl& control)
 {
     if (!std::isfinite(layout.scale) || layout.scale <= 0.0)
         return false;
     const std::vector<PosedTile> tiles = poseTiles(pieces, sheet, layout);
     return std::all_of(tiles.begin(), tiles.end(),
-                       [&](const PosedTile& tile) { return isSound(tile, sheet); });
+                       [&](const PosedTile& tile) { return isSound(tile, sheet, control); });
 }
 
 } // namespace unfold3d

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/packing/OutlineDistance.h"
 #include "Unfold3D/packing/Piece.h"
 #include "Unfold3D/packing/Sheet.h"
@@ -34,7 +35,9 @@ std::vector<PosedTile> poseTiles(const std::vector<Piece>& pieces, const Sheet& 
 Box2 boundsOfPieces(const PosedTile& tile);
 
 /// Is everything as promised? Pieces keep the margin and the clearance, none overlaps or lies
-/// within another or an obstacle, all coordinates are finite. An exact test of all outlines.
-bool isSound(const std::vector<Piece>& pieces, const Sheet& sheet, const Layout& layout);
+/// within another or an obstacle, all coordinates are finite. An exact test of all outlines. Throws
+/// Stopped.
+bool isSound(const std::vector<Piece>& pieces, const Sheet& sheet, const Layout& layout,
+             const RunControl& control);
 
 } // namespace unfold3d

@@ -38,7 +38,7 @@ bool ScaleSearch::tryAt(double scale, const std::vector<Weights>& orders)
 {
     control_.checkpoint();
     // Nobody knows how many tries there will be: each goes a part of the way that is left.
-    control_.setProgress(control_.progress() + shareOfTry * (searchDone - control_.progress()));
+    control_.approach(searchDone, shareOfTry);
     if (!placer_.setScale(scale))
         return false;
     std::vector<std::optional<Layout>> found(orders.size());

@@ -1,6 +1,6 @@
 #include "Unfold3D/parameterisation/Flatten.h"
 
-#include "Unfold3D/base/ExactPredicates.h"
+#include "Unfold3D/base/FlipCheck.h"
 #include "Unfold3D/parameterisation/BorderCrossings.h"
 #include "Unfold3D/parameterisation/LayoutMinimiser.h"
 #include "Unfold3D/parameterisation/StraightLines.h"
@@ -33,15 +33,6 @@ constexpr StopRule pullStop{.promisedShare = 1e-2, .promisedShareOfExcess = 1.0,
 std::size_t at(int index)
 {
     return static_cast<std::size_t>(index);
-}
-
-bool isFlipFree(const IslandMesh& mesh, std::span<const Vec2> uv)
-{
-    const auto isFinite = [](Vec2 p) { return std::isfinite(p.x) && std::isfinite(p.y); };
-    return std::all_of(uv.begin(), uv.end(), isFinite) &&
-           std::all_of(mesh.triangles.begin(), mesh.triangles.end(), [&](const Triangle& t) {
-               return orient2d(uv[at(t[0])], uv[at(t[1])], uv[at(t[2])]) > 0;
-           });
 }
 
 void turn(std::vector<Vec2>& uv, double angle)
@@ -100,7 +91,7 @@ private:
     }
     bool isLegal(std::span<const Vec2> uv) const
     {
-        return isFlipFree(mesh_, uv) &&
+        return isFlipFree(mesh_.triangles, uv) &&
                !(options_.preventBorderCrossings && doesBorderCross(border_, borderOf(uv)));
     }
 
@@ -198,6 +189,7 @@ private:
     {
         std::vector<char> isStraight(at(lines.count()), 0);
         for (int l = 0; l < lines.count(); ++l) {
+            control_.checkpoint();
             std::vector<Vec2> snapped = uv_;
             lines.straighten(l, snapped);
             isStraight[at(l)] = isLegal(snapped);

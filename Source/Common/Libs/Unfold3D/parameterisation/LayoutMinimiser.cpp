@@ -209,7 +209,7 @@ double LayoutMinimiser::trialEnergy() const
 
 /// Moves along the direction; returns the energy then, or the old one when no length of step gains
 /// anything.
-double LayoutMinimiser::search(double energy, double promised)
+double LayoutMinimiser::search(double energy, double promised, const RunControl& control)
 {
     const double obstacle = firstObstacle();
     brakeContacts(obstacle, promised);
@@ -218,6 +218,7 @@ double LayoutMinimiser::search(double energy, double promised)
     moveTrial(step);
     double best = trialEnergy();
     for (int i = 0; i < maxShorter && !(best <= energy - leastGain * step * promised); ++i) {
+        control.checkpoint();
         step *= 0.5;
         moveTrial(step);
         best = trialEnergy();
@@ -263,7 +264,7 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
         const double promised = computeDirection(kind, control);
         ++outcome.steps;
         const double before = energy;
-        energy = search(before, promised);
+        energy = search(before, promised, control);
         const double unbraked = isBraked ? brakedPromise * promised : promised;
         if (isDone(stop, 0.5 * unbraked, before)) {
             outcome.converged = true;

@@ -66,7 +66,7 @@ private:
     void enter(std::span<const Vec2> uv, const LayoutRules& rules);
     void rebuildSystem(const NodeLayout& layout);
     double computeDirection(Curvature kind, const RunControl& control);
-    double search(double energy, double promised);
+    double search(double energy, double promised, const RunControl& control);
     double firstObstacle() const;
     void brakeContacts(double obstacle, double promised);
     void moveTrial(double step);

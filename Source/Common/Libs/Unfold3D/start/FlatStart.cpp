@@ -96,7 +96,9 @@ FlatStartFinder::FlatStartFinder(const IslandMesh& mesh, const RunControl& contr
     : mesh_(mesh), control_(control)
 {
     const HalfEdges edges = pairHalfEdges(mesh.triangles, mesh.vertexCount());
+    control.checkpoint();
     const BorderLoops border = findBorderLoops(mesh, edges);
+    control.checkpoint();
     obstacle_ = border.obstacle;
     if (obstacle_ == Obstacle::None)
         disk_ = fillToDisk(mesh, border.loops);
@@ -162,6 +164,7 @@ std::optional<FlatStart> FlatStartFinder::tryHarmonic()
 {
     springs_ = cotangentSprings(mesh_, disk_);
     mapper_.emplace(disk_);
+    control_.checkpoint();
     std::optional<std::vector<Vec2>> uv = mapper_->map({springs_, std::nullopt, {}}, control_);
     if (uv)
         sprung_ = measured(FlatStart::Harmonic, std::move(*uv));

@@ -1,0 +1,101 @@
+#include "PackRun.h"
+#include "Surfaces.h"
+
+#include "Unfold3D/commands/Commands.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <vector>
+
+namespace
+{
+
+using namespace unfold3d;
+
+void expectUnchanged(const Session& before, const Session& after)
+{
+    EXPECT_EQ(after.imported, before.imported);
+    EXPECT_EQ(after.mesh.triangles, before.mesh.triangles);
+    EXPECT_EQ(after.uvs, before.uvs);
+    EXPECT_EQ(after.w, before.w);
+    EXPECT_EQ(after.isChanged, before.isChanged);
+}
+
+/// Stops each command at one checkpoint after the other, until it comes to its end.
+class StoppingEngine : public NU3D::Backend
+{
+public:
+    void registerProgress(ProgressCallback) override {}
+    void registerStop(StopCallback) override {}
+
+    NU3D::CRef run(const std::string& name, const NU3D::CRef& params) override
+    {
+        SCOPED_TRACE(name);
+        double progress = 0.0;
+        for (int checkpoint = 0;; checkpoint += 1 + checkpoint / 2, ++stopsOf[name]) {
+            RunControl control;
+            control.stopAtCheckpoint(checkpoint);
+            Answer answer;
+            const Session before = session_;
+            try {
+                commands_.at(name)(session_, Params(params), answer, control);
+                return answer.table();
+            } catch (const Stopped&) {
+                expectUnchanged(before, session_);
+            }
+            EXPECT_GT(control.progress(), progress) << "from one stop to the next";
+            EXPECT_LT(progress = control.progress(), 1.0);
+        }
+    }
+
+    static inline std::map<std::string, int> stopsOf;
+
+private:
+    const std::map<std::string, Command*> commands_{
+        {"Import", runImport}, {"Select", runSelect}, {"Constrain", runConstrain},
+        {"Unfold", runUnfold}, {"Pack", runPack},     {"Export", runExport}};
+    Session session_;
+};
+
+patchwork::Layout sideBySide(std::initializer_list<IslandMesh> meshes)
+{
+    patchwork::Layout layout;
+    for (const IslandMesh& mesh : meshes) {
+        const int first = layout.mesh.vertexCount();
+        for (const Vec3& p : mesh.positions) {
+            layout.mesh.positions.push_back(p);
+            layout.uvs.push_back({p.x, p.y});
+        }
+        for (const auto& [a, b, c] : mesh.triangles)
+            layout.mesh.triangles.push_back({a + first, b + first, c + first});
+    }
+    return layout;
+}
+
+// A finger crosses its border when it is laid flat, its pinned edges have to be drawn straight, and
+// the tube has a hole to fill: all stages have something to do.
+TEST(Stop, AtAnyCheckpointLeavesTheSessionAsItWas)
+{
+    StoppingEngine::stopsOf.clear();
+    NU3D::CUnfold3DAPI::setBackendFactory([] { return std::make_unique<StoppingEngine>(); });
+    const patchwork::Layout layout =
+        sideBySide({surfaces::finger(6, 8, 0.3, 0.3), surfaces::tube(6, 2, 1.0, 1.0)});
+    PackRun run(layout);
+    run.session().pinEdges({0, 5, 9}, true);
+    run.session().selectAllVertices();
+    run.session().unfold();
+    EXPECT_FALSE(run.session().hasError()) << run.session().error();
+    PackKeys keys;
+    keys.resolution = 64;
+    run.pack(keys);
+    EXPECT_FALSE(run.hasError()) << run.error();
+    run.uvs();
+    NU3D::CUnfold3DAPI::setBackendFactory(nullptr);
+
+    for (const auto& [command, least] :
+         {std::pair{"Import", 3}, {"Unfold", 8}, {"Pack", 8}, {"Export", 1}})
+        EXPECT_GE(StoppingEngine::stopsOf[command], least) << command;
+}
+
+} // namespace
