@@ -257,6 +257,29 @@ TEST(Unfold, EveryFormatHoldsTheValuesThatWereChecked)
     }
 }
 
+TEST(Unfold, ATextWithABufferBesideItGoesIntoTheCurrentFolder)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().dome(3).text());
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path());
+    const ToolRun run = runTool({"unfold", in, "-o", "out.gltf"});
+    std::filesystem::current_path(before);
+    EXPECT_EQ(run.status, Done) << run.err;
+    EXPECT_EQ(infoOf(folder / "out.gltf")["check"]["sound"], true);
+    EXPECT_TRUE(std::filesystem::exists(folder / "out.bin"));
+}
+
+TEST(Unfold, SaysWhyThereIsNothingToDo)
+{
+    const TempFolder folder;
+    const std::string lines = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 2\nf 3 3 3\n";
+    const ToolRun run =
+        runTool({"unfold", folder.write("in.obj", lines), "-o", folder / "out.obj"});
+    EXPECT_EQ(run.status, Failed);
+    EXPECT_THAT(run.err, HasSubstr("every triangle has a repeated corner"));
+}
+
 TEST(Unfold, DrawsTheLayout)
 {
     const TempFolder folder;

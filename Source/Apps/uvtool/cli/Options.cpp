@@ -1,6 +1,7 @@
 #include "cli/Options.h"
 
 #include "cli/ExitStatus.h"
+#include "cli/NumberRange.h"
 #include "cli/PackArguments.h"
 #include "document/Format.h"
 #include "picture/LayoutPicture.h"
@@ -20,11 +21,13 @@ void addCommonOptions(CLI::App& command, CommonOptions& common, bool& shell)
 {
     command.add_option("INPUT", common.input, "The mesh file to read")->required();
     command.add_option("--slot", common.slot, "The UV slot, 0 to 7")
-        ->check(CLI::Range(std::size_t{0}, slotCount - 1))
+        ->check(numberFrom<std::size_t>(0, slotCount - 1))
         ->capture_default_str();
-    command.add_option("--geometry", common.geometry,
-                       "Only this geometry of the file, counted from 0 as info lists them");
-    command.add_flag("--shell", shell, "Take the meshes as the surfaces of one shell");
+    command
+        .add_option("--geometry", common.geometry,
+                    "Only this geometry of the file, counted from 0 as info lists them")
+        ->check(numberFrom<std::size_t>(0));
+    command.add_flag("--shell", shell, "The meshes as the surfaces of one shell: not supported");
     command.add_flag("--json", common.json, "Print the report as one JSON object");
     command.add_option("--picture", common.picture, "Draw the UV layout: FILE.png or FILE.svg");
     CLI::Option* const quiet =
@@ -43,15 +46,17 @@ void addUnfoldOptions(CLI::App& command, UnfoldOptions& unfold)
     command
         .add_option("--iterations", unfold.iterations,
                     "How long to work on each island; Docs/Engine.md tells the meaning")
-        ->check(CLI::Range(-1, 1000000));
+        ->check(numberFrom(-1, 1000000));
     command.add_flag("--allow-crossings", unfold.allowCrossings,
                      "Let the border of an island cross itself");
     command
         .add_option("--room", unfold.room,
                     "The least distance between borders, in units of the mesh")
-        ->check(CLI::NonNegativeNumber)
+        ->check(numberFrom(0.0))
         ->capture_default_str();
-    command.add_flag("!--no-pack", unfold.pack, "Leave the islands where the unfolding puts them");
+    command.add_flag_callback(
+        "--no-pack", [&unfold] { unfold.pack = false; },
+        "Leave the islands where the unfolding puts them");
 }
 
 /// What the options mean together, beyond what each of them may be.

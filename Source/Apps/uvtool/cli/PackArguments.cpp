@@ -1,7 +1,10 @@
 #include "cli/PackArguments.h"
 
+#include "cli/NumberRange.h"
+
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <map>
 #include <string>
 #include <vector>
@@ -15,6 +18,9 @@ using Settings = kyUnfold3D::PackSettings;
 
 constexpr int mostTexels = 16384;
 
+/// Along each axis; the solver takes no more.
+constexpr int mostTiles = 1000;
+
 /// "2x3": tiles along the two axes.
 std::string readTiles(const std::string& text, Settings& settings)
 {
@@ -23,19 +29,24 @@ std::string readTiles(const std::string& text, Settings& settings)
     const auto first = std::from_chars(text.data(), end, tiles[0]);
     if (first.ec == std::errc{} && first.ptr != end && *first.ptr == 'x') {
         const auto second = std::from_chars(first.ptr + 1, end, tiles[1]);
-        if (second.ec == std::errc{} && second.ptr == end && std::min(tiles[0], tiles[1]) > 0) {
+        if (second.ec == std::errc{} && second.ptr == end && std::min(tiles[0], tiles[1]) > 0 &&
+            std::max(tiles[0], tiles[1]) <= mostTiles)
+        {
             settings.setTilesU(tiles[0]);
             settings.setTilesV(tiles[1]);
             return {};
         }
     }
-    return "\"" + text + "\" is no grid of tiles; give it as UxV, such as 2x1";
+    return "\"" + text + "\" is no grid of tiles; give it as UxV, such as 2x1, up to " +
+           std::to_string(mostTiles) + " along each axis";
 }
 
 std::string readBox(const std::vector<double>& bounds, Settings& settings)
 {
-    if (!(bounds[0] < bounds[2]) || !(bounds[1] < bounds[3]))
-        return "the box has no area; give its lower left and its upper right corner";
+    const auto isSide = [](double length) { return length > 0 && std::isfinite(length); };
+    if (!isSide(bounds[2] - bounds[0]) || !isSide(bounds[3] - bounds[1]))
+        return "the box has no area, or an endless one; give its lower left and its upper right "
+               "corner";
     settings.setBox(bounds[0], bounds[2], bounds[1], bounds[3]);
     return {};
 }
@@ -61,17 +72,17 @@ void addPackModes(CLI::App& command, Settings& settings)
          {"area", kyUVTypes::PreScale1},
          {"total", kyUVTypes::PreScale2}},
         settings, &Settings::setPreScaleMode,
-        "Sizes of the islands before the layout is scaled. keep: as they are; area: each by the "
-        "area of its surface; total: in the ratios that they have, all together by the area of "
-        "their surfaces. unfold starts with area, pack with keep");
+        "Sizes of the islands before the layout is scaled. keep: as they are; area: each by\n"
+        "the area of its surface; total: in the ratios that they have, all together by the area\n"
+        "of their surfaces. area for unfold, keep for pack if not given");
     addWordOption<kyUVTypes::PostScaleMode>(
         command, "--fit",
         {{"shrink", kyUVTypes::PostScale0},
          {"fill", kyUVTypes::PostScale1},
          {"stretch", kyUVTypes::PostScale2}},
         settings, &Settings::setPostScaleMode,
-        "Size of the layout. shrink: as it is, smaller where it doesn't fit; fill: as large as it "
-        "fits; stretch: the same, pulled to the sides of the box. fill if not given");
+        "Size of the layout. shrink: as it is, smaller where it doesn't fit; fill: as large as\n"
+        "it fits; stretch: the same, pulled to the sides of the box. fill if not given");
     addWordOption<kyUVTypes::PreRotateMode>(
         command, "--align",
         {{"none", kyUVTypes::PreRotate0},
@@ -81,15 +92,15 @@ void addPackModes(CLI::App& command, Settings& settings)
          {"box-u", kyUVTypes::PreRotate4},
          {"box-v", kyUVTypes::PreRotate5}},
         settings, &Settings::setPreRotateMode,
-        "Turn of each island before any other. none; side-u, side-v: its longest straight side "
-        "along u or v; box: its box as small as can be; box-u, box-v: the same, and long along u "
-        "or v. box-u if not given");
+        "Turn of each island before any other. none; side-u, side-v: its longest straight side\n"
+        "along u or v; box: its box as small as can be; box-u, box-v: the same, and long along\n"
+        "u or v. box-u if not given");
     addWordOption<kyUVTypes::TileAssignMode>(
         command, "--tile-assign",
         {{"nearest", kyUVTypes::TileOfBoxCenter}, {"distribute", kyUVTypes::TileDistribute}},
         settings, &Settings::setTileAssignMode,
-        "Tile of each island. nearest: the one that it lies in or is nearest to; distribute: any. "
-        "distribute if not given");
+        "Tile of each island. nearest: the one that it lies in or is nearest to; distribute:\n"
+        "any. distribute if not given");
 }
 
 } // namespace
@@ -102,31 +113,35 @@ void setTurnStep(double step, kyUnfold3D::PackSettings& settings)
 
 void addPackOptions(CLI::App& command, PackOptions& pack)
 {
-    const auto texels = CLI::Range(0.0, double{mostTexels});
+    const auto texels = numberFrom(0.0, double{mostTexels});
+    const std::map<std::string, Atlas> atlases{{"shared", SharedAtlas}, {"each", AtlasEach}};
     command
-        .add_option("--atlas", pack.atlas,
-                    "shared: one layout for the whole file; each: one for each geometry")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, Atlas>{{"shared", SharedAtlas}, {"each", AtlasEach}}));
+        .add_option_function<std::string>(
+            "--atlas", [&pack, atlases](const std::string& word) { pack.atlas = atlases.at(word); },
+            "shared: one layout for the whole file; each: one for each geometry. shared if not\n"
+            "given")
+        ->check(CLI::IsMember(atlases));
     addPackModes(command, pack.settings);
-    command.add_option("--resolution", pack.resolution, "Texels along the box")
-        ->check(CLI::Range(8, mostTexels))
+    command.add_option("--resolution", pack.resolution, "Texels along the longer side of the box")
+        ->check(numberFrom(8, mostTexels))
         ->capture_default_str();
     command.add_option("--gap", pack.gap, "Texels between islands")
         ->check(texels)
         ->capture_default_str();
-    command.add_option("--margin", pack.margin, "Texels to the edge of the box; half the gap")
+    command
+        .add_option("--margin", pack.margin,
+                    "Texels to the sides of the box; half the gap if not given")
         ->check(texels);
     command
         .add_option_function<int>(
             "--mutations", [&pack](int count) { pack.settings.setMutations(count); },
-            "Layouts to try; more take longer and are never worse")
-        ->check(CLI::Range(1, 100000));
+            "Layouts to try; more take longer and are never worse. 1 if not given")
+        ->check(numberFrom(1, 100000));
     command
         .add_option_function<double>(
             "--rotate-step", [&pack](double step) { setTurnStep(step, pack.settings); },
             "Degrees between the turns that are tried; 0 to turn nothing. 90 if not given")
-        ->check(CLI::Range(0.0, 360.0));
+        ->check(numberFrom(0.0, 360.0));
     command
         .add_option(
             "--tiles",

@@ -16,6 +16,14 @@ std::size_t triangleCount(const std::vector<Part>& parts)
     return count;
 }
 
+std::string whyNothing(const Report& report)
+{
+    for (const GeometryReport& geometry : report.geometries)
+        if (!geometry.closedIslands.empty())
+            return "every island is closed; give the mesh UVs with seams that open it";
+    return "every triangle has a repeated corner";
+}
+
 void noteAnswer(const SolverAnswer& answer, double seconds, GeometryReport& entry)
 {
     entry.result = answer.outcome;
@@ -60,9 +68,8 @@ void unfold(Task& task)
     LayoutWork work(task);
     task.stage("prepare", 0.05, [&] { work.start(WithoutUVs); });
     if (work.isEmpty())
-        throw CommandError(Failed, task.report.input +
-                                       ": nothing to unfold, every island is closed; give the mesh "
-                                       "UVs with seams that open it");
+        throw CommandError(Failed,
+                           task.report.input + ": nothing to unfold, " + whyNothing(task.report));
     task.stage("unfold", options.pack ? 0.5 : 0.8, [&] { unfoldParts(task, work); });
     if (options.pack)
         task.stage("pack", 0.3, [&] { work.pack(); });

@@ -86,8 +86,10 @@ void OutputFile::write(std::string_view bytes)
         fail(errno);
 }
 
-void OutputFile::commit()
+void OutputFile::finish()
 {
+    if (file_ == nullptr)
+        return;
     if (std::fflush(file_) != 0)
         fail(errno);
     // Devices and pipes have nothing to sync; a full disk may only speak up here.
@@ -97,6 +99,11 @@ void OutputFile::commit()
     file_ = nullptr;
     if (std::fclose(file) != 0)
         fail(errno);
+}
+
+void OutputFile::commit()
+{
+    finish();
     if (beside_.empty())
         return;
     if (::rename(beside_.c_str(), target_.c_str()) != 0)

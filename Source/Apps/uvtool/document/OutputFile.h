@@ -10,10 +10,10 @@ namespace uvtool
 
 /// A file that appears under its name only when it is complete.
 ///
-/// Bytes go to a file beside the target; commit() flushes it down to the disk, checks that all of
-/// it arrived and renames it to the target. Without commit() the target stays as it was and the
-/// file beside it goes. A target that isn't a regular file (a device, a pipe) is written directly.
-/// Every failure is a FileError of kind Write.
+/// Bytes go to a file beside the target; finish() flushes it down to the disk and checks that all
+/// of it arrived, commit() renames it to the target. Without commit() the target stays as it was
+/// and the file beside it goes. A target that isn't a regular file (a device, a pipe) is written
+/// directly. Every failure is a FileError of kind Write.
 class OutputFile
 {
 public:
@@ -27,7 +27,10 @@ public:
     static void probe(const std::filesystem::path& target);
 
     void write(std::string_view bytes);
-    void commit();
+    /// No write() comes after it. Of several files that belong together all are finished before the
+    /// first commit(), so that a full disk leaves all of them as they were.
+    void finish();
+    void commit(); ///< finishes where that isn't done yet
 
 private:
     [[noreturn]] void fail(int error) const;

@@ -134,6 +134,8 @@ std::unique_ptr<OutputFile> written(const fs::path& path, const std::string& byt
 
 void makeFolderOf(const fs::path& path)
 {
+    if (!path.has_parent_path())
+        return;
     std::error_code failed;
     fs::create_directories(path.parent_path(), failed);
     if (failed)
@@ -158,6 +160,9 @@ void writeGltf(const Document& document, const fs::path& path)
         makeFolderOf(file.path);
         beside.push_back(written(file.path, file.bytes));
     }
+    for (const std::unique_ptr<OutputFile>& file : beside)
+        file->finish();
+    main->finish();
     for (const std::unique_ptr<OutputFile>& file : beside)
         file->commit();
     main->commit();

@@ -61,6 +61,7 @@ public:
 
     ObjFile read()
     {
+        refuseBinary();
         ObjStatements statements(text_);
         ObjStatement statement;
         while (statements.next(statement))
@@ -70,6 +71,15 @@ public:
     }
 
 private:
+    /// No text holds a zero byte, and what a binary file holds by chance gives no good message.
+    void refuseBinary() const
+    {
+        if (text_.find('\0') != std::string_view::npos)
+            throw FileError(FileError::Read, path_,
+                            "is no OBJ file: not a text (is it a binary file under the name of "
+                            "one?)");
+    }
+
     void take(const ObjStatement& statement)
     {
         here_ = static_cast<std::size_t>(statement.keyword.data() - text_.data());
