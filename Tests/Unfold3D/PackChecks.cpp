@@ -1,6 +1,7 @@
 #include "PackChecks.h"
 
 #include "Unfold3D/base/ExactPredicates.h"
+#include "Unfold3D/packing/Turned.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 
 #include "Patchwork.h"
 
-#include "Unfold3D/packing/Box2.h"
+#include "Unfold3D/base/Box2.h"
 
 #include <span>
 #include <vector>

@@ -2,6 +2,7 @@
 
 #include "Unfold3D/base/ExactPredicates.h"
 #include "Unfold3D/packing/OutlineDistance.h"
+#include "Unfold3D/packing/Turned.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

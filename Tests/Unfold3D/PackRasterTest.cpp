@@ -1,8 +1,8 @@
 #include "Patchwork.h"
 
 #include "Unfold3D/packing/BitSheet.h"
-#include "Unfold3D/packing/Box2.h"
 #include "Unfold3D/packing/ShapeRaster.h"
+#include "Unfold3D/packing/Turned.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

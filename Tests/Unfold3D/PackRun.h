@@ -3,7 +3,7 @@
 #include "Patchwork.h"
 #include "SolverSession.h"
 
-#include "Unfold3D/packing/Box2.h"
+#include "Unfold3D/base/Box2.h"
 
 #include <string>
 #include <vector>

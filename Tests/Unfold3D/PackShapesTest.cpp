@@ -2,6 +2,7 @@
 #include "Unfold3D/packing/BoxGrid.h"
 #include "Unfold3D/packing/ConvexHull.h"
 #include "Unfold3D/packing/FreeRectangles.h"
+#include "Unfold3D/packing/Turned.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

@@ -1,4 +1,4 @@
-#include "Unfold3D/commands/Engine.h"
+#include "Unfold3D/contract/EngineBackend.h"
 
 #include "Unfold3D/commands/Commands.h"
 #include "Unfold3D/contract/CVal.h"

@@ -1,7 +1,7 @@
 #include "Unfold3D/contract/CUnfold3DAPI.h"
 
-#include "Unfold3D/commands/Engine.h"
 #include "Unfold3D/contract/CVal.h"
+#include "Unfold3D/contract/EngineBackend.h"
 
 namespace NU3D
 {

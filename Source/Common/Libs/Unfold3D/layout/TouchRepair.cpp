@@ -1,8 +1,8 @@
 #include "Unfold3D/layout/TouchRepair.h"
 
+#include "Unfold3D/base/BoxPairs.h"
 #include "Unfold3D/base/Segments.h"
 #include "Unfold3D/mesh/HalfEdges.h"
-#include "Unfold3D/parameterisation/BoxPairs.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Unfold3D/base/Box2.h"
 #include "Unfold3D/base/OffsetArray.h"
-#include "Unfold3D/packing/Box2.h"
 
 #include <span>
 #include <vector>

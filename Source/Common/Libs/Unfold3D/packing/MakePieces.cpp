@@ -1,6 +1,7 @@
 #include "Unfold3D/packing/MakePieces.h"
 
 #include "Unfold3D/packing/IslandSizes.h"
+#include "Unfold3D/packing/Turned.h"
 #include "Unfold3D/packing/Turns.h"
 
 #include <algorithm>

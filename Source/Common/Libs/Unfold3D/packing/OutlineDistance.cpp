@@ -1,6 +1,7 @@
 #include "Unfold3D/packing/OutlineDistance.h"
 
 #include "Unfold3D/base/ExactPredicates.h"
+#include "Unfold3D/packing/Turned.h"
 
 #include <algorithm>
 #include <cmath>

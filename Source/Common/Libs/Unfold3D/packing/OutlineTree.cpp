@@ -1,5 +1,7 @@
 #include "Unfold3D/packing/OutlineTree.h"
 
+#include "Unfold3D/packing/Turned.h"
+
 #include <algorithm>
 #include <utility>
 

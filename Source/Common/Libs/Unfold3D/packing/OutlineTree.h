@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Unfold3D/packing/Box2.h"
+#include "Unfold3D/base/Box2.h"
 #include "Unfold3D/packing/Outline.h"
 
 #include <cstddef>

@@ -3,6 +3,7 @@
 #include "Unfold3D/packing/LargestLayout.h"
 #include "Unfold3D/packing/PosedPieces.h"
 #include "Unfold3D/packing/Sheet.h"
+#include "Unfold3D/packing/Turned.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,6 +1,7 @@
 #include "Unfold3D/packing/ShapeRaster.h"
 
-#include "Unfold3D/packing/Box2.h"
+#include "Unfold3D/base/Box2.h"
+#include "Unfold3D/packing/Turned.h"
 
 #include <algorithm>
 #include <cmath>

@@ -10,7 +10,7 @@ namespace unfold3d
 {
 
 // A turn is a vector of length 1: the angle that it makes with the u axis is the angle of the turn,
-// and turned() in Box2.h applies it.
+// and turned() in Turned.h applies it.
 
 /// How the island of an outline is turned first. The lesser of two turns that do the same.
 Vec2 preRotationOf(PreRotation mode, std::span<const OutlineEdge> outline);

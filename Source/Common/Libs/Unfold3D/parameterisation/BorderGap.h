@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Unfold3D/base/BoxPairs.h"
 #include "Unfold3D/parameterisation/Border.h"
-#include "Unfold3D/parameterisation/BoxPairs.h"
 #include "Unfold3D/parameterisation/Spring.h"
 
 #include <span>

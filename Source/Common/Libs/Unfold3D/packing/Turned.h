@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Unfold3D/base/Box2.h"
+#include "Unfold3D/base/Vec.h"
 
 namespace unfold3d
 {
