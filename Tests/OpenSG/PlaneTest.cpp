@@ -6,15 +6,6 @@ using namespace osg;
 namespace
 {
 
-TEST(Plane, DistanceHasASignAndIsInUnitsOfSpace)
-{
-    const Plane plane(Vec3f(0, 0, 8), Pnt3f(5, 5, 1));
-    EXPECT_EQ(plane.getNormal(), Vec3f(0, 0, 1));
-    EXPECT_EQ(plane.distance(Pnt3f(-3, 9, 4)), 3);
-    EXPECT_EQ(plane.distance(Pnt3f(0, 0, -1)), -2);
-    EXPECT_EQ(plane.distance(Pnt3f(5, 5, 1)), 0);
-}
-
 TEST(Plane, ANormalOfZeroPutsEverythingOnThePlane)
 {
     EXPECT_EQ(Plane(Vec3f(), Pnt3f(1, 2, 3)).distance(Pnt3f(100, 0, -7)), 0);

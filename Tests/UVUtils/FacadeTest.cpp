@@ -34,14 +34,6 @@ osg::GeometryPtr broken()
     return geometry;
 }
 
-TEST(Facade, StartsWithEverythingThroughACompactMesh)
-{
-    EXPECT_TRUE(kyUVUtils::getUseCompactMesh());
-    EXPECT_FALSE(kyUVUtils::getFillShading());
-    EXPECT_EQ(kyUVUtils::getSelectMode(), kyUVUtils::SelectAll);
-    EXPECT_EQ(kyUVUtils::getSelectUVSet(), kyUVTypes::UVSet0);
-}
-
 TEST(Facade, ItsSettersPostTwoMessagesAndFillShadingNone)
 {
     Texts messages;

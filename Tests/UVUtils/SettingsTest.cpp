@@ -57,25 +57,6 @@ TEST(Settings, LengthsAndSharesAreClampedAndNeverNoNumber)
     }
 }
 
-TEST(Settings, StartWithTheirDefaults)
-{
-    EXPECT_EQ(PackSettings().getRotateStep(), 90.0);
-    const OptimizeSettings optimize;
-    EXPECT_EQ(optimize.getIterations(), 1);
-    EXPECT_EQ(optimize.getRoomSpace(), 0.0);
-    EXPECT_TRUE(optimize.getPreventBorderIntersections() && optimize.getPreventTriangleFlips());
-    EXPECT_EQ(optimize.getPower(), 1.0F);
-    EXPECT_EQ(optimize.getAngleVsDistanceConservation(), 1.0F);
-    const SeamSettings seam;
-    EXPECT_EQ(seam.getMode(), kyUVTypes::Organic);
-    EXPECT_FALSE(seam.getOrganicUsePipesCutter());
-    EXPECT_EQ(seam.getOrganicSegAmount(), 0.0);
-    EXPECT_EQ(seam.getManufacturedAngle(), 89.0);
-    EXPECT_EQ(seam.getManufacturedAreaRatio(), 0.0);
-    EXPECT_EQ(seam.getBakingAngle(), 89.0);
-    EXPECT_EQ(seam.getBakingSizeOfMinPatch(), 5);
-}
-
 TEST(Settings, PackModesBecomeTheSolversNumbers)
 {
     LogCapture log;

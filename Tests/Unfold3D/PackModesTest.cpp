@@ -79,22 +79,6 @@ TEST(PackModes, EachRotationModeTurnsAsItIsDocumented)
     }
 }
 
-TEST(PackModes, TheLongestSideAndTheLeastBoxOfATriangleDiffer)
-{
-    // The longest side is (0, 0) (4, 0); the least box lies along it. A thin triangle on a slope.
-    Patch triangle{{{0, 0}, {4, 0}, {1, 3.9}}, {{0, 1, 2}}};
-    Layout layout;
-    layout.add(placed(triangle, {0, 0}, 33.0));
-    PackKeys keys = inPlace();
-    keys.rotationMode = 1;
-    const Packed bySide(layout, keys);
-    keys.rotationMode = 4;
-    const Packed byBox(layout, keys);
-    const auto boxArea = [](const Box2& box) { return box.width() * box.height(); };
-    EXPECT_LE(boxArea(byBox.box(0)), boxArea(bySide.box(0)) * (1 + 1e-12));
-    EXPECT_GE(byBox.box(0).width(), byBox.box(0).height());
-}
-
 TEST(PackModes, OnlyTheAllowedTurnsAreTaken)
 {
     struct Case
