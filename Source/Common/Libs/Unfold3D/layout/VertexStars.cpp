@@ -39,7 +39,11 @@ VertexStars::VertexStars(std::span<const Triangle> triangles, std::vector<Vec2>&
                          std::span<const std::uint8_t> held)
     : triangles_(triangles), uv_(uv), held_(held),
       cornersOfVertex_(cornersByVertex(triangles, uv.size())), step_(coarsestStep(uv))
-{}
+{
+    for (const Vec2 p : uv)
+        room_.add(p);
+    room_ = room_.inflatedBy(maxStepsOut * step_);
+}
 
 bool VertexStars::isSound(int triangle) const
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Unfold3D/base/Box2.h"
 #include "Unfold3D/base/IslandMesh.h"
 #include "Unfold3D/base/OffsetArray.h"
 #include "Unfold3D/base/Vec.h"
@@ -27,6 +28,9 @@ inline double toFloat(double value)
     return static_cast<double>(static_cast<float>(value));
 }
 
+/// How many steps of the float grid a vertex may leave the box of its layout.
+inline constexpr double maxStepsOut = 2.0;
+
 /// A layout of floats whose vertices are moved about by small steps, and how safe the triangles
 /// around each of them are from being flipped.
 class VertexStars
@@ -52,7 +56,8 @@ public:
 
     /// Puts a vertex to one of 25 places, `stride` apart and around where it is, for which `rank`,
     /// a function without arguments that looks at the layout, is largest; of equal ones to the
-    /// nearest. Returns whether it moved.
+    /// nearest. Returns whether it moved. Places further out of the box of the whole layout than
+    /// maxStepsOut are passed over: there is the margin that a layout was packed with.
     template <class Rank>
     bool moveToBest(int v, double stride, const Rank& rank);
 
@@ -64,6 +69,7 @@ private:
     std::span<const std::uint8_t> held_;
     OffsetArray<int> cornersOfVertex_;
     double step_;
+    Box2 room_; ///< what no vertex leaves
 };
 
 template <class Rank>
@@ -81,6 +87,8 @@ bool VertexStars::moveToBest(int v, double stride, const Rank& rank)
     for (int i = -reachU; i <= reachU; ++i)
         for (int j = -reachV; j <= reachV; ++j) {
             uv_[index] = {toFloat(home.x + i * stride), toFloat(home.y + j * stride)};
+            if (!room_.contains({uv_[index], uv_[index]}))
+                continue;
             const auto present = rank();
             const int way = i * i + j * j;
             if (present > bestRank || (present == bestRank && way < bestWay)) {
