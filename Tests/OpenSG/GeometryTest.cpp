@@ -9,54 +9,21 @@ using namespace osg;
 namespace
 {
 
-TEST(Geometry, SlotsAndNamedTexCoordsAreTheSame)
-{
-    const RefPtr<Geometry> geometry(GeometryBase::create());
-    for (unsigned slot = 0; slot < 8; ++slot)
-        geometry->setTexSlot(slot, GeoTexCoords2f::create());
-    EXPECT_EQ(geometry->getTexCoords(), geometry->getTexSlot(0));
-    EXPECT_EQ(geometry->getTexCoords5(), geometry->getTexSlot(5));
-    geometry->setTexCoords7(NullFC);
-    EXPECT_EQ(geometry->getTexSlot(7), NullFC);
-    EXPECT_NE(geometry->getTexSlot(6), geometry->getTexSlot(5));
-
-    const RefPtr<GeoTexCoords2f> other(GeoTexCoords2f::create());
-    geometry->setTexSlot(8, other.get());
-    EXPECT_EQ(geometry->getTexSlot(8), NullFC);
-    EXPECT_EQ(other->getRefCount(), 1);
-}
-
-TEST(Geometry, SettersCountAndSendNoNotice)
-{
-    RefPtr<Geometry> geometry(Geometry::create());
-    tiny::NoticeJournal journal;
-    journal.watch(geometry.get());
-    const RefPtr<GeoIndicesUI32> indices(GeoIndicesUI32::create());
-    geometry->setIndices(indices);
-    geometry->setIndices(indices);
-    EXPECT_EQ(indices->getRefCount(), 2);
-    geometry->setGeometryType(Geometry::ShellType);
-    const RefPtr<Geometry> copy(geometry->clone());
-    EXPECT_EQ(indices->getRefCount(), 3);
-    EXPECT_EQ(copy->getGeometryType() & 2U, 2U);
-    geometry->setIndices(NullFC);
-    EXPECT_EQ(indices->getRefCount(), 2);
-    EXPECT_TRUE(journal.notices.empty());
-}
-
-TEST(Geometry, VertexPropertiesCanBeTreatedAlike)
+TEST(Geometry, NamedPropertiesSlotsAndVertexPropertiesAreTheSame)
 {
     const RefPtr<Geometry> geometry = tiny::quad();
-    geometry->setSecondaryColors(GeoColors3f::create());
-    geometry->setTexCoords7(GeoTexCoords1f::create());
+    for (unsigned slot = 0; slot < 8; ++slot)
+        geometry->setTexSlot(slot, GeoTexCoords2f::create());
+    geometry->setTexSlot(8, geometry->getTexSlot(0));
+    EXPECT_EQ(geometry->getTexSlot(8), NullFC);
+    EXPECT_EQ(geometry->getTexCoords5(), geometry->getTexSlot(5));
     EXPECT_EQ(geometry->getVertexProperty(0), geometry->getPositions());
-    EXPECT_EQ(geometry->getVertexProperty(3), geometry->getSecondaryColors());
     EXPECT_EQ(geometry->getVertexProperty(11), geometry->getTexCoords7());
     EXPECT_EQ(geometry->getVertexProperty(12), NullFC);
-    EXPECT_EQ(GeometryBase::vertexPropertyFieldMask(3), GeometryBase::SecondaryColorsFieldMask);
     EXPECT_EQ(GeometryBase::vertexPropertyFieldMask(11), GeometryBase::TexCoords7FieldMask);
     EXPECT_EQ(GeometryBase::texSlotFieldMask(2), GeometryBase::TexCoords2FieldMask);
-    EXPECT_EQ(Geometry::texSlotMapping(7), Geometry::MapTexCoords7);
+    geometry->setTexCoords7(NullFC);
+    EXPECT_EQ(geometry->getTexSlot(7), NullFC);
 
     const RefPtr<GeoNormals3f> normals(GeoNormals3f::create());
     geometry->setVertexProperty(0, normals.get());
@@ -65,16 +32,6 @@ TEST(Geometry, VertexPropertiesCanBeTreatedAlike)
     EXPECT_EQ(geometry->getNormals(), normals.get());
     geometry->setVertexProperty(1, NullFC);
     EXPECT_EQ(geometry->getNormals(), NullFC);
-}
-
-TEST(Geometry, ASurfaceIsAGeometryThatKnowsItsSide)
-{
-    const RefPtr<SurfaceBase> surface(SurfaceBase::create());
-    EXPECT_EQ(surface->getSide(), 1U);
-    surface->setSide(SurfaceBase::SideB);
-    const RefPtr<Geometry> copy(dcast<Geometry>(surface->shallowCopy()));
-    ASSERT_NE(dcast<SurfaceBase>(copy.get()), NullFC);
-    EXPECT_EQ(dcast<SurfaceBase>(copy.get())->getSide(), 2U);
 }
 
 TEST(MakeSingleIndexed, IsSilentAndInertOnASingleIndexedGeometry)

@@ -28,34 +28,6 @@ Matrix composed(const TransformParts& parts)
            Matrix::scaling(parts.scale);
 }
 
-Pnt3f imageOf(const RefPtr<Transform3D>& core, const Pnt3f& p)
-{
-    return core->getMatrix().transformPoint(p);
-}
-
-TEST(Transform3D, StartsAsTheIdentity)
-{
-    const auto core = transform();
-    EXPECT_EQ(core->getMatrix(), Matrix());
-    EXPECT_EQ(core->getScale(), Vec3f(1, 1, 1));
-    EXPECT_EQ(core->getRotationAsQuaternion(), Quaternion());
-}
-
-TEST(Transform3D, EachPivotStaysInPlaceUnderWhatItBelongsTo)
-{
-    const auto rotated = transform();
-    rotated->setRotatePivot(Pnt3f(0.5F, 0.5F, 0));
-    rotated->setRotationAsQuaternion(Quaternion::fromAxisAngle(Vec3f(0, 0, 1), HalfTurn / 2));
-    EXPECT_TRUE(isNear(imageOf(rotated, Pnt3f(0.5F, 0.5F, 0)), Pnt3f(0.5F, 0.5F, 0), Rounding));
-    EXPECT_TRUE(isNear(imageOf(rotated, Pnt3f(1, 0.5F, 0)), Pnt3f(0.5F, 1, 0), Rounding));
-
-    const auto scaled = transform();
-    scaled->setScalePivot(Pnt3f(1, 2, 3));
-    scaled->setScale(Vec3f(2, 0, -1));
-    EXPECT_EQ(imageOf(scaled, Pnt3f(1, 2, 3)), Pnt3f(1, 2, 3));
-    EXPECT_EQ(imageOf(scaled, Pnt3f(2, 5, 4)), Pnt3f(3, 2, 2));
-}
-
 RC_GTEST_PROP(Transform3DProperty, TheMatrixIsTheProductInTheStatedOrder, ())
 {
     const Vec3f t = mathtest::vector(2);
@@ -105,16 +77,6 @@ RC_GTEST_PROP(Transform3DProperty, ASetterAfterSetMatrixKeepsTheOtherParts, ())
     for (unsigned row = 0; row < 3; ++row)
         expected(row, 3) = moved[row];
     RC_ASSERT(isNear(core->getMatrix(), expected, 5 * Rounding));
-}
-
-TEST(Transform3D, SettersSendNoNotice)
-{
-    const auto core = transform();
-    tiny::NoticeJournal journal;
-    journal.watch(core.get());
-    core->setScale(Vec3f(2, 2, 2));
-    core->setMatrix(Matrix());
-    EXPECT_TRUE(journal.notices.empty());
 }
 
 TEST(Decompose, PutsAMirroringIntoTheScaleAlongZ)

@@ -38,12 +38,6 @@ TEST(GeoUtils, EachFaultHasItsBitAndItsWords)
     };
     const Case cases[] = {
         {"sound", [](auto&) {}, 0, ""},
-        {"no types and lengths",
-         [](auto& g) {
-             g.setTypes(osg::NullFC);
-             g.setLengths(osg::NullFC);
-         },
-         0, ""},
         {"no triangles yet",
          [](auto& g) {
              g.getIndices()->clear();
@@ -56,12 +50,6 @@ TEST(GeoUtils, EachFaultHasItsBitAndItsWords)
         {"homogeneous positions", [](auto& g) { g.setPositions(osg::GeoPositions4f::create()); },
          NoPositions, "no vertex positions"},
         {"no indices", [](auto& g) { g.setIndices(osg::NullFC); }, NoIndices, "no indices"},
-        {"nothing at all",
-         [](auto& g) {
-             g.setPositions(osg::NullFC);
-             g.setIndices(osg::NullFC);
-         },
-         NoPositions | NoIndices, "no vertex positions, no indices"},
         {"a corner too many",
          [](auto& g) {
              g.getIndices()->addValue(0);
@@ -102,6 +90,7 @@ TEST(GeoUtils, EachFaultHasItsBitAndItsWords)
 TEST(GeoUtils, ACoreThatIsNoGeometryIsNotUsable)
 {
     const osg::RefPtr<osg::Group> group(osg::Group::create());
+    EXPECT_EQ(getGeometryErrorString(NoPositions | NoIndices), "no vertex positions, no indices");
     EXPECT_EQ(checkGeometryCore(group, true), NoPositions | NoIndices);
     EXPECT_EQ(checkGeometryCore(osg::NullFC, true), NoPositions | NoIndices);
 }

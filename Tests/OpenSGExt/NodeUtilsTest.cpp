@@ -18,7 +18,7 @@ TEST(NodeUtils, ANodeKeepsItsNameUntilItGetsAnother)
     EXPECT_EQ(NodeUtils::getName(node), nullptr);
 }
 
-TEST(NodeUtils, ACopyOfANodeIsRenamedAlone)
+TEST(NodeUtils, ACopyIsRenamedAloneAndNoNodeHasAName)
 {
     const osg::RefPtr<osg::Node> node(osg::Node::create());
     NodeUtils::setName(node, "model");
@@ -26,10 +26,6 @@ TEST(NodeUtils, ACopyOfANodeIsRenamedAlone)
     NodeUtils::setName(copy, "copy");
     EXPECT_STREQ(NodeUtils::getName(node), "model");
     EXPECT_STREQ(NodeUtils::getName(copy), "copy");
-}
-
-TEST(NodeUtils, NoNodeHasNoName)
-{
     NodeUtils::setName(osg::NullFC, "lost");
     EXPECT_EQ(NodeUtils::getName(osg::NullFC), nullptr);
 }

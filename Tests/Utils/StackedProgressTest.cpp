@@ -19,15 +19,6 @@ TEST(StackedProgress, PhasesWithTheirSharesEndAtOne)
     EXPECT_NEAR(progress.fraction(), 1.0, 1e-12);
 }
 
-TEST(StackedProgress, TheTotalIsInTheUnitsOfTheIncrements)
-{
-    kyStackedProgress nodes("nodes", 4.0);
-    nodes.incrementBy(1.0);
-    EXPECT_DOUBLE_EQ(nodes.fraction(), 0.25);
-    nodes.incrementBy(100.0);
-    EXPECT_DOUBLE_EQ(nodes.fraction(), 1.0);
-}
-
 TEST(StackedProgress, ANestedOneFillsTheShareOfTheOuterOne)
 {
     kyStackedProgress outer("outer", 1.0);
