@@ -12,15 +12,6 @@ CRef table()
     return {VALTYPE_TABLE, VALPROP_VALUE};
 }
 
-TEST(Contract, ATextLiteralIsATextAndAFloatStaysAFloat)
-{
-    EXPECT_EQ(*CRef("Edge", VALPROP_VALUE)->as<std::string>(), "Edge");
-    EXPECT_EQ(*CRef(0.5F, VALPROP_VALUE)->as<float>(), 0.5F);
-    EXPECT_EQ(CRef(0.5F, VALPROP_VALUE)->as<double>(), nullptr);
-    EXPECT_EQ(*CRef(true, VALPROP_VALUE)->as<bool>(), true);
-    EXPECT_EQ(*CRef(CBox2D(0, 2, 1, 3), VALPROP_VALUE)->as<CBox2D>(), CBox2D(0, 2, 1, 3));
-}
-
 TEST(Contract, ATableKeepsTheOrderAndTheThreeKindsOfEntry)
 {
     const CRef params = table();

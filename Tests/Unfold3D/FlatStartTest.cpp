@@ -10,41 +10,9 @@ using namespace unfold3d;
 namespace
 {
 
-struct OpenCase
-{
-    const char* name;
-    IslandMesh mesh;
-};
-
-std::vector<OpenCase> openCases()
-{
-    return {
-        {"one triangle", surfaces::blades(1)},
-        {"a sheet", surfaces::sheet(5, 4)},
-        {"steep hills", surfaces::hills(12, 9, 3.0)},
-        {"a ring", surfaces::tube(7, 3, 1.0, 0.5)},
-        {"a long tube", surfaces::tube(6, 150, 1.0, 1.0)},
-        {"four holes",
-         surfaces::sheetWithHoles(
-             9, 9, [](int i, int j) { return (i == 2 || i == 6) && (j == 2 || j == 6); })},
-        {"a finger", surfaces::finger(8, 10, 1.0, 1.0)},
-        {"a finger that shrinks below doubles", surfaces::finger(6, 200, 1.0, 1.0)},
-        {"a spiral", surfaces::spiral(5, 24)},
-        {"needles", surfaces::needleFan(200)},
-        {"two blades", surfaces::blades(2)},
-        {"seven blades", surfaces::blades(7)},
-        {"holes that meet at a corner",
-         surfaces::sheetWithHoles(
-             4, 4, [](int i, int j) { return (i == 1 && j == 1) || (i == 2 && j == 2); })},
-        {"a chessboard",
-         surfaces::sheetWithHoles(6, 6, [](int i, int j) { return (i + j) % 2 == 1; })},
-        {"all on one point", {std::vector<Vec3>(4), {{0, 1, 2}, {0, 2, 3}}}},
-    };
-}
-
 TEST(FlatStart, EveryStartOfWhatHasABorderIsFlipFreeAndDoesNotCrossItself)
 {
-    for (const OpenCase& c : openCases()) {
+    for (const surfaces::Named& c : surfaces::openSurfaces()) {
         SCOPED_TRACE(c.name);
         const IslandMesh mesh = surfaces::normalised(c.mesh);
         const RunControl control;

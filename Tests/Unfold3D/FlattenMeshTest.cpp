@@ -1,4 +1,5 @@
 #include "LayoutChecks.h"
+#include "ObjSurface.h"
 #include "Surfaces.h"
 
 #include "Unfold3D/parameterisation/Flatten.h"
@@ -7,37 +8,15 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <map>
-#include <sstream>
 
 using namespace unfold3d;
 
 namespace
 {
 
-/// Positions and triangles of an OBJ file, polygons as fans; unused vertices dropped.
 IslandMesh readSurface(const std::filesystem::path& path)
 {
-    std::ifstream file(path);
-    IslandMesh mesh;
-    for (std::string line; std::getline(file, line);) {
-        std::istringstream words(line);
-        std::string word;
-        words >> word;
-        if (word == "v") {
-            Vec3 p;
-            words >> p.x >> p.y >> p.z;
-            mesh.positions.push_back(p);
-        } else if (word == "f") {
-            std::vector<int> corners;
-            while (words >> word)
-                corners.push_back(std::stoi(word) - 1);
-            for (std::size_t i = 2; i < corners.size(); ++i)
-                mesh.triangles.push_back({corners[0], corners[i - 1], corners[i]});
-        }
-    }
-    return surfaces::normalised(surfaces::withoutUnusedVertices(mesh));
+    return surfaces::normalised(ObjSurface(path).mesh);
 }
 
 class FlattenMesh : public testing::Test

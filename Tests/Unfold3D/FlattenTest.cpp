@@ -79,24 +79,6 @@ TEST(Flatten, LaysOutWithoutDistortionWhatCanBe)
     }
 }
 
-TEST(Flatten, ADisjointOverlapIsPreventedOnRequest)
-{
-    // One and a half turns around the tip can't lie flat without covering something twice.
-    const IslandMesh mesh = surfaces::normalised(surfaces::cutCone(1.5, 40, 4));
-    FlattenOptions options;
-    options.preventBorderCrossings = false;
-    const FlattenResult free = flattenFromStart(mesh, options);
-    EXPECT_EQ(layout::countFlips(mesh.triangles, free.uv), 0);
-    EXPECT_GT(free.report.borderCrossings, 0);
-    EXPECT_NEAR(free.report.energy, 4.0, 1e-6);
-
-    options.preventBorderCrossings = true;
-    const FlattenResult apart = flattenFromStart(mesh, options);
-    expectSound(mesh, apart);
-    EXPECT_TRUE(apart.report.converged);
-    EXPECT_LT(apart.report.energy, 5.0);
-}
-
 TEST(Flatten, KeepsTheRoomThatIsAskedFor)
 {
     constexpr int sides = 40;

@@ -22,22 +22,7 @@ FilledDisk diskOf(const IslandMesh& mesh)
 
 TEST(GridDrawing, DrawsAnyDiskOnWholeNumbersWithoutFlips)
 {
-    struct Case
-    {
-        const char* name;
-        IslandMesh mesh;
-    };
-    const Case cases[] = {
-        {"one square", surfaces::sheet(1, 1)},
-        {"a sheet", surfaces::sheet(6, 5)},
-        {"a long finger", surfaces::finger(5, 300, 1.0, 1.0)},
-        {"a long tube", surfaces::tube(6, 100, 1.0, 1.0)},
-        {"blades", surfaces::blades(5)},
-        {"one triangle", surfaces::blades(1)},
-        {"a chessboard",
-         surfaces::sheetWithHoles(6, 6, [](int i, int j) { return (i + j) % 2 == 1; })},
-    };
-    for (const Case& c : cases) {
+    for (const surfaces::Named& c : surfaces::openSurfaces()) {
         SCOPED_TRACE(c.name);
         const FilledDisk disk = diskOf(c.mesh);
         const std::vector<Vec2> uv = drawOnGrid(disk);

@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 using unfold3d::dot;
 using unfold3d::orient2d;
@@ -53,15 +54,8 @@ double distance(const Corners& s, const Corners& t)
         return 0.0;
     double least = std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i < 3; ++i)
-        for (std::size_t j = 0; j < 3; ++j) {
-            const Vec2 a = s[i];
-            const Vec2 b = s[(i + 1) % 3];
-            const Vec2 c = t[j];
-            const Vec2 d = t[(j + 1) % 3];
-            if (cross(a, b, c, d))
-                return 0.0;
-            least = std::min({least, distance(a, c, d), distance(c, a, b)});
-        }
+        for (std::size_t j = 0; j < 3; ++j)
+            least = std::min(least, packed::distance(s[i], s[(i + 1) % 3], t[j], t[(j + 1) % 3]));
     return least;
 }
 
@@ -95,6 +89,22 @@ std::array<std::size_t, 2> farApart(const patchwork::Layout& layout, std::span<c
 }
 
 } // namespace
+
+double distance(Vec2 a, Vec2 b, Vec2 c, Vec2 d)
+{
+    if (cross(a, b, c, d))
+        return 0.0;
+    return std::min({distance(a, c, d), distance(b, c, d), distance(c, a, b), distance(d, a, b)});
+}
+
+std::vector<unfold3d::OutlineEdge> outlineOf(const patchwork::Patch& patch)
+{
+    std::vector<int> triangles(patch.triangles.size());
+    std::iota(triangles.begin(), triangles.end(), 0);
+    std::vector<int> vertices(patch.uvs.size());
+    std::iota(vertices.begin(), vertices.end(), 0);
+    return islandOutline(patch.uvs, patch.triangles, triangles, vertices);
+}
 
 double leastGap(const patchwork::Layout& layout, std::span<const Vec2> uvs)
 {
@@ -166,8 +176,8 @@ double areaInSpace(const patchwork::Layout& layout, int patch)
 double wholeArea(const patchwork::Layout& layout, std::span<const Vec2> uvs)
 {
     double sum = 0.0;
-    for (std::size_t t = 0; t < layout.mesh.triangles.size(); ++t)
-        sum += area(cornersOf(layout, uvs, t));
+    for (int patch = 0; patch < layout.patchCount; ++patch)
+        sum += areaInUV(layout, uvs, patch);
     return sum;
 }
 

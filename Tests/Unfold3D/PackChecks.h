@@ -3,6 +3,7 @@
 #include "Patchwork.h"
 
 #include "Unfold3D/base/Box2.h"
+#include "Unfold3D/packing/OutlineTree.h"
 
 #include <span>
 #include <vector>
@@ -18,6 +19,12 @@ using unfold3d::Vec2;
 /// The least distance between triangles of two different patches; 0 where two of them overlap,
 /// infinite with fewer than two patches.
 double leastGap(const patchwork::Layout& layout, std::span<const Vec2> uvs);
+
+/// The distance between two segments; 0 where they cross.
+double distance(Vec2 a, Vec2 b, Vec2 c, Vec2 d);
+
+/// The outline of a patch.
+std::vector<unfold3d::OutlineEdge> outlineOf(const patchwork::Patch& patch);
 
 /// The box around all UVs, or around those of one patch.
 Box2 bounds(std::span<const Vec2> uvs);

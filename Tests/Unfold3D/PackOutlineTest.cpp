@@ -1,3 +1,4 @@
+#include "PackChecks.h"
 #include "Patchwork.h"
 
 #include "Unfold3D/base/ExactPredicates.h"
@@ -10,7 +11,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
 
 using namespace patchwork;
 using namespace unfold3d;
@@ -24,14 +24,7 @@ struct Shape
     Patch patch;
     OutlineTree tree;
 
-    explicit Shape(Patch p) : patch(std::move(p))
-    {
-        std::vector<int> triangles(patch.triangles.size());
-        std::iota(triangles.begin(), triangles.end(), 0);
-        std::vector<int> vertices(patch.uvs.size());
-        std::iota(vertices.begin(), vertices.end(), 0);
-        tree = OutlineTree(islandOutline(patch.uvs, patch.triangles, triangles, vertices));
-    }
+    explicit Shape(Patch p) : patch(std::move(p)), tree(packed::outlineOf(patch)) {}
 
     /// Triangles over a point that is on none of their edges.
     int trianglesOver(Vec2 p) const
@@ -72,26 +65,11 @@ Vec2 anyPoint()
 
 double leastDistance(const PlacedOutline& a, const PlacedOutline& b)
 {
-    const auto toSegment = [](Vec2 p, Vec2 from, Vec2 to) {
-        const Vec2 along = to - from;
-        const double squared = dot(along, along);
-        const double share =
-            squared > 0.0 ? std::clamp(dot(p - from, along) / squared, 0.0, 1.0) : 0.0;
-        return length(p - from - share * along);
-    };
     double least = std::numeric_limits<double>::infinity();
     for (const OutlineEdge& e : a.outline->edges())
-        for (const OutlineEdge& f : b.outline->edges()) {
-            const Vec2 p = e.from + a.at;
-            const Vec2 q = e.to + a.at;
-            const Vec2 r = f.from + b.at;
-            const Vec2 s = f.to + b.at;
-            if (orient2d(p, q, r) * orient2d(p, q, s) < 0 &&
-                orient2d(r, s, p) * orient2d(r, s, q) < 0)
-                return 0.0;
-            least = std::min({least, toSegment(p, r, s), toSegment(q, r, s), toSegment(r, p, q),
-                              toSegment(s, p, q)});
-        }
+        for (const OutlineEdge& f : b.outline->edges())
+            least = std::min(
+                least, packed::distance(e.from + a.at, e.to + a.at, f.from + b.at, f.to + b.at));
     return least;
 }
 

@@ -1,3 +1,4 @@
+#include "PackChecks.h"
 #include "Patchwork.h"
 
 #include "Unfold3D/packing/BitSheet.h"
@@ -14,16 +15,10 @@
 
 using namespace patchwork;
 using namespace unfold3d;
+using packed::outlineOf;
 
 namespace
 {
-
-std::vector<OutlineEdge> outlineOf(const Patch& patch)
-{
-    std::vector<int> triangles(patch.triangles.size());
-    std::iota(triangles.begin(), triangles.end(), 0);
-    return islandOutline(patch.uvs, patch.triangles, triangles, {});
-}
 
 bool hasCell(const ShapeRaster& shape, int x, int y)
 {

@@ -1,55 +1,52 @@
 #include "PackRun.h"
 
-using NU3D::CRef;
-using NU3D::VALPROP_VALUE;
+#include "PackChecks.h"
 
-namespace
-{
-
-CRef table()
-{
-    return {NU3D::VALTYPE_TABLE, VALPROP_VALUE};
-}
-
-template <class T>
-CRef value(const T& content)
-{
-    return CRef(content, VALPROP_VALUE);
-}
-
-} // namespace
+#include <gtest/gtest.h>
 
 void PackRun::pack(const PackKeys& keys, bool selectedOnly)
 {
-    const CRef params = table();
-    if (selectedOnly)
-        params->Add("#ProcessIslandSelection bool", value(true));
-    params->Add("#Translate bool", value(keys.translate));
-    params->Add("#Rotate.Min double 0.0", value(keys.rotateMin));
-    params->Add("#Rotate.Max double 360.0", value(keys.rotateMax));
-    params->Add("#Rotate.Step double 0.0", value(keys.rotateStep));
-    params->Add("#Rotate.Mode int 2", value(keys.rotationMode));
-    params->Add("#Scaling.Mode int 0", value(keys.islandScaling));
-    params->Add("#LayoutScalingMode int 0", value(keys.layoutScaling));
-    params->Add("#Resolution int", value(keys.resolution));
-    params->Add("#MaxMutations int 1", value(keys.mutations));
-    params->Add("#SpacingSize double 0", value(keys.spacing));
-    params->Add("#MarginSize double 0", value(keys.margin));
-    params->Add("#Box box2d 0.0 1.0 0.0 1.0", value(NU3D::CBox2D(keys.box.low.x, keys.box.high.x,
-                                                                 keys.box.low.y, keys.box.high.y)));
-    params->Add("#MultiTile.SizeU int", value(keys.tilesU));
-    params->Add("#MultiTile.SizeV int", value(keys.tilesV));
-    params->Add("#TileAssignMode string \"Specified\"", value(keys.tileAssignMode));
-    answer_ = session_.api().Do("Pack", params);
+    const unfold3d::Box2& box = keys.box;
+    session_.run("Pack", {{"#ProcessIslandSelection bool", selectedOnly},
+                          {"#Translate bool", keys.translate},
+                          {"#Rotate.Min double 0.0", keys.rotateMin},
+                          {"#Rotate.Max double 360.0", keys.rotateMax},
+                          {"#Rotate.Step double 0.0", keys.rotateStep},
+                          {"#Rotate.Mode int 2", keys.rotationMode},
+                          {"#Scaling.Mode int 0", keys.islandScaling},
+                          {"#LayoutScalingMode int 0", keys.layoutScaling},
+                          {"#Resolution int", keys.resolution},
+                          {"#MaxMutations int 1", keys.mutations},
+                          {"#SpacingSize double 0", keys.spacing},
+                          {"#MarginSize double 0", keys.margin},
+                          {"#Box box2d 0.0 1.0 0.0 1.0",
+                           NU3D::CBox2D(box.low.x, box.high.x, box.low.y, box.high.y)},
+                          {"#MultiTile.SizeU int", keys.tilesU},
+                          {"#MultiTile.SizeV int", keys.tilesV},
+                          {"#TileAssignMode string \"Specified\"", keys.tileAssignMode}});
+    answer_ = session_.last();
 }
 
 void PackRun::packSelected(const PackKeys& keys, const std::vector<int>& islands)
 {
-    const CRef selection = table();
-    selection->Add("#PrimType string \"Edge\"", value(std::string("Island")));
-    selection->Add("#Select bool", value(true));
-    selection->Add("#List bool", value(true));
-    selection->Add("#IDs ints", value(islands));
-    session_.api().Do("Select", selection);
+    session_.select("Island", islands);
     pack(keys, true);
+}
+
+std::vector<unfold3d::Vec2> packSoundly(const patchwork::Layout& layout, const PackKeys& keys)
+{
+    PackRun run(layout);
+    run.pack(keys);
+    EXPECT_FALSE(run.hasError()) << run.error();
+    std::vector<unfold3d::Vec2> uvs = run.uvs();
+    const std::vector<unfold3d::Vec2> rounded = packed::asFloats(uvs);
+    EXPECT_GE(packed::leastGap(layout, rounded), keys.spacing);
+    EXPECT_GT(packed::leastGap(layout, rounded), 0.0);
+    const unfold3d::Box2 bounds = packed::bounds(rounded);
+    EXPECT_GE(bounds.low.x - keys.box.low.x, keys.margin);
+    EXPECT_GE(bounds.low.y - keys.box.low.y, keys.margin);
+    EXPECT_GE(keys.box.low.x + keys.tilesU * keys.box.width() - bounds.high.x, keys.margin);
+    EXPECT_GE(keys.box.low.y + keys.tilesV * keys.box.height() - bounds.high.y, keys.margin);
+    EXPECT_TRUE(keys.layoutScaling == 3 || packed::areSimilar(layout, layout.uvs, uvs, 1e-9));
+    return uvs;
 }

@@ -37,11 +37,10 @@ public:
     void pack(const PackKeys& keys) { pack(keys, false); }
     void packSelected(const PackKeys& keys, const std::vector<int>& islands);
 
-    std::vector<unfold3d::Vec2> uvs() { return session_.exportDoubles(); }
+    std::vector<unfold3d::Vec2> uvs() { return session_.exportUVs(); }
     bool hasError() const { return NU3D::CUnfold3DAPI::HasError(answer_); }
     std::string error() const { return NU3D::CUnfold3DAPI::GetErrorString(answer_); }
     std::string warning() const { return NU3D::CUnfold3DAPI::GetWarningString(answer_); }
-    const NU3D::CRef& answer() const { return answer_; }
     SolverSession& session() { return session_; }
 
 private:
@@ -50,3 +49,8 @@ private:
     SolverSession session_;
     NU3D::CRef answer_;
 };
+
+/// The result of a pack that must succeed and hold what every layout must: within the box by the
+/// margin, gaps as asked, nothing mirrored or bent. The gaps
+/// and the margin are measured once the UVs are rounded as the application stores them.
+std::vector<unfold3d::Vec2> packSoundly(const patchwork::Layout& layout, const PackKeys& keys);

@@ -18,41 +18,6 @@ using unfold3d::Box2;
 namespace
 {
 
-/// What every layout must hold: within the box by the margin, gaps as asked, nothing mirrored or
-/// bent.
-void expectSoundLayout(const Layout& layout, const PackKeys& keys, const std::vector<Vec2>& uvs)
-{
-    const std::vector<Vec2> rounded = packed::asFloats(uvs);
-    EXPECT_GE(packed::leastGap(layout, rounded), keys.spacing);
-    EXPECT_GT(packed::leastGap(layout, rounded), 0.0);
-    const Box2 box = bounds(rounded);
-    EXPECT_GE(box.low.x - keys.box.low.x, keys.margin);
-    EXPECT_GE(box.low.y - keys.box.low.y, keys.margin);
-    EXPECT_GE(keys.box.low.x + keys.tilesU * keys.box.width() - box.high.x, keys.margin);
-    EXPECT_GE(keys.box.low.y + keys.tilesV * keys.box.height() - box.high.y, keys.margin);
-    if (keys.layoutScaling != 3) {
-        EXPECT_TRUE(packed::areSimilar(layout, layout.uvs, uvs, 1e-9));
-    }
-}
-
-std::vector<Vec2> packSoundly(const Layout& layout, const PackKeys& keys)
-{
-    PackRun run(layout);
-    run.pack(keys);
-    EXPECT_FALSE(run.hasError()) << run.error();
-    std::vector<Vec2> uvs = run.uvs();
-    expectSoundLayout(layout, keys, uvs);
-    return uvs;
-}
-
-Layout layoutOf(const std::vector<Patch>& patches)
-{
-    Layout layout;
-    for (const Patch& patch : patches)
-        layout.add(patch);
-    return layout;
-}
-
 RC_GTEST_PROP(Pack, IslandsKeepTheirGapsOnEveryLayout, ())
 {
     PackKeys keys;
@@ -77,7 +42,7 @@ TEST(Pack, OneIslandFillsTheBoxToTheMargin)
         PackKeys keys;
         keys.margin = 0.125;
         keys.rotateStep = 0.0;
-        const Box2 box = bounds(packSoundly(layoutOf({patch}), keys));
+        const Box2 box = bounds(packSoundly(Layout({patch}), keys));
         EXPECT_NEAR(std::max(box.width(), box.height()), 0.75, 1e-5);
         EXPECT_NEAR(box.low.x, 0.125, 1e-5);
         EXPECT_NEAR(box.low.y, 0.125, 1e-5);
@@ -95,11 +60,11 @@ TEST(Pack, SmallIslandsGoIntoHolesAndBaysOfLargeOnes)
     };
     // Each could only be half as large if the outer island were taken for its box.
     const Case cases[] = {
-        {"a square in a frame", layoutOf({frame(0.8), rectangle(0.75, 0.75)})},
+        {"a square in a frame", Layout({frame(0.8), rectangle(0.75, 0.75)})},
         {"a frame in a frame in a frame",
-         layoutOf({placed(frame(0.8), {}, 0.0, {0.7, 0.7}), frame(0.8),
-                   placed(frame(0.8), {}, 0.0, {0.5, 0.5})})},
-        {"a square in a bay", layoutOf({rectangle(0.6, 0.6), clamp(0.15)})},
+         Layout({placed(frame(0.8), {}, 0.0, {0.7, 0.7}), frame(0.8),
+                 placed(frame(0.8), {}, 0.0, {0.5, 0.5})})},
+        {"a square in a bay", Layout({rectangle(0.6, 0.6), clamp(0.15)})},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -198,18 +163,6 @@ TEST(Pack, ProgressRunsToTheEnd)
     EXPECT_GT(progressCalls, 0);
     EXPECT_TRUE(isMonotone);
     EXPECT_EQ(lastProgress, 1.0);
-}
-
-TEST(Pack, AStopLeavesTheLayoutAsItWas)
-{
-    const Layout layout = randomLayout(60, 5);
-    PackRun run(layout);
-    run.session().api().RegisterStopCallback([] { return true; });
-    PackKeys keys;
-    keys.mutations = 1'000'000;
-    run.pack(keys);
-    EXPECT_TRUE(run.answer()->Exists("#Stopped bool"));
-    EXPECT_EQ(run.uvs(), layout.uvs);
 }
 
 } // namespace

@@ -14,14 +14,6 @@ using unfold3d::Box2;
 namespace
 {
 
-std::vector<Vec2> packOrFail(const Layout& layout, const PackKeys& keys)
-{
-    PackRun run(layout);
-    run.pack(keys);
-    EXPECT_FALSE(run.hasError()) << run.error();
-    return run.uvs();
-}
-
 /// The tile that a patch lies in, and that it keeps the margin there.
 int tileOf(const Layout& layout, const std::vector<Vec2>& uvs, int patch, const PackKeys& keys)
 {
@@ -30,26 +22,22 @@ int tileOf(const Layout& layout, const std::vector<Vec2>& uvs, int patch, const 
     const double height = keys.box.height();
     const int u = static_cast<int>(std::floor((box.centre().x - keys.box.low.x) / width));
     const int v = static_cast<int>(std::floor((box.centre().y - keys.box.low.y) / height));
-    const Vec2 corner = keys.box.low + Vec2{u * width, v * height};
-    EXPECT_GE(box.low.x - corner.x, keys.margin);
-    EXPECT_GE(box.low.y - corner.y, keys.margin);
-    EXPECT_GE(corner.x + width - box.high.x, keys.margin);
-    EXPECT_GE(corner.y + height - box.high.y, keys.margin);
+    const Vec2 low = keys.box.low + Vec2{u * width + keys.margin, v * height + keys.margin};
+    const Vec2 high = low + Vec2{width - 2.0 * keys.margin, height - 2.0 * keys.margin};
+    EXPECT_TRUE((Box2{low, high}).contains(box));
     EXPECT_TRUE(u >= 0 && u < keys.tilesU && v >= 0 && v < keys.tilesV);
     return u + v * keys.tilesU;
 }
 
 TEST(PackTiles, DistributedIslandsUseAllTilesAtOneScale)
 {
-    Layout layout;
-    for (int i = 0; i < 6; ++i)
-        layout.add(rectangle(1.0, 1.0));
+    const Layout layout(std::vector<Patch>(6, rectangle(1.0, 1.0)));
     PackKeys keys;
     keys.tilesU = 3;
     keys.tilesV = 2;
     keys.margin = 0.05;
     keys.box = {{1, 1}, {2, 2}};
-    const std::vector<Vec2> uvs = packOrFail(layout, keys);
+    const std::vector<Vec2> uvs = packSoundly(layout, keys);
     std::set<int> used;
     for (int i = 0; i < 6; ++i) {
         used.insert(tileOf(layout, uvs, i, keys));
@@ -73,37 +61,32 @@ TEST(PackTiles, IslandsStayInTheTileOfTheirMiddleOrGoToTheNearest)
     keys.spacing = 0.01;
     for (const char* word : {"BBoxCenter", "Specified"}) {
         keys.tileAssignMode = word;
-        const std::vector<Vec2> uvs = packOrFail(layout, keys);
+        const std::vector<Vec2> uvs = packSoundly(layout, keys);
         const int expected[] = {0, 1, 2, 3, 1};
         for (int i = 0; i < layout.patchCount; ++i)
             EXPECT_EQ(tileOf(layout, uvs, i, keys), expected[i]) << "island " << i;
-        EXPECT_GE(packed::leastGap(layout, packed::asFloats(uvs)), keys.spacing);
         EXPECT_NEAR(packed::areaInUV(layout, uvs, 0) / packed::areaInUV(layout, uvs, 2), 1.0, 1e-9);
     }
 }
 
 TEST(PackTiles, IslandsOfNeighbouringTilesKeepTheSpacingWithoutAMargin)
 {
-    Layout layout;
-    for (int i = 0; i < 4; ++i)
-        layout.add(rectangle(1.0, 1.0));
+    const Layout layout(std::vector<Patch>(4, rectangle(1.0, 1.0)));
     PackKeys keys;
     keys.tilesU = 2;
     keys.tilesV = 2;
     keys.spacing = 0.1;
-    const std::vector<Vec2> uvs = packOrFail(layout, keys);
-    EXPECT_GE(packed::leastGap(layout, packed::asFloats(uvs)), 0.1);
+    const std::vector<Vec2> uvs = packSoundly(layout, keys);
     EXPECT_NEAR(packed::areaInUV(layout, uvs, 0), 0.81, 1e-4);
 }
 
 TEST(PackTiles, ManyEmptyTilesCostNothing)
 {
-    Layout layout;
-    layout.add(rectangle(1.0, 1.0));
+    const Layout layout({rectangle(1.0, 1.0)});
     PackKeys keys;
     keys.tilesU = 1000;
     keys.tilesV = 1000;
-    EXPECT_EQ(tileOf(layout, packOrFail(layout, keys), 0, keys), 0);
+    EXPECT_EQ(tileOf(layout, packSoundly(layout, keys), 0, keys), 0);
 }
 
 TEST(PackSelection, OnlySelectedIslandsMoveAndTheOthersAreInTheWay)
@@ -127,10 +110,7 @@ TEST(PackSelection, OnlySelectedIslandsMoveAndTheOthersAreInTheWay)
         }
     for (const int patch : {2, 3}) {
         const Box2 box = boundsOfPatch(layout, packed::asFloats(uvs), patch);
-        EXPECT_GE(box.low.x, 0.5 + 0.01);
-        EXPECT_GE(box.low.y, 0.005);
-        EXPECT_LE(box.high.x, 1.0 - 0.005);
-        EXPECT_LE(box.high.y, 0.8 - 0.01);
+        EXPECT_TRUE((Box2{{0.5 + 0.01, 0.005}, {1.0 - 0.005, 0.8 - 0.01}}).contains(box));
     }
     EXPECT_GT(packed::areaInUV(layout, uvs, 2) + packed::areaInUV(layout, uvs, 3), 0.08);
     EXPECT_TRUE(packed::areSimilar(layout, layout.uvs, uvs, 1e-9));
@@ -138,9 +118,7 @@ TEST(PackSelection, OnlySelectedIslandsMoveAndTheOthersAreInTheWay)
 
 TEST(PackSelection, AHoleOfAStandingIslandHasRoom)
 {
-    Layout layout;
-    layout.add(frame(0.9)); // fills the box
-    layout.add(placed(rectangle(2.0, 2.0), {5.0, 5.0}));
+    const Layout layout({frame(0.9), placed(rectangle(2.0, 2.0), {5.0, 5.0})});
     PackKeys keys;
     keys.spacing = 0.02;
     PackRun run(layout);
@@ -153,9 +131,7 @@ TEST(PackSelection, AHoleOfAStandingIslandHasRoom)
 
 TEST(PackSelection, ABoxThatIsFullIsAnError)
 {
-    Layout layout;
-    layout.add(rectangle(1.0, 1.0));
-    layout.add(placed(rectangle(1.0, 1.0), {5.0, 5.0}));
+    const Layout layout({rectangle(1.0, 1.0), placed(rectangle(1.0, 1.0), {5.0, 5.0})});
     PackRun run(layout);
     run.packSelected({}, {1});
     EXPECT_NE(run.error().find("room"), std::string::npos) << run.error();

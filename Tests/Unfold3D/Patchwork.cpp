@@ -113,6 +113,12 @@ Patch point()
     return {{{0, 0}, {0, 0}, {0, 0}}, {{0, 1, 2}}};
 }
 
+Layout::Layout(const std::vector<Patch>& patches)
+{
+    for (const Patch& patch : patches)
+        add(patch);
+}
+
 void Layout::add(const Patch& patch, double spaceScale)
 {
     const int first = mesh.vertexCount();

@@ -40,6 +40,9 @@ Patch point();
 /// Patches in one mesh. In space each is as it stands in UV, flat and scaled by `spaceScale`.
 struct Layout
 {
+    Layout() = default;
+    Layout(const std::vector<Patch>& patches);
+
     IslandMesh mesh;
     std::vector<Vec2> uvs;
     std::vector<int> patchOfTriangle;

@@ -1,17 +1,10 @@
 #include "SolverSession.h"
 
-using NU3D::CRef;
-using NU3D::VALPROP_VALUE;
 using unfold3d::IslandMesh;
 using unfold3d::Vec2;
 
 namespace
 {
-
-CRef table()
-{
-    return {NU3D::VALTYPE_TABLE, VALPROP_VALUE};
-}
 
 std::vector<double> coordinates(const IslandMesh& mesh)
 {
@@ -33,94 +26,72 @@ SolverSession::SolverSession(const IslandMesh& mesh, const std::vector<Vec2>& uv
     std::vector<double> coordsUVW;
     for (const Vec2 uv : uvs)
         coordsUVW.insert(coordsUVW.end(), {uv.x, uv.y, 0.0});
-    import(mesh, std::move(coordsUVW));
+    import(mesh, coordsUVW);
 }
 
-void SolverSession::import(const IslandMesh& mesh, std::vector<double> coordsUVW)
+void SolverSession::import(const IslandMesh& mesh, const std::vector<double>& coordsUVW)
 {
     std::vector<int> corners;
     for (const unfold3d::Triangle& t : mesh.triangles)
         corners.insert(corners.end(), t.begin(), t.end());
-    const CRef params = table();
-    params->Add("#Data.PolySizes ints",
-                CRef(std::vector<int>(mesh.triangles.size(), 3), VALPROP_VALUE));
-    params->Add("#Data.PolyXYZIDs ints", CRef(corners, VALPROP_VALUE));
-    params->Add("#Data.CoordsXYZ doubles", CRef(coordinates(mesh), VALPROP_VALUE));
-    params->Add("#Data.PolyUVWIDs ints", CRef(corners, VALPROP_VALUE));
-    params->Add("#Data.CoordsUVW doubles", CRef(std::move(coordsUVW), VALPROP_VALUE));
-    run("Import", params);
+    run("Import", {{"#Data.PolySizes ints", std::vector<int>(mesh.triangles.size(), 3)},
+                   {"#Data.PolyXYZIDs ints", corners},
+                   {"#Data.CoordsXYZ doubles", coordinates(mesh)},
+                   {"#Data.PolyUVWIDs ints", corners},
+                   {"#Data.CoordsUVW doubles", coordsUVW}});
 }
 
-void SolverSession::run(const std::string& command, const CRef& params)
+void SolverSession::run(const std::string& command, std::initializer_list<Key> keys)
 {
+    const NU3D::CRef params(NU3D::VALTYPE_TABLE, NU3D::VALPROP_VALUE);
+    for (const Key& key : keys) {
+        if (key.value)
+            params->Add(key.name, key.value);
+        else
+            params->Add(key.name);
+    }
     last_ = api_.Do(command, params);
 }
 
-void SolverSession::selectVertices(const std::vector<int>& ids)
+void SolverSession::select(const char* kind, const std::vector<int>& ids)
 {
-    const CRef params = table();
-    params->Add("#PrimType string \"Edge\"", CRef("Vertex", VALPROP_VALUE));
-    params->Add("#Select bool", CRef(true, VALPROP_VALUE));
-    params->Add("#List bool", CRef(true, VALPROP_VALUE));
-    params->Add("#IDs ints", CRef(ids, VALPROP_VALUE));
-    run("Select", params);
+    run("Select", {{"#PrimType string \"Edge\"", kind},
+                   {"#ResetBefore bool", true},
+                   {"#Select bool", true},
+                   {"#List bool", true},
+                   {"#IDs ints", ids}});
 }
 
 void SolverSession::selectAllVertices()
 {
-    const CRef params = table();
-    params->Add("#PrimType string \"Edge\"", CRef("Vertex", VALPROP_VALUE));
-    params->Add("#Select bool", CRef(true, VALPROP_VALUE));
-    params->Add("#All bool", CRef(true, VALPROP_VALUE));
-    run("Select", params);
+    run("Select",
+        {{"#PrimType string \"Edge\"", "Vertex"}, {"#Select bool", true}, {"#All bool", true}});
 }
 
 void SolverSession::pinEdges(const std::vector<int>& ids, bool vertical)
 {
-    const CRef selection = table();
-    selection->Add("#PrimType string \"Edge\"", CRef("Edge", VALPROP_VALUE));
-    selection->Add("#ResetBefore bool", CRef(true, VALPROP_VALUE));
-    selection->Add("#Select bool", CRef(true, VALPROP_VALUE));
-    selection->Add("#List bool", CRef(true, VALPROP_VALUE));
-    selection->Add("#IDs ints", CRef(ids, VALPROP_VALUE));
-    run("Select", selection);
-    const CRef params = table();
-    params->Add("#PrimType string \"Vertex\"", CRef("Edge", VALPROP_VALUE));
-    params->Add("#Mode string \"Pin\"", CRef(vertical ? "EdgeV" : "EdgeH", VALPROP_VALUE));
-    run("Constrain", params);
+    select("Edge", ids);
+    run("Constrain", {{"#PrimType string \"Vertex\"", "Edge"},
+                      {"#Mode string \"Pin\"", vertical ? "EdgeV" : "EdgeH"}});
 }
 
-void SolverSession::unfold(const UnfoldKeys& keys)
+void SolverSession::unfold()
 {
-    const CRef params = table();
-    params->Add("#PrimType string Island", CRef("Vertex", VALPROP_VALUE));
-    params->Add("#ProcessSelection bool", CRef(keys.processSelection, VALPROP_VALUE));
-    params->Add("#ProcessAllIfNoneSelected bool");
-    params->Add("#Iterations int 1", CRef(keys.iterations, VALPROP_VALUE));
-    params->Add("#BorderIntersections bool", CRef(keys.preventCrossings, VALPROP_VALUE));
-    params->Add("#TriangleFlips bool", CRef(true, VALPROP_VALUE));
-    params->Add("#RoomSpace double 000.1", CRef(0.0, VALPROP_VALUE));
-    run("Unfold", params);
+    run("Unfold", {{"#PrimType string Island", "Vertex"},
+                   {"#ProcessSelection bool", true},
+                   {"#ProcessAllIfNoneSelected bool"},
+                   {"#Iterations int 1", 1},
+                   {"#BorderIntersections bool", true},
+                   {"#TriangleFlips bool", true},
+                   {"#RoomSpace double 000.1", 0.0}});
 }
 
-std::vector<Vec2> SolverSession::exportDoubles()
+std::vector<Vec2> SolverSession::exportUVs()
 {
-    const CRef params = table();
-    params->Add("#Data table");
-    params->Add("#Data.UseImportedUVWPolygons bool", CRef(true, VALPROP_VALUE));
-    run("Export", params);
+    run("Export", {{"#Data table"}, {"#Data.UseImportedUVWPolygons bool", true}});
     const std::vector<double> coords = last_->GetDoubles("#Data.CoordsUVW doubles");
     std::vector<Vec2> uvs;
     for (std::size_t i = 0; i + 2 < coords.size(); i += 3)
         uvs.push_back({coords[i], coords[i + 1]});
-    return uvs;
-}
-
-std::vector<Vec2> SolverSession::exportFloats()
-{
-    std::vector<Vec2> uvs = exportDoubles();
-    for (Vec2& uv : uvs)
-        uv = {static_cast<double>(static_cast<float>(uv.x)),
-              static_cast<double>(static_cast<float>(uv.y))};
     return uvs;
 }

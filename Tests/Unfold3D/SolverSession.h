@@ -3,6 +3,7 @@
 #include "Unfold3D/Unfold3D.h"
 #include "Unfold3D/base/IslandMesh.h"
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -16,33 +17,33 @@ public:
     /// Imports a mesh with UVs, one for each vertex.
     SolverSession(const unfold3d::IslandMesh& mesh, const std::vector<unfold3d::Vec2>& uvs);
 
-    struct UnfoldKeys
+    /// An entry of the parameters of a command.
+    struct Key
     {
-        int iterations = 1;
-        bool preventCrossings = true;
-        bool processSelection = true;
+        Key(const char* n) : name(n) {}
+        template <class T>
+        Key(const char* n, const T& v) : name(n), value(v, NU3D::VALPROP_VALUE)
+        {}
+        const char* name;
+        NU3D::CRef value;
     };
+    void run(const std::string& command, std::initializer_list<Key> keys);
 
-    void selectVertices(const std::vector<int>& ids);
+    /// Selects elements by the numbers that the engine counts them with.
+    void select(const char* kind, const std::vector<int>& ids);
     void selectAllVertices();
-    /// Pins edges; `ids` in the numbers of edges as the engine counts them.
     void pinEdges(const std::vector<int>& ids, bool vertical);
-    void unfold() { unfold(UnfoldKeys()); }
-    void unfold(const UnfoldKeys& keys);
-    /// The layout as the application stores it.
-    std::vector<unfold3d::Vec2> exportFloats();
-    std::vector<unfold3d::Vec2> exportDoubles();
+    void unfold();
+    std::vector<unfold3d::Vec2> exportUVs();
 
     std::string error() const { return NU3D::CUnfold3DAPI::GetErrorString(last_); }
     bool hasError() const { return NU3D::CUnfold3DAPI::HasError(last_); }
     std::string warning() const { return NU3D::CUnfold3DAPI::GetWarningString(last_); }
-    bool hasWarning() const { return NU3D::CUnfold3DAPI::HasWarning(last_); }
     const NU3D::CRef& last() const { return last_; }
     NU3D::CUnfold3DAPI& api() { return api_; }
 
 private:
-    void import(const unfold3d::IslandMesh& mesh, std::vector<double> coordsUVW);
-    void run(const std::string& command, const NU3D::CRef& params);
+    void import(const unfold3d::IslandMesh& mesh, const std::vector<double>& coordsUVW);
 
     NU3D::CUnfold3DAPI api_;
     NU3D::CRef last_;

@@ -128,9 +128,6 @@ TEST(SparseCholesky, SolvesLikeADenseFactorisation)
     const Case cases[] = {
         {"one node", graphOfPairs({}, 1)},
         {"nodes that don't meet", graphOfPairs({}, 7)},
-        {"a chain", graphOfPairs(std::vector<Pair>{{0, 1}, {2, 1}, {3, 2}, {4, 3}}, 5)},
-        {"two pieces", graphOfPairs(std::vector<Pair>{{0, 5}, {2, 1}, {1, 2}, {4, 4}}, 6)},
-        {"a grid", gridGraph(17, 13)},
         {"a grid large enough to dissect", gridGraph(31, 23)},
         {"a graph with a dense factor", randomGraph(150, 900, 3)},
     };
@@ -171,16 +168,6 @@ TEST(SparseCholesky, ReplacesThePivotsOfASingularMatrix)
     const Eigen::Map<const Eigen::VectorXd> solution(x.data(), 81);
     const Eigen::Map<const Eigen::VectorXd> rightSide(right.data(), 81);
     EXPECT_LT((dense(symbolic, matrix) * solution - rightSide).norm(), 1e-10);
-}
-
-TEST(SparseCholesky, StopsBetweenFronts)
-{
-    const SymbolicCholesky symbolic = analyse(gridGraph(20, 20));
-    const BlockMatrix matrix = randomMatrix(symbolic, 2, 1);
-    SparseCholesky cholesky(symbolic);
-    RunControl control;
-    control.requestStop();
-    EXPECT_THROW(cholesky.factorise(matrix, control), Stopped);
 }
 
 TEST(SymbolicCholesky, CountsTheEntriesOfTheFactor)

@@ -25,8 +25,7 @@ bool never(int, int)
     return false;
 }
 
-} // namespace
-
+/// Only the vertices that triangles use, in order.
 IslandMesh withoutUnusedVertices(const IslandMesh& mesh)
 {
     std::vector<int> newOfOld(mesh.positions.size(), -1);
@@ -45,6 +44,8 @@ IslandMesh withoutUnusedVertices(const IslandMesh& mesh)
             v = newOfOld[static_cast<std::size_t>(v)];
     return result;
 }
+
+} // namespace
 
 IslandMesh sheetWithHoles(int columns, int rows, bool (*isHole)(int i, int j))
 {
@@ -210,6 +211,31 @@ IslandMesh cutCone(double turns, int sides, int rings)
             addSquare(mesh, inner, outer, outer + 1, inner + 1);
         }
     return mesh;
+}
+
+std::vector<Named> openSurfaces()
+{
+    return {
+        {"one triangle", blades(1)},
+        {"a sheet", sheet(5, 4)},
+        {"steep hills", hills(12, 9, 3.0)},
+        {"a ring", tube(7, 3, 1.0, 0.5)},
+        {"a long tube", tube(6, 150, 1.0, 1.0)},
+        {"four holes",
+         sheetWithHoles(9, 9,
+                        [](int i, int j) { return (i == 2 || i == 6) && (j == 2 || j == 6); })},
+        {"a finger", finger(8, 10, 1.0, 1.0)},
+        {"a finger that shrinks below doubles", finger(6, 200, 1.0, 1.0)},
+        {"a spiral", spiral(5, 24)},
+        {"needles", needleFan(200)},
+        {"two blades", blades(2)},
+        {"seven blades", blades(7)},
+        {"holes that meet at a corner",
+         sheetWithHoles(4, 4,
+                        [](int i, int j) { return (i == 1 && j == 1) || (i == 2 && j == 2); })},
+        {"a chessboard", sheetWithHoles(6, 6, [](int i, int j) { return (i + j) % 2 == 1; })},
+        {"all on one point", {std::vector<Vec3>(4), {{0, 1, 2}, {0, 2, 3}}}},
+    };
 }
 
 IslandMesh normalised(IslandMesh mesh)

@@ -61,10 +61,15 @@ IslandMesh needleFan(int needles);
 ///   vertex 0 is the tip; ring r = 1, 2, ... has the vertices (r - 1) (sides + 1) + 1 + side
 IslandMesh cutCone(double turns, int sides, int rings);
 
+/// Surfaces with borders of all kinds, by name.
+struct Named
+{
+    const char* name;
+    IslandMesh mesh;
+};
+std::vector<Named> openSurfaces();
+
 /// Moved to its first vertex and scaled to the area 1, as the engine solves it.
 IslandMesh normalised(IslandMesh mesh);
-
-/// Only the vertices that triangles use, in order.
-IslandMesh withoutUnusedVertices(const IslandMesh& mesh);
 
 } // namespace surfaces

@@ -74,17 +74,6 @@ double hessianEntry(const TriangleDerivatives& d, const double (&curvature)[4], 
     return sum;
 }
 
-TEST(TriangleEnergy, IsFourTimesTheAreaForARigidMotion)
-{
-    const TriangleMetric metric(RestTriangle{1.5, 0.2, 0.7});
-    const Corners turned = {Vec2{3.0, 1.0}, Vec2{3.0, 2.5}, Vec2{2.3, 1.2}};
-    EXPECT_NEAR(energyOf(metric, turned), 4.0 * metric.area, 1e-12);
-    const TriangleMap map = mapOf(metric, turned);
-    EXPECT_NEAR(map.det, 1.0, 1e-14);
-    for (const Vec2 slope : derivativesOf(metric, turned, Curvature::Exact).slope)
-        EXPECT_NEAR(length(slope), 0.0, 1e-13);
-}
-
 RC_GTEST_PROP(TriangleEnergy, SlopeIsThatOfTheEnergy, (unsigned seed))
 {
     const Sample sample = sampleOf(seed);
