@@ -12,23 +12,6 @@ CRef table()
     return {VALTYPE_TABLE, VALPROP_VALUE};
 }
 
-TEST(Contract, ATableKeepsTheOrderAndTheThreeKindsOfEntry)
-{
-    const CRef params = table();
-    params->Add("b", CRef(1, VALPROP_VALUE));
-    params->Add("a");
-    params->Enable("c");
-    params->Add("b", CRef(2, VALPROP_VALUE));
-
-    ASSERT_EQ(params->entries().size(), 3U);
-    EXPECT_EQ(params->entries()[0].name, "b");
-    EXPECT_EQ(*params->GetRef("b")->as<int>(), 2);
-    EXPECT_EQ(params->entries()[1].mark, CVal::NameOnly);
-    EXPECT_EQ(params->entries()[2].mark, CVal::Enabled);
-    EXPECT_TRUE(params->Exists("c"));
-    EXPECT_FALSE(params->GetRef("c"));
-}
-
 TEST(Contract, AMissingArrayAndOneOfAnotherTypeReadAsEmpty)
 {
     const CRef result = table();

@@ -98,6 +98,15 @@ TEST(FloatLayout, HeldCoordinatesDoNotMove)
     }
 }
 
+TEST(FloatLayout, TooManyNeedlesForFloatsAreCounted)
+{
+    // All vertices on one float, whatever is done.
+    std::vector<Vec2> uv = {{1e10, 0.0}, {1e10 + 1.0, 0.0}, {1e10, 1e-30}};
+    const std::vector<Triangle> triangles = {{0, 1, 2}};
+    const std::vector<std::uint8_t> held(3, HoldU);
+    EXPECT_EQ(roundToFloats(triangles, uv, held).flipsLeft, 1);
+}
+
 /// A sheet with a slit from the middle of its left side to its centre; the lips of the slit are
 /// `gap` apart.
 TEST(FloatLayout, ASlitStaysOpen)

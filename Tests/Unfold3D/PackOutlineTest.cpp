@@ -98,24 +98,6 @@ RC_GTEST_PROP(PackOutline, CoversWhatTheTrianglesCover, ())
     RC_ASSERT(covers({&shape.tree, at}, p + at) == (shape.trianglesOver(p) > 0));
 }
 
-RC_GTEST_PROP(PackOutline, TurningATreeTurnsItsEdges, ())
-{
-    const Shape shape(anyPatch());
-    const Vec2 turn{0.6, -0.8};
-    const OutlineTree turnedTree = shape.tree.turnedBy(turn);
-    Box2 box;
-    for (std::size_t i = 0; i < shape.tree.edges().size(); ++i) {
-        const OutlineEdge& before = shape.tree.edges()[i];
-        const OutlineEdge& after = turnedTree.edges()[i];
-        RC_ASSERT(after.from == turned(before.from, turn));
-        RC_ASSERT(after.winding == before.winding);
-        box.add(after.from);
-        box.add(after.to);
-    }
-    RC_ASSERT(turnedTree.bounds().low == box.low);
-    RC_ASSERT(turnedTree.bounds().high == box.high);
-}
-
 RC_GTEST_PROP(PackOutline, CloserIsWhatNoPairOfEdgesContradicts, ())
 {
     const Shape a(anyPatch());

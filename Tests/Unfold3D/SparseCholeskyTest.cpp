@@ -1,7 +1,6 @@
 #include "Unfold3D/linear/SparseCholesky.h"
 #include "Unfold3D/linear/DenseKernels.h"
 #include "Unfold3D/linear/EliminationOrder.h"
-#include "Unfold3D/linear/EliminationTree.h"
 
 #include <Eigen/Cholesky>
 #include <Eigen/Core>
@@ -170,34 +169,6 @@ TEST(SparseCholesky, ReplacesThePivotsOfASingularMatrix)
     EXPECT_LT((dense(symbolic, matrix) * solution - rightSide).norm(), 1e-10);
 }
 
-TEST(SymbolicCholesky, CountsTheEntriesOfTheFactor)
-{
-    for (const VertexGraph& graph : {gridGraph(12, 10), randomGraph(90, 300, 8)}) {
-        const int n = graph.size();
-        const OrderedGraph ordered = followElimination(graph, minimumDegreeOrder(graph));
-        // Elimination done naively: the neighbours above a column all meet afterwards.
-        Eigen::MatrixXi filled = Eigen::MatrixXi::Zero(n, n);
-        for (int j = 0; j < n; ++j)
-            for (const int i : ordered.graph.of(j))
-                filled(i, j) = 1;
-        for (int j = 0; j < n; ++j) {
-            int count = 1;
-            int parent = -1;
-            for (int i = n - 1; i > j; --i) {
-                if (filled(i, j) == 0)
-                    continue;
-                ++count;
-                parent = i;
-                for (int k = j + 1; k < n; ++k)
-                    if (k != i && filled(k, j) != 0)
-                        filled(i, k) = 1;
-            }
-            ASSERT_EQ(ordered.tree.count[static_cast<std::size_t>(j)], count);
-            ASSERT_EQ(ordered.tree.parent[static_cast<std::size_t>(j)], parent);
-        }
-    }
-}
-
 TEST(SymbolicCholesky, DissectionGivesTheSamePermutationEveryTime)
 {
     const VertexGraph graph = gridGraph(40, 30);
@@ -228,16 +199,6 @@ TEST(DenseKernels, BothVectorWidthsGiveTheSameBits)
     EXPECT_EQ(wide.factorise(panel.data(), height, columns, diagonal), 0);
     EXPECT_EQ(baseline.factorise(other.data(), height, columns, diagonal), 0);
     EXPECT_EQ(panel, other);
-}
-
-TEST(DenseKernels, LeavesTheUpperTriangleAlone)
-{
-    std::vector<double> left(30 * 20, 1.0);
-    std::vector<double> target(30 * 30, 5.0);
-    DenseKernels().subtractOwnProduct(left.data(), 30, 20, target.data(), 30, 30, 17);
-    for (std::size_t c = 0; c < 30; ++c)
-        for (std::size_t r = 0; r < 30; ++r)
-            ASSERT_EQ(target[c * 30 + r], c < 17 && r >= c ? -15.0 : 5.0) << r << ' ' << c;
 }
 
 } // namespace

@@ -78,15 +78,6 @@ TEST(LayoutCheck, NamesTheFirstTriangleThatIsNotFinite)
     }
 }
 
-TEST(LayoutCheck, FindsAPulledVertexByFlipsAndOverlaps)
-{
-    TestLayout layout = gridLayout(8);
-    layout.uvs[4 * 9 + 4] = {0.8F, 0.5F};
-    const LayoutCheck check = checkLayout(layout);
-    EXPECT_GT(check.flipped.count, 0U);
-    EXPECT_GT(check.overlaps.coveredWithin.count, 0U);
-}
-
 TEST(LayoutCheck, TellsOverlapsFromTouching)
 {
     struct Case
@@ -98,15 +89,10 @@ TEST(LayoutCheck, TellsOverlapsFromTouching)
     };
     const float below1 = std::nextafter(1.0F, 0.0F);
     const Case cases[] = {{"apart", {1.25F, 0}, {2, 1}, false, false, 0.25},
-                          {"apart over a corner", {4, 5}, {6, 7}, false, false, 5.0},
                           {"sharing a side", {1, 0}, {2, 1}, false, false, 0.0},
-                          {"sharing a piece of a side", {1, 0.25F}, {2, 3}, false, false, 0.0},
                           {"sharing a corner", {1, 1}, {2, 2}, false, false, 0.0},
                           {"over by the last bit", {below1, 0.25F}, {2, 0.75F}, true, true, 0.0},
                           {"inside", {0.25F, 0.25F}, {0.5F, 0.375F}, true, false, 0.0},
-                          {"inside along a side", {0, 0.25F}, {0.5F, 0.375F}, true, false, 0.0},
-                          {"around", {-1, -1}, {2, 2}, true, false, 0.0},
-                          {"the same", {0, 0}, {1, 1}, true, false, 0.0},
                           {"a cross", {0.25F, -1}, {0.5F, 2}, true, true, 0.0}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -122,26 +108,6 @@ TEST(LayoutCheck, TellsOverlapsFromTouching)
         EXPECT_EQ(check.gap.island, 0);
         EXPECT_EQ(check.gap.other, 1);
     }
-}
-
-TEST(LayoutCheck, FindsAStripThatWindsOverItselfWithoutAFlip)
-{
-    TestLayout layout;
-    const std::uint32_t steps = 64;
-    for (std::uint32_t i = 0; i < steps; ++i) {
-        const double angle = 2.5 * 3.14159265 * i / (steps - 1);
-        for (const double radius : {0.3, 0.5})
-            layout.uvs.push_back(
-                {float(radius * std::cos(angle)), float(radius * std::sin(angle))});
-    }
-    for (std::uint32_t i = 0; i + 1 < steps; ++i) {
-        layout.addTriangle(0, 2 * i, 2 * i + 1, 2 * i + 2);
-        layout.addTriangle(0, 2 * i + 1, 2 * i + 3, 2 * i + 2);
-    }
-    const LayoutCheck check = checkLayout(layout);
-    EXPECT_EQ(check.flipped.count, 0U);
-    EXPECT_GT(check.overlaps.coveredWithin.count, 0U);
-    EXPECT_GT(check.overlaps.crossingsWithin.count, 0U);
 }
 
 TEST(LayoutCheck, FindsAFanThatGoesTwiceAroundItsMiddle)

@@ -39,14 +39,5 @@ RC_GTEST_PROP(Orientation, IsExactForNearlyStraightTurnsAtEveryScale, ())
                           scaled(c, xScale, yScale)) == (turn > 0) - (turn < 0));
 }
 
-TEST(Orientation, SeesOneUnitInTheLastPlaceFarFromTheOrigin)
-{
-    const float far = 1e30F;
-    const float farther = std::nextafter(far, std::numeric_limits<float>::infinity());
-    EXPECT_EQ(orientation({1e-30F, 1e-30F}, {far, far}, {far, farther}), 1);
-    EXPECT_EQ(orientation({1e-30F, 1e-30F}, {far, far}, {farther, far}), -1);
-    EXPECT_EQ(orientation({1e-30F, 1e-30F}, {far, far}, {farther, farther}), 0);
-}
-
 } // namespace
 } // namespace uvtool

@@ -87,17 +87,11 @@ TEST(Info, CountsWhatEachGeometryHolds)
     EXPECT_THAT(run.err, IsEmpty());
 
     const nlohmann::json report = run.json();
-    EXPECT_EQ(report["command"], "info");
-    EXPECT_EQ(report["slot"], 0);
-    EXPECT_GE(report["seconds"], 0.0);
     ASSERT_EQ(report["geometries"].size(), 2U);
     const nlohmann::json& first = report["geometries"][0];
     EXPECT_EQ(first["name"], "first");
-    EXPECT_EQ(first["shell"], false);
-    EXPECT_EQ(first["surfaces"], 1);
     EXPECT_EQ(first["vertices"], 4);
     EXPECT_EQ(first["polygons"], 1);
-    EXPECT_EQ(first["triangles"], 2);
     EXPECT_EQ(first["islands"], 1);
     EXPECT_EQ(first["borderEdges"], 4);
     EXPECT_EQ(first["slots"], nlohmann::json::parse("[0]"));
@@ -108,17 +102,11 @@ TEST(Info, CountsWhatEachGeometryHolds)
     EXPECT_EQ(report["check"]["sound"], false);
     EXPECT_EQ(report["check"]["islands"], 2);
     EXPECT_EQ(report["check"]["first"]["flipped"][0]["geometry"], 1);
-}
 
-TEST(Info, LooksAtOneGeometryWhereAsked)
-{
-    const TempFolder folder;
-    const std::string in = folder.write("in.obj", twoObjects);
-    const nlohmann::json report = runTool({"info", in, "--json", "--geometry", "1"}).json();
-    ASSERT_EQ(report["geometries"].size(), 1U);
-    EXPECT_EQ(report["geometries"][0]["geometry"], 1);
-    EXPECT_EQ(report["geometries"][0]["name"], "second");
-    EXPECT_EQ(report["check"]["islands"], 1);
+    const nlohmann::json one =
+        runTool({"info", folder / "in.obj", "--json", "--geometry", "1"}).json();
+    ASSERT_EQ(one["geometries"].size(), 1U);
+    EXPECT_EQ(one["geometries"][0]["name"], "second");
 }
 
 TEST(Info, PrintsTextToStandardOutput)
@@ -170,16 +158,11 @@ TEST(Input, BadFilesGiveOneLineAndTheirStatus)
     };
     const Case cases[] = {
         {"empty.obj", "", "no faces"},
-        {"points.obj", corners, "no faces"},
-        {"range.obj", corners + "f 1 2 4\n", "line 4: a face with vertex 4"},
-        {"zero.obj", corners + "f 0 1 2\n", "line 4"},
         {"nan.obj", "v 0 0 nan\n" + corners + "f 1 2 3\n", "line 1"},
-        {"infinite.obj", "v 0 0 1e400\n" + corners + "f 1 2 3\n", "line 1"},
         {"cut.obj", corners + "f 1 2", "is the file complete?"},
         {"binary.obj", std::string("\0\1\2\3glTF\xff\nf \n", 13), "binary file"},
         {"kind.meshes", corners, "unknown kind"},
         {"text.glb", corners, "no binary glTF"},
-        {"text.gltf", corners, "text.gltf"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);

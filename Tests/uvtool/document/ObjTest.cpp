@@ -16,21 +16,31 @@ namespace
 using namespace uvtool;
 using testing::HasSubstr;
 
-Document readText(const TempFolder& folder, const std::string& text)
-{
-    return readObj(folder.write("in.obj", text));
-}
-
-std::string writeText(const TempFolder& folder, const Document& document)
-{
-    writeObj(document, folder / "out.obj");
-    return bytesOf(folder / "out.obj");
-}
-
 const char* const twoTriangles = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n";
 const char* const oneQuad = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nvt .5 0.50\nf 1 2 3 4\n";
 
-TEST(Obj, UnchangedTextComesBackByteForByte)
+class Obj : public testing::Test
+{
+protected:
+    Document read(const std::string& text) const { return readObj(folder.write("in.obj", text)); }
+    std::string written(const Document& document) const
+    {
+        writeObj(document, folder / "out.obj");
+        return bytesOf(folder / "out.obj");
+    }
+    /// The text once polygon corners that share a position share a UV.
+    std::string writtenWithNewUVs(const std::string& text) const
+    {
+        Document document = read(text);
+        DocumentGeometry& geometry = document.geometries[0];
+        EXPECT_EQ(writeSlot(geometry, 0, valueForEachPosition(geometry)), 0U);
+        return written(document);
+    }
+
+    const TempFolder folder;
+};
+
+TEST_F(Obj, UnchangedTextComesBackByteForByte)
 {
     const std::string corners = "v 0 0 0 1 0 0\nv 1.00 0 0 0 1 0\nv 1e0 1 0 0 0 1\n";
     const char* const rest[] = {
@@ -40,29 +50,27 @@ TEST(Obj, UnchangedTextComesBackByteForByte)
         "vt 0 0\nvn 0 0 1\nf -3//-1 -2//-1 -1//-1\nf 1/-1 2 3/1\n",
         "f 1 \\\n 2 \\\r\n 3\nunknown statement\n\tf 3 2 1   \n",
     };
-    const TempFolder folder;
     for (const char* const text : rest) {
         SCOPED_TRACE(text);
-        EXPECT_EQ(writeText(folder, readText(folder, corners + text)), corners + text);
+        EXPECT_EQ(written(read(corners + text)), corners + text);
     }
 }
 
-TEST(Obj, SharedMeshesComeBackByteForByte)
+TEST_F(Obj, SharedMeshesComeBackByteForByte)
 {
-    const TempFolder folder;
     int seen = 0;
     for (const char* const name : {"spot.obj", "race_car.obj", "sword_quads.obj", "motor.obj"}) {
         const std::filesystem::path path = std::filesystem::path(KYUV_MESHES) / name;
         if (!std::filesystem::exists(path))
             continue;
         ++seen;
-        EXPECT_EQ(writeText(folder, readObj(path)), bytesOf(path)) << name;
+        EXPECT_EQ(written(readObj(path)), bytesOf(path)) << name;
     }
     if (seen == 0)
         GTEST_SKIP() << "no meshes in " KYUV_MESHES;
 }
 
-TEST(Obj, CornersAgreeWithAnIndependentReader)
+TEST_F(Obj, CornersAgreeWithAnIndependentReader)
 {
     for (const char* const name : {"spot.obj", "milk_truck.obj", "sword_quads.obj"}) {
         const std::filesystem::path path = std::filesystem::path(KYUV_MESHES) / name;
@@ -96,12 +104,11 @@ TEST(Obj, CornersAgreeWithAnIndependentReader)
     }
 }
 
-TEST(Obj, EachObjectWithFacesIsAGeometry)
+TEST_F(Obj, EachObjectWithFacesIsAGeometry)
 {
-    const TempFolder folder;
     const Document document =
-        readText(folder, std::string(twoTriangles) + "f 1 2 3\no empty\no second part\nf 4 2 1\n"
-                                                     "g group\nf 1 2 3 4\n");
+        read(std::string(twoTriangles) + "f 1 2 3\no empty\no second part\nf 4 2 1\n"
+                                         "g group\nf 1 2 3 4\n");
     ASSERT_EQ(document.geometries.size(), 2U);
     EXPECT_EQ(document.geometries[0].name, "in");
     EXPECT_EQ(document.geometries[1].name, "second part");
@@ -110,12 +117,10 @@ TEST(Obj, EachObjectWithFacesIsAGeometry)
     EXPECT_EQ(document.geometries[1].positions.at(0), (Vec3d{0, 1, 0}));
 }
 
-TEST(Obj, ColorsAndMissingUVsStayWithTheirCorners)
+TEST_F(Obj, ColorsAndMissingUVsStayWithTheirCorners)
 {
-    const TempFolder folder;
-    const Document document =
-        readText(folder, "v 0 0 0 1 0.5 0\nv 1 0 0\nv 1 1 0 0 0 1\nvt 0.25 1\n"
-                         "f 1/1 2 3/1\n");
+    const Document document = read("v 0 0 0 1 0.5 0\nv 1 0 0\nv 1 1 0 0 0 1\nvt 0.25 1\n"
+                                   "f 1/1 2 3/1\n");
     const DocumentGeometry& geometry = document.geometries[0];
     EXPECT_EQ(geometry.colors.at(0), (Vec4f{1, 0.5F, 0, 1}));
     EXPECT_FALSE(geometry.colors.has(1));
@@ -123,98 +128,60 @@ TEST(Obj, ColorsAndMissingUVsStayWithTheirCorners)
     EXPECT_EQ(geometry.uvs[0].at(2), (Vec2f{0.25F, 1}));
 }
 
-TEST(Obj, NewUVsChangeOnlyValueLinesAndTheirNumbers)
+TEST_F(Obj, NewUVsChangeOnlyValueLinesAndTheirNumbers)
 {
-    const TempFolder folder;
-    Document document =
-        readText(folder, std::string(twoTriangles) + "vt 9 9 # old\nvn 0 0 1\no a\n"
-                                                     "s 1\nf 1/1/1 -3//1 3/1 # why\nf 1/1 3/1 4\n");
-    EXPECT_EQ(writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0])),
-              0U);
-    EXPECT_EQ(writeText(folder, document),
+    EXPECT_EQ(writtenWithNewUVs(std::string(twoTriangles) +
+                                "vt 9 9 # old\nvn 0 0 1\no a\n"
+                                "s 1\nf 1/1/1 -3//1 3/1 # why\nf 1/1 3/1 4\n"),
               std::string(twoTriangles) + "vn 0 0 1\no a\n"
                                           "s 1\nvt 0.125 0\nvt 0.125 1\nvt 0.125 2\nvt 0.125 3\n"
                                           "f 1/1/1 -3/2/1 3/3 # why\nf 1/1 3/3 4/4\n");
 }
 
-TEST(Obj, OtherGeometriesKeepTheirValuesUnderNewNumbers)
+TEST_F(Obj, OtherGeometriesKeepTheirValuesUnderNewNumbers)
 {
-    const TempFolder folder;
-    Document document =
-        readText(folder, std::string(twoTriangles) + "vt 7 7\nvt 8.0 8\no a\nf 1/1 2/1 3/1\n"
-                                                     "o b\nf 1/2 3/-1 4/2\nl 1/1 2/2\n");
-    writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0]));
-    EXPECT_EQ(writeText(folder, document),
+    EXPECT_EQ(writtenWithNewUVs(std::string(twoTriangles) + "vt 7 7\nvt 8.0 8\no a\nf 1/1 2/1 3/1\n"
+                                                            "o b\nf 1/2 3/-1 4/2\nl 1/1 2/2\n"),
               std::string(twoTriangles) +
                   "vt 7 7\nvt 8.0 8\no a\nvt 0.125 0\nvt 0.125 1\nvt 0.125 2\n"
                   "f 1/3 2/4 3/5\no b\nf 1/2 3/-4 4/2\nl 1/1 2/2\n");
 }
 
-TEST(Obj, NewUVsAreTheSameToReadersOfEitherPrecision)
+TEST_F(Obj, NewUVsAreTheSameToReadersOfEitherPrecision)
 {
-    const TempFolder folder;
-    Document document = readText(folder, std::string(twoTriangles) + "f 1 2 3\n");
+    Document document = read(std::string(twoTriangles) + "f 1 2 3\n");
     const float thirds = 1.0F / 3;
     writeSlot(document.geometries[0], 0, {{{thirds, 0.1F}}, {0, 0, 0}});
-    const std::string text = writeText(folder, document);
+    const std::string text = written(document);
     const std::size_t at = text.find("vt ") + 3;
     EXPECT_EQ(std::stod(text.substr(at)), static_cast<double>(thirds));
     EXPECT_EQ(std::stod(text.substr(text.find(' ', at))), static_cast<double>(0.1F));
 }
 
-TEST(Obj, WindowsLineEndsStay)
+TEST_F(Obj, WindowsLineEndsStay)
 {
-    const TempFolder folder;
-    Document document =
-        readText(folder, "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0 0\r\nf 1/1 2/1 3/1\r\n");
-    writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0]));
-    EXPECT_EQ(writeText(folder, document),
+    EXPECT_EQ(writtenWithNewUVs("v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0 0\r\nf 1/1 2/1 3/1\r\n"),
               "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0.125 0\r\nvt 0.125 1\r\n"
               "vt 0.125 2\r\nf 1/1 2/2 3/3\r\n");
 }
 
-TEST(Obj, PolygonStaysAPolygon)
+TEST_F(Obj, PolygonStaysAPolygonUnlessUnderASeam)
 {
-    const TempFolder folder;
-    Document document = readText(folder, oneQuad);
-    EXPECT_EQ(document.geometries[0].triangleCount(), 2U);
-    EXPECT_EQ(writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0])),
-              0U);
-    EXPECT_THAT(writeText(folder, document), HasSubstr("f 1/2 2/3 3/4 4/5\n"));
-}
-
-TEST(Obj, PolygonUnderASeamBecomesItsTriangles)
-{
-    const TempFolder folder;
-    Document document = readText(folder, oneQuad);
+    EXPECT_THAT(writtenWithNewUVs(oneQuad), HasSubstr("f 1/2 2/3 3/4 4/5\n"));
+    Document document = read(oneQuad);
     const SlotValues uvs = ownValueForEachCorner(document.geometries[0]);
     EXPECT_EQ(writeSlot(document.geometries[0], 0, uvs), 1U);
     EXPECT_EQ(document.geometries[0].polygonCount(), 2U);
-    EXPECT_THAT(writeText(folder, document), HasSubstr("f 1/2 2/3 3/4\nf 1/5 3/6 4/7\n"));
+    EXPECT_THAT(written(document), HasSubstr("f 1/2 2/3 3/4\nf 1/5 3/6 4/7\n"));
 }
 
-TEST(Obj, FloatsReadBackExactly)
-{
-    const TempFolder folder;
-    Document document = readText(folder, oneQuad);
-    SlotValues uvs = valueForEachPosition(document.geometries[0]);
-    uvs.values = {{0.1F, 1.0F / 3.0F}, {1e-20F, -0.0F}, {16777217.0F, 1e30F}, {0.99999994F, 1}};
-    writeSlot(document.geometries[0], 0, uvs);
-    writeObj(document, folder / "again.obj");
-    const Document again = readObj(folder / "again.obj");
-    for (std::size_t c = 0; c < 4; ++c)
-        EXPECT_EQ(again.geometries[0].uvs[0].at(c), uvs.values[c]);
-}
-
-TEST(Obj, ConcavePolygonIsCutWithoutFolding)
+TEST_F(Obj, ConcavePolygonIsCutWithoutFolding)
 {
     // A dart: the fan from its first corner would cover the notch.
     //      2
     //     /3\      corner 3 lies inside the hull
     //    1   4
-    const TempFolder folder;
-    const Document document =
-        readText(folder, "v -1 0 0\nv 0 2 0\nv 1 0 0\nv 0 1 0\nf 4 1 2 3\nf 1 2 3 4\n");
+    const Document document = read("v -1 0 0\nv 0 2 0\nv 1 0 0\nv 0 1 0\nf 4 1 2 3\nf 1 2 3 4\n");
     const DocumentGeometry& geometry = document.geometries[0];
     for (std::size_t t = 0; t < geometry.triangleCount(); ++t) {
         const Vec3d& a = geometry.positions.at(geometry.triangles[3 * t]);
@@ -224,7 +191,7 @@ TEST(Obj, ConcavePolygonIsCutWithoutFolding)
     }
 }
 
-TEST(Obj, BadFilesAreRefusedNamingTheLine)
+TEST_F(Obj, BadFilesAreRefusedNamingTheLine)
 {
     const std::string v = twoTriangles;
     const struct
@@ -250,11 +217,10 @@ TEST(Obj, BadFilesAreRefusedNamingTheLine)
         {"a letter", v + "f 1 2 b\n", "\"b\" where a number of a vertex"},
         {"cut off", v + "f 1 2", "line 5: a face with 2 corners"},
     };
-    const TempFolder folder;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         try {
-            readText(folder, c.text);
+            read(c.text);
             ADD_FAILURE() << "was read";
         } catch (const FileError& error) {
             EXPECT_EQ(error.kind(), FileError::Read);
@@ -264,17 +230,9 @@ TEST(Obj, BadFilesAreRefusedNamingTheLine)
     }
 }
 
-TEST(Obj, FoldersAndMissingFilesAreRefused)
+TEST_F(Obj, FailedWriteLeavesTheOldFile)
 {
-    const TempFolder folder;
-    EXPECT_THROW(readObj(folder.path()), FileError);
-    EXPECT_THROW(readObj(folder / "missing.obj"), FileError);
-}
-
-TEST(Obj, FailedWriteLeavesTheOldFile)
-{
-    const TempFolder folder;
-    const Document document = readText(folder, oneQuad);
+    const Document document = read(oneQuad);
     std::filesystem::create_directory(folder / "sub.obj");
     EXPECT_THROW(writeObj(document, folder / "sub.obj"), FileError);
     EXPECT_THROW(writeObj(document, folder / "no/such/folder.obj"), FileError);
@@ -282,16 +240,14 @@ TEST(Obj, FailedWriteLeavesTheOldFile)
     EXPECT_TRUE(std::filesystem::is_directory(folder / "sub.obj"));
 }
 
-TEST(Obj, DocumentOfAnotherFormatIsWrittenPlainly)
+TEST_F(Obj, DocumentOfAnotherFormatIsWrittenPlainly)
 {
-    const TempFolder folder;
-    Document document = readText(folder, "v 0 0 0\nv 1 0 0\nv 0 2 0\nvt 0 0\nvt 1 0\nvt 0 1\n"
-                                         "vn 0 0 1\nusemtl red\nf 1/1/1 2/2/1 3/3/1\n");
+    Document document = read("v 0 0 0\nv 1 0 0\nv 0 2 0\nvt 0 0\nvt 1 0\nvt 0 1\n"
+                             "vn 0 0 1\nusemtl red\nf 1/1/1 2/2/1 3/3/1\n");
     document.payload = nullptr;
     document.geometries[0].toWorld = {0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 5, 0, 0, 1};
-    EXPECT_EQ(writeText(folder, document),
-              "o in\nv 5 0 0\nv 5 1 0\nv 3 0 0\nvt 0 0\nvt 1 0\nvt 0 1\n"
-              "vn 0 0 1\nusemtl red\nf 1/1/1 2/2/1 3/3/1\n");
+    EXPECT_EQ(written(document), "o in\nv 5 0 0\nv 5 1 0\nv 3 0 0\nvt 0 0\nvt 1 0\nvt 0 1\n"
+                                 "vn 0 0 1\nusemtl red\nf 1/1/1 2/2/1 3/3/1\n");
 }
 
 } // namespace

@@ -90,17 +90,6 @@ TEST(Assimp, ColladaHasNodesAndNames)
     EXPECT_NEAR(there[2], 0, 1e-5);
 }
 
-TEST(Assimp, OffReadsAndConvertsToObj)
-{
-    const TempFolder folder;
-    const Document document =
-        read(folder, "in.off", "OFF\n4 1 0\n0 0 0\n1 0 0\n1 1 0\n0 1 0\n4 0 1 2 3\n");
-    writeDocument(document, folder / "out.obj");
-    const Document again = readDocument(folder / "out.obj");
-    EXPECT_EQ(again.geometries.at(0).polygonCount(), 1U);
-    EXPECT_EQ(again.geometries.at(0).triangleCount(), 2U);
-}
-
 TEST(Assimp, BadFilesAreRefused)
 {
     const TempFolder folder;

@@ -107,27 +107,4 @@ TEST(Conversion, TransformsAndOtherSlotsGoAlong)
     EXPECT_EQ(again.geometries.at(0).uvs[1].at(1), in.geometries.at(0).uvs[1].at(1));
 }
 
-TEST(Conversion, ReadMeshesSurviveTheWayThroughGltf)
-{
-    for (const char* const name : {"spot.obj", "milk_truck.obj"}) {
-        const std::filesystem::path path = std::filesystem::path(KYUV_MESHES) / name;
-        if (!std::filesystem::exists(path))
-            GTEST_SKIP() << "no meshes in " KYUV_MESHES;
-        const TempFolder folder;
-        const Document obj = readDocument(path);
-        writeDocument(obj, folder / "out.glb");
-        const CornerList before(obj);
-        const CornerList after(readDocument(folder / "out.glb"));
-        ASSERT_EQ(after.positions.size(), before.positions.size());
-        for (std::size_t i = 0; i < before.positions.size(); ++i) {
-            for (std::size_t k = 0; k < 3; ++k)
-                ASSERT_EQ(after.positions[i][k],
-                          static_cast<double>(static_cast<float>(before.positions[i][k])));
-            // Turning v rounds it twice.
-            ASSERT_EQ(after.uvs[i][0], before.uvs[i][0]);
-            ASSERT_NEAR(after.uvs[i][1], before.uvs[i][1], 1.2e-7);
-        }
-    }
-}
-
 } // namespace

@@ -25,17 +25,6 @@ Json jsonOf(const std::string& glb)
     return Json::parse(glb.substr(20, length));
 }
 
-Document readSample(const TempFolder& folder, const GltfSample& sample)
-{
-    return readGltf(folder.write("in.glb", sample.glb()));
-}
-
-std::string writeGlb(const TempFolder& folder, const Document& document)
-{
-    writeGltf(document, folder / "out.glb");
-    return bytesOf(folder / "out.glb");
-}
-
 /// A square with positions, UVs and indices only.
 GltfSample plainSquare()
 {
@@ -50,10 +39,61 @@ GltfSample plainSquare()
     return sample;
 }
 
-TEST(Gltf, ReadsWhatTheDocumentCanHold)
+/// A triangle without indices. Its positions are zeros, or stand elsewhere.
+GltfSample triangleOf(const std::vector<float>& positions = std::vector<float>(9))
 {
+    GltfSample sample;
+    sample.addMesh(
+        "t", Json::array({{{"attributes",
+                            {{"POSITION", sample.add(GltfSample::floatType, 3, positions)}}}}}));
+    return sample;
+}
+
+/// (0,0,0) (1,0,0) (0,1,0)
+const std::string embedded = "AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA";
+
+class Gltf : public testing::Test
+{
+protected:
+    Document read(const GltfSample& sample) const
+    {
+        return readGltf(folder.write("in.glb", sample.glb()));
+    }
+    /// The JSON of what is written to out.glb.
+    Json write(const Document& document) const
+    {
+        writeGltf(document, folder / "out.glb");
+        return jsonOf(bytesOf(folder / "out.glb"));
+    }
+    tinygltf::Model load(const char* name) const
+    {
+        return gltfCorners::load((folder / name).string());
+    }
+    /// Every attribute and morph target of the first primitive, at its triangle corners.
+    std::map<std::string, std::vector<std::string>> cornersOf(const char* name) const
+    {
+        const tinygltf::Model model = load(name);
+        const tinygltf::Primitive& primitive = model.meshes[0].primitives[0];
+        std::map<std::string, std::vector<std::string>> all;
+        for (const auto& [semantic, accessor] : primitive.attributes)
+            all[semantic] = gltfCorners::atCorners(model, primitive, accessor);
+        for (std::size_t t = 0; t < primitive.targets.size(); ++t)
+            for (const auto& [semantic, accessor] : primitive.targets[t])
+                all["target " + std::to_string(t) + semantic] =
+                    gltfCorners::atCorners(model, primitive, accessor);
+        return all;
+    }
+    static void splitAll(Document& document, unsigned slot = 0)
+    {
+        writeSlot(document.geometries[0], slot, ownValueForEachCorner(document.geometries[0]));
+    }
+
     const TempFolder folder;
-    const Document document = readSample(folder, fullSample());
+};
+
+TEST_F(Gltf, ReadsWhatTheDocumentCanHold)
+{
+    const Document document = read(fullSample());
     ASSERT_EQ(document.geometries.size(), 1U);
     const DocumentGeometry& geometry = document.geometries[0];
     EXPECT_EQ(geometry.name, "square");
@@ -71,19 +111,11 @@ TEST(Gltf, ReadsWhatTheDocumentCanHold)
     EXPECT_EQ(toScene(geometry.toWorld, {1, 2, 3}), (Vec3d{11, 2, 3}));
 }
 
-TEST(Gltf, UnchangedFilesComeBackByteForByte)
+TEST_F(Gltf, UnchangedFilesComeBackByteForByte)
 {
-    const TempFolder folder;
     const GltfSample sample = fullSample();
     std::filesystem::create_directory(folder / "other");
     folder.write("data file.bin", sample.buffer);
-    const std::string embedded =
-        "data:application/octet-stream;base64,"
-        "AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA"; // (0,0,0) (1,0,0) (0,1,0)
-    GltfSample triangle;
-    triangle.addMesh("t", Json::array({{{"attributes",
-                                         {{"POSITION", triangle.add(GltfSample::floatType, 3,
-                                                                    std::vector<float>(9))}}}}}));
     std::string extra = sample.glb();
     extra += std::string("\4\0\0\0SOMEdata", 12);
     std::string length;
@@ -99,7 +131,8 @@ TEST(Gltf, UnchangedFilesComeBackByteForByte)
                  {"lines.glb", GltfSample::glb(sample.finished().dump(1, '\t'), sample.buffer)},
                  {"pretty.gltf", sample.gltf("data%20file.bin")},
                  {"dense.gltf", sample.gltf("data%20file.bin", -1)},
-                 {"embedded.gltf", triangle.gltf(embedded, 4) + "\n"}};
+                 {"embedded.gltf",
+                  triangleOf().gltf("data:application/octet-stream;base64," + embedded, 4) + "\n"}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const Document document = readGltf(folder.write(c.name, c.bytes));
@@ -112,31 +145,14 @@ TEST(Gltf, UnchangedFilesComeBackByteForByte)
     EXPECT_EQ(bytesOf(folder / "other/data file.bin"), sample.buffer);
 }
 
-/// Every attribute and morph target of the first primitive, at its triangle corners.
-std::map<std::string, std::vector<std::string>> allAtCorners(const std::string& path)
+TEST_F(Gltf, SplitVerticesTakeAllTheirAttributesAlong)
 {
-    const tinygltf::Model model = gltfCorners::load(path);
-    const tinygltf::Primitive& primitive = model.meshes[0].primitives[0];
-    std::map<std::string, std::vector<std::string>> all;
-    for (const auto& [semantic, accessor] : primitive.attributes)
-        all[semantic] = gltfCorners::atCorners(model, primitive, accessor);
-    for (std::size_t t = 0; t < primitive.targets.size(); ++t) {
-        for (const auto& [semantic, accessor] : primitive.targets[t])
-            all["target " + std::to_string(t) + semantic] =
-                gltfCorners::atCorners(model, primitive, accessor);
-    }
-    return all;
-}
+    Document document = read(fullSample());
+    splitAll(document);
+    const Json json = write(document);
 
-TEST(Gltf, SplitVerticesTakeAllTheirAttributesAlong)
-{
-    const TempFolder folder;
-    Document document = readSample(folder, fullSample());
-    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
-    const Json json = jsonOf(writeGlb(folder, document));
-
-    auto before = allAtCorners((folder / "in.glb").string());
-    auto after = allAtCorners((folder / "out.glb").string());
+    auto before = cornersOf("in.glb");
+    auto after = cornersOf("out.glb");
     for (std::size_t i = 0; i < 24; ++i) {
         const std::vector<float> uv{static_cast<float>(i), 0.5F};
         EXPECT_EQ(after["TEXCOORD_0"][i], GltfSample::packed(uv));
@@ -165,14 +181,13 @@ TEST(Gltf, SplitVerticesTakeAllTheirAttributesAlong)
     EXPECT_LE(json["buffers"][0]["byteLength"].get<std::size_t>(), inViews);
 }
 
-TEST(Gltf, ImageAndAnimationBytesMoveUnchanged)
+TEST_F(Gltf, ImageAndAnimationBytesMoveUnchanged)
 {
-    const TempFolder folder;
-    Document document = readSample(folder, fullSample());
-    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
-    writeGlb(folder, document);
+    Document document = read(fullSample());
+    splitAll(document);
+    write(document);
     const auto dataOf = [&](const char* name) {
-        const tinygltf::Model model = gltfCorners::load((folder / name).string());
+        const tinygltf::Model model = load(name);
         const int view = model.images[0].bufferView;
         const auto length = model.bufferViews[static_cast<std::size_t>(view)].byteLength;
         const unsigned char* const image = gltfCorners::bytesAt(model, view, 0);
@@ -183,61 +198,45 @@ TEST(Gltf, ImageAndAnimationBytesMoveUnchanged)
     EXPECT_THAT(dataOf("out.glb").first, HasSubstr("not really an image"));
 }
 
-TEST(Gltf, UVsThatSplitNothingChangeTheirSlotOnly)
+TEST_F(Gltf, UVsThatSplitNothingChangeTheirSlotOnly)
 {
-    const TempFolder folder;
-    Document document = readSample(folder, fullSample());
+    Document document = read(fullSample());
     const std::size_t sizeBefore = bytesOf(folder / "in.glb").size();
     writeSlot(document.geometries[0], 0, valueForEachPosition(document.geometries[0]));
-    const std::string bytes = writeGlb(folder, document);
-    EXPECT_LE(bytes.size(), sizeBefore + 64);
-    auto before = allAtCorners((folder / "in.glb").string());
-    auto after = allAtCorners((folder / "out.glb").string());
+    write(document);
+    const std::size_t sizeAfter = bytesOf(folder / "out.glb").size();
+    EXPECT_LE(sizeAfter, sizeBefore + 64);
+    auto before = cornersOf("in.glb");
+    auto after = cornersOf("out.glb");
     EXPECT_NE(after["TEXCOORD_0"], before["TEXCOORD_0"]);
     EXPECT_EQ(after["TEXCOORD_0"][1], GltfSample::packed(std::vector<float>{0.125F, 1 - 1.0F}));
     before.erase("TEXCOORD_0");
     after.erase("TEXCOORD_0");
     EXPECT_EQ(after, before);
-    EXPECT_EQ(gltfCorners::load((folder / "out.glb").string()).accessors[0].count, 9U);
+    EXPECT_EQ(load("out.glb").accessors[0].count, 9U);
 
     // A second round doesn't grow the file.
     Document again = readGltf(folder / "out.glb");
     writeSlot(again.geometries[0], 0, valueForEachPosition(again.geometries[0]));
-    EXPECT_EQ(writeGlb(folder, again).size(), bytes.size());
+    write(again);
+    EXPECT_EQ(bytesOf(folder / "out.glb").size(), sizeAfter);
 }
 
-TEST(Gltf, CornersWithoutANewValueKeepTheirBits)
+TEST_F(Gltf, CornersWithoutANewValueKeepTheirBits)
 {
-    const TempFolder folder;
-    Document document = readSample(folder, plainSquare());
+    Document document = read(plainSquare());
     SlotValues uvs = ownValueForEachCorner(document.geometries[0]);
     for (std::size_t i = 3; i < uvs.ofTriangleCorner.size(); ++i)
         uvs.ofTriangleCorner[i] = absentIndex;
     writeSlot(document.geometries[0], 0, uvs);
-    writeGlb(folder, document);
-    const auto before = allAtCorners((folder / "in.glb").string())["TEXCOORD_0"];
-    const auto after = allAtCorners((folder / "out.glb").string())["TEXCOORD_0"];
+    write(document);
+    const auto before = cornersOf("in.glb")["TEXCOORD_0"];
+    const auto after = cornersOf("out.glb")["TEXCOORD_0"];
     for (std::size_t i = 0; i < before.size(); ++i)
         EXPECT_EQ(after[i] == before[i], i >= 3) << i;
 }
 
-TEST(Gltf, FloatsReadBackAsTheyWereWritten)
-{
-    const TempFolder folder;
-    Document document = readSample(folder, plainSquare());
-    SlotValues uvs = valueForEachPosition(document.geometries[0]);
-    const std::vector<Vec2f> values{{0.1F, 0.5F}, {1e-20F, 0.25F}, {-3, 0.75F},
-                                    {1e30F, 1},   {0.3F, 0},       {7, 2},
-                                    {8, -1},      {9, 0.875F},     {-0.0F, 4}};
-    uvs.values = values;
-    writeSlot(document.geometries[0], 0, uvs);
-    writeGlb(folder, document);
-    const Document again = readGltf(folder / "out.glb");
-    for (std::size_t c = 0; c < 24; ++c)
-        EXPECT_EQ(again.geometries[0].uvs[0].at(c), values[uvs.ofTriangleCorner[c]]);
-}
-
-TEST(Gltf, StripsAndFansAreTriangles)
+TEST_F(Gltf, StripsAndFansAreTriangles)
 {
     const std::vector<float> positions{0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0, 0, 2, 0};
     const struct
@@ -262,8 +261,7 @@ TEST(Gltf, StripsAndFansAreTriangles)
         if (!c.indices.empty())
             primitive["indices"] = sample.add(GltfSample::unsignedShortType, 1, c.indices);
         sample.addMesh("m", Json::array({primitive}));
-        const TempFolder folder;
-        Document document = readSample(folder, sample);
+        Document document = read(sample);
         std::vector<std::string> expected;
         expected.reserve(c.expected.size());
         for (const std::uint32_t v : c.expected)
@@ -275,9 +273,9 @@ TEST(Gltf, StripsAndFansAreTriangles)
             EXPECT_EQ(geometry.positions.at(geometry.triangles[i])[0],
                       static_cast<double>(positions[std::size_t{3} * c.expected[i]]));
 
-        writeSlot(document.geometries[0], 0, ownValueForEachCorner(geometry));
-        writeGlb(folder, document);
-        const tinygltf::Model model = gltfCorners::load((folder / "out.glb").string());
+        splitAll(document);
+        write(document);
+        const tinygltf::Model model = load("out.glb");
         const tinygltf::Primitive& written = model.meshes[0].primitives[0];
         EXPECT_TRUE(written.mode == 4 || written.mode == -1);
         std::vector<std::string> corners =
@@ -287,7 +285,7 @@ TEST(Gltf, StripsAndFansAreTriangles)
     }
 }
 
-TEST(Gltf, IndicesGrowWithTheVertices)
+TEST_F(Gltf, IndicesGrowWithTheVertices)
 {
     GltfSample sample;
     std::vector<float> positions(3 * 200, 0);
@@ -299,16 +297,15 @@ TEST(Gltf, IndicesGrowWithTheVertices)
         "m", Json::array(
                  {{{"attributes", {{"POSITION", sample.add(GltfSample::floatType, 3, positions)}}},
                    {"indices", sample.add(GltfSample::unsignedByteType, 1, indices)}}}));
-    const TempFolder folder;
-    Document document = readSample(folder, sample);
-    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
-    const Json json = jsonOf(writeGlb(folder, document));
+    Document document = read(sample);
+    splitAll(document);
+    const Json json = write(document);
     EXPECT_EQ(json["accessors"][1]["componentType"], GltfSample::unsignedShortType);
     EXPECT_EQ(json["accessors"][0]["count"], indices.size());
     EXPECT_EQ(readGltf(folder / "out.glb").geometries[0].triangleCount(), 198U);
 }
 
-TEST(Gltf, PrimitivesThatShareVerticesKeepTheirs)
+TEST_F(Gltf, PrimitivesThatShareVerticesKeepTheirs)
 {
     // Two primitives over the same accessors, a third one over the same positions without UVs, and
     // points.
@@ -331,14 +328,13 @@ TEST(Gltf, PrimitivesThatShareVerticesKeepTheirs)
                 list.push_back(third);
             if (hasPoints)
                 list.push_back(points);
-            const TempFolder folder;
-            Document document = readSample(folder, shared);
+            Document document = read(shared);
             ASSERT_EQ(document.geometries.size(), hasThird ? 3U : 2U);
-            writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
-            writeGlb(folder, document);
+            splitAll(document);
+            write(document);
 
-            const tinygltf::Model before = gltfCorners::load((folder / "in.glb").string());
-            const tinygltf::Model after = gltfCorners::load((folder / "out.glb").string());
+            const tinygltf::Model before = load("in.glb");
+            const tinygltf::Model after = load("out.glb");
             for (std::size_t p = 0; p < before.meshes[0].primitives.size(); ++p) {
                 const tinygltf::Primitive& old = before.meshes[0].primitives[p];
                 const tinygltf::Primitive& now = after.meshes[0].primitives[p];
@@ -359,34 +355,32 @@ TEST(Gltf, PrimitivesThatShareVerticesKeepTheirs)
     }
 }
 
-TEST(Gltf, NewSlotComesWithThoseBelowIt)
+TEST_F(Gltf, NewSlotComesWithThoseBelowIt)
 {
-    const TempFolder folder;
-    Document document = readSample(folder, plainSquare());
-    writeSlot(document.geometries[0], 3, ownValueForEachCorner(document.geometries[0]));
-    writeGlb(folder, document);
-    const auto corners = allAtCorners((folder / "out.glb").string());
-    EXPECT_EQ(corners.at("TEXCOORD_0"), allAtCorners((folder / "in.glb").string())["TEXCOORD_0"]);
+    Document document = read(plainSquare());
+    splitAll(document, 3);
+    write(document);
+    const auto corners = cornersOf("out.glb");
+    EXPECT_EQ(corners.at("TEXCOORD_0"), cornersOf("in.glb")["TEXCOORD_0"]);
     EXPECT_EQ(corners.at("TEXCOORD_2"), std::vector<std::string>(24, std::string(8, '\0')));
     EXPECT_EQ(corners.at("TEXCOORD_3")[5], GltfSample::packed(std::vector<float>{5, 0.5F}));
 }
 
-TEST(Gltf, TwoSlotsOverOneAccessorComeApart)
+TEST_F(Gltf, TwoSlotsOverOneAccessorComeApart)
 {
     GltfSample sample = plainSquare();
     Json& attributes = sample.json["meshes"][0]["primitives"][0]["attributes"];
     attributes["TEXCOORD_1"] = attributes["TEXCOORD_0"];
-    const TempFolder folder;
-    Document document = readSample(folder, sample);
-    writeSlot(document.geometries[0], 1, ownValueForEachCorner(document.geometries[0]));
-    writeGlb(folder, document);
-    const auto before = allAtCorners((folder / "in.glb").string());
-    const auto after = allAtCorners((folder / "out.glb").string());
+    Document document = read(sample);
+    splitAll(document, 1);
+    write(document);
+    const auto before = cornersOf("in.glb");
+    const auto after = cornersOf("out.glb");
     EXPECT_EQ(after.at("TEXCOORD_0"), before.at("TEXCOORD_0"));
     EXPECT_EQ(after.at("TEXCOORD_1")[7], GltfSample::packed(std::vector<float>{7, 0.5F}));
 }
 
-TEST(Gltf, ToWorldIsTheFirstNodeThatShowsTheMesh)
+TEST_F(Gltf, ToWorldIsTheFirstNodeThatShowsTheMesh)
 {
     GltfSample sample = plainSquare();
     // A quarter turn about z, then twice as large, then moved; below a node that moves by (0 0 5).
@@ -399,17 +393,15 @@ TEST(Gltf, ToWorldIsTheFirstNodeThatShowsTheMesh)
                              {"translation", {1, 0, 0}}}};
     sample.json["scenes"] = {{{"nodes", {0}}}, {{"nodes", {1, 0}}}};
     sample.json["scene"] = 1;
-    const TempFolder folder;
-    const Document document = readSample(folder, sample);
+    const Document document = read(sample);
     const Vec3d there = toScene(document.geometries[0].toWorld, {1, 0, 0});
     EXPECT_NEAR(there[0], 1, 1e-12);
     EXPECT_NEAR(there[1], 2, 1e-12);
     EXPECT_NEAR(there[2], 5, 1e-12);
 }
 
-TEST(Gltf, GoesFromTextToBinaryAndBack)
+TEST_F(Gltf, GoesFromTextToBinaryAndBack)
 {
-    const TempFolder folder;
     GltfSample sample = fullSample();
     sample.json["images"].push_back({{"uri", "pictures/a%20b.png"}});
     folder.write("data.bin", sample.buffer);
@@ -419,8 +411,7 @@ TEST(Gltf, GoesFromTextToBinaryAndBack)
 
     std::filesystem::create_directory(folder / "out");
     writeGltf(document, folder / "out/all.glb");
-    EXPECT_EQ(allAtCorners((folder / "out/all.glb").string()),
-              allAtCorners((folder / "in.gltf").string()));
+    EXPECT_EQ(cornersOf("out/all.glb"), cornersOf("in.gltf"));
     const Json json = jsonOf(bytesOf(folder / "out/all.glb"));
     EXPECT_EQ(json["images"][2]["mimeType"], "image/png");
     EXPECT_FALSE(json["images"][2].contains("uri"));
@@ -428,54 +419,35 @@ TEST(Gltf, GoesFromTextToBinaryAndBack)
     EXPECT_THAT(bytesOf(folder / "out/all.glb"), HasSubstr("\x89PNG bytes"));
 
     writeGltf(readGltf(folder / "out/all.glb"), folder / "out/text.gltf");
-    EXPECT_EQ(allAtCorners((folder / "out/text.gltf").string()),
-              allAtCorners((folder / "in.gltf").string()));
+    EXPECT_EQ(cornersOf("out/text.gltf"), cornersOf("in.gltf"));
     EXPECT_TRUE(std::filesystem::exists(folder / "out/text.bin"));
 
-    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+    splitAll(document);
     writeGltf(document, folder / "changed.gltf");
     EXPECT_EQ(bytesOf(folder / "data.bin"), sample.buffer) << "another file may use it";
     writeGltf(document, folder / "out/changed.gltf");
-    EXPECT_EQ(allAtCorners((folder / "changed.gltf").string()),
-              allAtCorners((folder / "out/changed.gltf").string()));
+    EXPECT_EQ(cornersOf("changed.gltf"), cornersOf("out/changed.gltf"));
     EXPECT_EQ(bytesOf(folder / "out/pictures/a b.png"), "\x89PNG bytes");
 }
 
-TEST(Gltf, EmbeddedDataStaysEmbedded)
+TEST_F(Gltf, EmbeddedDataStaysEmbedded)
 {
-    const TempFolder folder;
-    GltfSample sample;
-    sample.addMesh("t", Json::array({{{"attributes",
-                                       {{"POSITION", sample.add(GltfSample::floatType, 3,
-                                                                std::vector<float>(9))}}}}}));
-    Document document = readGltf(
-        folder.write("in.gltf", sample.gltf("data:application/gltf-buffer;base64,"
-                                            "AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAA")));
+    const std::string uri = "data:application/gltf-buffer;base64,";
+    Document document = readGltf(folder.write("in.gltf", triangleOf().gltf(uri + embedded)));
     EXPECT_EQ(document.geometries[0].positions.at(2), (Vec3d{0, 1, 0}));
-    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+    splitAll(document);
     writeGltf(document, folder / "out.gltf");
-    EXPECT_THAT(bytesOf(folder / "out.gltf"),
-                HasSubstr("data:application/gltf-buffer;base64,AAAA"));
+    EXPECT_THAT(bytesOf(folder / "out.gltf"), HasSubstr(uri + "AAAA"));
     EXPECT_FALSE(std::filesystem::exists(folder / "out.bin"));
     EXPECT_EQ(readGltf(folder / "out.gltf").geometries[0].uvs[0].at(1), (Vec2f{1, 0.5F}));
 }
 
-TEST(Gltf, BadFilesAreRefusedNamingThePlace)
+TEST_F(Gltf, BadFilesAreRefusedNamingThePlace)
 {
     const GltfSample square = plainSquare();
     const auto with = [&](const char* pointer, const Json& value) {
         GltfSample sample = square;
         sample.json[Json::json_pointer(pointer)] = value;
-        return sample.glb();
-    };
-    const auto withPositions = [](float bad) {
-        GltfSample sample;
-        sample.addMesh(
-            "m",
-            Json::array(
-                {{{"attributes",
-                   {{"POSITION", sample.add(GltfSample::floatType, 3,
-                                            std::vector<float>{0, 0, 0, 1, 0, 0, 0, bad, 0})}}}}}));
         return sample.glb();
     };
     const std::string good = square.glb();
@@ -497,7 +469,6 @@ TEST(Gltf, BadFilesAreRefusedNamingThePlace)
         {"chunk.glb", good.substr(0, 12) + "\xFF\xFF\xFF\x7F" + good.substr(16), "is damaged"},
         {"type.glb", good.substr(0, 16) + "JSOM" + good.substr(20), "without its JSON part"},
         {"words.gltf", "Once upon a time", "not valid JSON at line 1, column 1"},
-        {"cut.gltf", square.gltf("a.bin").substr(0, 100), "not valid JSON at line"},
         {"list.gltf", "[1]", "the JSON is no object"},
         {"other.gltf", "{}", "has no \"asset\""},
         {"deep.gltf", deep, "more than 200 levels"},
@@ -543,8 +514,8 @@ TEST(Gltf, BadFilesAreRefusedNamingThePlace)
          with("/nodes", {{{"scale", {1e200, 1, 1}}, {"children", {1}}},
                          {{"scale", {1e200, 1, 1}}, {"mesh", 0}}}),
          "a place that isn't finite"},
-        {"nan.glb", withPositions(std::nanf("")), "a POSITION that isn't finite at vertex 2"},
-        {"inf.glb", withPositions(HUGE_VALF), "a POSITION that isn't finite at vertex 2"},
+        {"nan.glb", triangleOf({0, 0, 0, 1, 0, 0, 0, std::nanf(""), 0}).glb(),
+         "a POSITION that isn't finite at vertex 2"},
         {"draco.glb", with("/extensionsRequired", {"KHR_draco_mesh_compression"}),
          "is compressed with KHR_draco_mesh_compression"},
         {"draco2.glb",
@@ -555,7 +526,6 @@ TEST(Gltf, BadFilesAreRefusedNamingThePlace)
          with("/bufferViews/0/extensions", {{"EXT_meshopt_compression", Json::object()}}),
          "is compressed with EXT_meshopt_compression"},
     };
-    const TempFolder folder;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         try {
@@ -570,13 +540,12 @@ TEST(Gltf, BadFilesAreRefusedNamingThePlace)
     }
 }
 
-TEST(Gltf, FailedWriteLeavesTheOldFiles)
+TEST_F(Gltf, FailedWriteLeavesTheOldFiles)
 {
-    const TempFolder folder;
     const GltfSample sample = plainSquare();
     folder.write("data.bin", sample.buffer);
     Document document = readGltf(folder.write("in.gltf", sample.gltf("data.bin")));
-    writeSlot(document.geometries[0], 0, ownValueForEachCorner(document.geometries[0]));
+    splitAll(document);
     folder.write("out.gltf", "old");
     std::filesystem::create_directory(folder / "out.bin");
     EXPECT_THROW(writeGltf(document, folder / "out.gltf"), FileError);

@@ -62,20 +62,6 @@ TEST(Tints, ConvertToKnownColors)
     }
 }
 
-TEST(Tints, StretchOfTheSeriesIsSpreadOverTheHues)
-{
-    for (const std::size_t count : {3U, 5U, 8U, 13U, 100U}) {
-        std::vector<double> hues;
-        for (std::size_t i = 0; i < count; ++i)
-            hues.push_back(seriesTint(i).hue);
-        std::sort(hues.begin(), hues.end());
-        double least = 1 + hues.front() - hues.back();
-        for (std::size_t i = 1; i < count; ++i)
-            least = std::min(least, hues[i] - hues[i - 1]);
-        EXPECT_GT(least, 0.38 / static_cast<double>(count)) << count;
-    }
-}
-
 TEST(Tints, NeighboursDifferClearlyAndNoTwoAreTheSame)
 {
     const std::uint32_t n = 40;
@@ -87,24 +73,6 @@ TEST(Tints, NeighboursDifferClearlyAndNoTwoAreTheSame)
     for (const Tint& tint : tints)
         hues.insert(tint.hue);
     EXPECT_EQ(hues.size(), tints.size());
-}
-
-TEST(Tints, FewIslandsGetTintsFarApart)
-{
-    Pairs all;
-    for (std::uint32_t a = 0; a < 6; ++a)
-        for (std::uint32_t b = a + 1; b < 6; ++b)
-            all.emplace_back(a, b);
-    for (const Pairs& pairs : {Pairs{}, all}) {
-        const std::vector<Tint> tints = tintIslands(inOrder(6), pairs);
-        for (const auto& [a, b] : all)
-            EXPECT_GT(distance(tints[a], tints[b]), clearDistance);
-    }
-}
-
-TEST(Tints, NoIslandsNoTints)
-{
-    EXPECT_TRUE(tintIslands({}, {}).empty());
 }
 
 } // namespace
