@@ -12,19 +12,6 @@ using namespace osg;
 namespace
 {
 
-TEST(GeoProperty, ResizeFillsWithZeroAndClearEmpties)
-{
-    const RefPtr<GeoTexCoords2f> texCoords(GeoTexCoords2f::create());
-    texCoords->addValue(Vec2f(1, 1));
-    texCoords->resize(3);
-    EXPECT_EQ(texCoords->getValues(), (std::vector{Vec2f(1, 1), Vec2f(), Vec2f()}));
-    texCoords->resize(0);
-    texCoords->resize(1);
-    EXPECT_EQ(texCoords->getValue(0), Vec2f());
-    texCoords->clear();
-    EXPECT_EQ(texCoords->getSize(), 0U);
-}
-
 TEST(GeoProperty, BeyondTheEndReadsZeroAndWritesNothing)
 {
     const RefPtr<GeoIndicesUI32> indices(GeoIndicesUI32::create());

@@ -31,17 +31,11 @@ Matrix randomMatrix(int range)
     return Matrix(rows);
 }
 
-TEST(Vector, ProductsLengthAndNormalisation)
+TEST(Vector, ProductsAndNormalisation)
 {
-    const Vec3f x(1, 0, 0);
-    const Vec3f y(0, 1, 0);
-    EXPECT_EQ(x.cross(y), Vec3f(0, 0, 1));
-    EXPECT_EQ(dot(Vec3f(1, 2, 3), Vec3f(4, -5, 6)), 12.0F);
-    EXPECT_EQ(Vec2f(3, 4).length(), 5.0F);
+    EXPECT_EQ(Vec3f(1, 0, 0).cross(Vec3f(0, 1, 0)), Vec3f(0, 0, 1));
     EXPECT_TRUE(isNear(Vec3f(0, -8, 6).normalized(), Vec3f(0, -0.8F, 0.6F), 1e-7F));
     EXPECT_EQ(Vec3f(9e-7F, 0, 0).normalized(), Vec3f(9e-7F, 0, 0)) << "too short to have one";
-    EXPECT_EQ(Pnt3f(1, 2, 3) - Pnt3f(0, 2, 5), Vec3f(1, 0, -2));
-    EXPECT_EQ(Pnt3f(1, 2, 3) + 2 * y, Pnt3f(1, 4, 3));
     static_assert(sizeof(Vec2f) == 8 && sizeof(Pnt3f) == 12, "read as packed floats");
 }
 

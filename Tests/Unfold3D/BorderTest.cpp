@@ -35,22 +35,6 @@ std::vector<Vec2> onBorder(const Border& border, const std::vector<Vec2>& uv)
     return borderPositions(border, {uv});
 }
 
-TEST(Border, RunsAroundTheSurfaceOnItsLeft)
-{
-    const IslandMesh mesh = surfaces::sheet(2, 2);
-    const Border border(mesh);
-    ASSERT_EQ(border.size(), 8);
-    const std::vector<Vec2> p = onBorder(border, seenFromAbove(mesh));
-    double area = 0.0;
-    for (int i = 0; i < border.size(); ++i) {
-        EXPECT_EQ(border.previous(border.next(i)), i);
-        EXPECT_EQ(border.restLength(i), 1.0);
-        area += 0.5 *
-                cross(p[static_cast<std::size_t>(i)], p[static_cast<std::size_t>(border.next(i))]);
-    }
-    EXPECT_EQ(area, 4.0);
-}
-
 TEST(Border, WaysGoTheShorterWayRoundAndOverPinches)
 {
     const auto pointAt = [](const Border& border, int vertex) {
@@ -93,21 +77,6 @@ TEST(BorderCrossings, AreCountedExactly)
     EXPECT_FALSE(doesBorderCross(border, onBorder(border, uv)));
     uv[last].y = 0.1;
     EXPECT_EQ(countBorderCrossings(border, onBorder(border, uv)), 2);
-}
-
-TEST(BorderCrossings, ATouchInOneVertexIsNone)
-{
-    for (const int count : {2, 5}) {
-        const IslandMesh mesh = surfaces::blades(count);
-        const Border border(mesh);
-        EXPECT_FALSE(doesBorderCross(border, onBorder(border, seenFromAbove(mesh))));
-    }
-    // One blade's edge laid onto the other's.
-    const IslandMesh mesh = surfaces::blades(2);
-    const Border border(mesh);
-    std::vector<Vec2> uv = seenFromAbove(mesh);
-    uv[3] = 0.5 * uv[2];
-    EXPECT_TRUE(doesBorderCross(border, onBorder(border, uv)));
 }
 
 TEST(BorderCrossings, AFanWithinAnotherIsOne)
@@ -246,13 +215,6 @@ TEST(BorderBarrier, AMoveThatEatsUpAGapIsUnfair)
     const BorderBarrier barrier(wide.border, 0.05, 1.0);
     EXPECT_TRUE(barrier.isFairMove(wide.positions(), Gap(0.03).positions()));
     EXPECT_FALSE(barrier.isFairMove(wide.positions(), Gap(0.001).positions()));
-}
-
-TEST(BorderBarrier, MeasuresTheLeastDistanceWithinItsReach)
-{
-    const Gap gap(0.01);
-    EXPECT_NEAR(BorderBarrier(gap.border, 0.05, 1.0).leastDistance(gap.positions()), 0.01, 1e-3);
-    EXPECT_EQ(BorderBarrier(gap.border, 0.005, 1.0).leastDistance(gap.positions()), 0.005);
 }
 
 } // namespace

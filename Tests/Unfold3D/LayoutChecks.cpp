@@ -108,12 +108,4 @@ double areaOf(const unfold3d::IslandMesh& mesh)
     return area;
 }
 
-double areaOf(const std::vector<Triangle>& triangles, std::span<const Vec2> uv)
-{
-    double area = 0.0;
-    for (const Triangle& t : triangles)
-        area += 0.5 * doubleArea(at(uv, t[0]), at(uv, t[1]), at(uv, t[2]));
-    return area;
-}
-
 } // namespace layout

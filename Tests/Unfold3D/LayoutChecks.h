@@ -22,8 +22,7 @@ int countCrossings(const std::vector<unfold3d::Triangle>& triangles,
 int countOverlaps(const std::vector<unfold3d::Triangle>& triangles,
                   std::span<const unfold3d::Vec2> uv);
 
-/// Area of the triangles in space, and in a layout.
+/// Area of the triangles in space.
 double areaOf(const unfold3d::IslandMesh& mesh);
-double areaOf(const std::vector<unfold3d::Triangle>& triangles, std::span<const unfold3d::Vec2> uv);
 
 } // namespace layout

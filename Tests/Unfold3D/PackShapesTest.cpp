@@ -70,16 +70,6 @@ RC_GTEST_PROP(ConvexHull, NoDirectionGivesASmallerBox, ())
     }
 }
 
-TEST(ConvexHull, OfALineHasItsEndsAndOfAPointItself)
-{
-    EXPECT_TRUE(convexHull({}).empty());
-    EXPECT_EQ(convexHull({{1, 1}, {1, 1}}).size(), 1U);
-    EXPECT_EQ(convexHull({{0, 0}, {2, 2}, {1, 1}, {0, 0}}).size(), 2U);
-    EXPECT_EQ(longestSide({{1, 1}}), (Vec2{1, 0}));
-    const Vec2 diagonal = leastBoxDirection(convexHull({{0, 0}, {2, 2}, {1, 1}}));
-    EXPECT_NEAR(diagonal.x, diagonal.y, 1e-15);
-}
-
 RC_GTEST_PROP(FreeRectangles, AreFreeAndLeaveNothingOut, ())
 {
     constexpr int size = 12;

@@ -147,22 +147,4 @@ std::atomic<int> progressCalls;
 std::atomic<double> lastProgress;
 std::atomic<bool> isMonotone;
 
-TEST(Pack, ProgressRunsToTheEnd)
-{
-    progressCalls = 0;
-    lastProgress = 0.0;
-    isMonotone = true;
-    PackRun run(randomLayout(40, 3));
-    run.session().api().RegisterUpdateProgressCallback([](double p) {
-        ++progressCalls;
-        isMonotone = isMonotone && p >= lastProgress;
-        lastProgress = p;
-    });
-    run.pack({});
-    EXPECT_FALSE(run.hasError()) << run.error();
-    EXPECT_GT(progressCalls, 0);
-    EXPECT_TRUE(isMonotone);
-    EXPECT_EQ(lastProgress, 1.0);
-}
-
 } // namespace

@@ -132,23 +132,6 @@ IslandMesh torus(int around, int across, int openSquares)
     return withoutUnusedVertices(mesh);
 }
 
-IslandMesh moebiusBand(int squares)
-{
-    IslandMesh mesh;
-    for (int i = 0; i < squares; ++i)
-        for (const double side : {-0.3, 0.3}) {
-            const double angle = fullTurn * i / squares;
-            const double r = 1.0 + side * std::cos(0.5 * angle);
-            mesh.positions.push_back(
-                {r * std::cos(angle), r * std::sin(angle), side * std::sin(0.5 * angle)});
-        }
-    for (int i = 0; i + 1 < squares; ++i)
-        addSquare(mesh, 2 * i, 2 * i + 2, 2 * i + 3, 2 * i + 1);
-    const int last = 2 * (squares - 1);
-    addSquare(mesh, last, 1, 0, last + 1);
-    return mesh;
-}
-
 IslandMesh blades(int count)
 {
     IslandMesh mesh;

@@ -42,9 +42,6 @@ IslandMesh tetrahedron();
 /// A torus; `openSquares` of its squares are left out.
 IslandMesh torus(int around, int across, int openSquares);
 
-/// A band of `squares` squares whose ends are joined with a half twist.
-IslandMesh moebiusBand(int squares);
-
 /// `count` triangles that have vertex 0 in common and nothing else.
 IslandMesh blades(int count);
 

@@ -83,18 +83,4 @@ TEST(StackedProgress, AnObserverSeesBeginningStateChangeAndEnd)
                                               "run|Working...|50|end"}));
 }
 
-TEST(StackedProgress, AHandlerHearsOfItsOwnProgressOnly)
-{
-    int told = 0;
-    kyStackedProgress outer("outer", 1.0, [&](const kyStackedProgress& progress) {
-        EXPECT_EQ(progress.name(), "outer");
-        ++told;
-    });
-    kyStackedProgress inner("inner", 1.0);
-    inner.setState("inside");
-    EXPECT_EQ(told, 1);
-    inner.incrementBy(0.5);
-    EXPECT_EQ(told, 2) << "the outer one moves along";
-}
-
 } // namespace

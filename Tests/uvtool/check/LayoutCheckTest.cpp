@@ -128,16 +128,6 @@ TEST(LayoutCheck, FindsAFanThatGoesTwiceAroundItsMiddle)
     EXPECT_GT(check.overlaps.coveredWithin.count, 0U);
 }
 
-TEST(LayoutCheck, LeavesOutTrianglesOfNoIsland)
-{
-    TestLayout layout = gridLayout(2);
-    layout.addRectangle(-1, {0.2F, 0.2F}, {5, 5});
-    const LayoutCheck check = checkLayout(layout, {{unitBox}});
-    EXPECT_TRUE(check.isSound());
-    EXPECT_EQ(check.triangles, 8U);
-    EXPECT_EQ(check.outside.count, 0U);
-}
-
 TEST(LayoutCheck, MeasuresEachIslandAgainstTheBoxThatSuitsIt)
 {
     const UVBox tiles[] = {unitBox, {{1, 0}, {2, 1}}};

@@ -97,13 +97,4 @@ TEST(LayoutWork, ResultsThatFailTheirCheckAreNotWritten)
     }
 }
 
-TEST(LayoutWork, DemandsNobodyMadeAreNotChecked)
-{
-    WorkAtHand hand;
-    hand.work.parts[0].uvs[3] = {0.35F, 0.15F};
-    hand.work.parts[1].uvs = hand.work.parts[0].uvs;
-    EXPECT_NO_THROW(hand.work.putIntoDocument({false, false, false, 0, 0}, false));
-    EXPECT_EQ(hand.task.report.check->found.flipped.count, 2U);
-}
-
 } // namespace

@@ -21,10 +21,23 @@ std::string stackedSquares(int count)
     return builder.text();
 }
 
-TEST(Pack, KeepsGapAndMarginInTexelsOfTheBox)
+class Pack : public testing::Test
 {
+protected:
+    /// Packs a file with that text.
+    ToolRun pack(const std::string& text, const std::vector<std::string>& options = {}) const
+    {
+        std::vector<std::string> arguments{"pack", folder.write("in.obj", text), "-o", out};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return runTool(arguments);
+    }
+
     const TempFolder folder;
-    const std::string in = folder.write("in.obj", stackedSquares(5));
+    const std::string out = folder / "out.obj";
+};
+
+TEST_F(Pack, KeepsGapAndMarginInTexelsOfTheBox)
+{
     struct Case
     {
         std::vector<std::string> options;
@@ -33,17 +46,17 @@ TEST(Pack, KeepsGapAndMarginInTexelsOfTheBox)
         std::vector<double> box; ///< u0, v0, u1, v1
     };
     const Case cases[] = {
-        {{"--resolution", "128"}, 2, 1, {0, 0, 1, 1}},
-        {{"--resolution", "64", "--gap", "6"}, 6, 3, {0, 0, 1, 1}},
-        {{"--resolution", "64", "--gap", "0", "--margin", "10"}, 0, 10, {0, 0, 1, 1}},
-        {{"--resolution", "64", "--gap", "1", "--box", "-1", "2", "3", "3"}, 1, 0.5, {-1, 2, 3, 3}},
-        {{"--resolution", "64", "--tiles", "2x2"}, 2, 1, {0, 0, 2, 2}},
+        {{}, 2, 1, {0, 0, 1, 1}},
+        {{"--gap", "6"}, 6, 3, {0, 0, 1, 1}},
+        {{"--gap", "0", "--margin", "10"}, 0, 10, {0, 0, 1, 1}},
+        {{"--gap", "1", "--box", "-1", "2", "3", "3"}, 1, 0.5, {-1, 2, 3, 3}},
+        {{"--tiles", "2x2"}, 2, 1, {0, 0, 2, 2}},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.options));
-        std::vector<std::string> arguments{"pack", in, "-o", folder / "out.obj", "--json"};
-        arguments.insert(arguments.end(), c.options.begin(), c.options.end());
-        const ToolRun run = runTool(arguments);
+        std::vector<std::string> options{"--json", "--resolution", "64"};
+        options.insert(options.end(), c.options.begin(), c.options.end());
+        const ToolRun run = pack(stackedSquares(5), options);
         ASSERT_EQ(run.status, Done) << run.err;
         const nlohmann::json check = run.json()["check"];
         EXPECT_EQ(check["islands"], 5);
@@ -59,58 +72,49 @@ TEST(Pack, KeepsGapAndMarginInTexelsOfTheBox)
     }
 }
 
-TEST(Pack, SizesAreThoseThatTheModeSays)
+TEST_F(Pack, SizesAreThoseThatTheModeSays)
 {
-    const TempFolder folder;
     // The second is three times as large in UV as the first, and as large in space.
-    const std::string in = folder.write(
-        "in.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvt 0 1\nf 1/1 2/2 3/3\n"
-                  "o second\nv 5 0 0\nv 6 0 0\nv 5 1 0\nvt 0 0\nvt 3 0\nvt 0 3\nf 4/4 5/5 6/6\n");
-    const auto ratio = [&](const std::vector<std::string>& options) {
-        std::vector<std::string> arguments{"pack",         in,  "-o", folder / "out.obj", "--json",
-                                           "--resolution", "64"};
-        arguments.insert(arguments.end(), options.begin(), options.end());
-        const nlohmann::json geometries = runTool(arguments).json()["geometries"];
+    const std::string text(
+        "v 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvt 0 1\nf 1/1 2/2 3/3\n"
+        "o second\nv 5 0 0\nv 6 0 0\nv 5 1 0\nvt 0 0\nvt 3 0\nvt 0 3\nf 4/4 5/5 6/6\n");
+    const auto ratio = [&](const std::string& mode) {
+        const nlohmann::json geometries =
+            pack(text, {"--json", "--resolution", "64", "--scale-mode", mode}).json()["geometries"];
         const double first = geometries[0]["check"]["area"];
         return double{geometries[1]["check"]["area"]} / first;
     };
-    EXPECT_NEAR(ratio({}), 9.0, 1e-4);
-    EXPECT_NEAR(ratio({"--scale-mode", "total"}), 9.0, 1e-4);
-    EXPECT_NEAR(ratio({"--scale-mode", "area"}), 1.0, 1e-5);
+    EXPECT_NEAR(ratio("total"), 9.0, 1e-4);
+    EXPECT_NEAR(ratio("area"), 1.0, 1e-5);
 }
 
-TEST(Pack, IslandsKeepTheirFaultsAndTheCommandSucceeds)
+TEST_F(Pack, IslandsKeepTheirFaultsAndTheCommandSucceeds)
 {
-    const TempFolder folder;
     // The second triangle is folded over the first.
-    const std::string in = folder.write("in.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n"
-                                                  "vt 0 0\nvt 1 0\nvt 1 1\nvt .9 .1\n"
-                                                  "f 1/1 2/2 3/3\nf 1/1 3/3 4/4\n");
-    const ToolRun run = runTool({"pack", in, "-o", folder / "out.obj", "--json"});
+    const ToolRun run = pack("v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n"
+                             "vt 0 0\nvt 1 0\nvt 1 1\nvt .9 .1\n"
+                             "f 1/1 2/2 3/3\nf 1/1 3/3 4/4\n",
+                             {"--json"});
     ASSERT_EQ(run.status, Done) << run.err;
     EXPECT_EQ(run.json()["check"]["flipped"], 1);
     EXPECT_EQ(run.json()["check"]["overlapsBetween"], 0);
 }
 
-TEST(Pack, HasNothingToDoWithoutUVs)
+TEST_F(Pack, HasNothingToDoWithoutUVs)
 {
-    const TempFolder folder;
-    const std::string in = folder.write("in.obj", ObjBuilder().dome(2).text());
-    const ToolRun run = runTool({"pack", in, "-o", folder / "out.obj"});
+    const ToolRun run = pack(ObjBuilder().dome(2).text());
     EXPECT_EQ(run.status, Failed);
     EXPECT_THAT(run.err, HasSubstr("nothing to pack"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "out.obj"));
+    EXPECT_FALSE(std::filesystem::exists(out));
 }
 
-TEST(Pack, MoreGapThanThereIsRoomForFailsWithAReason)
+TEST_F(Pack, MoreGapThanThereIsRoomForFailsWithAReason)
 {
-    const TempFolder folder;
-    const std::string in = folder.write("in.obj", stackedSquares(10));
-    const ToolRun run = runTool({"pack", in, "-o", folder / "out.obj", "--resolution", "16",
-                                 "--gap", "7", "--margin", "0"});
+    const ToolRun run =
+        pack(stackedSquares(10), {"--resolution", "16", "--gap", "7", "--margin", "0"});
     EXPECT_EQ(run.status, Failed);
     EXPECT_EQ(run.lineCount(), 1) << run.err;
-    EXPECT_FALSE(std::filesystem::exists(folder / "out.obj"));
+    EXPECT_FALSE(std::filesystem::exists(out));
 }
 
 } // namespace

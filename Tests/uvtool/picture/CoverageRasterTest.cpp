@@ -54,20 +54,6 @@ TEST(CoverageRaster, TrianglesAtACommonEdgeDontOverlap)
         EXPECT_EQ(rasterOf(randomFan(seed)).excess(), 0U) << "seed " << seed;
 }
 
-TEST(CoverageRaster, OverlapHasItsArea)
-{
-    TestLayout layout;
-    layout.addRectangle(0, {0.1F, 0.1F}, {0.5F, 0.5F});
-    layout.addRectangle(1, {0.3F, 0.2F}, {0.9F, 0.9F});
-    layout.addRectangle(2, {0.3F, 0.2F}, {0.9F, 0.9F});
-    const CoverageRaster raster = rasterOf(layout);
-    EXPECT_EQ(raster.excess(), 60U * 70 + 20U * 30);
-    EXPECT_EQ(cellsIn(raster.overlaps()), 60U * 70);
-    ASSERT_EQ(raster.overlaps().size(), 1U);
-    EXPECT_EQ(raster.overlaps()[0].row, 10);
-    EXPECT_EQ(raster.overlaps()[0].columnEnd, 90);
-}
-
 TEST(CoverageRaster, HatchLiesOnOverlapsOnly)
 {
     const TestLayout first = randomFan(7);

@@ -155,19 +155,6 @@ TEST(LayoutPicture, NamesEfficiencyAndCounts)
     EXPECT_THAT(textsIn(svgOf(half)), HasSubstr("1 island  ·  2 triangles\n"));
 }
 
-TEST(LayoutPicture, TriangleEdgesShowOnlyWhereThereIsRoom)
-{
-    const auto colors = [](const TestLayout& layout) {
-        const DrawnPicture picture(layout);
-        std::set<QRgb> seen;
-        for (double u = 0.3; u < 0.5; u += 0.001)
-            seen.insert(picture.at(u, 0.412).rgb());
-        return seen.size();
-    };
-    EXPECT_GT(colors(test::gridLayout(20)), 3U);
-    EXPECT_EQ(colors(test::gridLayout(300)), 1U);
-}
-
 TEST(LayoutPicture, SurvivesAnyLayout)
 {
     constexpr float nan = std::numeric_limits<float>::quiet_NaN();
