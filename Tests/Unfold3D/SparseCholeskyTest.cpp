@@ -1,6 +1,7 @@
 #include "Unfold3D/linear/SparseCholesky.h"
 #include "Unfold3D/linear/DenseKernels.h"
 #include "Unfold3D/linear/EliminationOrder.h"
+#include "Unfold3D/linear/EliminationTree.h"
 
 #include <Eigen/Cholesky>
 #include <Eigen/Core>
@@ -167,6 +168,34 @@ TEST(SparseCholesky, ReplacesThePivotsOfASingularMatrix)
     const Eigen::Map<const Eigen::VectorXd> solution(x.data(), 81);
     const Eigen::Map<const Eigen::VectorXd> rightSide(right.data(), 81);
     EXPECT_LT((dense(symbolic, matrix) * solution - rightSide).norm(), 1e-10);
+}
+
+TEST(SymbolicCholesky, CountsTheEntriesOfTheFactor)
+{
+    for (const VertexGraph& graph : {gridGraph(12, 10), randomGraph(90, 300, 8)}) {
+        const int n = graph.size();
+        const OrderedGraph ordered = followElimination(graph, minimumDegreeOrder(graph));
+        // Elimination done naively: the neighbours above a column all meet afterwards.
+        Eigen::MatrixXi filled = Eigen::MatrixXi::Zero(n, n);
+        for (int j = 0; j < n; ++j)
+            for (const int i : ordered.graph.of(j))
+                filled(i, j) = 1;
+        for (int j = 0; j < n; ++j) {
+            int count = 1;
+            int parent = -1;
+            for (int i = n - 1; i > j; --i) {
+                if (filled(i, j) == 0)
+                    continue;
+                ++count;
+                parent = i;
+                for (int k = j + 1; k < n; ++k)
+                    if (k != i && filled(k, j) != 0)
+                        filled(i, k) = 1;
+            }
+            ASSERT_EQ(ordered.tree.count[static_cast<std::size_t>(j)], count);
+            ASSERT_EQ(ordered.tree.parent[static_cast<std::size_t>(j)], parent);
+        }
+    }
 }
 
 TEST(SymbolicCholesky, DissectionGivesTheSamePermutationEveryTime)
