@@ -8,17 +8,6 @@
 namespace
 {
 
-TEST(StackedProgress, PhasesWithTheirSharesEndAtOne)
-{
-    kyStackedProgress progress("run", 1.0);
-    for (const double share : {0.2, 0.7, 0.1}) {
-        progress.setScale(share);
-        for (int i = 0; i < 10; ++i)
-            progress.incrementBy(0.1);
-    }
-    EXPECT_NEAR(progress.fraction(), 1.0, 1e-12);
-}
-
 TEST(StackedProgress, ANestedOneFillsTheShareOfTheOuterOne)
 {
     kyStackedProgress outer("outer", 1.0);

@@ -24,7 +24,6 @@ struct GltfSample
     static constexpr int byteType = 5120;
     static constexpr int unsignedByteType = 5121;
     static constexpr int unsignedShortType = 5123;
-    static constexpr int unsignedIntType = 5125;
     static constexpr int floatType = 5126;
 
     template <class T>
