@@ -1,5 +1,6 @@
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/Geometry.h"
+#include "OpenSG/WritableProperty.h"
 
 #include <algorithm>
 #include <bit>
@@ -70,15 +71,6 @@ DistinctCorners findDistinctCorners(const CornerNumbers& corners)
         result.vertexOfCorner.push_back(vertexInSlot[slot]);
     }
     return result;
-}
-
-/// A property that may be rewritten: the given one if nobody else holds it, else a copy.
-template <class Property>
-RefPtr<Property> writable(const Ptr<Property>& property)
-{
-    if (property->getRefCount() <= 1)
-        return RefPtr<Property>(property);
-    return RefPtr<Property>(dcast<Property>(property->shallowCopy()));
 }
 
 /// Gives a property one element for each vertex, by number `offset` of the vertex's first corner.

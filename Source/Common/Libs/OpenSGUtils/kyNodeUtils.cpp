@@ -1,0 +1,25 @@
+#include "OpenSGUtils/kyNodeUtils.h"
+
+#include "OpenSG/Traverse.h"
+#include "OpenSGExt/kyShellUtils.h"
+
+namespace kyNodeUtils
+{
+
+void getVisibleGeometryNodes(const std::vector<osg::NodePtr>& nodes, std::vector<osg::NodePtr>& out,
+                             unsigned int shownSides)
+{
+    const auto collect = [&](osg::NodePtr& node) -> unsigned int {
+        if (node->getTravMask() == 0)
+            return osg::TraverseResult::Skip;
+        const auto geometry = osg::dcast<osg::Geometry>(node->getCore());
+        if (!kyShellUtils::isShell(geometry) &&
+            kyShellUtils::isVisibleShellComponent(node, geometry, shownSides))
+            out.push_back(node);
+        return osg::TraverseResult::Continue;
+    };
+    for (const osg::NodePtr& node : nodes)
+        osg::traverse(node, collect);
+}
+
+} // namespace kyNodeUtils
