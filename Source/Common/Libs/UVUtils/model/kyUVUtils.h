@@ -6,7 +6,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <vector>
+
+class kyTopologyBridge;
+struct TopologyOpOutData;
 
 /// The facade: every UV operation that an application calls is a static operation of this class.
 ///
@@ -83,7 +87,20 @@ public:
                                              const SurfaceFunction& function);
 
 private:
+    friend struct kyUVUtilsTestAccess;
+
     kyUVUtils() = default;
+
+    /// Gives a bridge child records: one for a plain geometry, one for each child of a shell's
+    /// node, active or not. A null bridge is left alone.
+    static void createChildData(kyTopologyBridge* bridge, const osg::GeometryPtr& geometry,
+                                const osg::NodePtr& node);
+    /// Where the operation on one child of `parent` writes; null without a bridge, and for a node
+    /// that is no child of a shell's. createChildData has run before.
+    static std::unique_ptr<TopologyOpOutData> getChildData(kyTopologyBridge* bridge,
+                                                           const osg::GeometryPtr& geometry,
+                                                           const osg::NodePtr& parent,
+                                                           const osg::NodePtr& child);
 
     bool useCompactMesh_ = true;
     bool fillShading_ = false;
