@@ -2,6 +2,7 @@
 
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
+#include "UVUtils/model/Edge.h"
 #include "UVUtils/model/kyUVTypes.h"
 
 #include <cstdint>
@@ -86,6 +87,53 @@ public:
                                              unsigned int count, bool keepOrder,
                                              const SurfaceFunction& function);
 
+    // Islands and the mesh as a whole. A UV island is a part of the triangles that hangs together
+    // through shared vertices; UVs are not looked at. Through a compact mesh the vertices that it
+    // welded across borders of surfaces count as one, and all ids are those of the node.
+
+    /// Finds the islands that contain certain vertices.
+    ///
+    /// ids                  [count]  vertices of the islands to find, repeats allowed; null or none
+    ///                      for all islands. One that lies in no island asks for the first island
+    /// wholeIslandsOnly     find an island only when there are as many ids in it as it has vertices:
+    ///                      the ids have to cover it; without ids it has no effect
+    ///
+    /// Appended to, never cleared; islands in the order in which their first triangles stand:
+    /// islandTriangles      three vertices for each triangle, island after island
+    /// islandTriangleCounts [island]  entries in islandTriangles, so three times its triangles
+    /// islandVerts          the vertices of each island, island after island; through a compact
+    ///                      mesh one id for each of the mesh's vertices, else ascending
+    /// islandVertCounts     [island]  entries in islandVerts
+    ///
+    /// Linear in triangles without a compact mesh; with one, a binary search for each triangle that
+    /// is found comes on top.
+    static void findUVIslands(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                              kyUVTypes::UVSet uvSet, const unsigned int* ids, unsigned int count,
+                              bool wholeIslandsOnly, std::vector<unsigned int>& islandTriangles,
+                              std::vector<unsigned int>& islandTriangleCounts,
+                              std::vector<unsigned int>& islandVerts,
+                              std::vector<unsigned int>& islandVertCounts);
+
+    /// The lowest vertex that findUVIslands names of each island, for all islands in their order.
+    static std::vector<unsigned int> getAllIslandSeeds(const osg::GeometryPtr& geometry,
+                                                       const osg::NodePtr& node,
+                                                       kyUVTypes::UVSet uvSet);
+
+    /// The three edges of every triangle, an edge as often as triangles have it. Through a compact
+    /// mesh each edge is named by one pair of vertices, however many surfaces it lies on.
+    static FlatEdgeList getAllEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                    kyUVTypes::UVSet uvSet);
+
+    /// All vertex ids of the node, ascending, those that no triangle uses too. They also stand in
+    /// the list kyUVTypes::AllVertices then.
+    static std::vector<unsigned int> getAllVertices(const osg::GeometryPtr& geometry,
+                                                    const osg::NodePtr& node);
+
+    /// Puts all vertex ids of the node into the list kyUVTypes::AllVertices of the geometry, as
+    /// points. A list of the right size is left as it is. Looks at the node's own core and does not
+    /// ask whether the geometry is valid.
+    static void makeIndexForAllVertices(const osg::GeometryPtr& geometry, const osg::NodePtr& node);
+
 private:
     friend struct kyUVUtilsTestAccess;
 
@@ -101,6 +149,26 @@ private:
                                                            const osg::GeometryPtr& geometry,
                                                            const osg::NodePtr& parent,
                                                            const osg::NodePtr& child);
+
+    // Islands of exactly one geometry; defined beside the operations that they serve.
+
+    /// vertexIslands   [vertexCount]  written: the island of each vertex, 0xFFFFFFFF for none
+    /// islandVertices  [island]       written: its vertices, ascending
+    ///
+    /// Both come empty. Indices must be below vertexCount.
+    static void doFindUVIslands(const osg::GeoIndicesPtr& indices, unsigned int vertexCount,
+                                std::vector<unsigned int>& vertexIslands,
+                                std::vector<std::vector<unsigned int>>& islandVertices);
+    /// As findUVIslands, on the geometry as it stands. Without indices or three-float positions
+    /// nothing is appended.
+    static void doFindUVIslands(const osg::GeometryPtr& geometry, const unsigned int* ids,
+                                unsigned int count, bool wholeIslandsOnly,
+                                std::vector<unsigned int>& islandTriangles,
+                                std::vector<unsigned int>& islandTriangleCounts,
+                                std::vector<unsigned int>& islandVerts,
+                                std::vector<unsigned int>& islandVertCounts);
+    /// Empty without indices, or when their number is no multiple of 3.
+    static FlatEdgeList getAllEdges(const osg::GeometryPtr& geometry);
 
     bool useCompactMesh_ = true;
     bool fillShading_ = false;

@@ -1,0 +1,127 @@
+#include "UVUtils/editing/IslandLabels.h"
+
+#include "UVUtils/editing/kyUVSelection.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+using Ids = std::vector<unsigned int>;
+
+namespace
+{
+
+constexpr unsigned int none = 0xFFFFFFFFU;
+
+/// The plainest way there is: each triangle spreads its number until nothing changes, then numbers
+/// are given in the order in which they stand.
+Ids islandsBySpreading(const Ids& triangles, unsigned int vertexCount)
+{
+    Ids lowest(vertexCount, none);
+    const auto whole = static_cast<unsigned int>(triangles.size() / 3);
+    for (bool changed = true; changed;) {
+        changed = false;
+        for (unsigned int t = 0; t < whole; ++t) {
+            unsigned int label = t;
+            for (unsigned int k = 0; k < 3; ++k)
+                label = std::min(label, lowest[triangles[3 * t + k]]);
+            for (unsigned int k = 0; k < 3; ++k) {
+                unsigned int& own = lowest[triangles[3 * t + k]];
+                changed = changed || own != label;
+                own = label;
+            }
+        }
+    }
+    Ids numberOf(whole, none);
+    unsigned int count = 0;
+    for (unsigned int t = 0; t < whole; ++t) {
+        unsigned int& number = numberOf[lowest[triangles[3 * t]]];
+        if (number == none)
+            number = count++;
+    }
+    for (unsigned int& label : lowest)
+        label = label == none ? none : numberOf[label];
+    return lowest;
+}
+
+TEST(IslandLabels, FollowSharedVerticesAndTheOrderOfTheTriangles)
+{
+    struct Case
+    {
+        const char* name;
+        Ids triangles;
+        unsigned int vertexCount;
+        Ids islands;
+    };
+    const Case cases[] = {
+        {"nothing", {}, 0, {}},
+        {"vertices without triangles", {}, 2, {none, none}},
+        {"one triangle and a vertex beside it", {0, 1, 3}, 4, {0, 0, none, 0}},
+        {"triangles that touch in a vertex", {0, 1, 2, 2, 3, 4}, 5, {0, 0, 0, 0, 0}},
+        {"an edge with vertices of its own on each side",
+         {0, 1, 2, 3, 4, 5},
+         6,
+         {0, 0, 0, 1, 1, 1}},
+        {"the first triangle is island 0, not the first vertex",
+         {3, 4, 5, 0, 1, 2},
+         6,
+         {1, 1, 1, 0, 0, 0}},
+        {"two that a third one joins later",
+         {0, 1, 2, 3, 4, 5, 6, 7, 8, 5, 9, 2},
+         10,
+         {0, 0, 0, 0, 0, 0, 1, 1, 1, 0}},
+        {"a triangle with one vertex thrice", {1, 1, 1}, 2, {none, 0}},
+        {"numbers left over at the end", {0, 1, 2, 3, 4}, 5, {0, 0, 0, none, none}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const IslandLabels labels = labelIslands(c.triangles, c.vertexCount);
+        EXPECT_EQ(labels.islandOfVertex, c.islands);
+    }
+}
+
+/// Every triangle is an island at first, and each of the later ones joins two neighbours from the
+/// end to the beginning: the longest chains of labels that can be.
+TEST(IslandLabels, GrowTogetherFromTheEndInReasonableTime)
+{
+    constexpr unsigned int count = 100000;
+    Ids triangles;
+    for (unsigned int i = 0; i < count; ++i)
+        triangles.insert(triangles.end(), {i, count + i, 2 * count + i});
+    for (unsigned int i = count - 1; i > 0; --i)
+        triangles.insert(triangles.end(), {i, i - 1, count + i});
+    for (unsigned int i = 0; i < count; ++i)
+        triangles.insert(triangles.end(), {count + i, 2 * count + i, 3 * count + i});
+    const IslandLabels labels = labelIslands(triangles, 4 * count);
+    EXPECT_EQ(labels.islandCount, 1U);
+    EXPECT_EQ(labels.islandOfVertex, Ids(4 * std::size_t{count}, 0));
+}
+
+RC_GTEST_PROP(IslandLabels, AreThoseOfTheReferenceOnRandomTriangles, ())
+{
+    const auto vertexCount = *rc::gen::inRange(1U, 60U);
+    const Ids triangles = *rc::gen::container<Ids>(rc::gen::inRange(0U, vertexCount));
+    const IslandLabels labels = labelIslands(triangles, vertexCount);
+    RC_ASSERT(labels.islandOfVertex == islandsBySpreading(triangles, vertexCount));
+
+    const std::vector<Ids> vertices = verticesOfIslands(labels);
+    RC_ASSERT(vertices.size() == labels.islandCount);
+    Ids islandOfVertex(vertexCount, none);
+    for (unsigned int island = 0; island < vertices.size(); ++island) {
+        RC_ASSERT(!vertices[island].empty());
+        RC_ASSERT(std::is_sorted(vertices[island].begin(), vertices[island].end()));
+        for (const unsigned int vertex : vertices[island])
+            islandOfVertex[vertex] = island;
+    }
+    RC_ASSERT(islandOfVertex == labels.islandOfVertex);
+}
+
+TEST(IslandSeeds, AreTheLowestVerticesWhateverTheOrder)
+{
+    EXPECT_EQ(kyUVSelection::getIslandsSeeds({}, {}), Ids());
+    EXPECT_EQ(kyUVSelection::getIslandsSeeds({3, 2, 0}, {7, 4, 9, 8, 6}), (Ids{4, 6, none}));
+}
+
+} // namespace
