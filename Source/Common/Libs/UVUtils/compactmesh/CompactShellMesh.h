@@ -59,6 +59,8 @@ public:
 
     // Translation between F ids and compact ids. Results are appended to `out`.
 
+    /// The compact id of each F id; as long as there are F ids.
+    const std::vector<unsigned int>& getVertFToC() const { return vertFToC_; }
     unsigned int mapVertFToC(unsigned int vertex) const { return vertFToC_[vertex]; }
     Edge mapEdgeFToC(Edge edge) const;
     /// One compact id for each id, in the order of the input.

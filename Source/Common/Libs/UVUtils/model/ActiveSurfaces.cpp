@@ -3,15 +3,10 @@
 #include "OpenSGExt/kyGeoUtils.h"
 #include "OpenSGExt/kyShellUtils.h"
 #include "OpenSGUtils/kyRenderOptions.h"
+#include "UVUtils/model/UVSlot.h"
 
 namespace
 {
-
-unsigned int vertexCountOf(const osg::Geometry& geometry)
-{
-    const osg::GeoPositionsPtr positions = geometry.getPositions();
-    return positions ? positions->getSize() : 0;
-}
 
 bool takesPart(const osg::NodePtr& child, const osg::GeometryPtr& geometry, unsigned int sides)
 {
@@ -27,7 +22,7 @@ std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node)
     if (!core)
         return {};
     if (!kyShellUtils::isShell(core))
-        return {{node, core, 0, 0, vertexCountOf(*core)}};
+        return {{node, core, 0, 0, vertexCountOf(core)}};
 
     // Read once: all children are judged by the same sides.
     const unsigned int sides = kyRenderOptions::getInstance()->getShowABSideMask();
@@ -38,7 +33,7 @@ std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node)
         const auto geometry = osg::dcast<osg::Geometry>(child->getCore());
         if (!takesPart(child, geometry, sides))
             continue;
-        surfaces.push_back({child, geometry, i, firstId, vertexCountOf(*geometry)});
+        surfaces.push_back({child, geometry, i, firstId, vertexCountOf(geometry)});
         firstId += surfaces.back().vertexCount;
     }
     return surfaces;

@@ -7,7 +7,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <iosfwd>
+#include <map>
 #include <memory>
+#include <set>
 #include <vector>
 
 class kyTopologyBridge;
@@ -133,6 +136,114 @@ public:
     /// points. A list of the right size is left as it is. Looks at the node's own core and does not
     /// ask whether the geometry is valid.
     static void makeIndexForAllVertices(const osg::GeometryPtr& geometry, const osg::NodePtr& node);
+    // UV values. A slot holds UVs when its property is of the kind GeoTexCoords2f; one of another
+    // kind counts as absent here, but for hasUVSet and getLocalUVCount. Three views of them:
+    //
+    //   getUVValues, setUVValues   by the ids of the node's vertices, through the compact mesh
+    //                              where useCMesh says so: welded vertices have one value
+    //   ...NoCompact...            all surfaces of a shell in child order, hidden ones too, as they
+    //                              stand in their own slots
+    //   ...Local...                one geometry core and its own slot
+    //
+    // What is not possible is left as it was, without a word, and so are the out arrays. All are
+    // linear in the geometry: its indices are checked first.
+
+    using UVArray = std::vector<osg::Vector<float, 2>>;
+
+    /// `uvs` becomes the values of all vertices of the node, [id]. Through a compact mesh a slot
+    /// that a surface does not have reads as zeros; without one, a missing slot leaves `uvs`.
+    static void getUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet set, UVArray& uvs);
+    /// `uvs` becomes the values of some vertices, [count], in the order of `ids`. Null ids stand
+    /// for all vertices. An id beyond the vertices leaves `uvs` as it was, and so does an empty
+    /// list where there is a compact mesh.
+    static void getUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet set, const unsigned int* ids, unsigned int count,
+                            UVArray& uvs);
+
+    /// Writes the values of all vertices of the node, [id]; another number of values than of
+    /// vertices writes nothing. Where there is no slot, or one of the wrong size, it is made. Of
+    /// several values for welded vertices the last one counts for all of them.
+    static void setUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet set, const UVArray& uvs);
+    /// The same for some vertices: value i goes to ids[i]. Nothing is written if the array's size
+    /// is not `count`, or with an id beyond the vertices. Null ids stand for all vertices.
+    static void setUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet set, const unsigned int* ids, unsigned int count,
+                            const UVArray& uvs);
+
+    /// A copy of the slot; empty without one, and for a null geometry.
+    static UVArray getUVValuesLocal(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set);
+    /// Writes the slot, which is made where there is none of the right size. Another number of
+    /// values than of vertices writes nothing.
+    static void setLocalUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set,
+                            const UVArray& uvs);
+
+    /// Appends the values of a plain geometry, or of all surfaces of a shell. A surface without
+    /// the slot gives a zero for each of its vertices.
+    static void getNoCompactUVValues(const osg::NodePtr& node, kyUVTypes::UVSet set, UVArray& uvs);
+    /// The same by the container id of each geometry's node; an empty array without the slot.
+    static void getNoCompactUVValues(const osg::NodePtr& node, kyUVTypes::UVSet set,
+                                     std::map<unsigned int, UVArray>& uvsOfNode);
+    /// Takes what the array form of getNoCompactUVValues gives. Surfaces for which the array is too
+    /// short stay as they are; for a plain geometry its size must be right.
+    static void setNoCompactUVValues(const osg::NodePtr& node, kyUVTypes::UVSet set,
+                                     const UVArray& uvs);
+
+    /// 0 for a null geometry and without positions.
+    static unsigned long long getLocalVertexCount(const osg::GeometryPtr& geometry);
+    /// The size of a slot of any kind; 0 for a null geometry and an empty slot.
+    static unsigned long long getLocalUVCount(const osg::GeometryPtr& geometry,
+                                              kyUVTypes::UVSet set);
+
+    // Slots.
+
+    /// A new property of zeros, one for each vertex, in no slot yet and with no reference; NullFC
+    /// for a null geometry and without positions.
+    static osg::GeoTexCoords2fPtr createEmptyUVSet(const osg::GeometryPtr& geometry);
+    /// Puts a property into a slot, null to empty it, and brings the index mapping along. False for
+    /// a null geometry.
+    static bool setTexSlot(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set,
+                           const osg::GeoTexCoordsPtr& property);
+    /// The same by container id, for who outlives handles. False if that is no geometry any more.
+    static bool setTexSlot(unsigned int geometryId, kyUVTypes::UVSet set,
+                           const osg::GeoTexCoordsPtr& property);
+    /// Says in the index mapping that the indices address the slot, or that they don't. Only where
+    /// there are indices and one mapping entry; other geometries are left alone.
+    static void addToIndexMapping(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set);
+    static void removeFromIndexMapping(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set);
+
+    /// Is there a property of any kind in the slot? For a shell, in that of any surface, active or
+    /// not. False for a node without a valid geometry.
+    static bool hasUVSet(const osg::NodePtr& node, kyUVTypes::UVSet set);
+    /// Empties the slot of a plain geometry, or of the active surfaces of a shell.
+    static void removeUVSet(const osg::NodePtr& node, kyUVTypes::UVSet set);
+    /// The nodes at or below a node whose geometry has no such slot. Shells count as one geometry.
+    static std::set<osg::NodePtr> getNodesWithoutUVSet(const osg::NodePtr& node,
+                                                       kyUVTypes::UVSet set);
+    /// The same, entered into a set.
+    static void collectNodesWithoutUVSet(const osg::NodePtr& node, kyUVTypes::UVSet set,
+                                         std::set<osg::NodePtr>& nodes);
+    /// The visible geometry at or below a node: plain geometries, and the surfaces of shells that
+    /// are on a shown side.
+    static std::vector<osg::NodePtr> getVisibleGeometryChildren(const osg::NodePtr& node);
+
+    /// Writes what all properties hold at the vertices of the list FreeVertices, for debugging.
+    static void debugOutPntsInfo(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                 std::ostream& stream);
+
+    // Replay.
+
+    /// Brings a geometry into the state that a record of a change of topology leads to, and its
+    /// compact mesh along. The record must fit the present state.
+    ///
+    /// data  a kyTopologyData, from kyTopologyBridge::getNext or getPrev; it stays as it is, so
+    ///       that it can be replayed again. Null, or a record without a shuffle, does nothing.
+    ///
+    /// UV values are moved with their vertices, no more: the caller writes those of the new state
+    /// afterwards.
+    static void applyTopology(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                              kyUVTypes::UVSet set, void* data);
 
 private:
     friend struct kyUVUtilsTestAccess;
@@ -149,6 +260,16 @@ private:
                                                            const osg::GeometryPtr& geometry,
                                                            const osg::NodePtr& parent,
                                                            const osg::NodePtr& child);
+    /// Makes sure that a slot has one value for each vertex: one of another size, or none, is
+    /// replaced by zeros. A slot of the right size stays, of whatever kind. Does nothing for null.
+    static void initTexCoordsField(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set);
+    /// Gives a slot these values and their number. False without a slot of UVs.
+    static bool assignTexCoords(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set,
+                                const UVArray& uvs);
+    /// Gives the vertices in a list their values in uvs, [vertex]; ids beyond it are passed over.
+    /// False unless the slot is there and of that size.
+    static bool assignTexCoords(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set,
+                                const UVArray& uvs, const std::vector<unsigned int>& vertexIds);
 
     // Islands of exactly one geometry; defined beside the operations that they serve.
 

@@ -1,0 +1,73 @@
+#include "OpenSG/ChangeNotice.h"
+#include "OpenSGExt/kyGeoUtils.h"
+#include "OpenSGExt/kyShellUtils.h"
+#include "OpenSGUtils/kyGeoShuffle.h"
+#include "UVUtils/compactmesh/CompactMeshScope.h"
+#include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/model/kyTopologyBridge.h"
+#include "UVUtils/model/kyUVUtils.h"
+
+namespace
+{
+
+/// Rearranges the vertices of one geometry and gives it other indices: a clone, so that the record
+/// can be replayed again.
+void replay(const osg::GeometryPtr& geometry, const std::vector<unsigned int>& shuffle,
+            const osg::GeoIndicesPtr& indices)
+{
+    kyGeoShuffle::shuffleProperties(geometry, shuffle.data(),
+                                    static_cast<unsigned int>(shuffle.size()), nullptr, 0, true);
+    if (indices)
+        geometry->setIndices(indices->clone());
+    osg::notifyChanged(geometry, osg::FieldMask::all());
+}
+
+void replayChild(const osg::GeometryPtr& surface, unsigned int child, const kyTopologyData& data)
+{
+    const bool isRecorded = child < data.childShuffles.size() &&
+                            child < data.childIndices.size() &&
+                            !data.childShuffles[child].empty() && data.childIndices[child];
+    if (isRecorded)
+        replay(surface, data.childShuffles[child], data.childIndices[child]);
+    // Constraints stand for themselves: a surface can have them without a change of its own.
+    if (child < data.childUVConstraints.size())
+        setUVConstraints(surface, data.childUVConstraints[child]);
+}
+
+/// The active surfaces; a plain geometry, which the walk gives unchecked, only if it is usable.
+std::vector<ActiveSurface> replayedSurfaces(const osg::GeometryPtr& geometry,
+                                            const osg::NodePtr& node)
+{
+    if (!kyShellUtils::isShell(geometry) && kyGeoUtils::checkGeometryCore(geometry, true) != 0)
+        return {};
+    return activeSurfaces(node);
+}
+
+void replayThroughMesh(const CompactMeshScope& scope, const osg::GeometryPtr& geometry,
+                       const osg::NodePtr& node, const kyTopologyData& data)
+{
+    replay(scope.getGeometry(), data.shuffle, data.indices);
+    for (const ActiveSurface& surface : replayedSurfaces(geometry, node))
+        replayChild(surface.geometry, surface.childIndex, data);
+    scope.getMesh()->applySavedMapping(&data);
+    scope.getMesh()->mapChanged(geometry, node, nullptr);
+}
+
+} // namespace
+
+void kyUVUtils::applyTopology(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                              kyUVTypes::UVSet set, void* data)
+{
+    const auto* record = static_cast<const kyTopologyData*>(data);
+    if (!isValidGeometry(geometry, node, false) || !record || record->shuffle.empty())
+        return;
+    if (!useCMesh(geometry) || record->childShuffles.empty() || record->childIndices.empty()) {
+        replay(geometry, record->shuffle, record->indices);
+        setUVConstraints(geometry, record->uvConstraints);
+        return;
+    }
+    const CompactMeshScope scope(geometry, node, set);
+    if (scope.getMesh())
+        replayThroughMesh(scope, geometry, node, *record);
+}

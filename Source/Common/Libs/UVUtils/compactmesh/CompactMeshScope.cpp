@@ -1,0 +1,69 @@
+#include "UVUtils/compactmesh/CompactMeshScope.h"
+
+#include "OpenSG/GeoTmpIndexEditInterface.h"
+#include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/compactmesh/CopyUVs.h"
+
+CompactMeshScope::CompactMeshScope(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                   kyUVTypes::UVSet set)
+    : geometry_(geometry), node_(node), set_(set),
+      mesh_(CompactShellMesh::getCMesh(geometry, node, set))
+{
+    if (mesh_)
+        mesh_->enableGeomChangeCB(false);
+}
+
+CompactMeshScope::~CompactMeshScope()
+{
+    if (mesh_)
+        mesh_->enableGeomChangeCB(true);
+}
+
+const osg::GeometryPtr& CompactMeshScope::getGeometry() const
+{
+    return mesh_ ? mesh_->getGeomPtr() : geometry_;
+}
+
+std::vector<unsigned int> CompactMeshScope::readTempIndices(kyUVTypes::TempIndexList list) const
+{
+    const osg::GeoTmpIndexEditInterface view(geometry_, list);
+    std::vector<unsigned int> ids(view.values().begin(), view.values().end());
+    if (!mesh_)
+        return ids;
+    const std::vector<unsigned int>& compactIdOfVertex = mesh_->getVertFToC();
+    for (unsigned int& id : ids) {
+        if (id >= compactIdOfVertex.size())
+            return {};
+        id = compactIdOfVertex[id];
+    }
+    return ids;
+}
+
+FlatEdgeList CompactMeshScope::toWorkIds(const std::vector<Edge>& edges) const
+{
+    FlatEdgeList ids;
+    ids.reserve(2 * edges.size());
+    for (const Edge& edge : edges) {
+        if (!mesh_)
+            ids.insert(ids.end(), {edge.first, edge.second});
+        else if (edge.second < mesh_->getVertFToC().size())
+            ids.insert(ids.end(),
+                       {mesh_->mapVertFToC(edge.first), mesh_->mapVertFToC(edge.second)});
+    }
+    return ids;
+}
+
+void CompactMeshScope::toCallerIds(FlatEdgeList& edges) const
+{
+    if (!mesh_ || edges.size() < 2)
+        return;
+    FlatEdgeList ids;
+    mesh_->mapEdgesCToF(edges.data(), static_cast<unsigned int>(edges.size()), ids);
+    edges = std::move(ids);
+}
+
+void CompactMeshScope::commit() const
+{
+    if (mesh_)
+        copyUVsToSurfaces(*mesh_, geometry_, node_, set_);
+}

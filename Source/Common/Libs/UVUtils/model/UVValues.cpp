@@ -1,0 +1,256 @@
+// Reads and writes UVs through the compact mesh, which is above this directory: what a UV value is
+// belongs to the model, and where it lies is the mesh's knowledge. No other file of the model
+// includes the compact mesh.
+
+#include "OpenSGExt/kyShellUtils.h"
+#include "UVUtils/compactmesh/CompactMeshScope.h"
+#include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/model/UVSlot.h"
+#include "UVUtils/model/kyUVUtils.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+
+namespace
+{
+
+using osg::Vec2f;
+using UVArray = kyUVUtils::UVArray;
+using Ids = std::span<const unsigned int>;
+
+bool areBelow(Ids ids, std::size_t end)
+{
+    return std::all_of(ids.begin(), ids.end(), [end](unsigned int id) { return id < end; });
+}
+
+/// The compact ids of some vertices, or of all of them for null ids; none if an id is that of no
+/// vertex.
+std::optional<std::vector<unsigned int>> compactIdsOf(const CompactShellMesh& mesh,
+                                                      const unsigned int* ids, unsigned int count)
+{
+    if (!ids)
+        return mesh.getVertFToC();
+    if (!areBelow(Ids(ids, count), mesh.getVertFToC().size()))
+        return std::nullopt;
+    std::vector<unsigned int> compactIds;
+    mesh.mapVertsFToC(ids, count, compactIds);
+    return compactIds;
+}
+
+void gather(std::span<const Vec2f> slot, Ids ids, UVArray& uvs)
+{
+    uvs.resize(ids.size());
+    for (std::size_t i = 0; i < ids.size(); ++i)
+        uvs[i] = slot[ids[i]];
+}
+
+void scatter(const UVArray& uvs, Ids ids, std::span<Vec2f> slot)
+{
+    for (std::size_t i = 0; i < ids.size(); ++i)
+        slot[ids[i]] = uvs[i];
+}
+
+void readThroughMesh(const CompactShellMesh& mesh, kyUVTypes::UVSet set, const unsigned int* ids,
+                     unsigned int count, UVArray& uvs)
+{
+    const osg::GeoTexCoords2fPtr slot = uvSlot(mesh.getGeomPtr(), set);
+    const auto compactIds = compactIdsOf(mesh, ids, count);
+    if (slot && compactIds && !compactIds->empty())
+        gather(slot->values(), *compactIds, uvs);
+}
+
+void readPlain(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set, const unsigned int* ids,
+               unsigned int count, UVArray& uvs)
+{
+    const osg::GeoTexCoords2fPtr slot = uvSlot(geometry, set);
+    if (!slot)
+        return;
+    if (!ids)
+        uvs = slot->getValues();
+    else if (areBelow(Ids(ids, count), slot->getSize()))
+        gather(slot->values(), Ids(ids, count), uvs);
+}
+
+void writeThroughMesh(const CompactMeshScope& scope, kyUVTypes::UVSet set, const unsigned int* ids,
+                      unsigned int count, const UVArray& uvs)
+{
+    const osg::GeoTexCoords2fPtr slot = uvSlot(scope.getGeometry(), set);
+    const auto compactIds = compactIdsOf(*scope.getMesh(), ids, count);
+    if (!slot || !compactIds || compactIds->size() != uvs.size())
+        return;
+    scatter(uvs, *compactIds, slot->values());
+    notifySlotChanged(scope.getGeometry(), set);
+    scope.commit();
+}
+
+void writePlain(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set, const unsigned int* ids,
+                unsigned int count, const UVArray& uvs)
+{
+    const osg::GeoTexCoords2fPtr slot = uvSlot(geometry, set);
+    if (!slot)
+        return;
+    scatter(uvs, Ids(ids, count), slot->values());
+    notifySlotChanged(geometry, set);
+}
+
+/// The cores whose own slots hold the values of a node, with the node of each: a plain geometry
+/// itself, or every surface of a shell, active or not. Empty for a node without a valid geometry.
+struct SlotOwner
+{
+    osg::NodePtr node;
+    osg::GeometryPtr geometry;
+};
+
+std::vector<SlotOwner> slotOwners(const osg::NodePtr& node)
+{
+    const auto core = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
+    if (!kyUVUtils::isValidGeometry(core, node, false))
+        return {};
+    if (!kyShellUtils::isShell(core))
+        return {{node, core}};
+    std::vector<SlotOwner> owners;
+    for (unsigned int i = 0; i < node->getNChildren(); ++i) {
+        const osg::NodePtr child = node->getChild(i);
+        if (const auto surface = osg::dcast<osg::Geometry>(child->getCore()))
+            owners.push_back({child, surface});
+    }
+    return owners;
+}
+
+} // namespace
+
+void kyUVUtils::getUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet set, UVArray& uvs)
+{
+    getUVValues(geometry, node, set, nullptr, 0, uvs);
+}
+
+void kyUVUtils::getUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet set, const unsigned int* ids, unsigned int count,
+                            UVArray& uvs)
+{
+    if (!isValidGeometry(geometry, node, false))
+        return;
+    if (!useCMesh(geometry))
+        readPlain(geometry, set, ids, count, uvs);
+    else if (const CompactShellMesh* mesh = CompactShellMesh::getCMesh(geometry, node, set))
+        readThroughMesh(*mesh, set, ids, count, uvs);
+}
+
+void kyUVUtils::setUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet set, const UVArray& uvs)
+{
+    setUVValues(geometry, node, set, nullptr, 0, uvs);
+}
+
+void kyUVUtils::setUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet set, const unsigned int* ids, unsigned int count,
+                            const UVArray& uvs)
+{
+    if (!isValidGeometry(geometry, node, false) || uvs.empty() || (ids && uvs.size() != count))
+        return;
+    if (useCMesh(geometry)) {
+        const CompactMeshScope scope(geometry, node, set);
+        if (scope.getMesh())
+            writeThroughMesh(scope, set, ids, count, uvs);
+    } else if (!ids) {
+        setLocalUVs(geometry, set, uvs);
+    } else if (areBelow(Ids(ids, count), vertexCountOf(geometry))) {
+        initTexCoordsField(geometry, set);
+        writePlain(geometry, set, ids, count, uvs);
+    }
+}
+
+kyUVUtils::UVArray kyUVUtils::getUVValuesLocal(const osg::GeometryPtr& geometry,
+                                               kyUVTypes::UVSet set)
+{
+    const osg::GeoTexCoords2fPtr slot = geometry ? uvSlot(geometry, set) : osg::NullFC;
+    return slot ? slot->getValues() : UVArray();
+}
+
+void kyUVUtils::setLocalUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set,
+                            const UVArray& uvs)
+{
+    if (!geometry || vertexCountOf(geometry) != uvs.size())
+        return;
+    initTexCoordsField(geometry, set);
+    assignTexCoords(geometry, set, uvs);
+}
+
+void kyUVUtils::getNoCompactUVValues(const osg::NodePtr& node, kyUVTypes::UVSet set, UVArray& uvs)
+{
+    for (const SlotOwner& owner : slotOwners(node)) {
+        const osg::GeoTexCoords2fPtr slot = uvSlot(owner.geometry, set);
+        if (slot && slot->getSize() > 0)
+            uvs.insert(uvs.end(), slot->values().begin(), slot->values().end());
+        else
+            uvs.resize(uvs.size() + vertexCountOf(owner.geometry));
+    }
+}
+
+void kyUVUtils::getNoCompactUVValues(const osg::NodePtr& node, kyUVTypes::UVSet set,
+                                     std::map<unsigned int, UVArray>& uvsOfNode)
+{
+    for (const SlotOwner& owner : slotOwners(node))
+        uvsOfNode[owner.node->getId()] = getUVValuesLocal(owner.geometry, set);
+}
+
+void kyUVUtils::setNoCompactUVValues(const osg::NodePtr& node, kyUVTypes::UVSet set,
+                                     const UVArray& uvs)
+{
+    if (uvs.empty())
+        return;
+    const std::vector<SlotOwner> owners = slotOwners(node);
+    if (owners.size() == 1 && owners.front().node == node) {
+        setLocalUVs(owners.front().geometry, set, uvs);
+        return;
+    }
+    std::size_t offset = 0;
+    for (const SlotOwner& owner : owners) {
+        const std::size_t count = vertexCountOf(owner.geometry);
+        if (offset + count <= uvs.size()) {
+            const auto begin = uvs.begin() + static_cast<std::ptrdiff_t>(offset);
+            setLocalUVs(owner.geometry, set, {begin, begin + static_cast<std::ptrdiff_t>(count)});
+        }
+        offset += count;
+    }
+}
+
+unsigned long long kyUVUtils::getLocalVertexCount(const osg::GeometryPtr& geometry)
+{
+    return geometry ? vertexCountOf(geometry) : 0;
+}
+
+unsigned long long kyUVUtils::getLocalUVCount(const osg::GeometryPtr& geometry,
+                                              kyUVTypes::UVSet set)
+{
+    const osg::GeoTexCoordsPtr slot =
+        geometry ? geometry->getTexSlot(static_cast<unsigned int>(set)) : osg::NullFC;
+    return slot ? slot->getSize() : 0;
+}
+
+bool kyUVUtils::assignTexCoords(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set,
+                                const UVArray& uvs)
+{
+    const osg::GeoTexCoords2fPtr slot = geometry ? uvSlot(geometry, set) : osg::NullFC;
+    if (!slot)
+        return false;
+    slot->setValues(uvs);
+    notifySlotChanged(geometry, set);
+    return true;
+}
+
+bool kyUVUtils::assignTexCoords(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set,
+                                const UVArray& uvs, const std::vector<unsigned int>& vertexIds)
+{
+    const osg::GeoTexCoords2fPtr slot = geometry ? uvSlot(geometry, set) : osg::NullFC;
+    if (!slot || slot->getSize() != uvs.size())
+        return false;
+    const std::span<Vec2f> values = slot->values();
+    for (const unsigned int id : vertexIds)
+        if (id < values.size())
+            values[id] = uvs[id];
+    notifySlotChanged(geometry, set);
+    return true;
+}
