@@ -4,6 +4,7 @@
 #include "OpenSG/Geometry.h"
 
 #include <algorithm>
+#include <span>
 
 namespace kyGeoUtils
 {
@@ -52,20 +53,31 @@ bool areLengthsConsistent(const osg::Geometry& geometry, unsigned int indexCount
     return sum == indexCount;
 }
 
-bool areIndicesInRange(const osg::GeoIndices& indices, unsigned int vertexCount)
+bool areBelow(std::span<const unsigned int> ids, unsigned int end)
 {
-    const std::vector<unsigned int> ids = indices.getValues();
-    return std::all_of(ids.begin(), ids.end(), [&](unsigned int id) { return id < vertexCount; });
+    // The highest of all rather than the first that is too high: this loop runs over whole meshes
+    // before every operation, and compilers make vector instructions of it.
+    unsigned int highest = 0;
+    for (const unsigned int id : ids)
+        highest = std::max(highest, id);
+    return ids.empty() || highest < end;
+}
+
+bool areIndicesInRange(const osg::GeoIndicesPtr& indices, unsigned int vertexCount)
+{
+    if (const auto wide = osg::dcast<osg::GeoIndicesUI32>(indices))
+        return areBelow(wide->values(), vertexCount);
+    return areBelow(indices->getValues(), vertexCount);
 }
 
 /// Errors of a geometry that has positions, and one index list.
-unsigned int checkTriangles(const osg::Geometry& geometry, const osg::GeoIndices& indices,
+unsigned int checkTriangles(const osg::Geometry& geometry, const osg::GeoIndicesPtr& indices,
                             unsigned int vertexCount, bool checkIndices)
 {
     unsigned int errors = 0;
-    if (indices.getSize() % 3 != 0)
+    if (indices->getSize() % 3 != 0)
         errors |= NotTriangles;
-    if (!areLengthsConsistent(geometry, indices.getSize()))
+    if (!areLengthsConsistent(geometry, indices->getSize()))
         errors |= InconsistentLengths;
     if (checkIndices && !areIndicesInRange(indices, vertexCount))
         errors |= IndexOutOfRange;
@@ -93,7 +105,7 @@ unsigned int checkGeometryCore(const osg::NodeCorePtr& core, bool checkIndices)
     if (geometry->getIndexMapping().size() > 1)
         errors |= MultipleIndices;
     else if (positions && indices)
-        errors |= checkTriangles(*geometry, *indices, positions->getSize(), checkIndices);
+        errors |= checkTriangles(*geometry, indices, positions->getSize(), checkIndices);
     return errors;
 }
 

@@ -25,8 +25,7 @@ void replay(const osg::GeometryPtr& geometry, const std::vector<unsigned int>& s
 
 void replayChild(const osg::GeometryPtr& surface, unsigned int child, const kyTopologyData& data)
 {
-    const bool isRecorded = child < data.childShuffles.size() &&
-                            child < data.childIndices.size() &&
+    const bool isRecorded = child < data.childShuffles.size() && child < data.childIndices.size() &&
                             !data.childShuffles[child].empty() && data.childIndices[child];
     if (isRecorded)
         replay(surface, data.childShuffles[child], data.childIndices[child]);

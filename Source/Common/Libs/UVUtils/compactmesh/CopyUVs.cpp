@@ -28,8 +28,7 @@ void copyUVsToSurfaces(const CompactShellMesh& mesh, const osg::GeometryPtr& geo
     const std::span compactIds(mesh.getVertFToC());
     for (const ActiveSurface& surface : activeSurfaces(node)) {
         // A surface beyond the tables was shown or added behind the mesh's back.
-        if (surface.vertexCount == 0 ||
-            surface.firstId + surface.vertexCount > compactIds.size())
+        if (surface.vertexCount == 0 || surface.firstId + surface.vertexCount > compactIds.size())
             continue;
         const osg::GeoTexCoords2fPtr slot = provideSlot(surface.geometry, set);
         slot->resize(surface.vertexCount);

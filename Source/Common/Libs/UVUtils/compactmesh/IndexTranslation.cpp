@@ -86,8 +86,8 @@ void CompactShellMesh::mapEdgesCToF(const unsigned int* ids, unsigned int count,
             const unsigned int* face = facesSortedF_.data() + order.offsets[k];
             return joined(vertFToC_[face[order.first]], vertFToC_[face[order.second]]);
         };
-        const std::size_t k = lowerBound(order.offsets.size(),
-                                         [&](std::size_t i) { return edgeAt(i) < sought; });
+        const std::size_t k =
+            lowerBound(order.offsets.size(), [&](std::size_t i) { return edgeAt(i) < sought; });
         if (k == order.offsets.size() || edgeAt(k) != sought)
             return false;
         const unsigned int* face = facesSortedF_.data() + order.offsets[k];
@@ -118,8 +118,8 @@ void CompactShellMesh::mapSMeshCToF(const unsigned int* ids, unsigned int count,
         std::array<unsigned int, 3> corners{ids[i], ids[i + 1], ids[i + 2]};
         std::sort(corners.begin(), corners.end());
         const Face sought{joined(corners[0], corners[1]), corners[2]};
-        const std::size_t k = lowerBound(faceOrder012_.size(),
-                                         [&](std::size_t j) { return faceAt(j) < sought; });
+        const std::size_t k =
+            lowerBound(faceOrder012_.size(), [&](std::size_t j) { return faceAt(j) < sought; });
         if (k == faceOrder012_.size() || faceAt(k) != sought)
             continue;
         const unsigned int* face = facesF_.data() + faceOrder012_[k];

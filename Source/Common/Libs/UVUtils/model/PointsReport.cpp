@@ -18,10 +18,10 @@ struct ReportLine
 };
 
 constexpr ReportLine reportLines[osg::Geometry::VertexPropertyCount] = {
-    {"Positions", ", ", 3},   {"Normals", ", ", 3},    {"Colors", " ", 3},
+    {"Positions", ", ", 3},      {"Normals", ", ", 3},    {"Colors", " ", 3},
     {"SecondaryColors", " ", 3}, {"TexCoords", ", ", 4},  {"TexCoords1", ", ", 4},
-    {"TexCoords2", ", ", 4},  {"TexCoords3", ", ", 4}, {"TexCoords4", ", ", 4},
-    {"TexCoords5", ", ", 4},  {"TexCoords6", ", ", 4}, {"TexCoords7", ", ", 4},
+    {"TexCoords2", ", ", 4},     {"TexCoords3", ", ", 4}, {"TexCoords4", ", ", 4},
+    {"TexCoords5", ", ", 4},     {"TexCoords6", ", ", 4}, {"TexCoords7", ", ", 4},
 };
 
 /// All kinds of vertex properties are packed floats.
@@ -29,8 +29,8 @@ void writeValue(std::ostream& stream, const osg::GeoProperty& property, unsigned
                 const ReportLine& line)
 {
     const unsigned int components = property.getStride() / static_cast<unsigned int>(sizeof(float));
-    const float* const value = static_cast<const float*>(property.getData()) +
-                               std::size_t{vertex} * components;
+    const float* const value =
+        static_cast<const float*>(property.getData()) + std::size_t{vertex} * components;
     for (unsigned int i = 0; i < std::min(components, line.componentLimit); ++i)
         stream << (i == 0 ? "" : line.separator) << value[i];
 }
@@ -80,10 +80,8 @@ void kyUVUtils::debugOutPntsInfo(const osg::GeometryPtr& geometry, const osg::No
         report(geometry, ids);
         return;
     }
-    callFuncOnActiveBaseGeometry(
-        node, ids.data(), static_cast<unsigned int>(ids.size()), false,
-        [&](const osg::NodePtr&, const osg::GeometryPtr& surface,
-            const std::vector<unsigned int>& local, const unsigned int&) {
-            report(surface, local);
-        });
+    callFuncOnActiveBaseGeometry(node, ids.data(), static_cast<unsigned int>(ids.size()), false,
+                                 [&](const osg::NodePtr&, const osg::GeometryPtr& surface,
+                                     const std::vector<unsigned int>& local,
+                                     const unsigned int&) { report(surface, local); });
 }

@@ -103,8 +103,7 @@ bool kyUVUtils::hasUVSet(const osg::NodePtr& node, kyUVTypes::UVSet set)
     const auto geometry = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
     if (!isValidGeometry(geometry, node, false))
         return false;
-    return kyShellUtils::isShell(geometry) ? anySurfaceHasSlot(*node, set)
-                                           : hasSlot(geometry, set);
+    return kyShellUtils::isShell(geometry) ? anySurfaceHasSlot(*node, set) : hasSlot(geometry, set);
 }
 
 void kyUVUtils::removeUVSet(const osg::NodePtr& node, kyUVTypes::UVSet set)
