@@ -136,6 +136,7 @@ public:
     /// points. A list of the right size is left as it is. Looks at the node's own core and does not
     /// ask whether the geometry is valid.
     static void makeIndexForAllVertices(const osg::GeometryPtr& geometry, const osg::NodePtr& node);
+
     // UV values. A slot holds UVs when its property is of the kind GeoTexCoords2f; one of another
     // kind counts as absent here, but for hasUVSet and getLocalUVCount. Three views of them:
     //
