@@ -6,6 +6,7 @@
 #include "OpenSGUtils/kyRenderOptions.h"
 #include "UVUtils/Captures.h"
 #include "UVUtils/Meshes.h"
+#include "UVUtils/RandomShells.h"
 #include "UVUtils/model/ActiveSurfaces.h"
 #include "UVUtils/model/Edge.h"
 
@@ -21,11 +22,6 @@ using Texts = std::vector<std::string>;
 
 namespace
 {
-
-osg::GeometryPtr coreOf(const osg::NodePtr& node)
-{
-    return osg::dcast<osg::Geometry>(node->getCore());
-}
 
 osg::GeometryPtr broken()
 {

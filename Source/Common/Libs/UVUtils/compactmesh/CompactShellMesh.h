@@ -4,15 +4,17 @@
 #include "OpenSG/FieldMask.h"
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
+#include "OpenSG/RefPtr.h"
 #include "UVUtils/model/Edge.h"
 #include "UVUtils/model/kyUVTypes.h"
 
-#include <functional>
 #include <memory>
 #include <unordered_map>
 #include <vector>
 
+struct ActiveSurface;
 struct TopologyOpOutData;
+struct WeldedVertices;
 struct kyTopologyData;
 
 /// One connected mesh out of the surfaces of a shell, or out of a plain geometry, for one UV slot
@@ -29,7 +31,8 @@ struct kyTopologyData;
 ///
 /// There is one mesh for each geometry core. It is made and kept by getCMesh, watches the
 /// geometries that it was built from, and is built again when one of them changed. Compact ids
-/// don't outlive a getCMesh.
+/// don't outlive a getCMesh. Where two nodes share a shell core, the mesh is that of the node for
+/// which it was built last; touch makes the next getCMesh look at its own node.
 ///
 /// Ids out of range are the caller's fault. All of it belongs to the thread that owns the scene
 /// graph.
@@ -46,7 +49,7 @@ public:
                                       kyUVTypes::UVSet set);
 
     /// The mesh itself: a plain geometry of triangles with positions and UVs in getSlot().
-    const osg::GeometryPtr& getGeomPtr() const { return compactGeometry_; }
+    const osg::GeometryPtr& getGeomPtr() const { return compactGeometry_.get(); }
     kyUVTypes::UVSet getSlot() const { return slot_; }
 
     /// Off while an operation edits the surfaces and brings the mesh along by itself; else every
@@ -96,6 +99,8 @@ public:
     void applySavedMapping(const kyTopologyData* data);
 
 private:
+    friend struct CompactShellMeshTestAccess;
+
     CompactShellMesh();
 
     // Registry: who owns a mesh, and which geometries make it dirty.
@@ -108,16 +113,23 @@ private:
     bool isDirty(kyUVTypes::UVSet set) const { return dirty_ || slot_ != set; }
     bool isGeomChangeCBEnabled() const { return geomChangeCBEnabled_; }
 
-    // Construction and order.
-    void initStates(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
-                    kyUVTypes::UVSet set, bool weld);
+    // Construction.
+    void initStates(const std::vector<ActiveSurface>& surfaces, kyUVTypes::UVSet set);
+    void fillVertexTables(const WeldedVertices& welded, const std::vector<unsigned int>& order);
+
+    // Order: what mapChanged restores.
+
+    /// Sorts the vertices of the mesh's geometry by position, and moves recorded shuffles along;
+    /// `out` may be null. The tables stay as they are.
     void sortVertBuffCompactGeom(TopologyOpOutData* out);
-    void sortAndBuildFaceMappings(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
-                                  unsigned int indexCount);
+    /// Makes the tables of the triangles anew from the active surfaces; vertFToC_ and the size of
+    /// vertCToF_ are up to date.
+    void sortAndBuildFaceMappings(const std::vector<ActiveSurface>& surfaces);
+    void setFaceTables(const std::vector<unsigned int>& trianglesF);
 
     bool dirty_ = true;
     bool geomChangeCBEnabled_ = true;
-    osg::GeometryPtr compactGeometry_; ///< holds a reference
+    osg::RefPtr<osg::Geometry> compactGeometry_;
     std::vector<unsigned int> vertFToC_;
     std::vector<std::vector<unsigned int>> vertCToF_;
     kyUVTypes::UVSet slot_ = kyUVTypes::UVSet0;
@@ -130,6 +142,8 @@ private:
     std::vector<unsigned int> facesF_;       ///< [3k] F ids in winding order
     std::vector<unsigned int> faceMapping_;  ///< triangle in surface order -> its k
 
-    static std::unordered_map<unsigned int, MeshPtr>& geomIdToCMeshMap();
-    static std::unordered_map<unsigned int, std::vector<MeshPtr>>& geomIdToParentCMeshsMap();
+    using OwnerTable = std::unordered_map<unsigned int, MeshPtr>;
+    using WatchTable = std::unordered_map<unsigned int, std::vector<MeshPtr>>;
+    static OwnerTable& geomIdToCMeshMap();        ///< container id of what was asked for
+    static WatchTable& geomIdToParentCMeshsMap(); ///< container id of what meshes depend on
 };

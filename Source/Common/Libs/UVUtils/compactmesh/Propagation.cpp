@@ -32,7 +32,7 @@ void writeSoleLength(const osg::GeoPLengthsPtr& lengths, unsigned int indexCount
 
 } // namespace
 
-void CompactShellMesh::mapChanged(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+void CompactShellMesh::mapChanged(const osg::GeometryPtr& /*geometry*/, const osg::NodePtr& node,
                                   TopologyOpOutData* out)
 {
     sortVertBuffCompactGeom(out);
@@ -41,19 +41,19 @@ void CompactShellMesh::mapChanged(const osg::GeometryPtr& geometry, const osg::N
     if (!positions || !indices || positions->getSize() == 0 || indices->getSize() == 0)
         return;
 
-    auto links = linkThroughTriangles(activeSurfaces(node), *compactGeometry_, faceMapping_, slot_);
+    const std::vector<ActiveSurface> surfaces = activeSurfaces(node);
+    auto links = linkThroughTriangles(surfaces, *compactGeometry_, faceMapping_, slot_);
     if (!links) {
         // The surfaces are others than those that the tables tell of; only a build can help.
         touch();
         return;
     }
-    const auto indexCount = static_cast<unsigned int>(3 * faceMapping_.size());
     vertFToC_ = std::move(*links);
     listFIds(vertFToC_, vertCToF_, positions->getSize());
 
     if (out)
         *out->prevFaceMapping = faceMapping_;
-    sortAndBuildFaceMappings(geometry, node, indexCount);
+    sortAndBuildFaceMappings(surfaces);
     if (out)
         *out->nextFaceMapping = faceMapping_;
 

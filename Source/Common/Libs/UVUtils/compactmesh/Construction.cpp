@@ -1,0 +1,106 @@
+// How a compact mesh is built from the surfaces of its node.
+
+#include "OpenSG/ChangeNotice.h"
+#include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/compactmesh/ShellArrays.h"
+#include "UVUtils/compactmesh/WeldSurfaces.h"
+#include "UVUtils/model/PositionOrder.h"
+
+#include <algorithm>
+
+namespace
+{
+
+template <class Value>
+std::vector<Value> pick(const std::vector<Value>& values, std::span<const unsigned int> ids)
+{
+    std::vector<Value> picked(ids.size());
+    std::transform(ids.begin(), ids.end(), picked.begin(),
+                   [&](unsigned int id) { return values[id]; });
+    return picked;
+}
+
+/// The property as one of that kind: what is there, or a new one.
+template <class Property>
+osg::Ptr<Property> reuse(const osg::GeoPropertyPtr& present)
+{
+    const auto property = osg::dcast<Property>(present);
+    return property ? property : Property::create();
+}
+
+void fillVertexProperties(osg::Geometry& geometry, unsigned int slot,
+                          std::vector<osg::Pnt3f> positions, std::vector<osg::Vec2f> uvs)
+{
+    const auto points = reuse<osg::GeoPositions3f>(geometry.getPositions());
+    geometry.setPositions(points);
+    points->takeValues(std::move(positions));
+    osg::notifyChanged(points, osg::FieldMask::all());
+
+    const auto texCoords = reuse<osg::GeoTexCoords2f>(geometry.getTexSlot(slot));
+    for (unsigned int other = 0; other < osg::Geometry::TexSlotCount; ++other)
+        if (other != slot)
+            geometry.setTexSlot(other, osg::NullFC);
+    geometry.setTexSlot(slot, texCoords);
+    texCoords->takeValues(std::move(uvs));
+    osg::notifyChanged(texCoords, osg::FieldMask::all());
+}
+
+/// Says that the indices are one list of triangles, single indexed.
+void fillPrimitive(osg::Geometry& geometry, unsigned int indexCount)
+{
+    if (!osg::dcast<osg::GeoPTypesUI8>(geometry.getTypes())) {
+        const auto types = osg::GeoPTypesUI8::create();
+        types->addValue(osg::GeoPrimitive::Triangles);
+        geometry.setTypes(types);
+        osg::notifyChanged(types, osg::FieldMask::all());
+    }
+    // The same for every slot: readers ask the slot that the mesh holds, not the mapping.
+    geometry.setIndexMapping(
+        {osg::Geometry::MapPosition | osg::Geometry::MapNormal | osg::Geometry::MapTexCoords});
+    const auto lengths = reuse<osg::GeoPLengthsUI32>(geometry.getLengths());
+    geometry.setLengths(lengths);
+    lengths->takeValues({indexCount});
+    osg::notifyChanged(lengths, osg::FieldMask::all());
+}
+
+void fillIndices(osg::Geometry& geometry, std::vector<unsigned int> ids)
+{
+    const auto indices = reuse<osg::GeoIndicesUI32>(geometry.getIndices());
+    geometry.setIndices(indices);
+    indices->takeValues(std::move(ids));
+    osg::notifyChanged(indices, osg::FieldMask::all());
+}
+
+} // namespace
+
+void CompactShellMesh::initStates(const std::vector<ActiveSurface>& surfaces, kyUVTypes::UVSet set)
+{
+    slot_ = set;
+    const ShellArrays shell = gatherShell(surfaces, set);
+    const WeldedVertices welded = weldSurfaces(shell);
+    const std::vector<osg::Pnt3f> positions = pick(shell.positions, welded.source);
+    const std::vector<unsigned int> order = orderByPosition(positions);
+
+    fillVertexTables(welded, order);
+    setFaceTables(shell.triangles);
+
+    fillVertexProperties(*compactGeometry_, static_cast<unsigned int>(set), pick(positions, order),
+                         pick(shell.uvs, pick(welded.source, order)));
+    fillIndices(*compactGeometry_, pick(vertFToC_, facesF_));
+    fillPrimitive(*compactGeometry_, static_cast<unsigned int>(facesF_.size()));
+    osg::notifyChanged(compactGeometry_, osg::FieldMask::all());
+    dirty_ = false;
+}
+
+void CompactShellMesh::fillVertexTables(const WeldedVertices& welded,
+                                        const std::vector<unsigned int>& order)
+{
+    vertFToC_.assign(welded.members.items().size(), 0);
+    vertCToF_.assign(order.size(), {});
+    for (unsigned int c = 0; c < order.size(); ++c) {
+        const auto members = welded.members[order[c]];
+        vertCToF_[c].assign(members.begin(), members.end());
+        for (const unsigned int vertex : members)
+            vertFToC_[vertex] = c;
+    }
+}

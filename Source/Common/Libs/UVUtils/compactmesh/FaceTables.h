@@ -1,0 +1,25 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+/// The triangles of a compact mesh in the order of their compact ids, and the ways to find one by
+/// binary search. `k` counts triangles in this order; an offset is 3k.
+struct FaceTables
+{
+    std::vector<unsigned int> facesF;       ///< [3k] F ids in the winding of the surface
+    std::vector<unsigned int> facesSortedF; ///< [3k] the same, ascending by compact id
+    std::vector<unsigned int> faceOrder012; ///< offsets by first, second, third compact id
+    std::vector<unsigned int> faceOrder02;  ///< offsets by first, third compact id
+    std::vector<unsigned int> faceOrder12;  ///< offsets by second, third compact id
+    std::vector<unsigned int> faceMapping;  ///< [triangle in surface order] its k
+};
+
+/// Triangles with the same three compact ids stay in surface order. Corners with the same compact
+/// id are fine. Linear in triangles plus compact ids, but for the sorting of the triangles at one
+/// vertex.
+///
+/// trianglesF  [3 * triangle] F ids in surface order
+/// vertFToC    [F id] compact id, below compactCount
+FaceTables makeFaceTables(std::span<const unsigned int> trianglesF,
+                          std::span<const unsigned int> vertFToC, unsigned int compactCount);

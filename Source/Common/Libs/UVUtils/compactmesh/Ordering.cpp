@@ -1,0 +1,77 @@
+// The canonical orders of a compact mesh: vertices by position, triangles by compact ids.
+
+#include "OpenSG/ChangeNotice.h"
+#include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/compactmesh/FaceTables.h"
+#include "UVUtils/compactmesh/ShellArrays.h"
+#include "UVUtils/model/PositionOrder.h"
+#include "UVUtils/model/kyTopologyBridge.h"
+
+namespace
+{
+
+std::vector<unsigned int> inverseOf(const std::vector<unsigned int>& order)
+{
+    std::vector<unsigned int> inverse(order.size());
+    for (unsigned int i = 0; i < order.size(); ++i)
+        inverse[order[i]] = i;
+    return inverse;
+}
+
+void gatherProperty(const osg::GeoPropertyPtr& property, const std::vector<unsigned int>& order)
+{
+    property->gather(order);
+    osg::notifyChanged(property, osg::FieldMask::all());
+}
+
+/// Moves recorded shuffles to the new numbers of the vertices, so that they stay true.
+void renumberShuffles(TopologyOpOutData& out, const std::vector<unsigned int>& order,
+                      const std::vector<unsigned int>& newIdOf)
+{
+    std::vector<unsigned int> next(out.nextShuffle->size());
+    for (std::size_t i = 0; i < next.size(); ++i)
+        next[i] = (*out.nextShuffle)[order[i]];
+    *out.nextShuffle = std::move(next);
+    for (unsigned int& vertex : *out.prevShuffle)
+        vertex = newIdOf[vertex];
+}
+
+} // namespace
+
+void CompactShellMesh::sortVertBuffCompactGeom(TopologyOpOutData* out)
+{
+    const auto positions = osg::dcast<osg::GeoPositions3f>(compactGeometry_->getPositions());
+    const auto indices = osg::dcast<osg::GeoIndicesUI32>(compactGeometry_->getIndices());
+    if (!positions || !indices || positions->getSize() == 0 || indices->getSize() == 0)
+        return;
+
+    const std::vector<unsigned int> order = orderByPosition(positions->values());
+    gatherProperty(positions, order);
+    const auto slot = static_cast<unsigned int>(slot_);
+    if (const auto uvs = osg::dcast<osg::GeoTexCoords2f>(compactGeometry_->getTexSlot(slot)))
+        gatherProperty(uvs, order);
+
+    const std::vector<unsigned int> newIdOf = inverseOf(order);
+    for (unsigned int& vertex : indices->values())
+        vertex = newIdOf[vertex];
+    osg::notifyChanged(indices, compactGeometry_, osg::GeometryBase::IndicesFieldMask);
+    if (out)
+        renumberShuffles(*out, order, newIdOf);
+}
+
+void CompactShellMesh::sortAndBuildFaceMappings(const std::vector<ActiveSurface>& surfaces)
+{
+    setFaceTables(gatherTriangles(surfaces));
+}
+
+void CompactShellMesh::setFaceTables(const std::vector<unsigned int>& trianglesF)
+{
+    FaceTables tables =
+        makeFaceTables(trianglesF, vertFToC_, static_cast<unsigned int>(vertCToF_.size()));
+    facesF_ = std::move(tables.facesF);
+    facesSortedF_ = std::move(tables.facesSortedF);
+    faceOrder012_ = std::move(tables.faceOrder012);
+    faceOrder02_ = std::move(tables.faceOrder02);
+    faceOrder12_ = std::move(tables.faceOrder12);
+    faceMapping_ = std::move(tables.faceMapping);
+}

@@ -1,0 +1,77 @@
+#include "UVUtils/compactmesh/ShellArrays.h"
+
+#include "OpenSGExt/kyGeoUtils.h"
+#include "UVUtils/model/IndexView.h"
+
+#include <algorithm>
+
+namespace
+{
+
+unsigned int vertexCountOf(std::span<const ActiveSurface> surfaces)
+{
+    return surfaces.empty() ? 0 : surfaces.back().firstId + surfaces.back().vertexCount;
+}
+
+unsigned int indexCountOf(std::span<const ActiveSurface> surfaces)
+{
+    unsigned int count = 0;
+    for (const ActiveSurface& surface : surfaces)
+        count += surface.geometry->getIndices()->getSize();
+    return count;
+}
+
+void appendTriangles(const ActiveSurface& surface, std::vector<unsigned int>& triangles)
+{
+    const IndexView indices(surface.geometry->getIndices());
+    for (const unsigned int id : indices.triangles())
+        triangles.push_back(surface.firstId + id);
+}
+
+void copyVertices(const ActiveSurface& surface, unsigned int slot, ShellArrays& shell)
+{
+    const auto positions = osg::dcast<osg::GeoPositions3f>(surface.geometry->getPositions());
+    std::copy_n(positions->getData(), surface.vertexCount,
+                shell.positions.begin() + surface.firstId);
+    const auto uvs = osg::dcast<osg::GeoTexCoords2f>(surface.geometry->getTexSlot(slot));
+    if (uvs)
+        std::copy_n(uvs->getData(), std::min(uvs->getSize(), surface.vertexCount),
+                    shell.uvs.begin() + surface.firstId);
+}
+
+} // namespace
+
+std::vector<ActiveSurface> usableSurfaces(const osg::NodePtr& node)
+{
+    std::vector<ActiveSurface> surfaces = activeSurfaces(node);
+    const bool isPlain = surfaces.size() == 1 && surfaces[0].node == node;
+    if (isPlain && kyGeoUtils::checkGeometryCore(surfaces[0].geometry, true) != 0)
+        surfaces.clear();
+    return surfaces;
+}
+
+ShellArrays gatherShell(std::span<const ActiveSurface> surfaces, unsigned int slot)
+{
+    ShellArrays shell;
+    shell.positions.resize(vertexCountOf(surfaces));
+    shell.uvs.resize(shell.positions.size());
+    shell.triangles.reserve(indexCountOf(surfaces));
+    for (const ActiveSurface& surface : surfaces) {
+        copyVertices(surface, slot, shell);
+        const auto firstTriangle = static_cast<unsigned int>(shell.triangles.size() / 3);
+        appendTriangles(surface, shell.triangles);
+        shell.surfaces.push_back({firstTriangle,
+                                  static_cast<unsigned int>(shell.triangles.size() / 3),
+                                  surface.firstId + surface.vertexCount});
+    }
+    return shell;
+}
+
+std::vector<unsigned int> gatherTriangles(std::span<const ActiveSurface> surfaces)
+{
+    std::vector<unsigned int> triangles;
+    triangles.reserve(indexCountOf(surfaces));
+    for (const ActiveSurface& surface : surfaces)
+        appendTriangles(surface, triangles);
+    return triangles;
+}
