@@ -17,7 +17,7 @@ namespace uvtool
 namespace
 {
 
-void addCommonOptions(CLI::App& command, CommonOptions& common, bool& shell)
+void addCommonOptions(CLI::App& command, CommonOptions& common)
 {
     command.add_option("INPUT", common.input, "The mesh file to read")->required();
     command.add_option("--slot", common.slot, "The UV slot, 0 to 7")
@@ -27,7 +27,7 @@ void addCommonOptions(CLI::App& command, CommonOptions& common, bool& shell)
         .add_option("--geometry", common.geometry,
                     "Only this geometry of the file, counted from 0 as info lists them")
         ->check(numberFrom<std::size_t>(0));
-    command.add_flag("--shell", shell, "The meshes as the surfaces of one shell: not supported");
+    command.add_flag("--shell", common.shell, "Take the meshes as the surfaces of one shell");
     command.add_flag("--json", common.json, "Print the report as one JSON object");
     command.add_option("--picture", common.picture, "Draw the UV layout: FILE.png or FILE.svg");
     CLI::Option* const quiet =
@@ -60,15 +60,15 @@ void addUnfoldOptions(CLI::App& command, UnfoldOptions& unfold)
 }
 
 /// What the options mean together, beyond what each of them may be.
-void checkTogether(const Options& options, bool shell)
+void checkTogether(const Options& options)
 {
     const auto refuse = [](const std::string& why) { throw CommandError(WrongUsage, why); };
-    if (shell)
+    if (options.common.shell && options.writesMesh())
         refuse(
             "--shell: shells are not supported; leave it out to work on each geometry by itself");
     if (!options.common.picture.empty() && !isPictureFormat(options.common.picture))
         refuse("--picture: \"" + options.common.picture.string() + "\" must end in .png or .svg");
-    if (options.command == Options::Info)
+    if (!options.writesMesh())
         return;
     const FormatTraits format = traitsOfFormat(options.output);
     if (!format.isWritable)
@@ -106,19 +106,22 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     app.set_version_flag("--version", KYUV_VERSION);
 
     Options options;
-    bool shell = false;
     setTurnStep(90.0, options.pack.settings);
     CLI::App* const info = app.add_subcommand("info", "Tells what a mesh file holds");
-    addCommonOptions(*info, options.common, shell);
+    addCommonOptions(*info, options.common);
+    CLI::App* const islands = app.add_subcommand(
+        "islands", "Counts the UV islands of the meshes of a file, and what each is made of");
+    addCommonOptions(*islands, options.common);
+    islands->add_flag("--list", options.islands.list, "Tell the seed of each island as well");
     CLI::App* const unfold =
         app.add_subcommand("unfold", "Flattens the meshes of a file into new UVs and packs them");
-    addCommonOptions(*unfold, options.common, shell);
+    addCommonOptions(*unfold, options.common);
     addOutput(*unfold, options.output);
     addUnfoldOptions(*unfold, options.unfold);
     addPackOptions(*unfold, options.pack);
     CLI::App* const pack =
         app.add_subcommand("pack", "Lays the UV islands of a file out in the unit square");
-    addCommonOptions(*pack, options.common, shell);
+    addCommonOptions(*pack, options.common);
     addOutput(*pack, options.output);
     addPackOptions(*pack, options.pack);
 
@@ -135,10 +138,11 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     }
     if (pack->parsed() && pack->get_option("--scale-mode")->empty())
         options.pack.settings.setPreScaleMode(kyUVTypes::PreScale0);
-    options.command = unfold->parsed() ? Options::Unfold
-                      : pack->parsed() ? Options::Pack
-                                       : Options::Info;
-    checkTogether(options, shell);
+    options.command = unfold->parsed()    ? Options::Unfold
+                      : pack->parsed()    ? Options::Pack
+                      : islands->parsed() ? Options::Islands
+                                          : Options::Info;
+    checkTogether(options);
     return options;
 }
 

@@ -18,6 +18,7 @@ struct CommonOptions
     std::filesystem::path input;
     std::size_t slot = 0;
     std::optional<std::size_t> geometry; ///< one of the file's; all without
+    bool shell = false;                  ///< those of the file are surfaces of a single one
     std::filesystem::path picture;       ///< empty for none
     bool json = false;
     bool quiet = false;
@@ -50,12 +51,18 @@ struct UnfoldOptions
     bool pack = true;
 };
 
+struct IslandsOptions
+{
+    bool list = false; ///< tell the seeds as well
+};
+
 /// A command line that was understood.
 struct Options
 {
     enum Command : std::int32_t
     {
         Info,
+        Islands,
         Unfold,
         Pack
     };
@@ -63,8 +70,11 @@ struct Options
     Command command = Info;
     CommonOptions common;
     std::filesystem::path output; ///< of the commands that write a mesh
+    IslandsOptions islands;
     UnfoldOptions unfold;
     PackOptions pack;
+
+    bool writesMesh() const { return command == Unfold || command == Pack; }
 };
 
 /// Reads a command line without the program's name. Empty when it only asked for help or the

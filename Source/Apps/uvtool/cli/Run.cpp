@@ -20,6 +20,8 @@ ExitStatus perform(const Options& options, Console& console)
     switch (options.command) {
     case Options::Info:
         return runInfo(options, console);
+    case Options::Islands:
+        return runIslands(options, console);
     case Options::Unfold:
         return runUnfold(options, console);
     case Options::Pack:

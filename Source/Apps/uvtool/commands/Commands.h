@@ -11,6 +11,7 @@ namespace uvtool
 // is thrown as a CommandError or a FileError.
 
 ExitStatus runInfo(const Options& options, Console& console);
+ExitStatus runIslands(const Options& options, Console& console);
 ExitStatus runUnfold(const Options& options, Console& console);
 ExitStatus runPack(const Options& options, Console& console);
 

@@ -1,6 +1,6 @@
 #include "commands/Commands.h"
 
-#include "commands/Task.h"
+#include "commands/SceneWork.h"
 #include "report/TextReport.h"
 
 namespace uvtool
@@ -8,24 +8,37 @@ namespace uvtool
 namespace
 {
 
+/// Geometries by themselves are looked at as the solver takes them.
+void lookAtGeometry(Task& task, std::size_t number, std::size_t compactVertices,
+                    DocumentLayout& whole)
+{
+    const DocumentGeometry& geometry = task.document.geometries[number];
+    const std::size_t slot = task.options.common.slot;
+    const Survey survey = surveyGeometry(geometry, slot, WithoutUVs);
+    GeometryReport report = describe(geometry, number, survey);
+    report.compactVertices = compactVertices;
+    DocumentLayout own;
+    own.add(geometry, static_cast<std::uint32_t>(number), slot, survey);
+    if (task.chosen.size() > 1)
+        report.check = checkDocumentLayout(own);
+    task.report.geometries.push_back(std::move(report));
+    whole.add(own);
+}
+
 void look(Task& task)
 {
     DocumentLayout whole;
-    const std::size_t slot = task.options.common.slot;
-    for (const std::size_t number : task.chosen) {
-        task.throwIfCancelled();
-        const DocumentGeometry& geometry = task.document.geometries[number];
-        const Survey survey = surveyGeometry(geometry, slot, WithoutUVs);
-        task.report.geometries.push_back(describe(geometry, number, survey));
-        whole.add(geometry, static_cast<std::uint32_t>(number), slot, survey);
-        if (task.chosen.size() > 1) {
-            DocumentLayout own;
-            own.add(geometry, static_cast<std::uint32_t>(number), slot, survey);
-            task.report.geometries.back().check = checkDocumentLayout(own);
+    forEachScene(task, [&](const SceneGeometry& scene, const SceneIslands& found) {
+        if (!scene.isShell) {
+            lookAtGeometry(task, scene.surfaces.front().number, found.compactVertices, whole);
+            return;
         }
-    }
+        task.report.geometries.push_back(describe(task.document, scene, found));
+        task.report.geometries.back().islandList.clear();
+        whole.add(sceneLayout(task.document, scene, found, task.options.common.slot, OpenIslands));
+    });
     task.report.check = checkDocumentLayout(whole);
-    if (task.chosen.size() == 1)
+    if (task.report.geometries.size() == 1)
         task.report.geometries.front().check = task.report.check;
     task.draw(whole, {});
 }

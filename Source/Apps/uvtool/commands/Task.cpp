@@ -18,8 +18,12 @@ std::vector<std::size_t> chooseGeometries(const Document& document, const Common
     const std::size_t count = document.geometries.size();
     std::vector<std::size_t> all(count);
     std::iota(all.begin(), all.end(), std::size_t{0});
-    if (!options.geometry)
+    if (!options.geometry || (options.shell && *options.geometry == 0))
         return all;
+    if (options.shell)
+        throw CommandError(WrongUsage, "--geometry " + std::to_string(*options.geometry) +
+                                           ": with --shell " + options.input.string() +
+                                           " holds geometry 0 only");
     if (*options.geometry < count)
         return {*options.geometry};
     throw CommandError(WrongUsage,

@@ -31,7 +31,8 @@ public:
     Console& console;
     Report report;
     Document document;
-    std::vector<std::size_t> chosen; ///< geometries that the command is about, ascending
+    std::vector<std::size_t> chosen; ///< geometries that the command is about, ascending; of a
+                                     ///< shell its surfaces
 
     DocumentGeometry& geometry(std::size_t i) { return document.geometries[chosen[i]]; }
 

@@ -22,10 +22,23 @@ void DocumentLayout::add(const DocumentGeometry& geometry, std::uint32_t number,
         }
         const bool counts =
             isMapped && !survey.isClosed(t) && (isLeftOut.empty() || isLeftOut[source] == 0);
-        islandOfTriangle.push_back(counts ? islandCount_ + survey.islands.ofTriangle[t] : -1);
+        islandOfTriangle.push_back(counts ? islandCount + survey.islands.ofTriangle[t] : -1);
         sourceOfTriangle.push_back({number, source});
     }
-    islandCount_ += static_cast<std::int32_t>(survey.islands.count());
+    islandCount += static_cast<std::int32_t>(survey.islands.count());
+}
+
+void DocumentLayout::add(const DocumentLayout& other)
+{
+    const auto firstUV = static_cast<std::uint32_t>(uvs.size());
+    uvs.insert(uvs.end(), other.uvs.begin(), other.uvs.end());
+    for (const std::uint32_t corner : other.corners)
+        corners.push_back(firstUV + corner);
+    for (const std::int32_t island : other.islandOfTriangle)
+        islandOfTriangle.push_back(island < 0 ? island : islandCount + island);
+    sourceOfTriangle.insert(sourceOfTriangle.end(), other.sourceOfTriangle.begin(),
+                            other.sourceOfTriangle.end());
+    islandCount += other.islandCount;
 }
 
 } // namespace uvtool

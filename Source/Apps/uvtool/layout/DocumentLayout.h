@@ -26,6 +26,8 @@ struct DocumentLayout
     std::vector<std::int32_t> islandOfTriangle;
     std::vector<TriangleSource> sourceOfTriangle;
 
+    std::int32_t islandCount = 0; ///< the numbers below it are taken
+
     operator UVLayout() const { return {uvs, corners, islandOfTriangle}; }
 
     /// Adds a geometry. Left out are triangles without a UV at every corner, those of closed
@@ -37,8 +39,8 @@ struct DocumentLayout
     void add(const DocumentGeometry& geometry, std::uint32_t number, std::size_t slot,
              const Survey& survey, const std::vector<char>& isLeftOut = {});
 
-private:
-    std::int32_t islandCount_ = 0;
+    /// Adds another layout, its islands under numbers of their own.
+    void add(const DocumentLayout& other);
 };
 
 } // namespace uvtool

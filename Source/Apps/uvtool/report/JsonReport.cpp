@@ -82,25 +82,50 @@ Json islandsJson(const std::vector<KeptIsland>& islands)
     return json;
 }
 
-Json geometryJson(const GeometryReport& geometry, std::optional<double> texelsPerUnit)
+Json islandListJson(const std::vector<SceneIslands::Island>& islands, bool listsSeeds)
+{
+    Json json = Json::array();
+    for (std::size_t i = 0; i < islands.size(); ++i) {
+        json.push_back({{"island", i},
+                        {"triangles", islands[i].triangles},
+                        {"vertices", islands[i].vertices},
+                        {"borderEdges", islands[i].borderEdges}});
+        if (listsSeeds)
+            json.back()["seed"] = islands[i].seed;
+    }
+    return json;
+}
+
+/// What the solver has to work around.
+void addSolverMesh(Json& json, const SolverMeshReport& mesh)
+{
+    json["degenerateTriangles"] = mesh.degenerateTriangles;
+    json["unmappedTriangles"] = mesh.unmappedTriangles;
+    json["separatedEdges"] = mesh.sheets.separatedEdges;
+    json["doubledTriangles"] = mesh.sheets.doubledTriangles;
+    json["detachedTriangles"] = mesh.sheets.detachedTriangles;
+}
+
+Json geometryJson(const GeometryReport& geometry, const Report& report)
 {
     Json json;
     json["geometry"] = geometry.number;
     json["name"] = geometry.name;
-    json["shell"] = false;
-    json["surfaces"] = 1;
+    json["shell"] = geometry.isShell;
+    json["surfaces"] = geometry.surfaces;
     json["vertices"] = geometry.vertices;
     json["polygons"] = geometry.polygons;
     json["triangles"] = geometry.triangles;
     json["islands"] = geometry.islands;
     json["borderEdges"] = geometry.borderEdges;
+    if (geometry.compactVertices)
+        json["compactVertices"] = *geometry.compactVertices;
     json["slots"] = geometry.slots;
-    json["degenerateTriangles"] = geometry.mesh.degenerateTriangles;
-    json["unmappedTriangles"] = geometry.mesh.unmappedTriangles;
-    json["separatedEdges"] = geometry.mesh.sheets.separatedEdges;
-    json["doubledTriangles"] = geometry.mesh.sheets.doubledTriangles;
-    json["detachedTriangles"] = geometry.mesh.sheets.detachedTriangles;
+    if (geometry.mesh)
+        addSolverMesh(json, *geometry.mesh);
     json["closedIslands"] = islandsJson(geometry.closedIslands);
+    if (!geometry.islandList.empty())
+        json["islandList"] = islandListJson(geometry.islandList, report.listsSeeds);
     if (geometry.result) {
         json["result"] = wordFor(*geometry.result);
         json["islandsDone"] = geometry.islandsDone;
@@ -110,7 +135,7 @@ Json geometryJson(const GeometryReport& geometry, std::optional<double> texelsPe
     }
     json["warnings"] = geometry.warnings;
     if (geometry.check)
-        json["check"] = checkJson(*geometry.check, texelsPerUnit);
+        json["check"] = checkJson(*geometry.check, report.texelsPerUnit);
     return json;
 }
 
@@ -136,7 +161,7 @@ std::string jsonReport(const Report& report)
         json["texelsPerUnit"] = *report.texelsPerUnit;
     json["geometries"] = Json::array();
     for (const GeometryReport& geometry : report.geometries)
-        json["geometries"].push_back(geometryJson(geometry, report.texelsPerUnit));
+        json["geometries"].push_back(geometryJson(geometry, report));
     if (report.check)
         json["check"] = checkJson(*report.check, report.texelsPerUnit);
     json["warnings"] = report.warnings;

@@ -61,6 +61,15 @@ Tally tallyOf(const Report& report, std::vector<KeptIsland> GeometryReport::*isl
     return tally;
 }
 
+/// The same of what the solver works around, where a command tells that.
+template <class Count>
+Tally tallyOfMeshes(const Report& report, const Count& countIn)
+{
+    return tallyOf(report, [&countIn](const GeometryReport& geometry) {
+        return geometry.mesh ? countIn(*geometry.mesh) : std::size_t{0};
+    });
+}
+
 class Remarks
 {
 public:
@@ -90,18 +99,16 @@ void addIslands(const Report& report, Remarks& remarks)
 void addMeshes(const Report& report, Remarks& remarks)
 {
     remarks.add(
-        tallyOf(report,
-                [](const GeometryReport& geometry) { return geometry.mesh.sheets.separatedEdges; }),
+        tallyOfMeshes(report,
+                      [](const SolverMeshReport& mesh) { return mesh.sheets.separatedEdges; }),
         "edge doesn't join two triangles of one winding, sheets are separate there",
         "edges don't join two triangles of one winding, sheets are separate there");
+    remarks.add(tallyOfMeshes(
+                    report, [](const SolverMeshReport& mesh) { return mesh.degenerateTriangles; }),
+                "triangle with a repeated corner is left out",
+                "triangles with a repeated corner are left out");
     remarks.add(
-        tallyOf(report,
-                [](const GeometryReport& geometry) { return geometry.mesh.degenerateTriangles; }),
-        "triangle with a repeated corner is left out",
-        "triangles with a repeated corner are left out");
-    remarks.add(
-        tallyOf(report,
-                [](const GeometryReport& geometry) { return geometry.mesh.unmappedTriangles; }),
+        tallyOfMeshes(report, [](const SolverMeshReport& mesh) { return mesh.unmappedTriangles; }),
         "triangle without UVs is left out", "triangles without UVs are left out");
     remarks.add(
         tallyOf(report, [](const GeometryReport& geometry) { return geometry.splitPolygons; }),
@@ -130,7 +137,8 @@ void addWarnings(const Report& report, Remarks& remarks)
 std::vector<std::string> remarksOn(const Report& report)
 {
     Remarks remarks;
-    addIslands(report, remarks);
+    if (report.command != "islands")
+        addIslands(report, remarks);
     addMeshes(report, remarks);
     addWarnings(report, remarks);
     return std::move(remarks.lines);

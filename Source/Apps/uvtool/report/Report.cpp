@@ -2,6 +2,10 @@
 
 #include "mesh/CornerVertices.h"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 namespace uvtool
 {
 namespace
@@ -14,6 +18,23 @@ std::vector<std::size_t> slotsInUse(const DocumentGeometry& geometry)
         if (geometry.uvs[slot].exists())
             slots.push_back(slot);
     return slots;
+}
+
+void addSlots(const DocumentGeometry& geometry, std::vector<std::size_t>& slots)
+{
+    std::vector<std::size_t> all;
+    const std::vector<std::size_t> own = slotsInUse(geometry);
+    std::set_union(slots.begin(), slots.end(), own.begin(), own.end(), std::back_inserter(all));
+    slots = std::move(all);
+}
+
+std::vector<KeptIsland> closedIslandsOf(const SceneIslands& found)
+{
+    std::vector<KeptIsland> closed;
+    for (std::size_t i = 0; i < found.islands.size(); ++i)
+        if (found.islands[i].borderEdges == 0)
+            closed.push_back({i, found.islands[i].triangles, found.islands[i].firstTriangle});
+    return closed;
 }
 
 } // namespace
@@ -49,6 +70,34 @@ GeometryReport describe(const DocumentGeometry& geometry, std::size_t number, co
     report.mesh = survey.report;
     report.slots = slotsInUse(geometry);
     report.closedIslands = islandsThat(survey, survey.islands.isClosed);
+    return report;
+}
+
+GeometryReport describe(const Document& document, const SceneGeometry& scene,
+                        const SceneIslands& found)
+{
+    GeometryReport report;
+    report.isShell = scene.isShell;
+    report.surfaces = scene.surfaces.size();
+    if (scene.isShell) {
+        report.name = document.path.stem().string();
+    } else {
+        report.number = scene.surfaces.front().number;
+        report.name = document.geometries[report.number].name;
+    }
+    for (const SceneGeometry::Surface& surface : scene.surfaces) {
+        const DocumentGeometry& geometry = document.geometries[surface.number];
+        report.polygons += geometry.polygonCount();
+        addSlots(geometry, report.slots);
+    }
+    report.vertices = scene.vertexCount;
+    report.triangles = scene.triangleCount();
+    report.islands = found.islands.size();
+    report.borderEdges = found.borderEdges;
+    report.compactVertices = found.compactVertices;
+    report.closedIslands = closedIslandsOf(found);
+    report.islandList = found.islands;
+    report.warnings = found.warnings;
     return report;
 }
 

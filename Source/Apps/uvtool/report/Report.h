@@ -3,6 +3,7 @@
 #include "document/Document.h"
 #include "mesh/Survey.h"
 #include "report/CheckReport.h"
+#include "scene/SceneIslands.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -34,16 +35,20 @@ struct GeometryReport
 {
     std::size_t number = 0; ///< as --geometry counts
     std::string name;
+    bool isShell = false;
+    std::size_t surfaces = 1;
     std::size_t vertices = 0; ///< distinct corners, whose numbers are the ids of the command line
     std::size_t polygons = 0;
     std::size_t triangles = 0;
     std::size_t islands = 0;
     std::size_t borderEdges = 0;
-    SolverMeshReport mesh;
-    std::vector<std::size_t> slots;        ///< those with UVs
+    std::optional<std::size_t> compactVertices; ///< of commands that ask for the compact mesh
+    std::optional<SolverMeshReport> mesh;       ///< of commands that see it as the solver does
+    std::vector<std::size_t> slots;             ///< those with UVs
     std::vector<KeptIsland> closedIslands; ///< without a border; nothing flat can be made of them
     std::vector<KeptIsland> keptIslands;   ///< that the solver could make nothing of
     std::optional<CheckReport> check;
+    std::vector<SceneIslands::Island> islandList; ///< of a command about islands
 
     std::optional<Outcome> result; ///< of commands that call the solver; empty if not reached
     std::size_t islandsDone = 0;   ///< that got new UVs
@@ -59,6 +64,7 @@ struct Report
     std::string input;
     std::string output; ///< empty for a command that writes no mesh
     std::size_t slot = 0;
+    bool listsSeeds = false; ///< of the islands
     double seconds = 0.0;
     std::vector<std::pair<std::string, double>> stages; ///< seconds of each, in their order
     std::vector<GeometryReport> geometries;
@@ -72,7 +78,12 @@ struct Report
 /// The islands of a survey for which isWanted [island] isn't 0.
 std::vector<KeptIsland> islandsThat(const Survey& survey, const std::vector<char>& isWanted);
 
-/// What there is to tell about a geometry before anything is done with it.
+/// What there is to tell about a geometry before anything is done with it, as the solver takes it.
 GeometryReport describe(const DocumentGeometry& geometry, std::size_t number, const Survey& survey);
+
+/// The same about a geometry or shell as the editing operations take it, with the counts of each
+/// island.
+GeometryReport describe(const Document& document, const SceneGeometry& scene,
+                        const SceneIslands& found);
 
 } // namespace uvtool

@@ -62,16 +62,49 @@ std::vector<std::string> tableOf(const std::vector<std::vector<std::string>>& ro
     return lines;
 }
 
+std::string nameIn(const GeometryReport& geometry)
+{
+    if (!geometry.isShell)
+        return geometry.name;
+    return geometry.name + ", a shell of " + counted(geometry.surfaces, "surface", "surfaces");
+}
+
 std::vector<std::string> tableOfGeometries(const Report& report)
 {
-    std::vector<std::vector<std::string>> rows{
-        {"#", "vertices", "polygons", "triangles", "islands", "border edges", "slots", "name"}};
+    std::vector<std::vector<std::string>> rows{{"#", "vertices", "compact", "polygons", "triangles",
+                                                "islands", "border edges", "slots", "name"}};
     for (const GeometryReport& geometry : report.geometries)
         rows.push_back({std::to_string(geometry.number), std::to_string(geometry.vertices),
+                        std::to_string(geometry.compactVertices.value_or(0)),
                         std::to_string(geometry.polygons), std::to_string(geometry.triangles),
                         std::to_string(geometry.islands), std::to_string(geometry.borderEdges),
-                        listOf(geometry.slots), geometry.name});
+                        listOf(geometry.slots), nameIn(geometry)});
     return tableOf(rows);
+}
+
+/// A row for each island of all geometries; the last column, where there is one, is the seed.
+std::vector<std::string> tableOfIslands(const Report& report)
+{
+    std::vector<std::vector<std::string>> rows{
+        {"#", "island", "triangles", "vertices", "border edges"}};
+    if (report.listsSeeds)
+        rows.front().emplace_back("seed");
+    for (const GeometryReport& geometry : report.geometries)
+        for (std::size_t i = 0; i < geometry.islandList.size(); ++i) {
+            const SceneIslands::Island& island = geometry.islandList[i];
+            rows.push_back({std::to_string(geometry.number), std::to_string(i),
+                            std::to_string(island.triangles), std::to_string(island.vertices),
+                            std::to_string(island.borderEdges)});
+            if (report.listsSeeds)
+                rows.back().push_back(std::to_string(island.seed));
+        }
+    return tableOf(rows);
+}
+
+std::string lineOnInput(const Report& report)
+{
+    return report.input + ": " + counted(report.geometries.size(), "geometry", "geometries") +
+           ", " + counted(triangleCount(report), "triangle", "triangles");
 }
 
 /// "13 islands cover 0.61, smallest gap 2.0 texels".
@@ -106,9 +139,7 @@ std::string lineOnTime(const Report& report)
 
 std::vector<std::string> textOfInfo(const Report& report)
 {
-    std::vector<std::string> lines{report.input + ": " +
-                                   counted(report.geometries.size(), "geometry", "geometries") +
-                                   ", " + counted(triangleCount(report), "triangle", "triangles")};
+    std::vector<std::string> lines{lineOnInput(report)};
     for (std::string& line : tableOfGeometries(report))
         lines.push_back(std::move(line));
     if (report.check && report.check->found.triangles > 0) {
@@ -120,6 +151,16 @@ std::vector<std::string> textOfInfo(const Report& report)
     }
     for (std::string& remark : remarksOn(report))
         lines.push_back(std::move(remark));
+    return lines;
+}
+
+std::vector<std::string> textOfIslands(const Report& report)
+{
+    std::vector<std::string> lines{lineOnInput(report)};
+    for (std::string& line : tableOfGeometries(report))
+        lines.push_back(std::move(line));
+    for (std::string& line : tableOfIslands(report))
+        lines.push_back(std::move(line));
     return lines;
 }
 

@@ -11,6 +11,9 @@ namespace uvtool
 /// The report of `info` as lines to read.
 std::vector<std::string> textOfInfo(const Report& report);
 
+/// The report of `islands` as lines to read: the geometries, then each island.
+std::vector<std::string> textOfIslands(const Report& report);
+
 /// The report of a command that changed UVs, as lines to read: what was done, what the result is
 /// like, and what took the time.
 std::vector<std::string> textOfResult(const Report& report);

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "document/Document.h"
+#include "layout/DocumentLayout.h"
+
+#include "OpenSG/Geometry.h"
+#include "OpenSG/Node.h"
+#include "OpenSG/RefPtr.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace uvtool
+{
+
+/// A plain geometry, or a shell with its surfaces, as the editing operations of the library take
+/// it. Unlike what the solver gets, it has every triangle of the file.
+///
+/// Vertices are the distinct corners, whose numbers are the ids of the command line: those of the
+/// surfaces one after the other. Positions are those in the scene, scaled by a power of two (and
+/// moved where they lie far off) to a box near 1, for the tolerances of the library are absolute.
+/// Corners without a UV in the slot have 0, 0 there.
+struct SceneGeometry
+{
+    /// One of the file's geometries. A plain geometry is its own surface.
+    struct Surface
+    {
+        std::size_t number = 0; ///< in the document
+        bool hasUVs = false;    ///< in the slot
+        std::string fault;      ///< why the library passes it over; empty if it doesn't
+    };
+
+    osg::RefPtr<osg::Node> node;
+    bool isShell = false;
+    std::vector<Surface> surfaces;
+
+    // Of the surfaces without a fault.
+    std::size_t vertexCount = 0;
+    std::vector<std::uint32_t> triangles;         ///< [3 * triangleCount] vertices
+    std::vector<TriangleSource> sourceOfTriangle; ///< [triangleCount]
+
+    std::size_t triangleCount() const { return sourceOfTriangle.size(); }
+    osg::GeometryPtr core() const { return osg::dcast<osg::Geometry>(node->getCore()); }
+};
+
+/// A geometry of the document by itself.
+SceneGeometry makePlainScene(const Document& document, std::size_t number, std::size_t slot);
+
+/// A shell whose surfaces are these geometries of the document, in this order.
+SceneGeometry makeShellScene(const Document& document, std::span<const std::size_t> numbers,
+                             std::size_t slot);
+
+} // namespace uvtool
