@@ -13,15 +13,6 @@ namespace uvtool
 namespace
 {
 
-void takeCompactVertices(const SceneGeometry& scene, const CompactShellMesh& mesh,
-                         SceneIslands& found)
-{
-    found.compactVertices = mesh.getGeomPtr()->getPositions()->getSize();
-    found.compactOfVertex.reserve(scene.vertexCount);
-    for (std::uint32_t vertex = 0; vertex < scene.vertexCount; ++vertex)
-        found.compactOfVertex.push_back(mesh.mapVertFToC(vertex));
-}
-
 /// Has the library search; [compact vertex] the island of each.
 std::vector<std::uint32_t> searchIslands(const SceneGeometry& scene, kyUVTypes::UVSet set,
                                          SceneIslands& found)
@@ -125,7 +116,8 @@ SceneIslands findSceneIslands(const Document& document, const SceneGeometry& sce
     if (const CompactShellMesh* const mesh =
             CompactShellMesh::getCMesh(scene.core(), scene.node, set))
     {
-        takeCompactVertices(scene, *mesh, found);
+        found.compactOfVertex = mesh->getVertFToC();
+        found.compactVertices = mesh->getGeomPtr()->getPositions()->getSize();
         const std::vector<std::uint32_t> islandOfCompact = searchIslands(scene, set, found);
         labelTriangles(scene, islandOfCompact, found);
         countBorders(scene, islandOfCompact, found);

@@ -111,12 +111,16 @@ void appendVertices(const VertexLists& islandVertices, const Ids& wanted, Ids& i
     }
 }
 
-/// The vertices of the mesh that F ids stand for, each once. An id that the node doesn't have stays
-/// one that lies in no island.
+/// The vertices of the mesh that F ids stand for, ascending, each once. All ids that the node
+/// doesn't have become one that lies in no island.
 Ids toCompactIds(const CompactShellMesh& mesh, std::span<const unsigned int> ids)
 {
+    constexpr unsigned int absent = 0xFFFFFFFFU;
+    const Ids& compactOfVertex = mesh.getVertFToC();
     Ids compact;
-    mesh.mapEdgesFToC(ids.data(), static_cast<unsigned int>(ids.size()), compact);
+    compact.reserve(ids.size());
+    for (const unsigned int id : ids)
+        compact.push_back(id < compactOfVertex.size() ? compactOfVertex[id] : absent);
     std::sort(compact.begin(), compact.end());
     compact.erase(std::unique(compact.begin(), compact.end()), compact.end());
     return compact;

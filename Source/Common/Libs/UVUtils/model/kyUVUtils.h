@@ -101,7 +101,8 @@ public:
     /// wholeIslandsOnly     find an island only when there are as many ids in it as it has vertices:
     ///                      the ids have to cover it; without ids it has no effect
     ///
-    /// Appended to, never cleared; islands in the order in which their first triangles stand:
+    /// Appended to, never cleared; islands in the order in which their first triangles stand in the
+    /// geometry, or in the compact mesh:
     /// islandTriangles      three vertices for each triangle, island after island
     /// islandTriangleCounts [island]  entries in islandTriangles, so three times its triangles
     /// islandVerts          the vertices of each island, island after island; through a compact
