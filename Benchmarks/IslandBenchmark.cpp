@@ -30,7 +30,7 @@ bench::TriangleList shuffledSheet(unsigned int triangleCount)
 
 void report(benchmark::State& state, std::size_t triangleCount)
 {
-    state.SetComplexityN(static_cast<benchmark::ComplexityN>(triangleCount));
+    state.SetComplexityN(static_cast<int>(triangleCount));
     state.counters["triangles"] = static_cast<double>(triangleCount);
     state.counters["ns/triangle"] = benchmark::Counter(
         1e-9 * static_cast<double>(triangleCount),
