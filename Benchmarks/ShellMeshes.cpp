@@ -115,21 +115,53 @@ TriangleList sheetTriangles(unsigned int triangleCount)
     return {trianglesOf({0, side, 0, side}), (side + 1) * (side + 1)};
 }
 
+namespace
+{
+
+std::vector<unsigned int> randomOrder(std::size_t count, std::mt19937& random)
+{
+    std::vector<unsigned int> order(count);
+    std::iota(order.begin(), order.end(), 0U);
+    std::shuffle(order.begin(), order.end(), random);
+    return order;
+}
+
+/// The triangles in random order, with new numbers of their vertices.
+std::vector<unsigned int> shuffledTriangles(const std::vector<unsigned int>& triangles,
+                                            const std::vector<unsigned int>& newVertex,
+                                            std::mt19937& random)
+{
+    std::vector<unsigned int> result;
+    result.reserve(triangles.size());
+    for (const unsigned int t : randomOrder(triangles.size() / 3, random))
+        for (std::size_t k = 0; k < 3; ++k)
+            result.push_back(newVertex[triangles[3 * std::size_t{t} + k]]);
+    return result;
+}
+
+} // namespace
+
 TriangleList shuffled(TriangleList list)
 {
     std::mt19937 random(1);
-    std::vector<unsigned int> newVertex(list.vertexCount);
-    std::iota(newVertex.begin(), newVertex.end(), 0U);
-    std::shuffle(newVertex.begin(), newVertex.end(), random);
-    std::vector<unsigned int> order(list.triangles.size() / 3);
-    std::iota(order.begin(), order.end(), 0U);
-    std::shuffle(order.begin(), order.end(), random);
-    TriangleList result{{}, list.vertexCount};
-    result.triangles.reserve(list.triangles.size());
-    for (const unsigned int t : order)
-        for (std::size_t k = 0; k < 3; ++k)
-            result.triangles.push_back(newVertex[list.triangles[3 * std::size_t{t} + k]]);
-    return result;
+    const std::vector<unsigned int> newVertex = randomOrder(list.vertexCount, random);
+    return {shuffledTriangles(list.triangles, newVertex, random), list.vertexCount};
+}
+
+void scatterSurfaces(const osg::NodePtr& shell)
+{
+    std::mt19937 random(1);
+    for (unsigned int i = 0; i < shell->getNChildren(); ++i) {
+        const osg::GeometryPtr surface = coreOf(shell->getChild(i));
+        const auto oldVertex = randomOrder(surface->getPositions()->getSize(), random);
+        std::vector<unsigned int> newVertex(oldVertex.size());
+        for (unsigned int vertex = 0; vertex < oldVertex.size(); ++vertex)
+            newVertex[oldVertex[vertex]] = vertex;
+        surface->getPositions()->gather(oldVertex);
+        surface->getTexCoords()->gather(oldVertex);
+        surface->getIndices()->setValues(
+            shuffledTriangles(surface->getIndices()->getValues(), newVertex, random));
+    }
 }
 
 TriangleList pieceTriangles(unsigned int triangleCount)

@@ -28,6 +28,10 @@ osg::RefPtr<osg::Node> sheetShell(unsigned int triangleCount, unsigned int surfa
 /// The whole sheet as one plain geometry.
 osg::RefPtr<osg::Node> sheetPlain(unsigned int triangleCount);
 
+/// Puts vertices and triangles of each surface in random order, as scans and simplified meshes have
+/// them.
+void scatterSurfaces(const osg::NodePtr& shell);
+
 /// The geometry core of a node.
 osg::GeometryPtr coreOf(const osg::NodePtr& node);
 

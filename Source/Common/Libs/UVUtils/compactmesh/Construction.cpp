@@ -20,6 +20,21 @@ std::vector<Value> pick(const std::vector<Value>& values, std::span<const unsign
     return picked;
 }
 
+/// The vertices in the order of their sources; those with the same source keep theirs.
+std::vector<unsigned int> orderBySource(const WeldedVertices& vertices,
+                                        std::span<const unsigned int> sourceOrder)
+{
+    const Buckets<unsigned int> verticesOf(sourceOrder.size(), [&](const auto& add) {
+        for (unsigned int vertex = 0; vertex < vertices.source.size(); ++vertex)
+            add(vertices.source[vertex], vertex);
+    });
+    std::vector<unsigned int> order;
+    order.reserve(vertices.source.size());
+    for (const unsigned int source : sourceOrder)
+        order.insert(order.end(), verticesOf[source].begin(), verticesOf[source].end());
+    return order;
+}
+
 /// The property as one of that kind: what is there, or a new one.
 template <class Property>
 osg::Ptr<Property> reuse(const osg::GeoPropertyPtr& present)
@@ -77,15 +92,17 @@ void CompactShellMesh::initStates(const std::vector<ActiveSurface>& surfaces, ky
 {
     slot_ = set;
     const ShellArrays shell = gatherShell(surfaces, set);
-    const WeldedVertices welded = weldSurfaces(shell);
-    const std::vector<osg::Pnt3f> positions = pick(shell.positions, welded.source);
-    const std::vector<unsigned int> order = orderByPosition(positions);
+    // Each compact vertex takes its position from a vertex of the surfaces: one sort serves both.
+    const std::vector<unsigned int> orderF = orderByPosition(shell.positions);
+    const WeldedVertices welded = weldSurfaces(shell, orderF);
+    const std::vector<unsigned int> order = orderBySource(welded, orderF);
+    const std::vector<unsigned int> sources = pick(welded.source, order);
 
     fillVertexTables(welded, order);
     setFaceTables(shell.triangles);
 
-    fillVertexProperties(*compactGeometry_, static_cast<unsigned int>(set), pick(positions, order),
-                         pick(shell.uvs, pick(welded.source, order)));
+    fillVertexProperties(*compactGeometry_, static_cast<unsigned int>(set),
+                         pick(shell.positions, sources), pick(shell.uvs, sources));
     fillIndices(*compactGeometry_, pick(vertFToC_, facesF_));
     fillPrimitive(*compactGeometry_, static_cast<unsigned int>(facesF_.size()));
     osg::notifyChanged(compactGeometry_, osg::FieldMask::all());

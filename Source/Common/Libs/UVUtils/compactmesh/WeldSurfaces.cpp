@@ -38,6 +38,21 @@ struct Borders
     std::vector<char> isOnBorder;    ///< [vertex]
 };
 
+/// Vertices that lie where some surface has its border. Only sides of triangles that touch one can
+/// bear on a weld.
+std::vector<char> findVerticesAtBorders(const Borders& borders, const WeldTable& table)
+{
+    std::vector<char> isAtBorder(borders.isOnBorder.size(), 1);
+    if (table.dependsOnQuestions())
+        return isAtBorder; // each question changes the table, so that none may be left out
+    std::vector<char> meetsBorder(table.classCount());
+    for (const unsigned int vertex : borders.edges)
+        meetsBorder[table.classOf(vertex)] = 1;
+    for (unsigned int vertex = 0; vertex < isAtBorder.size(); ++vertex)
+        isAtBorder[vertex] = meetsBorder[table.classOf(vertex)];
+    return isAtBorder;
+}
+
 /// The edges of the surfaces in weld ids.
 struct WeldEdges
 {
@@ -78,6 +93,7 @@ void appendInnerSides(const unsigned int* corners, const Borders& borders, WeldT
 /// table, and so decides which of several near keys stands for all.
 WeldEdges collectWeldEdges(const ShellArrays& shell, const Borders& borders, WeldTable& table)
 {
+    const std::vector<char> isAtBorder = findVerticesAtBorders(borders, table);
     WeldEdges result;
     std::size_t nextBorder = 0;
     for (const ShellArrays::Range& surface : shell.surfaces) {
@@ -88,6 +104,8 @@ WeldEdges collectWeldEdges(const ShellArrays& shell, const Borders& borders, Wel
         }
         for (unsigned int t = surface.firstTriangle; t < surface.endTriangle; ++t) {
             const unsigned int* corners = shell.triangles.data() + 3 * std::size_t{t};
+            if (!isAtBorder[corners[0]] && !isAtBorder[corners[1]] && !isAtBorder[corners[2]])
+                continue;
             if (hasSidesToCount(corners, borders))
                 appendInnerSides(corners, borders, table, result.inner);
         }
@@ -181,10 +199,10 @@ WeldedVertices makeVertices(const Borders& borders, const VertexGroups& groups,
 
 } // namespace
 
-WeldedVertices weldSurfaces(const ShellArrays& shell)
+WeldedVertices weldSurfaces(const ShellArrays& shell, std::span<const unsigned int> order)
 {
     const Borders borders(shell);
-    WeldTable table(shell);
+    WeldTable table(shell, order);
     const WeldEdges edges = collectWeldEdges(shell, borders, table);
     EdgeUse use = countUse(edges);
     blockBorders(use, findBlockedIds(use, table.size()));

@@ -3,6 +3,7 @@
 #include "UVUtils/compactmesh/ShellArrays.h"
 #include "UVUtils/model/Buckets.h"
 
+#include <span>
 #include <vector>
 
 /// The vertices of a compact mesh before they are sorted.
@@ -18,5 +19,7 @@ struct WeldedVertices
 /// along one edge are not joined by it, and neither is a border that lies on the inside of
 /// another surface. A vertex that is on no border of its own surface is never welded.
 ///
+/// order  the vertices by position (orderByPosition)
+///
 /// Near linear, but for keys that WeldTable has to keep in a sorted container.
-WeldedVertices weldSurfaces(const ShellArrays& shell);
+WeldedVertices weldSurfaces(const ShellArrays& shell, std::span<const unsigned int> order);

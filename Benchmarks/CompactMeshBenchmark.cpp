@@ -1,0 +1,185 @@
+// The compact mesh of a shell: building it, and finding borders.
+//
+// A hilly sheet of 10 k to 1 M triangles in 1 to 1000 surfaces shows what surfaces cost and how a
+// build grows; the scattered one has its vertices and triangles in random order, which caches
+// don't like. Each run is held against a plain loop over the same data, timed next to it: "ratio"
+// is what counts, since both share the machine's mood.
+
+#include "ShellMeshes.h"
+
+#include "OpenSG/GeoProperty.h"
+#include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/model/BorderEdges.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <malloc.h>
+
+namespace
+{
+
+/// Of this thread on a processor, so that what else runs counts little.
+double processorSeconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+template <class Work>
+double secondsOf(const Work& work)
+{
+    const double start = processorSeconds();
+    work();
+    return processorSeconds() - start;
+}
+
+/// Runs work and reference in turn; reports the time of the work and the ratio of the two.
+template <class Work, class Reference>
+void measure(benchmark::State& state, const Work& work, const Reference& reference)
+{
+    double workSeconds = 0.0;
+    double referenceSeconds = 0.0;
+    for (auto _ : state) {
+        referenceSeconds += secondsOf(reference);
+        const double seconds = secondsOf(work);
+        workSeconds += seconds;
+        state.SetIterationTime(seconds);
+    }
+    state.counters["ratio"] = workSeconds / referenceSeconds;
+}
+
+double heapBytes()
+{
+    const auto info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+/// The vertices and triangles of a shell, one surface after the other.
+struct PlainMesh
+{
+    explicit PlainMesh(const osg::NodePtr& node)
+    {
+        for (const ActiveSurface& surface : activeSurfaces(node)) {
+            const auto points = surface.geometry->getPositions()->getValues();
+            positions.insert(positions.end(), points.begin(), points.end());
+            for (const unsigned int id : surface.geometry->getIndices()->getValues())
+                triangles.push_back(surface.firstId + id);
+        }
+    }
+
+    std::vector<osg::Pnt3f> positions;
+    std::vector<unsigned int> triangles;
+};
+
+/// The least that anyone needs who sorts vertices and triangles.
+void sortOnce(const PlainMesh& mesh)
+{
+    std::vector<osg::Pnt3f> positions = mesh.positions;
+    std::sort(positions.begin(), positions.end(), [](const auto& a, const auto& b) {
+        return std::array{a[0], a[1], a[2]} < std::array{b[0], b[1], b[2]};
+    });
+    std::vector<std::array<unsigned int, 3>> triangles(mesh.triangles.size() / 3);
+    for (std::size_t t = 0; t < triangles.size(); ++t)
+        triangles[t] = {mesh.triangles[3 * t], mesh.triangles[3 * t + 1],
+                        mesh.triangles[3 * t + 2]};
+    std::sort(triangles.begin(), triangles.end());
+    benchmark::DoNotOptimize(positions.data());
+    benchmark::DoNotOptimize(triangles.data());
+}
+
+using EdgePairs = std::vector<std::array<unsigned int, 2>>;
+
+void countingSort(const EdgePairs& from, EdgePairs& to, std::size_t idCount, unsigned int end)
+{
+    std::vector<unsigned int> next(idCount + 1);
+    for (const auto& edge : from)
+        ++next[edge[end] + 1];
+    for (std::size_t i = 1; i < next.size(); ++i)
+        next[i] += next[i - 1];
+    for (const auto& edge : from)
+        to[next[edge[end]]++] = edge;
+}
+
+/// Sorts all edges of a triangle list by counting, by the higher and then by the lower end.
+void sortEdges(const std::vector<unsigned int>& triangles, std::size_t idCount)
+{
+    EdgePairs edges(triangles.size());
+    for (std::size_t i = 0; i < triangles.size(); ++i) {
+        const unsigned int a = triangles[i];
+        const unsigned int b = triangles[i % 3 == 2 ? i - 2 : i + 1];
+        edges[i] = {std::min(a, b), std::max(a, b)};
+    }
+    EdgePairs buffer(edges.size());
+    countingSort(edges, buffer, idCount, 1);
+    countingSort(buffer, edges, idCount, 0);
+    benchmark::DoNotOptimize(edges.data());
+}
+
+CompactShellMesh* meshOf(const osg::NodePtr& node)
+{
+    return CompactShellMesh::getCMesh(bench::coreOf(node), node, kyUVTypes::UVSet0);
+}
+
+osg::RefPtr<osg::Node> shellFor(const benchmark::State& state)
+{
+    osg::RefPtr<osg::Node> shell =
+        bench::sheetShell(static_cast<unsigned int>(state.range(0)),
+                          static_cast<unsigned int>(state.range(1)), bench::WeldedBorders);
+    if (state.range(2) != 0)
+        bench::scatterSurfaces(shell);
+    return shell;
+}
+
+void buildMesh(benchmark::State& state)
+{
+    const osg::RefPtr<osg::Node> shell = shellFor(state);
+    const PlainMesh plain(shell);
+    const double before = heapBytes();
+    CompactShellMesh* mesh = meshOf(shell);
+    state.counters["B/triangle"] =
+        3.0 * (heapBytes() - before) / static_cast<double>(plain.triangles.size());
+    measure(
+        state,
+        [&] {
+            mesh->touch();
+            benchmark::DoNotOptimize(meshOf(shell));
+        },
+        [&] { sortOnce(plain); });
+    state.SetComplexityN(state.range(0));
+}
+
+void findBorders(benchmark::State& state)
+{
+    const osg::RefPtr<osg::Node> shell = shellFor(state);
+    const PlainMesh plain(shell);
+    measure(
+        state,
+        [&] {
+            benchmark::DoNotOptimize(
+                borderEdges(std::span<const unsigned int>(plain.triangles)).data());
+        },
+        [&] { sortEdges(plain.triangles, plain.positions.size()); });
+    state.SetComplexityN(state.range(0));
+}
+
+constexpr std::int64_t maxTriangles = 1'000'000;
+
+BENCHMARK(buildMesh)
+    ->ArgNames({"triangles", "surfaces", "scatter"})
+    ->ArgsProduct({{10'000, 100'000, maxTriangles}, {1, 10, 100, 1000}, {0, 1}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(findBorders)
+    ->ArgNames({"triangles", "surfaces", "scatter"})
+    ->ArgsProduct({{10'000, 100'000, maxTriangles}, {1}, {0, 1}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();
