@@ -1,5 +1,6 @@
 #include "UVUtils/editing/IslandLabels.h"
 
+#include "UVUtils/editing/IslandReference.h"
 #include "UVUtils/editing/kyUVSelection.h"
 
 #include <gtest/gtest.h>
@@ -8,43 +9,11 @@
 #include <algorithm>
 #include <vector>
 
-using Ids = std::vector<unsigned int>;
-
 namespace
 {
 
+using tiny::Ids;
 constexpr unsigned int none = 0xFFFFFFFFU;
-
-/// The plainest way there is: each triangle spreads its number until nothing changes, then numbers
-/// are given in the order in which they stand.
-Ids islandsBySpreading(const Ids& triangles, unsigned int vertexCount)
-{
-    Ids lowest(vertexCount, none);
-    const auto whole = static_cast<unsigned int>(triangles.size() / 3);
-    for (bool changed = true; changed;) {
-        changed = false;
-        for (unsigned int t = 0; t < whole; ++t) {
-            unsigned int label = t;
-            for (unsigned int k = 0; k < 3; ++k)
-                label = std::min(label, lowest[triangles[3 * t + k]]);
-            for (unsigned int k = 0; k < 3; ++k) {
-                unsigned int& own = lowest[triangles[3 * t + k]];
-                changed = changed || own != label;
-                own = label;
-            }
-        }
-    }
-    Ids numberOf(whole, none);
-    unsigned int count = 0;
-    for (unsigned int t = 0; t < whole; ++t) {
-        unsigned int& number = numberOf[lowest[triangles[3 * t]]];
-        if (number == none)
-            number = count++;
-    }
-    for (unsigned int& label : lowest)
-        label = label == none ? none : numberOf[label];
-    return lowest;
-}
 
 TEST(IslandLabels, FollowSharedVerticesAndTheOrderOfTheTriangles)
 {

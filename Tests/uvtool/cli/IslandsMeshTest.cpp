@@ -1,6 +1,7 @@
-// Islands of real meshes against counts that were made by other means: the components of triangles
-// that share an edge with equal positions and UVs at both ends. Where two surfaces meet in a point,
-// or three along an edge, the compact mesh is open and has more.
+// Islands of real meshes against counts that were made by other means: the parts of equal positions
+// and UVs, and for the shells a plain weld of their borders. Where surfaces meet in a point only,
+// or where an edge of one runs inside another, the weld stays open and the shell has more islands
+// than such parts: 46 in open_shell, 196 in motor, 135 in race_car, 34 in hammer_unsewn.
 
 #include "uvtool/ToolRun.h"
 
@@ -34,9 +35,10 @@ TEST(IslandsOfMeshes, AgreeWithAnIndependentCount)
         std::size_t islands;
     };
     const Case cases[] = {
-        {"spot.obj", false, 13},      {"pizza_scan.obj", false, 4740}, {"hele_shaw.obj", false, 1},
-        {"linkrods.obj", false, 37},  {"linkrods.obj", true, 37},      {"bunny.obj", true, 1},
-        {"open_shell.obj", true, 98},
+        {"spot.obj", false, 13},       {"pizza_scan.obj", false, 4740}, {"hele_shaw.obj", false, 1},
+        {"milk_truck.obj", false, 45}, {"milk_truck.obj", true, 39},    {"linkrods.obj", false, 37},
+        {"linkrods.obj", true, 37},    {"open_shell.obj", true, 97},    {"motor.obj", true, 213},
+        {"race_car.obj", true, 142},   {"hammer_unsewn.obj", true, 38}, {"bunny.obj", true, 1},
     };
     const std::filesystem::path folder = KYUV_MESHES;
     if (!std::filesystem::exists(folder))

@@ -44,9 +44,15 @@ std::string listOf(const std::vector<std::size_t>& numbers)
     return list.empty() ? "-" : list;
 }
 
-/// Rows of words as lines; the columns are as wide as their longest word, all but the last two
-/// aligned to the right.
-std::vector<std::string> tableOf(const std::vector<std::vector<std::string>>& rows)
+/// Rows of words as lines; the columns are as wide as their longest word and aligned to the right,
+/// but for a last one of names.
+enum LastColumn : std::int32_t
+{
+    Names,
+    Numbers
+};
+std::vector<std::string> tableOf(const std::vector<std::vector<std::string>>& rows,
+                                 LastColumn lastColumn)
 {
     std::vector<std::size_t> widths(rows.front().size(), 0);
     for (const auto& row : rows)
@@ -55,9 +61,10 @@ std::vector<std::string> tableOf(const std::vector<std::vector<std::string>>& ro
     std::vector<std::string> lines;
     for (const auto& row : rows) {
         std::string line;
-        for (std::size_t c = 0; c + 1 < row.size(); ++c)
+        const std::size_t aligned = row.size() - (lastColumn == Names ? 1 : 0);
+        for (std::size_t c = 0; c < aligned; ++c)
             line += std::string(2 + widths[c] - row[c].size(), ' ') + row[c];
-        lines.push_back(line + "  " + row.back());
+        lines.push_back(lastColumn == Names ? line + "  " + row.back() : line);
     }
     return lines;
 }
@@ -79,10 +86,10 @@ std::vector<std::string> tableOfGeometries(const Report& report)
                         std::to_string(geometry.polygons), std::to_string(geometry.triangles),
                         std::to_string(geometry.islands), std::to_string(geometry.borderEdges),
                         listOf(geometry.slots), nameIn(geometry)});
-    return tableOf(rows);
+    return tableOf(rows, Names);
 }
 
-/// A row for each island of all geometries; the last column, where there is one, is the seed.
+/// A row for each island of all geometries.
 std::vector<std::string> tableOfIslands(const Report& report)
 {
     std::vector<std::vector<std::string>> rows{
@@ -98,7 +105,7 @@ std::vector<std::string> tableOfIslands(const Report& report)
             if (report.listsSeeds)
                 rows.back().push_back(std::to_string(island.seed));
         }
-    return tableOf(rows);
+    return tableOf(rows, Numbers);
 }
 
 std::string lineOnInput(const Report& report)

@@ -1,5 +1,6 @@
 #include "scene/SceneIslands.h"
 
+#include "mesh/EdgeGroups.h"
 #include "solver/LibraryScope.h"
 
 #include "UVUtils/compactmesh/CompactShellMesh.h"
@@ -48,35 +49,20 @@ void labelTriangles(const SceneGeometry& scene, const std::vector<std::uint32_t>
     }
 }
 
-/// The edges of all triangles between compact vertices, the lower one in the upper half, sorted.
-std::vector<std::uint64_t> sortedEdges(const SceneGeometry& scene, const SceneIslands& found)
+/// Edges of triangles that name a compact vertex twice are passed over, as everywhere in the tool.
+void countBorders(const SceneGeometry& scene, SceneIslands& found)
 {
-    std::vector<std::uint64_t> edges;
-    edges.reserve(scene.triangles.size());
-    for (std::size_t first = 0; first < scene.triangles.size(); first += 3)
-        for (std::size_t k = 0; k < 3; ++k) {
-            const auto [lower, higher] =
-                std::minmax({found.compactOfVertex[scene.triangles[first + k]],
-                             found.compactOfVertex[scene.triangles[first + (k + 1) % 3]]});
-            if (lower != higher)
-                edges.push_back((std::uint64_t{lower} << 32U) | higher);
-        }
-    std::sort(edges.begin(), edges.end());
-    return edges;
-}
-
-void countBorders(const SceneGeometry& scene, const std::vector<std::uint32_t>& islandOfCompact,
-                  SceneIslands& found)
-{
-    const std::vector<std::uint64_t> edges = sortedEdges(scene, found);
-    for (auto edge = edges.begin(); edge != edges.end();) {
-        const auto end = std::upper_bound(edge, edges.end(), *edge);
-        if (end - edge == 1) {
+    std::vector<std::uint32_t> triangles;
+    triangles.reserve(scene.triangles.size());
+    for (const std::uint32_t vertex : scene.triangles)
+        triangles.push_back(found.compactOfVertex[vertex]);
+    const EdgeGroups edges(triangles, found.compactVertices);
+    for (std::size_t e = 0; e < edges.size(); ++e)
+        if (edges[e].size() == 1) {
+            const std::int32_t island = found.islandOfTriangle[edges[e].front() / 3];
+            ++found.islands[static_cast<std::size_t>(island)].borderEdges;
             ++found.borderEdges;
-            ++found.islands[islandOfCompact[static_cast<std::uint32_t>(*edge >> 32U)]].borderEdges;
         }
-        edge = end;
-    }
 }
 
 void warnOfSurfaces(const Document& document, const SceneGeometry& scene, std::size_t slot,
@@ -118,9 +104,8 @@ SceneIslands findSceneIslands(const Document& document, const SceneGeometry& sce
     {
         found.compactOfVertex = mesh->getVertFToC();
         found.compactVertices = mesh->getGeomPtr()->getPositions()->getSize();
-        const std::vector<std::uint32_t> islandOfCompact = searchIslands(scene, set, found);
-        labelTriangles(scene, islandOfCompact, found);
-        countBorders(scene, islandOfCompact, found);
+        labelTriangles(scene, searchIslands(scene, set, found), found);
+        countBorders(scene, found);
     }
     return found;
 }

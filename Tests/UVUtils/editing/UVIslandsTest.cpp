@@ -1,0 +1,352 @@
+#include "OpenSG/GeoTmpIndexEditInterface.h"
+#include "UVUtils/Meshes.h"
+#include "UVUtils/RandomShells.h"
+#include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/editing/IslandReference.h"
+#include "UVUtils/editing/kyUVSelection.h"
+#include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/model/Edge.h"
+#include "UVUtils/model/TempIndexList.h"
+#include "UVUtils/model/kyUVUtils.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+namespace
+{
+
+constexpr kyUVTypes::UVSet slot = kyUVTypes::UVSet0;
+
+/// Geometries are worked on as they stand for as long as it lives.
+class WithoutCompactMesh
+{
+public:
+    WithoutCompactMesh() { kyUVUtils::setUseCompactMesh(false); }
+    ~WithoutCompactMesh() { kyUVUtils::setUseCompactMesh(true); }
+    WithoutCompactMesh(const WithoutCompactMesh&) = delete;
+    WithoutCompactMesh& operator=(const WithoutCompactMesh&) = delete;
+};
+
+/// What a search appends.
+struct Found
+{
+    Ids triangles;
+    Ids triangleCounts;
+    Ids vertices;
+    Ids vertexCounts;
+
+    friend bool operator==(const Found&, const Found&) = default;
+
+    std::vector<Ids> vertexLists() const { return split(vertices, vertexCounts); }
+    std::vector<Ids> triangleLists() const { return split(triangles, triangleCounts); }
+
+private:
+    static std::vector<Ids> split(const Ids& all, const Ids& counts)
+    {
+        std::vector<Ids> lists;
+        auto next = all.begin();
+        for (const unsigned int count : counts) {
+            lists.emplace_back(next, next + count);
+            next += count;
+        }
+        EXPECT_EQ(next, all.end());
+        return lists;
+    }
+};
+
+void findInto(Found& found, const osg::NodePtr& node, const Ids& ids, bool wholeIslandsOnly)
+{
+    kyUVUtils::findUVIslands(coreOf(node), node, slot, ids.data(),
+                             static_cast<unsigned int>(ids.size()), wholeIslandsOnly,
+                             found.triangles, found.triangleCounts, found.vertices,
+                             found.vertexCounts);
+}
+
+Found find(const osg::NodePtr& node, const Ids& ids = {}, bool wholeIslandsOnly = false)
+{
+    Found found;
+    findInto(found, node, ids, wholeIslandsOnly);
+    return found;
+}
+
+TEST(FindUVIslands, TakesTheIslandsThatIdsLieInAndWholeOnesWhereAsked)
+{
+    // Islands 0 to 3 with the vertices 4k to 4k + 3, and vertex 16 in none.
+    const osg::RefPtr<osg::Node> node(nodeOf(quadsApart(4)));
+    coreOf(node)->getPositions()->addValue(osg::Pnt3f(9, 9, 9));
+    struct Case
+    {
+        const char* name;
+        Ids ids;
+        bool wholeIslandsOnly;
+        Ids islands;
+    };
+    const Case cases[] = {
+        {"no ids", {}, false, {0, 1, 2, 3}},
+        {"no ids, whole", {}, true, {0, 1, 2, 3}},
+        {"one id", {9}, false, {2}},
+        {"two ids of an island", {9, 8}, false, {2}},
+        {"islands come in their order", {13, 5}, false, {1, 3}},
+        {"an id in no island asks for the first", {16, 13}, false, {0, 3}},
+        {"so does one that isn't there", {99}, false, {0}},
+        {"all of one and not quite all of another", {8, 9, 10, 11, 12, 13, 15}, true, {2}},
+        {"in any order", {7, 4, 6, 5}, true, {1}},
+        {"one vertex thrice is no cover", {4, 4, 4}, true, {}},
+    };
+    for (const bool useCompactMesh : {false, true}) {
+        kyUVUtils::setUseCompactMesh(useCompactMesh);
+        for (const Case& c : cases) {
+            SCOPED_TRACE(c.name + std::string(useCompactMesh ? " (compact mesh)" : ""));
+            const Found found = find(node, c.ids, c.wholeIslandsOnly);
+            EXPECT_EQ(found.triangleCounts, Ids(c.islands.size(), 6));
+            EXPECT_EQ(found.vertexCounts, Ids(c.islands.size(), 4));
+            // The compact mesh has an order of its own within an island.
+            Ids triangles = found.triangles;
+            Ids vertices = found.vertices;
+            Ids expectedTriangles;
+            Ids expectedVertices;
+            for (const unsigned int k : c.islands) {
+                for (const unsigned int corner : {0U, 1U, 2U, 0U, 2U, 3U})
+                    expectedTriangles.push_back(4 * k + corner);
+                for (const unsigned int corner : {0U, 1U, 2U, 3U})
+                    expectedVertices.push_back(4 * k + corner);
+            }
+            if (useCompactMesh) {
+                std::sort(triangles.begin(), triangles.end());
+                std::sort(vertices.begin(), vertices.end());
+                std::sort(expectedTriangles.begin(), expectedTriangles.end());
+            }
+            EXPECT_EQ(triangles, expectedTriangles);
+            EXPECT_EQ(vertices, expectedVertices);
+        }
+    }
+    kyUVUtils::setUseCompactMesh(true);
+}
+
+TEST(FindUVIslands, AppendsAndLeavesWhatWasThere)
+{
+    const osg::RefPtr<osg::Node> node(nodeOf(quadsApart(2)));
+    for (const bool useCompactMesh : {false, true}) {
+        kyUVUtils::setUseCompactMesh(useCompactMesh);
+        const Found second = find(node, {4});
+        Found found = find(node, {0});
+        const Found first = found;
+        findInto(found, node, {4}, false);
+        EXPECT_EQ(found.triangleLists(), (std::vector<Ids>{first.triangles, second.triangles}));
+        EXPECT_EQ(found.vertexLists(), (std::vector<Ids>{first.vertices, second.vertices}));
+    }
+    kyUVUtils::setUseCompactMesh(true);
+}
+
+TEST(FindUVIslands, FindsNothingWhereNothingIs)
+{
+    const osg::RefPtr<osg::Node> empty(nodeOf(geometryOf({osg::Pnt3f(0, 0, 0)}, {})));
+    const osg::RefPtr<osg::Node> broken(nodeOf(quad()));
+    coreOf(broken)->getIndices()->setValue(4, 0);
+    const osg::RefPtr<osg::Node> hidden(shellOf({quad()}));
+    hidden->getChild(0)->setTravMask(0);
+    for (const bool useCompactMesh : {false, true}) {
+        kyUVUtils::setUseCompactMesh(useCompactMesh);
+        for (const osg::NodePtr node : {empty.get(), broken.get(), hidden.get()}) {
+            EXPECT_EQ(find(node, {0}), Found());
+            EXPECT_EQ(find(node, {0}, true), Found());
+            EXPECT_TRUE(kyUVUtils::getAllIslandSeeds(coreOf(node), node, slot).empty());
+            EXPECT_TRUE(kyUVUtils::getAllEdges(coreOf(node), node, slot).empty());
+        }
+    }
+    kyUVUtils::setUseCompactMesh(true);
+    EXPECT_TRUE(kyUVUtils::getAllVertices(coreOf(broken), broken).empty());
+    EXPECT_TRUE(kyUVUtils::getAllVertices(coreOf(hidden), hidden).empty());
+}
+
+/// The islands of compact ids, by the plain way.
+std::vector<Ids> expectedIslands(const CompactShellMesh& mesh)
+{
+    const Ids triangles = mesh.getGeomPtr()->getIndices()->getValues();
+    const Ids islandOfVertex =
+        islandsBySpreading(triangles, mesh.getGeomPtr()->getPositions()->getSize());
+    std::vector<Ids> islands;
+    for (unsigned int vertex = 0; vertex < islandOfVertex.size(); ++vertex) {
+        if (islandOfVertex[vertex] == 0xFFFFFFFFU)
+            continue;
+        islands.resize(std::max<std::size_t>(islands.size(), islandOfVertex[vertex] + 1));
+        islands[islandOfVertex[vertex]].push_back(vertex);
+    }
+    return islands;
+}
+
+Ids toCompact(const CompactShellMesh& mesh, Ids ids)
+{
+    for (unsigned int& id : ids)
+        id = mesh.mapVertFToC(id);
+    return ids;
+}
+
+using Triangle = std::array<unsigned int, 3>;
+
+/// The triangles of a list, each from its lowest vertex on, sorted.
+std::vector<Triangle> sortedTriangles(const Ids& ids)
+{
+    std::vector<Triangle> triangles;
+    for (std::size_t i = 0; i < ids.size(); i += 3) {
+        Triangle triangle{ids[i], ids[i + 1], ids[i + 2]};
+        std::sort(triangle.begin(), triangle.end());
+        triangles.push_back(triangle);
+    }
+    std::sort(triangles.begin(), triangles.end());
+    return triangles;
+}
+
+Ids trianglesOf(const osg::NodePtr& node)
+{
+    Ids triangles;
+    for (const ActiveSurface& surface : activeSurfaces(node))
+        for (const unsigned int id : surface.geometry->getIndices()->getValues())
+            triangles.push_back(surface.firstId + id);
+    return triangles;
+}
+
+osg::RefPtr<osg::Node> randomNode()
+{
+    const auto seed = *rc::gen::arbitrary<std::uint32_t>();
+    return seed % 3 == 0 ? randomPlain(seed, slot) : randomShell(seed, slot);
+}
+
+RC_GTEST_PROP(FindUVIslands, ThroughAMeshFindsItsConnectedPartsInIdsOfTheNode, ())
+{
+    const osg::RefPtr<osg::Node> node = randomNode();
+    const Found found = find(node);
+    const CompactShellMesh* const mesh = CompactShellMesh::getCMesh(coreOf(node), node, slot);
+    RC_ASSERT(mesh);
+
+    const std::vector<Ids> islands = expectedIslands(*mesh);
+    const std::vector<Ids> vertices = found.vertexLists();
+    const std::vector<Ids> triangles = found.triangleLists();
+    RC_ASSERT(vertices.size() == islands.size());
+    const std::vector<Triangle> all = sortedTriangles(trianglesOf(node));
+    for (std::size_t i = 0; i < islands.size(); ++i) {
+        RC_ASSERT(toCompact(*mesh, vertices[i]) == islands[i]);
+        for (const unsigned int vertex : toCompact(*mesh, triangles[i]))
+            RC_ASSERT(std::binary_search(islands[i].begin(), islands[i].end(), vertex));
+        for (const Triangle& triangle : sortedTriangles(triangles[i]))
+            RC_ASSERT(std::binary_search(all.begin(), all.end(), triangle));
+    }
+    RC_ASSERT(sortedTriangles(toCompact(*mesh, found.triangles)) ==
+              sortedTriangles(toCompact(*mesh, trianglesOf(node))));
+}
+
+RC_GTEST_PROP(FindUVIslands, ComesBackFromItsOwnIds, ())
+{
+    const osg::RefPtr<osg::Node> node = randomNode();
+    const Found all = find(node);
+    const std::vector<Ids> vertices = all.vertexLists();
+    const Ids seeds = kyUVUtils::getAllIslandSeeds(coreOf(node), node, slot);
+    RC_ASSERT(seeds.size() == vertices.size());
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+        RC_ASSERT(seeds[i] == *std::min_element(vertices[i].begin(), vertices[i].end()));
+        const Found one = find(node, {seeds[i]});
+        RC_ASSERT(one.vertices == vertices[i]);
+        RC_ASSERT(one.triangles == all.triangleLists()[i]);
+        RC_ASSERT(find(node, vertices[i], true) == one);
+        // Corners name vertices on every side of a welded border: more ids, but the same vertices.
+        RC_ASSERT(find(node, one.triangles, false) == one);
+        RC_ASSERT(
+            find(node, Ids(vertices[i].begin() + 1, vertices[i].end()), true).vertexCounts.size() ==
+            (vertices[i].size() > 1 ? 0 : vertices.size()));
+    }
+}
+
+RC_GTEST_PROP(FindUVIslands, WithoutAMeshLooksAtIndicesAlone, ())
+{
+    const WithoutCompactMesh scope;
+    const osg::RefPtr<osg::Node> node = randomPlain(*rc::gen::arbitrary<std::uint32_t>(), slot);
+    const Ids indices = coreOf(node)->getIndices()->getValues();
+    const Ids islandOfVertex = islandsBySpreading(indices, coreOf(node)->getPositions()->getSize());
+    const Found found = find(node);
+    const std::vector<Ids> vertices = found.vertexLists();
+    for (unsigned int island = 0; island < vertices.size(); ++island) {
+        RC_ASSERT(std::is_sorted(vertices[island].begin(), vertices[island].end()));
+        Ids expected;
+        for (std::size_t i = 0; i < indices.size(); i += 3)
+            if (islandOfVertex[indices[i]] == island)
+                expected.insert(expected.end(), indices.begin() + static_cast<long>(i),
+                                indices.begin() + static_cast<long>(i) + 3);
+        RC_ASSERT(found.triangleLists()[island] == expected);
+        for (const unsigned int vertex : vertices[island])
+            RC_ASSERT(islandOfVertex[vertex] == island);
+    }
+    RC_ASSERT(found.vertices.size() +
+                  static_cast<std::size_t>(
+                      std::count(islandOfVertex.begin(), islandOfVertex.end(), 0xFFFFFFFFU)) ==
+              islandOfVertex.size());
+}
+
+TEST(AllEdges, AreThreeForEachTriangleLowerVertexFirst)
+{
+    const WithoutCompactMesh scope;
+    const osg::RefPtr<osg::Node> node(nodeOf(quad()));
+    EXPECT_EQ(kyUVUtils::getAllEdges(coreOf(node), node, slot),
+              (Ids{0, 1, 1, 2, 0, 2, 0, 2, 2, 3, 0, 3}));
+}
+
+RC_GTEST_PROP(AllEdges, ThroughAMeshNameEachEdgeByOnePairOfASurface, ())
+{
+    const osg::RefPtr<osg::Node> node = randomNode();
+    const Ids edges = kyUVUtils::getAllEdges(coreOf(node), node, slot);
+    const Ids triangles = trianglesOf(node);
+    RC_ASSERT(edges.size() == 2 * triangles.size());
+
+    std::vector<Edge> ofSurfaces;
+    for (std::size_t i = 0; i < triangles.size(); i += 3)
+        for (std::size_t k = 0; k < 3; ++k)
+            ofSurfaces.emplace_back(triangles[i + k], triangles[i + (k + 1) % 3]);
+    std::sort(ofSurfaces.begin(), ofSurfaces.end());
+    std::vector<std::pair<Edge, Edge>> named; // the compact edge, and how it is named
+    const CompactShellMesh* const mesh = CompactShellMesh::getCMesh(coreOf(node), node, slot);
+    for (std::size_t i = 0; i < edges.size(); i += 2) {
+        const Edge edge(edges[i], edges[i + 1]);
+        RC_ASSERT(std::binary_search(ofSurfaces.begin(), ofSurfaces.end(), edge));
+        named.emplace_back(mesh->mapEdgeFToC(edge), edge);
+    }
+    std::sort(named.begin(), named.end());
+    for (std::size_t i = 1; i < named.size(); ++i)
+        if (named[i].first == named[i - 1].first)
+            RC_ASSERT(named[i].second == named[i - 1].second);
+}
+
+RC_GTEST_PROP(AllVertices, CountOverTheActiveSurfacesAndStandInTheirList, ())
+{
+    const osg::RefPtr<osg::Node> node = randomNode();
+    const osg::GeometryPtr core = coreOf(node);
+    osg::GeoTmpIndexEditInterface list(core, kyUVTypes::AllVertices);
+    list.setType(osg::GeoPrimitive::Triangles);
+    const ActiveSurface last = activeSurfaces(node).back();
+    Ids expected(last.firstId + last.vertexCount);
+    std::iota(expected.begin(), expected.end(), 0U);
+    RC_ASSERT(kyUVUtils::getAllVertices(core, node) == expected);
+    RC_ASSERT(list.getType() == osg::GeoPrimitive::Points);
+    RC_ASSERT(Ids(list.values().begin(), list.values().end()) == expected);
+
+    const unsigned int stamp = list.getStamp();
+    kyUVUtils::makeIndexForAllVertices(core, node);
+    RC_ASSERT(list.getStamp() == stamp);
+    list.addValue(7);
+    kyUVUtils::makeIndexForAllVertices(core, node);
+    RC_ASSERT(Ids(list.values().begin(), list.values().end()) == expected);
+}
+
+TEST(AllVertices, OfANodeWithoutGeometryAreNone)
+{
+    const osg::RefPtr<osg::Geometry> core(quad());
+    const osg::RefPtr<osg::Node> node(osg::Node::create());
+    kyUVUtils::makeIndexForAllVertices(core, node);
+    const osg::GeoTmpIndexEditInterface list(core, kyUVTypes::AllVertices);
+    EXPECT_FALSE(list.isNull());
+    EXPECT_EQ(list.getSize(), 0U);
+}
+
+} // namespace
