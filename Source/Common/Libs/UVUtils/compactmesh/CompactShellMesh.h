@@ -125,7 +125,8 @@ private:
     /// Makes the tables of the triangles anew from the active surfaces; vertFToC_ and the size of
     /// vertCToF_ are up to date.
     void sortAndBuildFaceMappings(const std::vector<ActiveSurface>& surfaces);
-    void setFaceTables(const std::vector<unsigned int>& trianglesF);
+    /// Returns the index list of the mesh's geometry: the triangles in order, in their winding.
+    std::vector<unsigned int> setFaceTables(const std::vector<unsigned int>& trianglesF);
 
     bool dirty_ = true;
     bool geomChangeCBEnabled_ = true;

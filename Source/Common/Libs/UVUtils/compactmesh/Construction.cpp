@@ -31,7 +31,8 @@ std::vector<unsigned int> orderBySource(const WeldedVertices& vertices,
     std::vector<unsigned int> order;
     order.reserve(vertices.source.size());
     for (const unsigned int source : sourceOrder)
-        order.insert(order.end(), verticesOf[source].begin(), verticesOf[source].end());
+        for (const unsigned int vertex : verticesOf[source])
+            order.push_back(vertex);
     return order;
 }
 
@@ -99,11 +100,11 @@ void CompactShellMesh::initStates(const std::vector<ActiveSurface>& surfaces, ky
     const std::vector<unsigned int> sources = pick(welded.source, order);
 
     fillVertexTables(welded, order);
-    setFaceTables(shell.triangles);
+    std::vector<unsigned int> indices = setFaceTables(shell.triangles);
 
     fillVertexProperties(*compactGeometry_, static_cast<unsigned int>(set),
                          pick(shell.positions, sources), pick(shell.uvs, sources));
-    fillIndices(*compactGeometry_, pick(vertFToC_, facesF_));
+    fillIndices(*compactGeometry_, std::move(indices));
     fillPrimitive(*compactGeometry_, static_cast<unsigned int>(facesF_.size()));
     osg::notifyChanged(compactGeometry_, osg::FieldMask::all());
     dirty_ = false;

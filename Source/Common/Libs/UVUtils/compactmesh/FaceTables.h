@@ -8,7 +8,8 @@
 struct FaceTables
 {
     std::vector<unsigned int> facesF;       ///< [3k] F ids in the winding of the surface
-    std::vector<unsigned int> facesSortedF; ///< [3k] the same, ascending by compact id
+    std::vector<unsigned int> facesC;       ///< [3k] the same in compact ids
+    std::vector<unsigned int> facesSortedF; ///< [3k] the F ids, ascending by compact id
     std::vector<unsigned int> faceOrder012; ///< offsets by first, second, third compact id
     std::vector<unsigned int> faceOrder02;  ///< offsets by first, third compact id
     std::vector<unsigned int> faceOrder12;  ///< offsets by second, third compact id

@@ -64,7 +64,8 @@ void CompactShellMesh::sortAndBuildFaceMappings(const std::vector<ActiveSurface>
     setFaceTables(gatherTriangles(surfaces));
 }
 
-void CompactShellMesh::setFaceTables(const std::vector<unsigned int>& trianglesF)
+std::vector<unsigned int>
+CompactShellMesh::setFaceTables(const std::vector<unsigned int>& trianglesF)
 {
     FaceTables tables =
         makeFaceTables(trianglesF, vertFToC_, static_cast<unsigned int>(vertCToF_.size()));
@@ -74,4 +75,5 @@ void CompactShellMesh::setFaceTables(const std::vector<unsigned int>& trianglesF
     faceOrder02_ = std::move(tables.faceOrder02);
     faceOrder12_ = std::move(tables.faceOrder12);
     faceMapping_ = std::move(tables.faceMapping);
+    return std::move(tables.facesC);
 }

@@ -20,7 +20,9 @@ inline constexpr float weldTolerance = std::numeric_limits<float>::epsilon();
 /// Also for infinities and NaNs, whose difference is no number: each is near to itself alone.
 inline bool isNear(float a, float b)
 {
-    return std::abs(a - b) <= weldTolerance || orderedBits(a) == orderedBits(b);
+    const float difference = std::abs(a - b);
+    return difference <= weldTolerance ||
+           (std::isnan(difference) && orderedBits(a) == orderedBits(b));
 }
 
 inline bool isNear(const osg::Pnt3f& a, const osg::Pnt3f& b)

@@ -1,6 +1,7 @@
 #include "UVUtils/model/BorderEdges.h"
 
 #include "UVUtils/model/Buckets.h"
+#include "UVUtils/model/SortFew.h"
 
 #include <algorithm>
 
@@ -24,7 +25,7 @@ Buckets<std::uint32_t> higherIdsByLower(std::span<const Id> triangles, std::size
 
 void appendSingles(std::uint32_t lower, std::span<std::uint32_t> highers, FlatEdgeList& edges)
 {
-    std::sort(highers.begin(), highers.end());
+    sortFew(highers);
     for (auto first = highers.begin(); first != highers.end();) {
         const auto end = std::find_if(first, highers.end(),
                                       [&](std::uint32_t higher) { return higher != *first; });

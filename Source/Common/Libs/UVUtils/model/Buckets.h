@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <utility>
 #include <vector>
 
-/// Items dealt into numbered buckets: lists of any length in one array.
+/// Items dealt into numbered buckets: lists of any length in one array. Moves, but isn't copied.
 template <class Item>
 class Buckets
 {
@@ -23,7 +24,7 @@ public:
         visitAll([this](unsigned int bucket, const Item&) { ++offsets_[bucket + 2]; });
         for (std::size_t i = 2; i < offsets_.size(); ++i)
             offsets_[i] += offsets_[i - 1];
-        items_.resize(offsets_.back());
+        items_ = std::make_unique_for_overwrite<Item[]>(offsets_.back());
         // The places of a bucket fill up from its start, which so becomes the start of the next.
         visitAll([this](unsigned int bucket, const Item& item) {
             items_[offsets_[bucket + 1]++] = item;
@@ -34,17 +35,17 @@ public:
     std::size_t size() const { return offsets_.size() - 1; }
     std::span<Item> operator[](std::size_t bucket)
     {
-        return std::span(items_).subspan(offsets_[bucket], offsets_[bucket + 1] - offsets_[bucket]);
+        return {items_.get() + offsets_[bucket], offsets_[bucket + 1] - offsets_[bucket]};
     }
     std::span<const Item> operator[](std::size_t bucket) const
     {
-        return std::span(items_).subspan(offsets_[bucket], offsets_[bucket + 1] - offsets_[bucket]);
+        return {items_.get() + offsets_[bucket], offsets_[bucket + 1] - offsets_[bucket]};
     }
 
-    std::span<Item> items() { return items_; } ///< bucket after bucket
-    std::span<const Item> items() const { return items_; }
+    std::span<Item> items() { return {items_.get(), offsets_.back()}; } ///< bucket after bucket
+    std::span<const Item> items() const { return {items_.get(), offsets_.back()}; }
 
 private:
     std::vector<unsigned int> offsets_{0}; ///< [size() + 1]
-    std::vector<Item> items_;
+    std::unique_ptr<Item[]> items_;        ///< [offsets_.back()] not filled with zeros first
 };

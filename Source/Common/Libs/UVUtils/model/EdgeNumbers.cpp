@@ -1,6 +1,7 @@
 #include "UVUtils/model/EdgeNumbers.h"
 
 #include "UVUtils/model/Buckets.h"
+#include "UVUtils/model/SortFew.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,8 +12,8 @@ namespace
 /// The higher id of an edge, and the edge's place in the list.
 struct Entry
 {
-    unsigned int higher = 0;
-    unsigned int place = 0;
+    unsigned int higher;
+    unsigned int place;
     friend auto operator<=>(const Entry&, const Entry&) = default;
 };
 
@@ -36,7 +37,7 @@ EdgeNumbers numberEdges(std::span<const Edge> edges)
     Buckets<Entry> buckets = entriesByLower(edges);
     for (std::size_t lower = 0; lower < buckets.size(); ++lower) {
         const std::span<Entry> entries = buckets[lower];
-        std::sort(entries.begin(), entries.end());
+        sortFew(entries);
         for (std::size_t i = 0; i < entries.size(); ++i) {
             if (i == 0 || entries[i].higher != entries[i - 1].higher)
                 ++numbers.count;
