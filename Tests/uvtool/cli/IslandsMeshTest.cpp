@@ -20,8 +20,9 @@ std::size_t islandsIn(const std::filesystem::path& file, bool asShell)
     std::vector<std::string> arguments{"islands", file.string(), "--json", "--quiet"};
     if (asShell)
         arguments.emplace_back("--shell");
+    const nlohmann::json report = runTool(arguments).json();
     std::size_t islands = 0;
-    for (const nlohmann::json& geometry : runTool(arguments).json()["geometries"])
+    for (const nlohmann::json& geometry : report["geometries"])
         islands += geometry["islands"].get<std::size_t>();
     return islands;
 }
