@@ -14,11 +14,12 @@
 namespace
 {
 
-/// What orders the triangles at one lowest vertex.
+/// A triangle and what orders it among those at its lowest vertex.
 struct SortedFace
 {
     unsigned int second, third; ///< compact ids
     unsigned int triangle;      ///< in surface order
+    unsigned int corners;       ///< which corner each of the sorted ids is of; see cornerOf
     friend auto operator<=>(const SortedFace&, const SortedFace&) = default;
 };
 
@@ -32,13 +33,26 @@ struct SortedOffset
 
 using FaceBuckets = Buckets<SortedFace>;
 
-template <class Number>
-void sortThree(std::array<Number, 3>& numbers)
+/// A compact id above, the number of its corner below: sorting by it keeps the two together.
+using IdOfCorner = std::uint64_t;
+
+unsigned int idOf(IdOfCorner value)
+{
+    return static_cast<unsigned int>(value >> 2U);
+}
+
+/// The corner that sorted id i is of.
+unsigned int cornerOf(unsigned int corners, unsigned int i)
+{
+    return (corners >> (2 * i)) & 3U;
+}
+
+void sortThree(std::array<IdOfCorner, 3>& ids)
 {
     const auto sortTwo = [&](std::size_t a, std::size_t b) {
-        const Number low = std::min(numbers[a], numbers[b]);
-        numbers[b] = std::max(numbers[a], numbers[b]);
-        numbers[a] = low;
+        const IdOfCorner low = std::min(ids[a], ids[b]);
+        ids[b] = std::max(ids[a], ids[b]);
+        ids[a] = low;
     };
     sortTwo(0, 1);
     sortTwo(1, 2);
@@ -46,17 +60,18 @@ void sortThree(std::array<Number, 3>& numbers)
 }
 
 /// The triangles by their lowest compact id, in order there.
-FaceBuckets sortFaces(std::span<const unsigned int> trianglesF,
-                      std::span<const unsigned int> vertFToC, unsigned int compactCount)
+FaceBuckets sortFaces(std::span<const unsigned int> trianglesC, unsigned int compactCount)
 {
-    const auto triangleCount = static_cast<unsigned int>(trianglesF.size() / 3);
+    const auto triangleCount = static_cast<unsigned int>(trianglesC.size() / 3);
     FaceBuckets faces(compactCount, [&](const auto& add) {
         for (unsigned int t = 0; t < triangleCount; ++t) {
-            const unsigned int* corners = trianglesF.data() + 3 * std::size_t{t};
-            std::array<unsigned int, 3> ids{vertFToC[corners[0]], vertFToC[corners[1]],
-                                            vertFToC[corners[2]]};
+            std::array<IdOfCorner, 3> ids;
+            for (std::size_t i = 0; i < 3; ++i)
+                ids[i] = (IdOfCorner{trianglesC[3 * std::size_t{t} + i]} << 2U) | i;
             sortThree(ids);
-            add(ids[0], SortedFace{ids[1], ids[2], t});
+            const auto corners = static_cast<unsigned int>((ids[0] & 3U) | (ids[1] & 3U) << 2U |
+                                                           (ids[2] & 3U) << 4U);
+            add(idOf(ids[0]), SortedFace{idOf(ids[1]), idOf(ids[2]), t, corners});
         }
     });
     for (std::size_t lowest = 0; lowest < faces.size(); ++lowest)
@@ -64,30 +79,35 @@ FaceBuckets sortFaces(std::span<const unsigned int> trianglesF,
     return faces;
 }
 
-/// Puts the triangles in their order; each is moved once.
-void fillFaces(std::span<const unsigned int> trianglesF, std::span<const unsigned int> vertFToC,
-               std::span<const SortedFace> faces, FaceTables& tables)
+void resizeTables(std::size_t faceCount, FaceTables& tables)
 {
-    tables.facesF.resize(3 * faces.size());
-    tables.facesC.resize(3 * faces.size());
-    tables.facesSortedF.resize(3 * faces.size());
-    tables.faceMapping.resize(faces.size());
-    tables.faceOrder012.resize(faces.size());
-    for (std::size_t k = 0; k < faces.size(); ++k) {
-        const unsigned int* corners = trianglesF.data() + 3 * std::size_t{faces[k].triangle};
-        std::array<std::uint64_t, 3> sorted; // compact id above, F id below
-        for (std::size_t i = 0; i < 3; ++i) {
-            const unsigned int compactId = vertFToC[corners[i]];
-            tables.facesF[3 * k + i] = corners[i];
-            tables.facesC[3 * k + i] = compactId;
-            sorted[i] = (std::uint64_t{compactId} << 32U) | corners[i];
+    tables.facesF.resize(3 * faceCount);
+    tables.facesC.resize(3 * faceCount);
+    tables.facesSortedF.resize(3 * faceCount);
+    tables.faceMapping.resize(faceCount);
+    tables.faceOrder012.resize(faceCount);
+}
+
+/// Puts the triangles in their order; each is moved once.
+void fillFaces(std::span<const unsigned int> trianglesF, const FaceBuckets& faces,
+               FaceTables& tables)
+{
+    resizeTables(faces.items().size(), tables);
+    unsigned int offset = 0;
+    for (unsigned int lowest = 0; lowest < faces.size(); ++lowest)
+        for (const SortedFace& face : faces[lowest]) {
+            const unsigned int* cornersF = trianglesF.data() + 3 * std::size_t{face.triangle};
+            const std::array<unsigned int, 3> ids{lowest, face.second, face.third};
+            for (unsigned int i = 0; i < 3; ++i) {
+                const unsigned int corner = cornerOf(face.corners, i);
+                tables.facesF[offset + i] = cornersF[i];
+                tables.facesC[offset + corner] = ids[i];
+                tables.facesSortedF[offset + i] = cornersF[corner];
+            }
+            tables.faceMapping[face.triangle] = offset / 3;
+            tables.faceOrder012[offset / 3] = offset;
+            offset += 3;
         }
-        sortThree(sorted);
-        for (std::size_t i = 0; i < 3; ++i)
-            tables.facesSortedF[3 * k + i] = static_cast<unsigned int>(sorted[i]);
-        tables.faceMapping[faces[k].triangle] = static_cast<unsigned int>(k);
-        tables.faceOrder012[k] = static_cast<unsigned int>(3 * k);
-    }
 }
 
 void appendOffsets(std::span<const SortedOffset> sorted, std::vector<unsigned int>& offsets)
@@ -137,9 +157,12 @@ std::vector<unsigned int> orderBySecondAndThird(const FaceBuckets& faces)
 FaceTables makeFaceTables(std::span<const unsigned int> trianglesF,
                           std::span<const unsigned int> vertFToC, unsigned int compactCount)
 {
-    const FaceBuckets faces = sortFaces(trianglesF, vertFToC, compactCount);
+    std::vector<unsigned int> trianglesC(trianglesF.size());
+    std::transform(trianglesF.begin(), trianglesF.end(), trianglesC.begin(),
+                   [&](unsigned int vertex) { return vertFToC[vertex]; });
+    const FaceBuckets faces = sortFaces(trianglesC, compactCount);
     FaceTables tables;
-    fillFaces(trianglesF, vertFToC, faces.items(), tables);
+    fillFaces(trianglesF, faces, tables);
     tables.faceOrder02 = orderByFirstAndThird(faces);
     tables.faceOrder12 = orderBySecondAndThird(faces);
     return tables;

@@ -24,8 +24,11 @@ unsigned int indexCountOf(std::span<const ActiveSurface> surfaces)
 void appendTriangles(const ActiveSurface& surface, std::vector<unsigned int>& triangles)
 {
     const IndexView indices(surface.geometry->getIndices());
-    for (const unsigned int id : indices.triangles())
-        triangles.push_back(surface.firstId + id);
+    const auto ids = indices.triangles();
+    const std::size_t first = triangles.size();
+    triangles.resize(first + ids.size());
+    std::transform(ids.begin(), ids.end(), triangles.begin() + static_cast<std::ptrdiff_t>(first),
+                   [&](unsigned int id) { return surface.firstId + id; });
 }
 
 void copyVertices(const ActiveSurface& surface, unsigned int slot, ShellArrays& shell)
