@@ -1,10 +1,8 @@
 #include "OpenSG/ChangeNotice.h"
-#include "OpenSGExt/kyGeoUtils.h"
-#include "OpenSGExt/kyShellUtils.h"
 #include "OpenSGUtils/kyGeoShuffle.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
-#include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/compactmesh/ShellArrays.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -34,20 +32,11 @@ void replayChild(const osg::GeometryPtr& surface, unsigned int child, const kyTo
         setUVConstraints(surface, data.childUVConstraints[child]);
 }
 
-/// The active surfaces; a plain geometry, which the walk gives unchecked, only if it is usable.
-std::vector<ActiveSurface> replayedSurfaces(const osg::GeometryPtr& geometry,
-                                            const osg::NodePtr& node)
-{
-    if (!kyShellUtils::isShell(geometry) && kyGeoUtils::checkGeometryCore(geometry, true) != 0)
-        return {};
-    return activeSurfaces(node);
-}
-
 void replayThroughMesh(const CompactMeshScope& scope, const osg::GeometryPtr& geometry,
                        const osg::NodePtr& node, const kyTopologyData& data)
 {
     replay(scope.getGeometry(), data.shuffle, data.indices);
-    for (const ActiveSurface& surface : replayedSurfaces(geometry, node))
+    for (const ActiveSurface& surface : usableSurfaces(node))
         replayChild(surface.geometry, surface.childIndex, data);
     scope.getMesh()->applySavedMapping(&data);
     scope.getMesh()->mapChanged(geometry, node, nullptr);

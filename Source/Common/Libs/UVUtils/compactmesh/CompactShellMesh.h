@@ -122,11 +122,10 @@ private:
     /// Sorts the vertices of the mesh's geometry by position, and moves recorded shuffles along;
     /// `out` may be null. The tables stay as they are.
     void sortVertBuffCompactGeom(TopologyOpOutData* out);
-    /// Makes the tables of the triangles anew from the active surfaces; vertFToC_ and the size of
-    /// vertCToF_ are up to date.
-    void sortAndBuildFaceMappings(const std::vector<ActiveSurface>& surfaces);
-    /// Returns the index list of the mesh's geometry: the triangles in order, in their winding.
-    std::vector<unsigned int> setFaceTables(const std::vector<unsigned int>& trianglesF);
+    /// Makes the tables of the triangles anew from those of the surfaces, [3 * triangle] F ids;
+    /// vertFToC_ and the size of vertCToF_ are up to date. Returns the index list of the mesh's
+    /// geometry: the triangles in order, in their winding.
+    std::vector<unsigned int> sortAndBuildFaceMappings(const std::vector<unsigned int>& trianglesF);
 
     bool dirty_ = true;
     bool geomChangeCBEnabled_ = true;

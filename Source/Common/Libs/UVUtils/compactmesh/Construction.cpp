@@ -100,7 +100,7 @@ void CompactShellMesh::initStates(const std::vector<ActiveSurface>& surfaces, ky
     const std::vector<unsigned int> sources = pick(welded.source, order);
 
     fillVertexTables(welded, order);
-    std::vector<unsigned int> indices = setFaceTables(shell.triangles);
+    std::vector<unsigned int> indices = sortAndBuildFaceMappings(shell.triangles);
 
     fillVertexProperties(*compactGeometry_, static_cast<unsigned int>(set),
                          pick(shell.positions, sources), pick(shell.uvs, sources));

@@ -3,7 +3,6 @@
 #include "OpenSG/ChangeNotice.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/compactmesh/FaceTables.h"
-#include "UVUtils/compactmesh/ShellArrays.h"
 #include "UVUtils/model/PositionOrder.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 
@@ -59,13 +58,8 @@ void CompactShellMesh::sortVertBuffCompactGeom(TopologyOpOutData* out)
         renumberShuffles(*out, order, newIdOf);
 }
 
-void CompactShellMesh::sortAndBuildFaceMappings(const std::vector<ActiveSurface>& surfaces)
-{
-    setFaceTables(gatherTriangles(surfaces));
-}
-
 std::vector<unsigned int>
-CompactShellMesh::setFaceTables(const std::vector<unsigned int>& trianglesF)
+CompactShellMesh::sortAndBuildFaceMappings(const std::vector<unsigned int>& trianglesF)
 {
     FaceTables tables =
         makeFaceTables(trianglesF, vertFToC_, static_cast<unsigned int>(vertCToF_.size()));

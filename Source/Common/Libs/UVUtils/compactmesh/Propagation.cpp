@@ -1,25 +1,29 @@
+// How a compact mesh follows a change of topology that was done to it and to its surfaces.
+
 #include "OpenSG/ChangeNotice.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
-#include "UVUtils/compactmesh/TriangleLinks.h"
-#include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/compactmesh/ShellArrays.h"
+#include "UVUtils/compactmesh/VertexLinks.h"
 #include "UVUtils/model/kyTopologyBridge.h"
-
-#include <algorithm>
 
 namespace
 {
 
 using Ids = std::vector<unsigned int>;
 
-/// The F ids of each compact id, ascending. Lists that are there keep their memory.
-void listFIds(const Ids& compactIdOfVertex, std::vector<Ids>& fIdsOfCompact,
-              unsigned int compactCount)
+std::size_t vertexCountOf(const std::vector<ActiveSurface>& surfaces)
 {
-    for (Ids& fIds : fIdsOfCompact)
+    return surfaces.empty() ? 0 : surfaces.back().firstId + surfaces.back().vertexCount;
+}
+
+/// The F ids of each compact id, ascending. The lists that are there keep their memory.
+void listFIds(const Ids& vertFToC, std::size_t compactCount, std::vector<Ids>& vertCToF)
+{
+    for (Ids& fIds : vertCToF)
         fIds.clear();
-    fIdsOfCompact.resize(compactCount);
-    for (unsigned int f = 0; f < compactIdOfVertex.size(); ++f)
-        fIdsOfCompact[compactIdOfVertex[f]].push_back(f);
+    vertCToF.resize(compactCount);
+    for (unsigned int f = 0; f < vertFToC.size(); ++f)
+        vertCToF[vertFToC[f]].push_back(f);
 }
 
 void writeSoleLength(const osg::GeoPLengthsPtr& lengths, unsigned int indexCount)
@@ -41,30 +45,30 @@ void CompactShellMesh::mapChanged(const osg::GeometryPtr& /*geometry*/, const os
     if (!positions || !indices || positions->getSize() == 0 || indices->getSize() == 0)
         return;
 
-    const std::vector<ActiveSurface> surfaces = activeSurfaces(node);
-    auto links = linkThroughTriangles(surfaces, *compactGeometry_, faceMapping_, slot_);
+    const std::vector<ActiveSurface> surfaces = usableSurfaces(node);
+    const Ids trianglesF = gatherTriangles(surfaces);
+    auto links = linkThroughTriangles(trianglesF, vertexCountOf(surfaces), indices->values(),
+                                      positions->getSize(), faceMapping_);
     if (!links) {
-        // The surfaces are others than those that the tables tell of; only a build can help.
+        // The surfaces are others than those that the tables tell of: only a build can help.
         touch();
         return;
     }
     vertFToC_ = std::move(*links);
-    listFIds(vertFToC_, vertCToF_, positions->getSize());
+    linkLooseVertices(surfaces, *compactGeometry_, slot_, vertFToC_);
+    listFIds(vertFToC_, positions->getSize(), vertCToF_);
 
     if (out)
         *out->prevFaceMapping = faceMapping_;
-    sortAndBuildFaceMappings(surfaces);
+    indices->takeValues(sortAndBuildFaceMappings(trianglesF));
     if (out)
         *out->nextFaceMapping = faceMapping_;
 
-    indices->resize(static_cast<unsigned int>(facesF_.size()));
-    std::transform(facesF_.begin(), facesF_.end(), indices->getData(),
-                   [this](unsigned int f) { return vertFToC_[f]; });
     osg::notifyChanged(indices, osg::FieldMask::all());
     writeSoleLength(compactGeometry_->getLengths(), indices->getSize());
-    osg::notifyChanged(compactGeometry_, osg::FieldMask::all());
+    osg::notifyChanged(compactGeometry_.get(), osg::FieldMask::all());
     if (out)
-        *out->nextIndices = compactGeometry_->getIndices()->clone();
+        *out->nextIndices = indices->clone();
 }
 
 void CompactShellMesh::applySavedMapping(const kyTopologyData* data)

@@ -5,10 +5,14 @@
 #include "UVUtils/model/kyUVTypes.h"
 
 /// A texture slot that holds UVs, which are two floats: NullFC for an empty slot and for one that
-/// holds another kind. The geometry is not null.
+/// holds another kind.
+inline osg::GeoTexCoords2fPtr uvSlot(const osg::Geometry& geometry, kyUVTypes::UVSet set)
+{
+    return osg::dcast<osg::GeoTexCoords2f>(geometry.getTexSlot(static_cast<unsigned int>(set)));
+}
 inline osg::GeoTexCoords2fPtr uvSlot(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set)
 {
-    return osg::dcast<osg::GeoTexCoords2f>(geometry->getTexSlot(static_cast<unsigned int>(set)));
+    return uvSlot(*geometry, set);
 }
 
 /// The field of a slot; empty for a number that is no slot.

@@ -1,0 +1,97 @@
+#include "UVUtils/compactmesh/VertexLinks.h"
+
+#include "UVUtils/model/UVSlot.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+
+namespace
+{
+
+using Ids = std::vector<unsigned int>;
+
+/// Position and UV of a vertex as bits: this is for telling vertices apart, and bits have an order
+/// even where there is no number.
+struct LooseVertex
+{
+    std::array<std::uint32_t, 5> bits;
+    unsigned int id;
+    auto operator<=>(const LooseVertex&) const = default;
+};
+
+LooseVertex looseVertex(const osg::Geometry& geometry, kyUVTypes::UVSet set, unsigned int vertex,
+                        unsigned int id)
+{
+    const osg::Pnt3f position = geometry.getPositions()->getValue(vertex);
+    const auto slot = uvSlot(geometry, set);
+    const osg::Vec2f uv = slot ? slot->getValue(vertex) : osg::Vec2f();
+    const auto bits = [](float value) { return std::bit_cast<std::uint32_t>(value); };
+    return {{bits(position[0]), bits(position[1]), bits(position[2]), bits(uv[0]), bits(uv[1])},
+            id};
+}
+
+/// Those of the surfaces, by F id.
+std::vector<LooseVertex> looseVertices(const std::vector<ActiveSurface>& surfaces,
+                                       kyUVTypes::UVSet set, const Ids& vertFToC)
+{
+    std::vector<LooseVertex> loose;
+    for (const ActiveSurface& surface : surfaces)
+        for (unsigned int i = 0; i < surface.vertexCount; ++i)
+            if (vertFToC[surface.firstId + i] == noCompactId)
+                loose.push_back(looseVertex(*surface.geometry, set, i, surface.firstId + i));
+    std::sort(loose.begin(), loose.end());
+    return loose;
+}
+
+/// Those of the mesh, by compact id.
+std::vector<LooseVertex> looseVertices(const osg::Geometry& mesh, kyUVTypes::UVSet set,
+                                       const Ids& vertFToC)
+{
+    std::vector<bool> isLinked(mesh.getPositions()->getSize(), false);
+    for (const unsigned int compactId : vertFToC)
+        if (compactId != noCompactId)
+            isLinked[compactId] = true;
+    std::vector<LooseVertex> loose;
+    for (unsigned int i = 0; i < isLinked.size(); ++i)
+        if (!isLinked[i])
+            loose.push_back(looseVertex(mesh, set, i, i));
+    std::sort(loose.begin(), loose.end());
+    return loose;
+}
+
+} // namespace
+
+std::optional<std::vector<unsigned int>>
+linkThroughTriangles(std::span<const unsigned int> trianglesF, std::size_t vertexCount,
+                     std::span<const unsigned int> meshTriangles, std::size_t compactCount,
+                     std::span<const unsigned int> faceMapping)
+{
+    if (trianglesF.size() != meshTriangles.size() || trianglesF.size() != 3 * faceMapping.size())
+        return std::nullopt;
+    Ids vertFToC(vertexCount, noCompactId);
+    for (std::size_t triangle = 0; triangle < faceMapping.size(); ++triangle) {
+        if (faceMapping[triangle] >= faceMapping.size())
+            return std::nullopt;
+        const auto corners = trianglesF.subspan(3 * triangle, 3);
+        const auto twin = meshTriangles.subspan(3 * std::size_t{faceMapping[triangle]}, 3);
+        for (std::size_t k = 0; k < 3; ++k) {
+            if (twin[k] >= compactCount)
+                return std::nullopt;
+            vertFToC[corners[k]] = twin[k];
+        }
+    }
+    return vertFToC;
+}
+
+void linkLooseVertices(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,
+                       kyUVTypes::UVSet set, std::vector<unsigned int>& vertFToC)
+{
+    const std::vector<LooseVertex> ofSurfaces = looseVertices(surfaces, set, vertFToC);
+    if (ofSurfaces.empty())
+        return;
+    const std::vector<LooseVertex> ofMesh = looseVertices(mesh, set, vertFToC);
+    for (std::size_t i = 0; i < ofSurfaces.size(); ++i)
+        vertFToC[ofSurfaces[i].id] = ofMesh.empty() ? 0 : ofMesh[std::min(i, ofMesh.size() - 1)].id;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "OpenSG/Geometry.h"
+#include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/model/kyUVTypes.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+// Which vertex of a compact mesh each vertex of its surfaces is, when both have changed alike:
+// triangles are still the same triangles, corner by corner, whatever their vertices are called now.
+
+/// The compact id of a vertex that no triangle has linked yet.
+inline constexpr unsigned int noCompactId = 0xFFFFFFFF;
+
+/// trianglesF     [3 * triangle] F ids, surface by surface, below vertexCount
+/// meshTriangles  [3 * triangle] compact ids, each triangle with its first corner first
+/// faceMapping    [triangle of the surfaces] which triangle of the mesh it is
+///
+/// Returns [F id] the compact id, noCompactId for a vertex that no triangle uses; nothing when
+/// surfaces, mesh and mapping are not of the same triangles, or an id of the mesh is not below
+/// compactCount. Linear.
+std::optional<std::vector<unsigned int>>
+linkThroughTriangles(std::span<const unsigned int> trianglesF, std::size_t vertexCount,
+                     std::span<const unsigned int> meshTriangles, std::size_t compactCount,
+                     std::span<const unsigned int> faceMapping);
+
+/// Links the vertices that no triangle has linked, with those of the mesh to which nothing is
+/// linked yet: one to one by position and by UV in `set`. Where the mesh has fewer of them some
+/// share one; any would do, since nothing can be seen of a vertex without triangles.
+///
+/// vertFToC  [F id] read and completed
+///
+/// Linear, but for the sorting of such vertices.
+void linkLooseVertices(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,
+                       kyUVTypes::UVSet set, std::vector<unsigned int>& vertFToC);

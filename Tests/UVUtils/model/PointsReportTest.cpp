@@ -1,0 +1,73 @@
+#include "OpenSG/GeoTmpIndexEditInterface.h"
+#include "UVUtils/Captures.h"
+#include "UVUtils/Meshes.h"
+#include "UVUtils/model/TempIndexList.h"
+#include "UVUtils/model/kyUVUtils.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace
+{
+
+std::string reportOn(const osg::NodePtr& node, const Ids& selected)
+{
+    const auto core = osg::dcast<osg::Geometry>(node->getCore());
+    osg::GeoTmpIndexEditInterface(core, kyUVTypes::FreeVertices).assign(selected);
+    std::ostringstream stream;
+    kyUVUtils::debugOutPntsInfo(core, node, stream);
+    return stream.str();
+}
+
+/// The lines of a vertex that has a position and nothing else.
+std::string bareVertex(const std::string& position)
+{
+    return "  Positions: " + position +
+           "\n  Normals: NULL\n  Colors: NULL\n  SecondaryColors: NULL\n  TexCoords: NULL\n"
+           "  TexCoords1: NULL\n  TexCoords2: NULL\n  TexCoords3: NULL\n  TexCoords4: NULL\n"
+           "  TexCoords5: NULL\n  TexCoords6: NULL\n  TexCoords7: NULL\n";
+}
+
+const std::string head = "Epsilon value is 1.19209e-07\nThere are ";
+
+TEST(PointsReport, ListsSelectedVerticesOfEachSurfaceOnce)
+{
+    const osg::RefPtr<osg::Node> shell(shellOf({quad(), quad()}));
+    EXPECT_EQ(reportOn(shell, {5, 1, 5}), head + "2vertices\n info for vert 0\n" +
+                                              bareVertex("1, 0, 0") + " info for vert 1\n" +
+                                              bareVertex("1, 0, 0"));
+    EXPECT_EQ(reportOn(shell, {}), "");
+}
+
+TEST(PointsReport, ShowsEveryProperty)
+{
+    kyUVUtils::setUseCompactMesh(false);
+    const osg::RefPtr<osg::Node> node(nodeOf(quad()));
+    const auto geometry = osg::dcast<osg::Geometry>(node->getCore());
+    geometry->setNormals(osg::GeoNormals3f::create());
+    geometry->getNormals()->setValues(std::vector<osg::Vec3f>(4, osg::Vec3f(0, 0, 1)));
+    geometry->setColors(osg::GeoColors4f::create());
+    geometry->getColors()->setValues(std::vector<osg::Color4f>(4, osg::Color4f(.5F, .25F, 0, 1)));
+    geometry->setTexSlot(0, tiny::texCoords(UVs(4, osg::Vec2f(.125F, 2))));
+    geometry->setTexSlot(7, osg::GeoTexCoords3f::create());
+    geometry->getTexSlot(7)->setValues(UVs(4, osg::Vec2f(3, 4)));
+    EXPECT_EQ(reportOn(node, {2}),
+              head + "1vertices\n info for vert 0\n  Positions: 1, 1, 0\n  Normals: 0, 0, 1\n"
+                     "  Colors: 0.5 0.25 0\n  SecondaryColors: NULL\n  TexCoords: 0.125, 2\n"
+                     "  TexCoords1: NULL\n  TexCoords2: NULL\n  TexCoords3: NULL\n"
+                     "  TexCoords4: NULL\n  TexCoords5: NULL\n  TexCoords6: NULL\n"
+                     "  TexCoords7: 3, 4, 0\n");
+    kyUVUtils::setUseCompactMesh(true);
+}
+
+TEST(PointsReport, OfAFaultyGeometryIsAnErrorInTheLog)
+{
+    LogCapture log;
+    const osg::RefPtr<osg::Node> node(nodeOf(quad()));
+    osg::dcast<osg::Geometry>(node->getCore())->getIndices()->setValue(4, 0);
+    EXPECT_EQ(reportOn(node, {0}), "");
+    EXPECT_EQ(log.lines.size(), 1U);
+}
+
+} // namespace
