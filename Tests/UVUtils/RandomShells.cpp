@@ -105,7 +105,7 @@ private:
         if (!traits_.extraSheets)
             return;
         if (random_.oneIn(3))
-            addFin(cutUp);
+            addFins(cutUp);
         if (random_.oneIn(4))
             addDoubledCell(cutUp);
         if (random_.oneIn(3))
@@ -138,17 +138,18 @@ private:
 
     unsigned anySurface(bool cutUp) { return cutUp ? random_.below(surfaceCount_) : 0; }
 
-    /// A third sheet on the edge between two cells.
-    void addFin(bool cutUp)
+    /// A third and maybe a fourth sheet on the edge between two cells.
+    void addFins(bool cutUp)
     {
         const unsigned column = random_.below(columns_);
         const unsigned row = random_.between(0, rows_);
-        const unsigned surface = anySurface(cutUp);
         const unsigned chart = sideOf(seams_, column, row);
         const Corner a{column, row, chart, 0, 0};
         const Corner b{wrap(column + 1), row, chart, 0, 0};
         const Corner top{column, row, chart, 0, 1};
-        triangles_.push_back({{a, b, top}, surface});
+        triangles_.push_back({{a, b, top}, anySurface(cutUp)});
+        if (random_.oneIn(2))
+            triangles_.push_back({{b, a, {column, row, chart, 0, 3}}, anySurface(cutUp)});
     }
 
     /// A second triangle in the place of one that is there, with or without vertices in common.

@@ -242,6 +242,32 @@ TEST(Construction, LeavesABorderOpenThatLiesInsideAnotherSurface)
     EXPECT_EQ(Table::vertCToF(*meshOf(shell)).size(), 8U);
 }
 
+TEST(Construction, LeavesBordersOpenThatMeetDeepInsideAnotherSurface)
+{
+    // Four rows of four quads as one surface; two fins that fit each other stand on an edge of it
+    // that no triangle at its border has.
+    constexpr unsigned side = 5;
+    std::vector<Pnt3f> positions;
+    UVs uvs;
+    Ids indices;
+    for (unsigned i = 0; i < side * side; ++i) {
+        uvs.emplace_back(static_cast<float>(i % side), static_cast<float>(i / side));
+        positions.emplace_back(uvs[i][0], uvs[i][1], 0.F);
+        if (i % side + 1 < side && i / side + 1 < side)
+            indices.insert(indices.end(), {i, i + 1, i + side + 1, i, i + side + 1, i + side});
+    }
+    const auto sheet = geometryOf(positions, indices);
+    sheet->setTexSlot(0, tiny::texCoords(uvs));
+    const auto standing = [](float height) {
+        const auto geometry =
+            geometryOf({Pnt3f(2, 2, 0), Pnt3f(2, 3, 0), Pnt3f(2, 2, height)}, {0, 1, 2});
+        geometry->setTexSlot(0, tiny::texCoords({Vec2f(2, 2), Vec2f(2, 3), Vec2f(height, 9)}));
+        return geometry;
+    };
+    const osg::RefPtr<osg::Node> shell(shellOf({sheet, standing(1), standing(-1)}));
+    EXPECT_EQ(Table::vertCToF(*meshOf(shell)).size(), 25U + 3U + 3U);
+}
+
 TEST(Construction, TakesTheValuesOfTheVertexThatCameFirst)
 {
     constexpr float less = 1.1920929e-7F / 2;

@@ -83,10 +83,10 @@ RC_GTEST_PROP(WeldTable, AnswersAsATolerantMapDoes, ())
 TEST(WeldTable, NeedsTheMapOnlyWhereAKeyStandsBetweenNearOnes)
 {
     constexpr float step = weldTolerance / 2;
-    const auto dependsOnQuestions = [](const std::vector<osg::Pnt3f>& positions) {
-        ShellArrays shell;
-        shell.positions = positions;
-        shell.uvs.resize(positions.size());
+    const auto dependsOnQuestions = [](const std::vector<osg::Pnt3f>& positions,
+                                       std::vector<osg::Vec2f> uvs = {}) {
+        uvs.resize(positions.size());
+        const ShellArrays shell{positions, uvs, {}, {}};
         return WeldTable(shell, orderByPosition(shell.positions)).dependsOnQuestions();
     };
     const osg::Pnt3f a(0.5F, 0, 0);
@@ -94,6 +94,11 @@ TEST(WeldTable, NeedsTheMapOnlyWhereAKeyStandsBetweenNearOnes)
     EXPECT_FALSE(dependsOnQuestions({a, nearA, a, osg::Pnt3f(0.7F, 0, 0)}));
     EXPECT_TRUE(dependsOnQuestions({a, nearA, osg::Pnt3f(0.5F + step, 1, 0)})) << "between in x";
     EXPECT_TRUE(dependsOnQuestions({a, nearA, osg::Pnt3f(0.5F + 4 * step, 0, 0)})) << "a chain";
+    const osg::Pnt3f middle(0.5F + step, 0, 0);
+    EXPECT_FALSE(dependsOnQuestions({a, middle, nearA}));
+    EXPECT_TRUE(dependsOnQuestions({a, middle, nearA},
+                                   {osg::Vec2f(3 * step, 0), osg::Vec2f(1.5F * step, 0)}))
+        << "UVs in a chain that runs against the positions";
 }
 
 RC_GTEST_PROP(NearRuns, HoldNearPositionsAndWhatLiesBetween, ())
