@@ -23,6 +23,23 @@ std::size_t lowerBound(std::size_t count, const IsBelow& isBelow)
     return begin + (count == 1 && isBelow(begin) ? 1 : 0);
 }
 
+/// The same, quick where the answer is a little above `near`: leaps that grow from there narrow the
+/// search down.
+template <class IsBelow>
+std::size_t lowerBoundNear(std::size_t near, std::size_t count, const IsBelow& isBelow)
+{
+    if (near >= count || !isBelow(near))
+        return lowerBound(std::min(near, count), isBelow);
+    std::size_t begin = near + 1;
+    std::size_t leap = 1;
+    while (leap <= count - begin && isBelow(begin + leap - 1)) {
+        begin += leap;
+        leap *= 2;
+    }
+    return begin + lowerBound(std::min(leap, count - begin),
+                              [&](std::size_t i) { return isBelow(begin + i); });
+}
+
 /// Two ids in one number that sorts by the first, then the second.
 std::uint64_t joined(unsigned int first, unsigned int second)
 {
@@ -114,12 +131,14 @@ void CompactShellMesh::mapSMeshCToF(const unsigned int* ids, unsigned int count,
         const unsigned int* face = facesSortedF_.data() + faceOrder012_[k];
         return Face{joined(vertFToC_[face[0]], vertFToC_[face[1]]), vertFToC_[face[2]]};
     };
+    // The triangles of an island come in the order of the table: the next one isn't far.
+    std::size_t k = 0;
     for (unsigned int i = 0; i + 2 < count; i += 3) {
         std::array<unsigned int, 3> corners{ids[i], ids[i + 1], ids[i + 2]};
         std::sort(corners.begin(), corners.end());
         const Face sought{joined(corners[0], corners[1]), corners[2]};
-        const std::size_t k =
-            lowerBound(faceOrder012_.size(), [&](std::size_t j) { return faceAt(j) < sought; });
+        k = lowerBoundNear(k, faceOrder012_.size(),
+                           [&](std::size_t j) { return faceAt(j) < sought; });
         if (k == faceOrder012_.size() || faceAt(k) != sought)
             continue;
         const unsigned int* face = facesF_.data() + faceOrder012_[k];
