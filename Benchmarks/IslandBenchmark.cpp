@@ -1,11 +1,12 @@
-// UV islands: the labelling of an index list beside a plain union-find over the same list, and the
-// whole search on a node.
+// UV islands: the labelling of an index list, and the whole search on a node.
 //
 // Index lists come row by row, shuffled, and in small pieces: few labels, many labels that grow
-// together, many that don't. Compare "labelIslands" with "plainUnionFind" of one run; the reference
-// joins only and numbers nothing. The search is on a plain geometry as it stands (no compact mesh),
-// and through a compact mesh of 1 to 1000 surfaces that is there already.
+// together, many that don't. The labelling, alone and with the lists of vertices, is set against a
+// plain union-find over the same list, which joins and numbers nothing; compare the ratio. The
+// search is on a plain geometry as it stands (no compact mesh), and through a compact mesh of 1 to
+// 1000 surfaces that is there already.
 
+#include "RatioTimer.h"
 #include "ShellMeshes.h"
 
 #include "UVUtils/editing/IslandLabels.h"
@@ -64,34 +65,40 @@ private:
     Ids parents_;
 };
 
-void plainUnionFind(benchmark::State& state, MakeList makeList)
+void joinPlainly(const bench::TriangleList& list)
+{
+    PlainUnionFind sets(list.vertexCount);
+    for (std::size_t first = 0; first < list.triangles.size(); first += 3) {
+        sets.join(list.triangles[first], list.triangles[first + 1]);
+        sets.join(list.triangles[first], list.triangles[first + 2]);
+    }
+    benchmark::DoNotOptimize(sets);
+}
+
+template <class Operation>
+void againstUnionFind(benchmark::State& state, MakeList makeList, const Operation& operation)
 {
     const bench::TriangleList list = makeList(static_cast<unsigned int>(state.range(0)));
-    for (auto _ : state) {
-        PlainUnionFind sets(list.vertexCount);
-        for (std::size_t first = 0; first < list.triangles.size(); first += 3) {
-            sets.join(list.triangles[first], list.triangles[first + 1]);
-            sets.join(list.triangles[first], list.triangles[first + 2]);
-        }
-        benchmark::DoNotOptimize(sets);
-    }
+    bench::RatioTimer timer;
+    for (auto _ : state)
+        timer.run(
+            state, [&] { operation(list); }, [&] { joinPlainly(list); });
+    timer.report(state);
     report(state, list.triangles.size() / 3);
 }
 
 void label(benchmark::State& state, MakeList makeList)
 {
-    const bench::TriangleList list = makeList(static_cast<unsigned int>(state.range(0)));
-    for (auto _ : state)
+    againstUnionFind(state, makeList, [](const bench::TriangleList& list) {
         benchmark::DoNotOptimize(labelIslands(list.triangles, list.vertexCount));
-    report(state, list.triangles.size() / 3);
+    });
 }
 
 void labelAndList(benchmark::State& state, MakeList makeList)
 {
-    const bench::TriangleList list = makeList(static_cast<unsigned int>(state.range(0)));
-    for (auto _ : state)
+    againstUnionFind(state, makeList, [](const bench::TriangleList& list) {
         benchmark::DoNotOptimize(verticesOfIslands(labelIslands(list.triangles, list.vertexCount)));
-    report(state, list.triangles.size() / 3);
+    });
 }
 
 void search(benchmark::State& state, const osg::NodePtr& node)
@@ -147,15 +154,12 @@ void ofAnySizeAndSurfaces(benchmark::internal::Benchmark* benchmark)
 
 } // namespace
 
-BENCHMARK_CAPTURE(plainUnionFind, rows, &bench::sheetTriangles)->Apply(ofAnySize);
-BENCHMARK_CAPTURE(label, rows, &bench::sheetTriangles)->Apply(ofAnySize);
-BENCHMARK_CAPTURE(labelAndList, rows, &bench::sheetTriangles)->Apply(ofAnySize);
-BENCHMARK_CAPTURE(plainUnionFind, shuffled, &shuffledSheet)->Apply(ofAnySize);
-BENCHMARK_CAPTURE(label, shuffled, &shuffledSheet)->Apply(ofAnySize);
-BENCHMARK_CAPTURE(labelAndList, shuffled, &shuffledSheet)->Apply(ofAnySize);
-BENCHMARK_CAPTURE(plainUnionFind, pieces, &bench::pieceTriangles)->Apply(ofAnySize);
-BENCHMARK_CAPTURE(label, pieces, &bench::pieceTriangles)->Apply(ofAnySize);
-BENCHMARK_CAPTURE(labelAndList, pieces, &bench::pieceTriangles)->Apply(ofAnySize);
+BENCHMARK_CAPTURE(label, rows, &bench::sheetTriangles)->Apply(ofAnySize)->UseManualTime();
+BENCHMARK_CAPTURE(labelAndList, rows, &bench::sheetTriangles)->Apply(ofAnySize)->UseManualTime();
+BENCHMARK_CAPTURE(label, shuffled, &shuffledSheet)->Apply(ofAnySize)->UseManualTime();
+BENCHMARK_CAPTURE(labelAndList, shuffled, &shuffledSheet)->Apply(ofAnySize)->UseManualTime();
+BENCHMARK_CAPTURE(label, pieces, &bench::pieceTriangles)->Apply(ofAnySize)->UseManualTime();
+BENCHMARK_CAPTURE(labelAndList, pieces, &bench::pieceTriangles)->Apply(ofAnySize)->UseManualTime();
 BENCHMARK(searchPlain)->Apply(ofAnySize);
 BENCHMARK_CAPTURE(searchShell, welded, bench::WeldedBorders)->Apply(ofAnySizeAndSurfaces);
 BENCHMARK_CAPTURE(searchShell, seams, bench::SeamBorders)->Apply(ofAnySizeAndSurfaces);

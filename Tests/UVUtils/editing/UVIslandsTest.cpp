@@ -239,6 +239,29 @@ RC_GTEST_PROP(FindUVIslands, ThroughAMeshFindsItsConnectedPartsInIdsOfTheNode, (
               sortedTriangles(toCompact(*mesh, trianglesOf(node))));
 }
 
+/// The search takes its triangles back in about the order of the mesh. Whatever the order, and with
+/// what is no triangle in between, a triangle gives what it gives by itself.
+RC_GTEST_PROP(FindUVIslands, GetsEachTriangleBackWhateverStandsBeforeIt, ())
+{
+    const osg::RefPtr<osg::Node> node = randomNode();
+    const CompactShellMesh* const mesh = CompactShellMesh::getCMesh(coreOf(node), node, slot);
+    const Ids triangles = mesh->getGeomPtr()->getIndices()->getValues();
+    const auto triangleCount = static_cast<unsigned int>(triangles.size() / 3);
+    const auto places = *rc::gen::container<Ids>(rc::gen::inRange(0U, triangleCount));
+    Ids asked;
+    Ids expected;
+    for (const unsigned int place : places) {
+        const auto first = triangles.begin() + 3 * static_cast<long>(place);
+        asked.insert(asked.end(), first, first + 3);
+        if (place % 5 == 0)
+            asked.back() = triangles[3 * (place / 2)];
+        mesh->mapSMeshCToF(asked.data() + asked.size() - 3, 3, expected);
+    }
+    Ids found;
+    mesh->mapSMeshCToF(asked.data(), static_cast<unsigned int>(asked.size()), found);
+    RC_ASSERT(found == expected);
+}
+
 RC_GTEST_PROP(FindUVIslands, ComesBackFromItsOwnIds, ())
 {
     const osg::RefPtr<osg::Node> node = randomNode();
