@@ -18,6 +18,7 @@
 #include <array>
 #include <ctime>
 #include <malloc.h>
+#include <random>
 
 namespace
 {
@@ -157,6 +158,33 @@ void buildMesh(benchmark::State& state)
     state.SetComplexityN(state.range(0));
 }
 
+/// Moves vertices by half the weld tolerance or not at all: rows and columns of the sheet become
+/// chains of near positions, which is as bad as it gets for the weld.
+void blurPositions(const osg::NodePtr& shell)
+{
+    std::minstd_rand random(1);
+    for (const ActiveSurface& surface : activeSurfaces(shell))
+        for (osg::Pnt3f& position :
+             osg::dcast<osg::GeoPositions3f>(surface.geometry->getPositions())->values())
+            for (unsigned int axis = 0; axis < 2; ++axis)
+                position[axis] += 6e-8F * static_cast<float>(random() / 65536 % 2);
+}
+
+void buildBlurredMesh(benchmark::State& state)
+{
+    const osg::RefPtr<osg::Node> shell = shellFor(state);
+    blurPositions(shell);
+    const PlainMesh plain(shell);
+    CompactShellMesh* mesh = meshOf(shell);
+    measure(
+        state,
+        [&] {
+            mesh->touch();
+            benchmark::DoNotOptimize(meshOf(shell));
+        },
+        [&] { sortOnce(plain, *mesh); });
+}
+
 void findBorders(benchmark::State& state)
 {
     const osg::RefPtr<osg::Node> shell = shellFor(state);
@@ -176,6 +204,11 @@ constexpr std::int64_t maxTriangles = 1'000'000;
 BENCHMARK(buildMesh)
     ->ArgNames({"triangles", "surfaces", "scatter"})
     ->ArgsProduct({{10'000, 100'000, maxTriangles}, {1, 10, 100, 1000}, {0, 1}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(buildBlurredMesh)
+    ->ArgNames({"triangles", "surfaces", "scatter"})
+    ->ArgsProduct({{10'000, 100'000, maxTriangles}, {100}, {0}})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(findBorders)
