@@ -158,22 +158,24 @@ void buildMesh(benchmark::State& state)
     state.SetComplexityN(state.range(0));
 }
 
-/// Moves vertices by half the weld tolerance or not at all: rows and columns of the sheet become
-/// chains of near positions, which is as bad as it gets for the weld.
-void blurPositions(const osg::NodePtr& shell)
+/// Moves one in so many vertices by half the weld tolerance, so that others stand between it and
+/// where it was. With all of them rows and columns of the sheet become chains of near positions,
+/// which is as bad as it gets for the weld.
+void blurPositions(const osg::NodePtr& shell, unsigned long oneIn)
 {
     std::minstd_rand random(1);
     for (const ActiveSurface& surface : activeSurfaces(shell))
         for (osg::Pnt3f& position :
              osg::dcast<osg::GeoPositions3f>(surface.geometry->getPositions())->values())
             for (unsigned int axis = 0; axis < 2; ++axis)
-                position[axis] += 6e-8F * static_cast<float>(random() / 65536 % 2);
+                if (random() / 4096 % (2 * oneIn) == 0)
+                    position[axis] += 6e-8F;
 }
 
 void buildBlurredMesh(benchmark::State& state)
 {
     const osg::RefPtr<osg::Node> shell = shellFor(state);
-    blurPositions(shell);
+    blurPositions(shell, static_cast<unsigned long>(state.range(3)));
     const PlainMesh plain(shell);
     CompactShellMesh* mesh = meshOf(shell);
     measure(
@@ -207,8 +209,8 @@ BENCHMARK(buildMesh)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(buildBlurredMesh)
-    ->ArgNames({"triangles", "surfaces", "scatter"})
-    ->ArgsProduct({{10'000, 100'000, maxTriangles}, {100}, {0}})
+    ->ArgNames({"triangles", "surfaces", "scatter", "oneIn"})
+    ->ArgsProduct({{10'000, 100'000, maxTriangles}, {100}, {0}, {1, 1000}})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(findBorders)

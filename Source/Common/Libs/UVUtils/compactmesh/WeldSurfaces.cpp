@@ -42,10 +42,8 @@ struct Borders
 /// bear on a weld.
 std::vector<char> findVerticesAtBorders(const Borders& borders, const WeldTable& table)
 {
-    std::vector<char> isAtBorder(borders.isOnBorder.size(), 1);
-    if (table.dependsOnQuestions())
-        return isAtBorder; // each question changes the table, so that none may be left out
-    std::vector<char> meetsBorder(table.classCount());
+    std::vector<char> isAtBorder(borders.isOnBorder.size());
+    std::vector<char> meetsBorder = table.unsettledClasses(); // may have an id of any near one
     for (const unsigned int vertex : borders.edges)
         meetsBorder[table.classOf(vertex)] = 1;
     for (unsigned int vertex = 0; vertex < isAtBorder.size(); ++vertex)
@@ -89,6 +87,14 @@ void appendInnerSides(const unsigned int* corners, const Borders& borders, WeldT
     }
 }
 
+/// For a triangle whose sides are not counted, but would have been asked for like all others.
+void askForCorners(const unsigned int* corners, WeldTable& table)
+{
+    if (table.dependsOnQuestions())
+        for (unsigned int k = 0; k < 3; ++k)
+            table.weldId(corners[k]);
+}
+
 /// Surface by surface, borders before the inside: this is the order in which keys enter the weld
 /// table, and so decides which of several near keys stands for all.
 WeldEdges collectWeldEdges(const ShellArrays& shell, const Borders& borders, WeldTable& table)
@@ -105,8 +111,8 @@ WeldEdges collectWeldEdges(const ShellArrays& shell, const Borders& borders, Wel
         for (unsigned int t = surface.firstTriangle; t < surface.endTriangle; ++t) {
             const unsigned int* corners = shell.triangles.data() + 3 * std::size_t{t};
             if (!isAtBorder[corners[0]] && !isAtBorder[corners[1]] && !isAtBorder[corners[2]])
-                continue;
-            if (hasSidesToCount(corners, borders))
+                askForCorners(corners, table);
+            else if (hasSidesToCount(corners, borders))
                 appendInnerSides(corners, borders, table, result.inner);
         }
     }

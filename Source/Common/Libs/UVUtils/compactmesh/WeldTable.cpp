@@ -17,6 +17,11 @@ WeldTable::WeldTable(const ShellArrays& shell, std::span<const unsigned int> ord
     isUnsettled_ = std::move(classes.isUnsettled);
 }
 
+std::vector<char> WeldTable::unsettledClasses() const
+{
+    return dependsOnQuestions() ? isUnsettled_ : std::vector<char>(idOfClass_.size());
+}
+
 unsigned int WeldTable::weldId(unsigned int vertex)
 {
     unsigned int& id = idOfClass_[classOf_[vertex]];

@@ -26,11 +26,13 @@ public:
     /// The vertex for which the id was made, and whose key stands for it.
     unsigned int firstVertexOf(unsigned int weldId) const { return firstVertex_[weldId]; }
 
-    /// Vertices of different classes never have one weld id; those of one class always do, unless
-    /// the answers depend on the order of questions.
+    /// Vertices of one class always have one weld id, and those of different ones never do, unless
+    /// both classes are unsettled.
     unsigned int classOf(unsigned int vertex) const { return classOf_[vertex]; }
-    std::size_t classCount() const { return idOfClass_.size(); }
-    /// May questions be left out whose answers are of no interest?
+    /// [class] whether its id depends on which questions came before.
+    std::vector<char> unsettledClasses() const;
+    /// Is there such a class? Then no question may be left out, not even one whose answer is of no
+    /// interest.
     bool dependsOnQuestions() const { return !isUnsettled_.empty(); }
 
 private:
@@ -42,6 +44,7 @@ private:
     std::vector<unsigned int> firstVertex_; ///< [id]
 
     // Only where answers depend on questions:
-    std::vector<char> isUnsettled_; ///< [class] of those keys
-    std::map<WeldKey, unsigned int, WeldKeyLess> idOfKey_;
+    using IdOfKey = std::map<WeldKey, unsigned int, WeldKeyLess>;
+    std::vector<char> isUnsettled_; ///< [class]
+    IdOfKey idOfKey_;
 };
