@@ -251,9 +251,11 @@ TEST(Construction, LeavesBordersOpenThatMeetDeepInsideAnotherSurface)
     UVs uvs;
     Ids indices;
     for (unsigned i = 0; i < side * side; ++i) {
-        uvs.emplace_back(static_cast<float>(i % side), static_cast<float>(i / side));
+        const unsigned column = i % side;
+        const unsigned row = i / side;
+        uvs.emplace_back(static_cast<float>(column), static_cast<float>(row));
         positions.emplace_back(uvs[i][0], uvs[i][1], 0.F);
-        if (i % side + 1 < side && i / side + 1 < side)
+        if (column + 1 < side && row + 1 < side)
             indices.insert(indices.end(), {i, i + 1, i + side + 1, i, i + side + 1, i + side});
     }
     const auto sheet = geometryOf(positions, indices);

@@ -75,7 +75,8 @@ TEST(TopologyBridge, CopiesHoldTheirOwnReferencesAndClearLetsGo)
     bridge.getImpl()->prev.childIndices[0] = indices;
     EXPECT_EQ(indices->getRefCount(), 3);
     {
-        const kyTopologyBridge copy(bridge);
+        kyTopologyBridge copy(bridge);
+        copy.getImpl()->patchResize(2);
         kyTopologyBridge assigned;
         assigned = bridge;
         EXPECT_EQ(indices->getRefCount(), 7);
