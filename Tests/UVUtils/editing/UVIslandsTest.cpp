@@ -1,12 +1,8 @@
-#include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "UVUtils/Meshes.h"
-#include "UVUtils/RandomShells.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/editing/IslandReference.h"
+#include "UVUtils/editing/RandomNodes.h"
 #include "UVUtils/editing/kyUVSelection.h"
-#include "UVUtils/model/ActiveSurfaces.h"
-#include "UVUtils/model/Edge.h"
-#include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyUVUtils.h"
 
 #include <gtest/gtest.h>
@@ -14,22 +10,9 @@
 
 #include <algorithm>
 #include <array>
-#include <numeric>
 
 namespace
 {
-
-constexpr kyUVTypes::UVSet slot = kyUVTypes::UVSet0;
-
-/// Geometries are worked on as they stand for as long as it lives.
-class WithoutCompactMesh
-{
-public:
-    WithoutCompactMesh() { kyUVUtils::setUseCompactMesh(false); }
-    ~WithoutCompactMesh() { kyUVUtils::setUseCompactMesh(true); }
-    WithoutCompactMesh(const WithoutCompactMesh&) = delete;
-    WithoutCompactMesh& operator=(const WithoutCompactMesh&) = delete;
-};
 
 /// What a search appends.
 struct Found
@@ -201,21 +184,6 @@ std::vector<Triangle> sortedTriangles(const Ids& ids)
     return triangles;
 }
 
-Ids trianglesOf(const osg::NodePtr& node)
-{
-    Ids triangles;
-    for (const ActiveSurface& surface : activeSurfaces(node))
-        for (const unsigned int id : surface.geometry->getIndices()->getValues())
-            triangles.push_back(surface.firstId + id);
-    return triangles;
-}
-
-osg::RefPtr<osg::Node> randomNode()
-{
-    const auto seed = *rc::gen::arbitrary<std::uint32_t>();
-    return seed % 3 == 0 ? randomPlain(seed, slot) : randomShell(seed, slot);
-}
-
 RC_GTEST_PROP(FindUVIslands, ThroughAMeshFindsItsConnectedPartsInIdsOfTheNode, ())
 {
     const osg::RefPtr<osg::Node> node = randomNode();
@@ -306,70 +274,6 @@ RC_GTEST_PROP(FindUVIslands, WithoutAMeshLooksAtIndicesAlone, ())
                   static_cast<std::size_t>(
                       std::count(islandOfVertex.begin(), islandOfVertex.end(), 0xFFFFFFFFU)) ==
               islandOfVertex.size());
-}
-
-TEST(AllEdges, AreThreeForEachTriangleLowerVertexFirst)
-{
-    const WithoutCompactMesh scope;
-    const osg::RefPtr<osg::Node> node(nodeOf(quad()));
-    EXPECT_EQ(kyUVUtils::getAllEdges(coreOf(node), node, slot),
-              (Ids{0, 1, 1, 2, 0, 2, 0, 2, 2, 3, 0, 3}));
-}
-
-RC_GTEST_PROP(AllEdges, ThroughAMeshNameEachEdgeByOnePairOfASurface, ())
-{
-    const osg::RefPtr<osg::Node> node = randomNode();
-    const Ids edges = kyUVUtils::getAllEdges(coreOf(node), node, slot);
-    const Ids triangles = trianglesOf(node);
-    RC_ASSERT(edges.size() == 2 * triangles.size());
-
-    std::vector<Edge> ofSurfaces;
-    for (std::size_t i = 0; i < triangles.size(); i += 3)
-        for (std::size_t k = 0; k < 3; ++k)
-            ofSurfaces.emplace_back(triangles[i + k], triangles[i + (k + 1) % 3]);
-    std::sort(ofSurfaces.begin(), ofSurfaces.end());
-    std::vector<std::pair<Edge, Edge>> named; // the compact edge, and how it is named
-    const CompactShellMesh* const mesh = CompactShellMesh::getCMesh(coreOf(node), node, slot);
-    for (std::size_t i = 0; i < edges.size(); i += 2) {
-        const Edge edge(edges[i], edges[i + 1]);
-        RC_ASSERT(std::binary_search(ofSurfaces.begin(), ofSurfaces.end(), edge));
-        named.emplace_back(mesh->mapEdgeFToC(edge), edge);
-    }
-    std::sort(named.begin(), named.end());
-    for (std::size_t i = 1; i < named.size(); ++i)
-        if (named[i].first == named[i - 1].first)
-            RC_ASSERT(named[i].second == named[i - 1].second);
-}
-
-RC_GTEST_PROP(AllVertices, CountOverTheActiveSurfacesAndStandInTheirList, ())
-{
-    const osg::RefPtr<osg::Node> node = randomNode();
-    const osg::GeometryPtr core = coreOf(node);
-    osg::GeoTmpIndexEditInterface list(core, kyUVTypes::AllVertices);
-    list.setType(osg::GeoPrimitive::Triangles);
-    const ActiveSurface last = activeSurfaces(node).back();
-    Ids expected(last.firstId + last.vertexCount);
-    std::iota(expected.begin(), expected.end(), 0U);
-    RC_ASSERT(kyUVUtils::getAllVertices(core, node) == expected);
-    RC_ASSERT(list.getType() == osg::GeoPrimitive::Points);
-    RC_ASSERT(Ids(list.values().begin(), list.values().end()) == expected);
-
-    const unsigned int stamp = list.getStamp();
-    kyUVUtils::makeIndexForAllVertices(core, node);
-    RC_ASSERT(list.getStamp() == stamp);
-    list.addValue(7);
-    kyUVUtils::makeIndexForAllVertices(core, node);
-    RC_ASSERT(Ids(list.values().begin(), list.values().end()) == expected);
-}
-
-TEST(AllVertices, OfANodeWithoutGeometryAreNone)
-{
-    const osg::RefPtr<osg::Geometry> core(quad());
-    const osg::RefPtr<osg::Node> node(osg::Node::create());
-    kyUVUtils::makeIndexForAllVertices(core, node);
-    const osg::GeoTmpIndexEditInterface list(core, kyUVTypes::AllVertices);
-    EXPECT_FALSE(list.isNull());
-    EXPECT_EQ(list.getSize(), 0U);
 }
 
 } // namespace

@@ -34,7 +34,7 @@ void look(Task& task)
             return;
         }
         task.report.geometries.push_back(describe(task.document, scene, found));
-        task.report.geometries.back().islandList.clear();
+        task.report.geometries.back().islandList.reset();
         whole.add(sceneLayout(task.document, scene, found, task.options.common.slot, OpenIslands));
     });
     task.report.check = checkDocumentLayout(whole);

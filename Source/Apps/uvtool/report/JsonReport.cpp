@@ -124,8 +124,8 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
     if (geometry.mesh)
         addSolverMesh(json, *geometry.mesh);
     json["closedIslands"] = islandsJson(geometry.closedIslands);
-    if (!geometry.islandList.empty())
-        json["islandList"] = islandListJson(geometry.islandList, report.listsSeeds);
+    if (geometry.islandList)
+        json["islandList"] = islandListJson(*geometry.islandList, report.listsSeeds);
     if (geometry.result) {
         json["result"] = wordFor(*geometry.result);
         json["islandsDone"] = geometry.islandsDone;

@@ -48,7 +48,7 @@ struct GeometryReport
     std::vector<KeptIsland> closedIslands; ///< without a border; nothing flat can be made of them
     std::vector<KeptIsland> keptIslands;   ///< that the solver could make nothing of
     std::optional<CheckReport> check;
-    std::vector<SceneIslands::Island> islandList; ///< of a command about islands
+    std::optional<std::vector<SceneIslands::Island>> islandList; ///< of a command about islands
 
     std::optional<Outcome> result; ///< of commands that call the solver; empty if not reached
     std::size_t islandsDone = 0;   ///< that got new UVs

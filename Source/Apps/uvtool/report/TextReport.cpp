@@ -97,8 +97,8 @@ std::vector<std::string> tableOfIslands(const Report& report)
     if (report.listsSeeds)
         rows.front().emplace_back("seed");
     for (const GeometryReport& geometry : report.geometries)
-        for (std::size_t i = 0; i < geometry.islandList.size(); ++i) {
-            const SceneIslands::Island& island = geometry.islandList[i];
+        for (std::size_t i = 0; geometry.islandList && i < geometry.islandList->size(); ++i) {
+            const SceneIslands::Island& island = (*geometry.islandList)[i];
             rows.push_back({std::to_string(geometry.number), std::to_string(i),
                             std::to_string(island.triangles), std::to_string(island.vertices),
                             std::to_string(island.borderEdges)});
