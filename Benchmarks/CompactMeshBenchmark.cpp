@@ -5,6 +5,8 @@
 // don't like. Each run is held against a plain loop over the same data, timed next to it: "ratio"
 // is what counts, since both share the machine's mood.
 
+#include "PlainSort.h"
+#include "RatioTimer.h"
 #include "ShellMeshes.h"
 
 #include "OpenSG/GeoProperty.h"
@@ -16,43 +18,11 @@
 
 #include <algorithm>
 #include <array>
-#include <ctime>
 #include <malloc.h>
 #include <random>
 
 namespace
 {
-
-/// Of this thread on a processor, so that what else runs counts little.
-double processorSeconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
-}
-
-template <class Work>
-double secondsOf(const Work& work)
-{
-    const double start = processorSeconds();
-    work();
-    return processorSeconds() - start;
-}
-
-/// Runs work and reference in turn; reports the time of the work and the ratio of the two.
-template <class Work, class Reference>
-void measure(benchmark::State& state, const Work& work, const Reference& reference)
-{
-    double workSeconds = 0.0;
-    double referenceSeconds = 0.0;
-    for (auto _ : state) {
-        referenceSeconds += secondsOf(reference);
-        const double seconds = secondsOf(work);
-        workSeconds += seconds;
-        state.SetIterationTime(seconds);
-    }
-    state.counters["ratio"] = workSeconds / referenceSeconds;
-}
 
 double heapBytes()
 {
@@ -77,24 +47,16 @@ struct PlainMesh
     std::vector<unsigned int> triangles;
 };
 
-/// The least that anyone needs who sorts vertices by position and triangles by sorted vertices.
+/// The least that a build needs, which is to sort vertices and triangles.
 ///
 /// compact  the vertex of a mesh for each vertex of its surfaces
 void sortOnce(const PlainMesh& mesh, const CompactShellMesh& compact)
 {
-    std::vector<osg::Pnt3f> positions = mesh.positions;
-    std::sort(positions.begin(), positions.end(), [](const auto& a, const auto& b) {
-        return std::array{a[0], a[1], a[2]} < std::array{b[0], b[1], b[2]};
-    });
-    std::vector<std::array<unsigned int, 3>> triangles(mesh.triangles.size() / 3);
-    for (std::size_t t = 0; t < triangles.size(); ++t) {
-        for (std::size_t k = 0; k < 3; ++k)
-            triangles[t][k] = compact.mapVertFToC(mesh.triangles[3 * t + k]);
-        std::sort(triangles[t].begin(), triangles[t].end());
-    }
-    std::sort(triangles.begin(), triangles.end());
-    benchmark::DoNotOptimize(positions.data());
-    benchmark::DoNotOptimize(triangles.data());
+    std::vector<unsigned int> triangles;
+    triangles.reserve(mesh.triangles.size());
+    compact.mapVertsFToC(mesh.triangles.data(), static_cast<unsigned int>(mesh.triangles.size()),
+                         triangles);
+    bench::sortPlainly(mesh.positions, triangles);
 }
 
 using EdgePairs = std::vector<std::array<unsigned int, 2>>;
@@ -148,7 +110,7 @@ void buildMesh(benchmark::State& state)
     CompactShellMesh* mesh = meshOf(shell);
     state.counters["B/triangle"] =
         3.0 * (heapBytes() - before) / static_cast<double>(plain.triangles.size());
-    measure(
+    bench::measureRatio(
         state,
         [&] {
             mesh->touch();
@@ -191,7 +153,7 @@ void findBorders(benchmark::State& state)
 {
     const osg::RefPtr<osg::Node> shell = shellFor(state);
     const PlainMesh plain(shell);
-    measure(
+    bench::measureRatio(
         state,
         [&] {
             benchmark::DoNotOptimize(

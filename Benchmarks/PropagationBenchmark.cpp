@@ -6,8 +6,9 @@
 //   mapChanged      sorting the vertices and the triangles once with std::sort
 //   copyUVs         copying the same bytes, surface by surface
 //   verticesToMesh  one table lookup an id
-//   ...FromMesh     one std::lower_bound an edge or triangle over packed keys
+//   ...FromMesh     one std::lower_bound an edge or triangle over packed keys of them all
 
+#include "PlainSort.h"
 #include "RatioTimer.h"
 #include "ShellMeshes.h"
 
@@ -18,9 +19,7 @@
 #include "UVUtils/model/ActiveSurfaces.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <cstring>
 #include <numeric>
 #include <random>
 
@@ -28,7 +27,6 @@ namespace
 {
 
 using Ids = std::vector<unsigned int>;
-using Corners = std::array<unsigned int, 3>;
 constexpr kyUVTypes::UVSet slot = kyUVTypes::UVSet0;
 
 /// A shell with its mesh, whose callback is off.
@@ -79,26 +77,6 @@ void renumber(osg::Geometry& mesh, const Ids& order)
     mesh.getIndices()->setValues(indices);
 }
 
-void sortOnce(std::vector<osg::Pnt3f> positions, std::vector<Corners> triangles)
-{
-    std::sort(positions.begin(), positions.end(), [](const osg::Pnt3f& a, const osg::Pnt3f& b) {
-        return std::array{a[0], a[1], a[2]} < std::array{b[0], b[1], b[2]};
-    });
-    std::sort(triangles.begin(), triangles.end());
-    benchmark::DoNotOptimize(positions.data());
-    benchmark::DoNotOptimize(triangles.data());
-}
-
-std::vector<Corners> sortedCorners(const Ids& indices)
-{
-    std::vector<Corners> triangles;
-    for (std::size_t i = 0; i < indices.size(); i += 3) {
-        triangles.push_back({indices[i], indices[i + 1], indices[i + 2]});
-        std::sort(triangles.back().begin(), triangles.back().end());
-    }
-    return triangles;
-}
-
 void mapChanged(benchmark::State& state)
 {
     const BuiltShell built(state);
@@ -107,10 +85,10 @@ void mapChanged(benchmark::State& state)
     for (auto _ : state) {
         renumber(*built.mesh.getGeomPtr(), order);
         const auto positions = built.mesh.getGeomPtr()->getPositions()->getValues();
-        const auto triangles = sortedCorners(built.triangles());
+        const Ids triangles = built.triangles();
         timer.run(
             state, [&] { built.mesh.mapChanged(built.core, built.shell, nullptr); },
-            [&] { sortOnce(positions, triangles); });
+            [&] { bench::sortPlainly(positions, triangles); });
     }
     timer.report(state);
 }
@@ -127,12 +105,8 @@ void copyUVs(benchmark::State& state)
         }
         benchmark::ClobberMemory();
     };
-    bench::RatioTimer timer;
-    for (auto _ : state)
-        timer.run(
-            state, [&] { copyUVsToSurfaces(built.mesh, built.core, built.shell, slot); },
-            copyPlainly);
-    timer.report(state);
+    bench::measureRatio(
+        state, [&] { copyUVsToSurfaces(built.mesh, built.core, built.shell, slot); }, copyPlainly);
 }
 
 void verticesToMesh(benchmark::State& state)
@@ -140,22 +114,19 @@ void verticesToMesh(benchmark::State& state)
     const BuiltShell built(state);
     const Ids& table = built.mesh.getVertFToC();
     const Ids ids = shuffled(sizeOf(table));
-    bench::RatioTimer timer;
-    for (auto _ : state)
-        timer.run(
-            state,
-            [&] {
-                Ids out;
-                built.mesh.mapVertsFToC(ids.data(), sizeOf(ids), out);
-                benchmark::DoNotOptimize(out.data());
-            },
-            [&] {
-                Ids out(ids.size());
-                for (std::size_t i = 0; i < ids.size(); ++i)
-                    out[i] = table[ids[i]];
-                benchmark::DoNotOptimize(out.data());
-            });
-    timer.report(state);
+    bench::measureRatio(
+        state,
+        [&] {
+            Ids out;
+            built.mesh.mapVertsFToC(ids.data(), sizeOf(ids), out);
+            benchmark::DoNotOptimize(out.data());
+        },
+        [&] {
+            Ids out(ids.size());
+            for (std::size_t i = 0; i < ids.size(); ++i)
+                out[i] = table[ids[i]];
+            benchmark::DoNotOptimize(out.data());
+        });
 }
 
 /// Looks up keys in any order; what is found goes out as two entries.
@@ -191,17 +162,14 @@ void edgesFromMesh(benchmark::State& state)
     }
     std::vector<std::uint64_t> keys = sought;
     std::sort(keys.begin(), keys.end());
-    bench::RatioTimer timer;
-    for (auto _ : state)
-        timer.run(
-            state,
-            [&] {
-                FlatEdgeList out;
-                built.mesh.mapEdgesCToF(edges.data(), sizeOf(edges), out);
-                benchmark::DoNotOptimize(out.data());
-            },
-            [&] { seekPlainly(keys, sought); });
-    timer.report(state);
+    bench::measureRatio(
+        state,
+        [&] {
+            FlatEdgeList out;
+            built.mesh.mapEdgesCToF(edges.data(), sizeOf(edges), out);
+            benchmark::DoNotOptimize(out.data());
+        },
+        [&] { seekPlainly(keys, sought); });
 }
 
 void trianglesFromMesh(benchmark::State& state)
@@ -217,17 +185,14 @@ void trianglesFromMesh(benchmark::State& state)
     }
     std::vector<std::uint64_t> keys = sought;
     std::sort(keys.begin(), keys.end());
-    bench::RatioTimer timer;
-    for (auto _ : state)
-        timer.run(
-            state,
-            [&] {
-                Ids out;
-                built.mesh.mapSMeshCToF(asked.data(), sizeOf(asked), out);
-                benchmark::DoNotOptimize(out.data());
-            },
-            [&] { seekPlainly(keys, sought); });
-    timer.report(state);
+    bench::measureRatio(
+        state,
+        [&] {
+            Ids out;
+            built.mesh.mapSMeshCToF(asked.data(), sizeOf(asked), out);
+            benchmark::DoNotOptimize(out.data());
+        },
+        [&] { seekPlainly(keys, sought); });
 }
 
 void sizes(benchmark::internal::Benchmark* benchmark)

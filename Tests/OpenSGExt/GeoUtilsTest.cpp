@@ -61,6 +61,11 @@ TEST(GeoUtils, EachFaultHasItsBitAndItsWords)
          "not a triangle mesh"},
         {"an index beyond the end", [](auto& g) { g.getIndices()->setValue(3, 1); },
          IndexOutOfRange, "index out of range"},
+        {"the highest index that there is",
+         [](auto& g) { g.getIndices()->setValue(0xFFFFFFFF, 2); }, IndexOutOfRange,
+         "index out of range"},
+        {"indices without a vertex", [](auto& g) { g.getPositions()->clear(); }, IndexOutOfRange,
+         "index out of range"},
         {"two index lists",
          [](auto& g) {
              g.setIndexMapping({osg::Geometry::MapPosition, osg::Geometry::MapTexCoords});

@@ -1,6 +1,7 @@
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/compactmesh/CopyUVs.h"
 #include "UVUtils/compactmesh/TopologySteps.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -385,6 +386,36 @@ TEST_F(TwoQuads, CopyingGivesAMissingOrWrongSlotAndNoOther)
     expected[0] = osg::Vec2f(5, 6);
     EXPECT_EQ(kyUVUtils::getUVValuesLocal(left(), UVSet0), expected);
     EXPECT_EQ(left()->getTexSlot(1), osg::NullFC);
+
+    copyUVsToSurfaces(mesh(), core, shell, kyUVTypes::UVSet1);
+    EXPECT_EQ(left()->getTexSlot(1), osg::NullFC) << "the mesh has no such slot";
+}
+
+TEST_F(TwoQuads, StayApartWhenUVsAreMadeEqualThroughTheMesh)
+{
+    right()->setTexSlot(0, tiny::texCoords(UVs(4, osg::Vec2f(3, 3))));
+    EXPECT_EQ(mesh().getGeomPtr()->getPositions()->getSize(), 8U);
+    kyUVUtils::setUVValues(core, shell, UVSet0, UVs(8));
+    EXPECT_EQ(mesh().getGeomPtr()->getPositions()->getSize(), 8U) << "still clean";
+    mesh().touch();
+    EXPECT_EQ(mesh().getGeomPtr()->getPositions()->getSize(), 6U);
+}
+
+TEST_F(TwoQuads, ASurfaceShownBehindTheMeshsBackIsNotWritten)
+{
+    shell->getChild(1)->setTravMask(0);
+    EXPECT_EQ(mesh().getVertFToC().size(), 4U);
+    shell->getChild(1)->setTravMask(1);
+    kyUVUtils::setUVValues(core, shell, UVSet0, UVs(8));
+    const Ids ids{5};
+    UVs out;
+    kyUVUtils::getUVValues(core, shell, UVSet0, ids.data(), 1, out);
+    EXPECT_TRUE(out.empty());
+    kyUVUtils::setUVValues(core, shell, UVSet0, UVs(4, osg::Vec2f(1, 1)));
+    EXPECT_EQ(storedUVs(shell), UVs(4, osg::Vec2f(1, 1)));
+    EXPECT_EQ(right()->getTexSlot(0), osg::NullFC);
+    mesh().touch();
+    EXPECT_EQ(mesh().getVertFToC().size(), 8U);
 }
 
 } // namespace

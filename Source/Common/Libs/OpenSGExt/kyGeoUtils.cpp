@@ -53,14 +53,18 @@ bool areLengthsConsistent(const osg::Geometry& geometry, unsigned int indexCount
     return sum == indexCount;
 }
 
+/// This runs over whole meshes before every operation, so without a branch an id: below 2^31 the
+/// highest bit of a difference is its sign, and the bits of all ids and differences are collected.
 bool areBelow(std::span<const unsigned int> ids, unsigned int end)
 {
-    // The highest of all rather than the first that is too high: this loop runs over whole meshes
-    // before every operation, and compilers make vector instructions of it.
-    unsigned int highest = 0;
+    constexpr unsigned int highestBit = 1U << 31U;
+    if (ids.empty() || end == 0)
+        return ids.empty();
+    const unsigned int last = std::min(end, highestBit) - 1;
+    unsigned int bits = 0;
     for (const unsigned int id : ids)
-        highest = std::max(highest, id);
-    return ids.empty() || highest < end;
+        bits |= id | (last - id);
+    return (bits & highestBit) == 0;
 }
 
 bool areIndicesInRange(const osg::GeoIndicesPtr& indices, unsigned int vertexCount)

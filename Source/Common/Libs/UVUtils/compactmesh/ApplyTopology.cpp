@@ -2,7 +2,7 @@
 #include "OpenSGUtils/kyGeoShuffle.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
-#include "UVUtils/compactmesh/ShellArrays.h"
+#include "UVUtils/model/ActiveSurfaces.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
 

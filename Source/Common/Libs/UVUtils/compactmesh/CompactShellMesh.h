@@ -77,10 +77,11 @@ public:
                       bool all) const;
     /// For each pair of compact ids (`count` is even) one pair of F ids on one surface, the one of
     /// the lower compact id first. A pair that no triangle has as an edge gives nothing.
-    /// Three binary searches a pair at most.
+    /// At most three binary searches a pair, each among the triangles at one vertex.
     void mapEdgesCToF(const unsigned int* ids, unsigned int count, FlatEdgeList& out) const;
     /// For each triangle of compact ids, in any order (`count` is a multiple of 3), its F ids in
-    /// winding order. What is no triangle of the mesh gives nothing. One binary search each.
+    /// winding order. What is no triangle of the mesh gives nothing. One binary search each, among
+    /// the triangles at one vertex.
     void mapSMeshCToF(const unsigned int* ids, unsigned int count,
                       std::vector<unsigned int>& out) const;
 
@@ -139,6 +140,8 @@ private:
     std::vector<unsigned int> faceOrder012_; ///< [k] offsets 3k by first, second, third vertex
     std::vector<unsigned int> faceOrder02_;  ///< [k] offsets 3k by first, third vertex
     std::vector<unsigned int> faceOrder12_;  ///< [k] offsets 3k by second, third vertex
+    std::vector<unsigned int> lowestBegin_;  ///< [compact id] begin of its block in 012 and 02
+    std::vector<unsigned int> middleBegin_;  ///< [compact id] begin of its block in 12
     std::vector<unsigned int> facesF_;       ///< [3k] F ids in winding order
     std::vector<unsigned int> faceMapping_;  ///< triangle in surface order -> its k
 

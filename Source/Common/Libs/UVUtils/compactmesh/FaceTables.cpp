@@ -135,7 +135,7 @@ std::vector<unsigned int> orderByFirstAndThird(const FaceBuckets& faces)
     return offsets;
 }
 
-std::vector<unsigned int> orderBySecondAndThird(const FaceBuckets& faces)
+void orderBySecondAndThird(const FaceBuckets& faces, FaceTables& tables)
 {
     Buckets<SortedOffset> atVertex(faces.size(), [&](const auto& add) {
         unsigned int offset = 0;
@@ -146,10 +146,9 @@ std::vector<unsigned int> orderBySecondAndThird(const FaceBuckets& faces)
     });
     for (std::size_t second = 0; second < atVertex.size(); ++second)
         sortFew(atVertex[second]);
-    std::vector<unsigned int> offsets;
-    offsets.reserve(faces.items().size());
-    appendOffsets(atVertex.items(), offsets);
-    return offsets;
+    tables.faceOrder12.reserve(faces.items().size());
+    appendOffsets(atVertex.items(), tables.faceOrder12);
+    tables.middleBegin.assign(atVertex.offsets().begin(), atVertex.offsets().end());
 }
 
 } // namespace
@@ -164,6 +163,7 @@ FaceTables makeFaceTables(std::span<const unsigned int> trianglesF,
     FaceTables tables;
     fillFaces(trianglesF, faces, tables);
     tables.faceOrder02 = orderByFirstAndThird(faces);
-    tables.faceOrder12 = orderBySecondAndThird(faces);
+    tables.lowestBegin.assign(faces.offsets().begin(), faces.offsets().end());
+    orderBySecondAndThird(faces, tables);
     return tables;
 }

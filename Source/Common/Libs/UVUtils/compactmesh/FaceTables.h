@@ -4,7 +4,7 @@
 #include <vector>
 
 /// The triangles of a compact mesh in the order of their compact ids, and the ways to find one by
-/// binary search. `k` counts triangles in this order; an offset is 3k.
+/// binary search among those at a vertex. `k` counts triangles in this order; an offset is 3k.
 struct FaceTables
 {
     std::vector<unsigned int> facesF;       ///< [3k] F ids in the winding of the surface
@@ -14,6 +14,10 @@ struct FaceTables
     std::vector<unsigned int> faceOrder02;  ///< offsets by first, third compact id
     std::vector<unsigned int> faceOrder12;  ///< offsets by second, third compact id
     std::vector<unsigned int> faceMapping;  ///< [triangle in surface order] its k
+
+    // Where the triangles at a vertex begin in an order, by compact id; one more entry for the end.
+    std::vector<unsigned int> lowestBegin; ///< those of this first vertex, in 012 and 02 alike
+    std::vector<unsigned int> middleBegin; ///< those of this second vertex, in 12
 };
 
 /// Triangles with the same three compact ids stay in surface order. Corners with the same compact

@@ -10,7 +10,7 @@
 #include "OpenSG/FieldContainerFactory.h"
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
-#include "UVUtils/compactmesh/ShellArrays.h"
+#include "UVUtils/model/ActiveSurfaces.h"
 #include "UVUtils/model/kyUVUtils.h"
 
 namespace

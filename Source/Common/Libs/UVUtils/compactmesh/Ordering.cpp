@@ -68,6 +68,8 @@ CompactShellMesh::sortAndBuildFaceMappings(const std::vector<unsigned int>& tria
     faceOrder012_ = std::move(tables.faceOrder012);
     faceOrder02_ = std::move(tables.faceOrder02);
     faceOrder12_ = std::move(tables.faceOrder12);
+    lowestBegin_ = std::move(tables.lowestBegin);
+    middleBegin_ = std::move(tables.middleBegin);
     faceMapping_ = std::move(tables.faceMapping);
     return std::move(tables.facesC);
 }

@@ -1,6 +1,5 @@
 #include "UVUtils/compactmesh/ShellArrays.h"
 
-#include "OpenSGExt/kyGeoUtils.h"
 #include "UVUtils/model/IndexView.h"
 
 #include <algorithm>
@@ -43,15 +42,6 @@ void copyVertices(const ActiveSurface& surface, unsigned int slot, ShellArrays& 
 }
 
 } // namespace
-
-std::vector<ActiveSurface> usableSurfaces(const osg::NodePtr& node)
-{
-    std::vector<ActiveSurface> surfaces = activeSurfaces(node);
-    const bool isPlain = surfaces.size() == 1 && surfaces[0].node == node;
-    if (isPlain && kyGeoUtils::checkGeometryCore(surfaces[0].geometry, true) != 0)
-        surfaces.clear();
-    return surfaces;
-}
 
 ShellArrays gatherShell(std::span<const ActiveSurface> surfaces, unsigned int slot)
 {

@@ -26,11 +26,6 @@ struct ShellArrays
     WeldKey keyOf(unsigned int vertex) const { return {positions[vertex], uvs[vertex]}; }
 };
 
-/// The active surfaces of a node that can be read without further checks: a plain geometry must
-/// pass kyGeoUtils::checkGeometryCore, as the surfaces of a shell have done before they became
-/// active.
-std::vector<ActiveSurface> usableSurfaces(const osg::NodePtr& node);
-
 /// Reads the slot as zero where it holds no UVs of two floats. Surfaces are only read.
 ShellArrays gatherShell(std::span<const ActiveSurface> surfaces, unsigned int slot);
 

@@ -38,3 +38,12 @@ std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node)
     }
     return surfaces;
 }
+
+std::vector<ActiveSurface> usableSurfaces(const osg::NodePtr& node)
+{
+    std::vector<ActiveSurface> surfaces = activeSurfaces(node);
+    const bool isPlain = surfaces.size() == 1 && surfaces[0].node == node;
+    if (isPlain && kyGeoUtils::checkGeometryCore(surfaces[0].geometry, true) != 0)
+        surfaces.clear();
+    return surfaces;
+}

@@ -23,3 +23,8 @@ struct ActiveSurface
 /// geometry and that are visible on the sides that the application shows. A node without a
 /// geometry core gives nothing.
 std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node);
+
+/// The active surfaces of a node that can be read without further checks: a plain geometry must
+/// pass kyGeoUtils::checkGeometryCore, as the surfaces of a shell have done before they became
+/// active.
+std::vector<ActiveSurface> usableSurfaces(const osg::NodePtr& node);

@@ -42,6 +42,8 @@ public:
         return {items_.get() + offsets_[bucket], offsets_[bucket + 1] - offsets_[bucket]};
     }
 
+    /// [size() + 1] where each bucket begins among the items, and the end of all.
+    std::span<const unsigned int> offsets() const { return offsets_; }
     std::span<Item> items() { return {items_.get(), offsets_.back()}; } ///< bucket after bucket
     std::span<const Item> items() const { return {items_.get(), offsets_.back()}; }
 

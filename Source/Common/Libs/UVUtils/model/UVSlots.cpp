@@ -1,7 +1,6 @@
 #include "OpenSG/FieldContainerFactory.h"
 #include "OpenSG/RefPtr.h"
 #include "OpenSG/Traverse.h"
-#include "OpenSGExt/kyGeoUtils.h"
 #include "OpenSGExt/kyShellUtils.h"
 #include "OpenSGUtils/kyNodeUtils.h"
 #include "OpenSGUtils/kyRenderOptions.h"
@@ -108,10 +107,8 @@ bool kyUVUtils::hasUVSet(const osg::NodePtr& node, kyUVTypes::UVSet set)
 
 void kyUVUtils::removeUVSet(const osg::NodePtr& node, kyUVTypes::UVSet set)
 {
-    for (const ActiveSurface& surface : activeSurfaces(node))
-        // The surfaces of a shell are known to pass; a plain geometry is not.
-        if (surface.node != node || kyGeoUtils::checkGeometryCore(surface.geometry, true) == 0)
-            setTexSlot(surface.geometry, set, osg::NullFC);
+    for (const ActiveSurface& surface : usableSurfaces(node))
+        setTexSlot(surface.geometry, set, osg::NullFC);
 }
 
 std::set<osg::NodePtr> kyUVUtils::getNodesWithoutUVSet(const osg::NodePtr& node,

@@ -98,7 +98,8 @@ public:
     ///
     /// ids                  [count]  vertices of the islands to find, repeats allowed; null or none
     ///                      for all islands. One that lies in no island asks for the first island
-    /// wholeIslandsOnly     find an island only when there are as many ids in it as it has vertices:
+    /// wholeIslandsOnly     find an island only when there are as many ids in it as it has
+    /// vertices:
     ///                      the ids have to cover it; without ids it has no effect
     ///
     /// Appended to, never cleared; islands in the order in which their first triangles stand in the
