@@ -79,7 +79,7 @@ osg::RefPtr<osg::Node> sheetShell(unsigned int triangleCount, unsigned int surfa
     const unsigned int columns = columnsOf(surfaceCount);
     const unsigned int rows = surfaceCount / columns;
     const unsigned int side = std::max({sideOf(triangleCount), columns, rows});
-    const osg::RefPtr<osg::Node> shell(osg::Node::create());
+    osg::RefPtr<osg::Node> shell(osg::Node::create());
     const auto core = osg::Geometry::create();
     core->setGeometryType(osg::Geometry::ShellType);
     shell->setCore(core);
@@ -141,7 +141,7 @@ std::vector<unsigned int> shuffledTriangles(const std::vector<unsigned int>& tri
 
 } // namespace
 
-TriangleList shuffled(TriangleList list)
+TriangleList shuffled(const TriangleList& list)
 {
     std::mt19937 random(1);
     const std::vector<unsigned int> newVertex = randomOrder(list.vertexCount, random);

@@ -46,7 +46,7 @@ struct TriangleList
 TriangleList sheetTriangles(unsigned int triangleCount);
 
 /// The same triangles and vertices in random order, the worst that a file can do to a cache.
-TriangleList shuffled(TriangleList list);
+TriangleList shuffled(const TriangleList& list);
 
 /// Pieces of 16 triangles each that share no vertex.
 TriangleList pieceTriangles(unsigned int triangleCount);
