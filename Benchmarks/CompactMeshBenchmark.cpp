@@ -140,7 +140,7 @@ void buildBlurredMesh(benchmark::State& state)
     blurPositions(shell, static_cast<unsigned long>(state.range(3)));
     const PlainMesh plain(shell);
     CompactShellMesh* mesh = meshOf(shell);
-    measure(
+    bench::measureRatio(
         state,
         [&] {
             mesh->touch();

@@ -19,7 +19,7 @@ constexpr unsigned int noVertex = 0xFFFFFFFF;
 /// Four vertices that can be told apart in a property of every role.
 osg::RefPtr<osg::Geometry> richQuad()
 {
-    const osg::RefPtr<osg::Geometry> geometry = tiny::quad();
+    osg::RefPtr<osg::Geometry> geometry = tiny::quad();
     const auto normals = osg::GeoNormals3f::create();
     const auto colors = osg::GeoColors3f::create();
     const auto secondary = osg::GeoColors4f::create();
@@ -53,7 +53,7 @@ Ids numbersIn(const Property& property, Number number)
 Ids vertexNumbers(const osg::Geometry& geometry)
 {
     const auto x = [](const auto& value) { return value[0]; };
-    const Ids ids = numbersIn(geometry.getNormals(), x);
+    Ids ids = numbersIn(geometry.getNormals(), x);
     EXPECT_EQ(numbersIn(geometry.getColors(), x), ids);
     EXPECT_EQ(numbersIn(geometry.getSecondaryColors(), [](const auto& c) { return c[1]; }), ids);
     EXPECT_EQ(numbersIn(geometry.getTexSlot(0), x), ids);
