@@ -142,6 +142,19 @@ TEST(Islands, OfGeometriesByThemselvesHaveIdsOfTheirOwn)
     EXPECT_FALSE(one["geometries"][0]["islandList"][0].contains("seed"));
 }
 
+TEST(Islands, HaveSeedsThatCountInOrderOfFirstUse)
+{
+    const nlohmann::json report = islandsOf("v 0 0 0\nv 1 0 0\nv 0 1 0\nv 9 9 9\n"
+                                            "v 5 0 0\nv 6 0 0\nv 5 1 0\nv 6 1 0\n"
+                                            "f 6 7 5\nf 3 1 2\nf 7 6 8\n",
+                                            {"--list"});
+    const nlohmann::json& geometry = report["geometries"][0];
+    EXPECT_EQ(geometry["vertices"], 7);
+    EXPECT_EQ(geometry["islandList"], nlohmann::json::parse(R"([
+        {"island": 0, "triangles": 1, "vertices": 3, "borderEdges": 3, "seed": 3},
+        {"island": 1, "triangles": 2, "vertices": 4, "borderEdges": 4, "seed": 0}])"));
+}
+
 /// A normal of its own at each side of an edge splits vertices, but neither position nor UV.
 TEST(Islands, GoAcrossHardEdges)
 {
@@ -198,7 +211,9 @@ TEST(Islands, PrintATableAndDrawThePicture)
     EXPECT_THAT(run.out, HasSubstr("a shell of 2 surfaces"));
     EXPECT_THAT(run.out, HasSubstr("seed"));
     EXPECT_THAT(bytesOf(picture), HasSubstr("2 islands"));
-    EXPECT_THAT(runTool({"islands", in}).out, Not(HasSubstr("seed")));
+    const ToolRun each = runTool({"islands", in, "--picture", picture});
+    EXPECT_THAT(each.out, Not(HasSubstr("seed")));
+    EXPECT_THAT(bytesOf(picture), HasSubstr("2 islands"));
 }
 
 TEST(Islands, OfAShellAreWhatInfoTellsAsWell)
