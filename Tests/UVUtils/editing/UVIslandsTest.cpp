@@ -110,6 +110,17 @@ TEST(FindUVIslands, TakesTheIslandsThatIdsLieInAndWholeOnesWhereAsked)
     kyUVUtils::setUseCompactMesh(true);
 }
 
+/// Ids of one compact vertex are one, so only without a mesh a repeat makes a cover too long.
+TEST(FindUVIslands, CountsARepeatedIdTwiceWithoutAMesh)
+{
+    const osg::RefPtr<osg::Node> node(nodeOf(quadsApart(2)));
+    const Ids ids{4, 4, 5, 6, 7};
+    EXPECT_EQ(find(node, ids, true).vertexCounts, Ids{4});
+    const WithoutCompactMesh scope;
+    EXPECT_EQ(find(node, ids, true), Found());
+    EXPECT_EQ(find(node, ids).vertexCounts, Ids{4});
+}
+
 TEST(FindUVIslands, AppendsAndLeavesWhatWasThere)
 {
     const osg::RefPtr<osg::Node> node(nodeOf(quadsApart(2)));
