@@ -37,6 +37,18 @@ TEST(MeshRegistry, GivesAMeshOnlyWhereOneIsUsed)
     EXPECT_EQ(meshOf(plain), meshOf(plain));
 }
 
+TEST(MeshRegistry, BuildsAMeshWithoutUVsForANumberThatIsNoSlot)
+{
+    const osg::RefPtr<osg::Node> plain(nodeOf(quad()));
+    for (const int number : {8, -1}) {
+        const CompactShellMesh* mesh = meshOf(plain, static_cast<kyUVTypes::UVSet>(number));
+        ASSERT_NE(mesh, nullptr);
+        EXPECT_EQ(mesh->getGeomPtr()->getPositions()->getSize(), 4U);
+        for (unsigned slot = 0; slot < 8; ++slot)
+            EXPECT_FALSE(mesh->getGeomPtr()->getTexSlot(slot));
+    }
+}
+
 TEST(MeshRegistry, BuildsAgainOnlyWhenNeeded)
 {
     const osg::RefPtr<osg::Node> shell(shellOf({quad(), quad()}));

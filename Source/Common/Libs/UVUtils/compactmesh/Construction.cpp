@@ -36,19 +36,20 @@ std::vector<unsigned int> orderBySource(const WeldedVertices& vertices,
     return order;
 }
 
-/// The property as one of that kind: what is there, or a new one.
+/// The property as one of that kind: what is there, or a new one. Held, since a setter for a slot
+/// that does not exist holds nothing.
 template <class Property>
-osg::Ptr<Property> reuse(const osg::GeoPropertyPtr& present)
+osg::RefPtr<Property> reuse(const osg::GeoPropertyPtr& present)
 {
     const auto property = osg::dcast<Property>(present);
-    return property ? property : Property::create();
+    return osg::RefPtr<Property>(property ? property : Property::create());
 }
 
 void fillVertexProperties(osg::Geometry& geometry, unsigned int slot,
                           std::vector<osg::Pnt3f> positions, std::vector<osg::Vec2f> uvs)
 {
     const auto points = reuse<osg::GeoPositions3f>(geometry.getPositions());
-    geometry.setPositions(points);
+    geometry.setPositions(points.get());
     points->takeValues(std::move(positions));
     osg::notifyChanged(points, osg::FieldMask::all());
 
@@ -56,7 +57,7 @@ void fillVertexProperties(osg::Geometry& geometry, unsigned int slot,
     for (unsigned int other = 0; other < osg::Geometry::TexSlotCount; ++other)
         if (other != slot)
             geometry.setTexSlot(other, osg::NullFC);
-    geometry.setTexSlot(slot, texCoords);
+    geometry.setTexSlot(slot, texCoords.get());
     texCoords->takeValues(std::move(uvs));
     osg::notifyChanged(texCoords, osg::FieldMask::all());
 }
@@ -65,16 +66,15 @@ void fillVertexProperties(osg::Geometry& geometry, unsigned int slot,
 void fillPrimitive(osg::Geometry& geometry, unsigned int indexCount)
 {
     if (!osg::dcast<osg::GeoPTypesUI8>(geometry.getTypes())) {
-        const auto types = osg::GeoPTypesUI8::create();
-        types->addValue(osg::GeoPrimitive::Triangles);
-        geometry.setTypes(types);
-        osg::notifyChanged(types, osg::FieldMask::all());
+        geometry.setTypes(osg::GeoPTypesUI8::create());
+        geometry.getTypes()->addValue(osg::GeoPrimitive::Triangles);
     }
+    osg::notifyChanged(geometry.getTypes(), osg::FieldMask::all());
     // The same for every slot: readers ask the slot that the mesh holds, not the mapping.
     geometry.setIndexMapping(
         {osg::Geometry::MapPosition | osg::Geometry::MapNormal | osg::Geometry::MapTexCoords});
     const auto lengths = reuse<osg::GeoPLengthsUI32>(geometry.getLengths());
-    geometry.setLengths(lengths);
+    geometry.setLengths(lengths.get());
     lengths->takeValues({indexCount});
     osg::notifyChanged(lengths, osg::FieldMask::all());
 }
@@ -82,7 +82,7 @@ void fillPrimitive(osg::Geometry& geometry, unsigned int indexCount)
 void fillIndices(osg::Geometry& geometry, std::vector<unsigned int> ids)
 {
     const auto indices = reuse<osg::GeoIndicesUI32>(geometry.getIndices());
-    geometry.setIndices(indices);
+    geometry.setIndices(indices.get());
     indices->takeValues(std::move(ids));
     osg::notifyChanged(indices, osg::FieldMask::all());
 }
