@@ -115,7 +115,7 @@ void CompactShellMesh::fillVertexTables(const WeldedVertices& welded,
                                         const std::vector<unsigned int>& order)
 {
     vertFToC_.assign(welded.members.items().size(), 0);
-    vertCToF_.assign(order.size(), {});
+    vertCToF_.resize(order.size()); // lists that are there keep their memory
     for (unsigned int c = 0; c < order.size(); ++c) {
         const auto members = welded.members[order[c]];
         vertCToF_[c].assign(members.begin(), members.end());

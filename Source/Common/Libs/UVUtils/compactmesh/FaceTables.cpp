@@ -1,6 +1,7 @@
 #include "UVUtils/compactmesh/FaceTables.h"
 
 #include "UVUtils/model/Buckets.h"
+#include "UVUtils/model/Prefetch.h"
 #include "UVUtils/model/SortFew.h"
 
 #include <algorithm>
@@ -88,14 +89,26 @@ void resizeTables(std::size_t faceCount, FaceTables& tables)
     tables.faceOrder012.resize(faceCount);
 }
 
+/// The triangles of surfaces lie far from where they go: theirs is most of the way in memory.
+void prefetchFace(std::span<const unsigned int> trianglesF, std::span<const SortedFace> faces,
+                  std::size_t k, const FaceTables& tables)
+{
+    if (k >= faces.size())
+        return;
+    prefetch(trianglesF.data() + 3 * std::size_t{faces[k].triangle});
+    prefetch(tables.faceMapping.data() + faces[k].triangle);
+}
+
 /// Puts the triangles in their order; each is moved once.
 void fillFaces(std::span<const unsigned int> trianglesF, const FaceBuckets& faces,
                FaceTables& tables)
 {
+    constexpr std::size_t lookAhead = 24;
     resizeTables(faces.items().size(), tables);
     unsigned int offset = 0;
     for (unsigned int lowest = 0; lowest < faces.size(); ++lowest)
         for (const SortedFace& face : faces[lowest]) {
+            prefetchFace(trianglesF, faces.items(), offset / 3 + lookAhead, tables);
             const unsigned int* cornersF = trianglesF.data() + 3 * std::size_t{face.triangle};
             const std::array<unsigned int, 3> ids{lowest, face.second, face.third};
             for (unsigned int i = 0; i < 3; ++i) {
@@ -117,9 +130,9 @@ void appendOffsets(std::span<const SortedOffset> sorted, std::vector<unsigned in
 }
 
 /// By first and third vertex: the order is there up to the first one.
-std::vector<unsigned int> orderByFirstAndThird(const FaceBuckets& faces)
+void orderByFirstAndThird(const FaceBuckets& faces, std::vector<unsigned int>& offsets)
 {
-    std::vector<unsigned int> offsets;
+    offsets.clear();
     offsets.reserve(faces.items().size());
     std::vector<SortedOffset> atVertex;
     for (std::size_t first = 0; first < faces.size(); ++first) {
@@ -132,7 +145,6 @@ std::vector<unsigned int> orderByFirstAndThird(const FaceBuckets& faces)
         sortFew(std::span(atVertex));
         appendOffsets(atVertex, offsets);
     }
-    return offsets;
 }
 
 void orderBySecondAndThird(const FaceBuckets& faces, FaceTables& tables)
@@ -146,6 +158,7 @@ void orderBySecondAndThird(const FaceBuckets& faces, FaceTables& tables)
     });
     for (std::size_t second = 0; second < atVertex.size(); ++second)
         sortFew(atVertex[second]);
+    tables.faceOrder12.clear();
     tables.faceOrder12.reserve(faces.items().size());
     appendOffsets(atVertex.items(), tables.faceOrder12);
     tables.middleBegin.assign(atVertex.offsets().begin(), atVertex.offsets().end());
@@ -154,16 +167,16 @@ void orderBySecondAndThird(const FaceBuckets& faces, FaceTables& tables)
 } // namespace
 
 FaceTables makeFaceTables(std::span<const unsigned int> trianglesF,
-                          std::span<const unsigned int> vertFToC, unsigned int compactCount)
+                          std::span<const unsigned int> vertFToC, unsigned int compactCount,
+                          FaceTables recycled)
 {
     std::vector<unsigned int> trianglesC(trianglesF.size());
     std::transform(trianglesF.begin(), trianglesF.end(), trianglesC.begin(),
                    [&](unsigned int vertex) { return vertFToC[vertex]; });
     const FaceBuckets faces = sortFaces(trianglesC, compactCount);
-    FaceTables tables;
-    fillFaces(trianglesF, faces, tables);
-    tables.faceOrder02 = orderByFirstAndThird(faces);
-    tables.lowestBegin.assign(faces.offsets().begin(), faces.offsets().end());
-    orderBySecondAndThird(faces, tables);
-    return tables;
+    fillFaces(trianglesF, faces, recycled);
+    orderByFirstAndThird(faces, recycled.faceOrder02);
+    recycled.lowestBegin.assign(faces.offsets().begin(), faces.offsets().end());
+    orderBySecondAndThird(faces, recycled);
+    return recycled;
 }

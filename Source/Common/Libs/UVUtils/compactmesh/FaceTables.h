@@ -26,5 +26,7 @@ struct FaceTables
 ///
 /// trianglesF  [3 * triangle] F ids in surface order
 /// vertFToC    [F id] compact id, below compactCount
+/// recycled    tables that are of no more use, for their memory
 FaceTables makeFaceTables(std::span<const unsigned int> trianglesF,
-                          std::span<const unsigned int> vertFToC, unsigned int compactCount);
+                          std::span<const unsigned int> vertFToC, unsigned int compactCount,
+                          FaceTables recycled = {});

@@ -62,7 +62,16 @@ std::vector<unsigned int>
 CompactShellMesh::sortAndBuildFaceMappings(const std::vector<unsigned int>& trianglesF)
 {
     FaceTables tables =
-        makeFaceTables(trianglesF, vertFToC_, static_cast<unsigned int>(vertCToF_.size()));
+        makeFaceTables(trianglesF, vertFToC_, static_cast<unsigned int>(vertCToF_.size()),
+                       {.facesF = std::move(facesF_),
+                        .facesC = {},
+                        .facesSortedF = std::move(facesSortedF_),
+                        .faceOrder012 = std::move(faceOrder012_),
+                        .faceOrder02 = std::move(faceOrder02_),
+                        .faceOrder12 = std::move(faceOrder12_),
+                        .faceMapping = std::move(faceMapping_),
+                        .lowestBegin = std::move(lowestBegin_),
+                        .middleBegin = std::move(middleBegin_)});
     facesF_ = std::move(tables.facesF);
     facesSortedF_ = std::move(tables.facesSortedF);
     faceOrder012_ = std::move(tables.faceOrder012);
