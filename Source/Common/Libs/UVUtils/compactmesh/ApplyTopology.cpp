@@ -2,9 +2,12 @@
 #include "OpenSGUtils/kyGeoShuffle.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/compactmesh/VertexLinks.h"
 #include "UVUtils/model/ActiveSurfaces.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
+
+#include <algorithm>
 
 namespace
 {
@@ -32,14 +35,29 @@ void replayChild(const osg::GeometryPtr& surface, unsigned int child, const kyTo
         setUVConstraints(surface, data.childUVConstraints[child]);
 }
 
+/// Does the record name vertices of the mesh alone? A mesh that was built anew since the record was
+/// made can have welded other vertices.
+bool fits(const kyTopologyData& data, const osg::Geometry& mesh)
+{
+    const unsigned int vertexCount = mesh.getPositions() ? mesh.getPositions()->getSize() : 0;
+    return std::all_of(data.shuffle.begin(), data.shuffle.end(),
+                       [&](unsigned int vertex) { return vertex < vertexCount; });
+}
+
 void replayThroughMesh(const CompactMeshScope& scope, const osg::GeometryPtr& geometry,
                        const osg::NodePtr& node, const kyTopologyData& data)
 {
-    replay(scope.getGeometry(), data.shuffle, data.indices);
+    CompactShellMesh& mesh = *scope.getMesh();
+    const bool fitsMesh = fits(data, *mesh.getGeomPtr());
+    if (fitsMesh)
+        replay(mesh.getGeomPtr(), data.shuffle, data.indices);
     for (const ActiveSurface& surface : usableSurfaces(node))
         replayChild(surface.geometry, surface.childIndex, data);
-    scope.getMesh()->applySavedMapping(&data);
-    scope.getMesh()->mapChanged(geometry, node, nullptr);
+    mesh.applySavedMapping(&data);
+    if (fitsMesh)
+        mesh.mapChanged(geometry, node, nullptr);
+    if (!fitsMesh || !agreeInPosition(usableSurfaces(node), *mesh.getGeomPtr(), mesh.getVertFToC()))
+        mesh.touch();
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "UVUtils/compactmesh/VertexLinks.h"
 
+#include "UVUtils/compactmesh/WeldKey.h"
 #include "UVUtils/model/UVSlot.h"
 
 #include <algorithm>
@@ -94,4 +95,21 @@ void linkLooseVertices(const std::vector<ActiveSurface>& surfaces, const osg::Ge
     const std::vector<LooseVertex> ofMesh = looseVertices(mesh, set, vertFToC);
     for (std::size_t i = 0; i < ofSurfaces.size(); ++i)
         vertFToC[ofSurfaces[i].id] = ofMesh.empty() ? 0 : ofMesh[std::min(i, ofMesh.size() - 1)].id;
+}
+
+bool agreeInPosition(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,
+                     std::span<const unsigned int> vertFToC)
+{
+    const auto meshPositions = osg::dcast<osg::GeoPositions3f>(mesh.getPositions());
+    for (const ActiveSurface& surface : surfaces) {
+        const auto positions = osg::dcast<osg::GeoPositions3f>(surface.geometry->getPositions());
+        if (!positions || !meshPositions || surface.firstId + surface.vertexCount > vertFToC.size())
+            return false;
+        for (unsigned int i = 0; i < surface.vertexCount; ++i)
+            if (!isNear(positions->getData()[i],
+                        meshPositions->getData()[vertFToC[surface.firstId + i]]))
+                return false;
+    }
+    return surfaces.empty() ||
+           surfaces.back().firstId + surfaces.back().vertexCount == vertFToC.size();
 }

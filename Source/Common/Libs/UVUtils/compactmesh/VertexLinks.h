@@ -35,3 +35,8 @@ linkThroughTriangles(std::span<const unsigned int> trianglesF, std::size_t verte
 /// Linear, but for the sorting of such vertices.
 void linkLooseVertices(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,
                        kyUVTypes::UVSet set, std::vector<unsigned int>& vertFToC);
+
+/// Is each vertex of the surfaces, but for the weld tolerance, where its vertex of the mesh is?
+/// False also for a table of another length. Linear.
+bool agreeInPosition(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,
+                     std::span<const unsigned int> vertFToC);
