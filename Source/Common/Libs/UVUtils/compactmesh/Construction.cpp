@@ -92,8 +92,7 @@ void fillIndices(osg::Geometry& geometry, std::vector<unsigned int> ids)
 void CompactShellMesh::initStates(const std::vector<ActiveSurface>& surfaces, kyUVTypes::UVSet set)
 {
     slot_ = set;
-    const auto slot = static_cast<unsigned int>(set);
-    const ShellArrays shell = gatherShell(surfaces, slot);
+    const ShellArrays shell = gatherShell(surfaces, set);
     // Each compact vertex takes its position from a vertex of the surfaces: one sort serves both.
     const std::vector<unsigned int> orderF = orderByPosition(shell.positions);
     const WeldedVertices welded = weldSurfaces(shell, orderF);
@@ -103,8 +102,8 @@ void CompactShellMesh::initStates(const std::vector<ActiveSurface>& surfaces, ky
     fillVertexTables(welded, order);
     std::vector<unsigned int> indices = sortAndBuildFaceMappings(shell.triangles);
 
-    fillVertexProperties(*compactGeometry_, slot, pick(shell.positions, sources),
-                         pick(shell.uvs, sources));
+    fillVertexProperties(*compactGeometry_, static_cast<unsigned int>(set),
+                         pick(shell.positions, sources), pick(shell.uvs, sources));
     fillIndices(*compactGeometry_, std::move(indices));
     fillPrimitive(*compactGeometry_, static_cast<unsigned int>(facesF_.size()));
     osg::notifyChanged(compactGeometry_, osg::FieldMask::all());

@@ -4,6 +4,7 @@
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/compactmesh/FaceTables.h"
 #include "UVUtils/model/PositionOrder.h"
+#include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 
 namespace
@@ -46,8 +47,7 @@ void CompactShellMesh::sortVertBuffCompactGeom(TopologyOpOutData* out)
 
     const std::vector<unsigned int> order = orderByPosition(positions->values());
     gatherProperty(positions, order);
-    const auto slot = static_cast<unsigned int>(slot_);
-    if (const auto uvs = osg::dcast<osg::GeoTexCoords2f>(compactGeometry_->getTexSlot(slot)))
+    if (const auto uvs = uvSlot(*compactGeometry_, slot_))
         gatherProperty(uvs, order);
 
     const std::vector<unsigned int> newIdOf = inverseOf(order);

@@ -11,11 +11,6 @@ namespace
 
 using Ids = std::vector<unsigned int>;
 
-std::size_t vertexCountOf(const std::vector<ActiveSurface>& surfaces)
-{
-    return surfaces.empty() ? 0 : surfaces.back().firstId + surfaces.back().vertexCount;
-}
-
 /// The F ids of each compact id, ascending. The lists that are there keep their memory.
 void listFIds(const Ids& vertFToC, std::size_t compactCount, std::vector<Ids>& vertCToF)
 {

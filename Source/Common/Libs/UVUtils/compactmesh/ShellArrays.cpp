@@ -1,16 +1,12 @@
 #include "UVUtils/compactmesh/ShellArrays.h"
 
 #include "UVUtils/model/IndexView.h"
+#include "UVUtils/model/UVSlot.h"
 
 #include <algorithm>
 
 namespace
 {
-
-unsigned int vertexCountOf(std::span<const ActiveSurface> surfaces)
-{
-    return surfaces.empty() ? 0 : surfaces.back().firstId + surfaces.back().vertexCount;
-}
 
 unsigned int indexCountOf(std::span<const ActiveSurface> surfaces)
 {
@@ -30,27 +26,26 @@ void appendTriangles(const ActiveSurface& surface, std::vector<unsigned int>& tr
                    [&](unsigned int id) { return surface.firstId + id; });
 }
 
-void copyVertices(const ActiveSurface& surface, unsigned int slot, ShellArrays& shell)
+void copyVertices(const ActiveSurface& surface, kyUVTypes::UVSet set, ShellArrays& shell)
 {
     const auto positions = osg::dcast<osg::GeoPositions3f>(surface.geometry->getPositions());
     std::copy_n(positions->getData(), surface.vertexCount,
                 shell.positions.begin() + surface.firstId);
-    const auto uvs = osg::dcast<osg::GeoTexCoords2f>(surface.geometry->getTexSlot(slot));
-    if (uvs)
+    if (const auto uvs = uvSlot(surface.geometry, set))
         std::copy_n(uvs->getData(), std::min(uvs->getSize(), surface.vertexCount),
                     shell.uvs.begin() + surface.firstId);
 }
 
 } // namespace
 
-ShellArrays gatherShell(std::span<const ActiveSurface> surfaces, unsigned int slot)
+ShellArrays gatherShell(std::span<const ActiveSurface> surfaces, kyUVTypes::UVSet set)
 {
     ShellArrays shell;
     shell.positions.resize(vertexCountOf(surfaces));
     shell.uvs.resize(shell.positions.size());
     shell.triangles.reserve(indexCountOf(surfaces));
     for (const ActiveSurface& surface : surfaces) {
-        copyVertices(surface, slot, shell);
+        copyVertices(surface, set, shell);
         const auto firstTriangle = static_cast<unsigned int>(shell.triangles.size() / 3);
         appendTriangles(surface, shell.triangles);
         shell.surfaces.push_back({firstTriangle,

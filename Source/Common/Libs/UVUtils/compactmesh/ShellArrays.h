@@ -3,6 +3,7 @@
 #include "OpenSG/Vector.h"
 #include "UVUtils/compactmesh/WeldKey.h"
 #include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/model/kyUVTypes.h"
 
 #include <span>
 #include <vector>
@@ -27,7 +28,7 @@ struct ShellArrays
 };
 
 /// Reads the slot as zero where it holds no UVs of two floats. Surfaces are only read.
-ShellArrays gatherShell(std::span<const ActiveSurface> surfaces, unsigned int slot);
+ShellArrays gatherShell(std::span<const ActiveSurface> surfaces, kyUVTypes::UVSet set);
 
 /// The triangles alone: [3 * triangle] F ids in surface order.
 std::vector<unsigned int> gatherTriangles(std::span<const ActiveSurface> surfaces);

@@ -7,6 +7,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <utility>
 
 namespace
 {
@@ -101,15 +102,18 @@ bool agreeInPosition(const std::vector<ActiveSurface>& surfaces, const osg::Geom
                      std::span<const unsigned int> vertFToC)
 {
     const auto meshPositions = osg::dcast<osg::GeoPositions3f>(mesh.getPositions());
+    if (!meshPositions || vertexCountOf(surfaces) != vertFToC.size())
+        return false;
+    const auto places = std::as_const(*meshPositions).values();
     for (const ActiveSurface& surface : surfaces) {
         const auto positions = osg::dcast<osg::GeoPositions3f>(surface.geometry->getPositions());
-        if (!positions || !meshPositions || surface.firstId + surface.vertexCount > vertFToC.size())
+        if (!positions)
             return false;
-        for (unsigned int i = 0; i < surface.vertexCount; ++i)
-            if (!isNear(positions->getData()[i],
-                        meshPositions->getData()[vertFToC[surface.firstId + i]]))
+        for (unsigned int i = 0; i < surface.vertexCount; ++i) {
+            const unsigned int compactId = vertFToC[surface.firstId + i];
+            if (compactId >= places.size() || !isNear(positions->getData()[i], places[compactId]))
                 return false;
+        }
     }
-    return surfaces.empty() ||
-           surfaces.back().firstId + surfaces.back().vertexCount == vertFToC.size();
+    return true;
 }

@@ -3,6 +3,7 @@
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
 
+#include <span>
 #include <vector>
 
 /// One geometry that really takes part in the work on a node.
@@ -23,6 +24,12 @@ struct ActiveSurface
 /// geometry and that are visible on the sides that the application shows. A node without a
 /// geometry core gives nothing.
 std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node);
+
+/// The vertices of all of them together.
+inline unsigned int vertexCountOf(std::span<const ActiveSurface> surfaces)
+{
+    return surfaces.empty() ? 0 : surfaces.back().firstId + surfaces.back().vertexCount;
+}
 
 /// The active surfaces of a node that can be read without further checks: a plain geometry must
 /// pass kyGeoUtils::checkGeometryCore, as the surfaces of a shell have done before they became

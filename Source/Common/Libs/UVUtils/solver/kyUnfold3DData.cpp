@@ -1,5 +1,6 @@
 #include "UVUtils/solver/kyUnfold3DData.h"
 
+#include "UVUtils/model/UVSlot.h"
 #include "UVUtils/solver/WriteLine.h"
 #include "Utils/kyLog.h"
 
@@ -120,8 +121,7 @@ bool kyUnfold3DData::extractData(const osg::GeometryPtr& geometry,
 
     const osg::GeoIndicesPtr indices = geometry->getIndices();
     const auto positions = osg::dcast<osg::GeoPositions3f>(geometry->getPositions());
-    const auto slot = static_cast<unsigned int>(uvSet_);
-    const auto texCoords = osg::dcast<osg::GeoTexCoords2f>(geometry->getTexSlot(slot));
+    const auto texCoords = uvSlot(geometry, uvSet_);
     writeLine("geo:");
     writeSize("osg_positions ", positions);
     writeSize("osg_indices ", indices);
