@@ -118,6 +118,23 @@ RC_GTEST_PROP(ApplyTopology, GoesBackAndForthBitForBit, ())
     steps::expectSameAsFreshBuild(shell);
 }
 
+RC_GTEST_PROP(ApplyTopology, StandsNumbersThatAreNone, ())
+{
+    const auto seed = *rc::gen::arbitrary<std::uint32_t>();
+    Random random(seed);
+    ShellTraits traits;
+    traits.badNumbers = true;
+    const auto shell = randomShell(seed, UVSet0, traits);
+    const steps::State before = steps::stateOf(shell);
+    kyTopologyBridge bridge;
+    doRandomStep(shell, 0, random, bridge);
+    const steps::State after = steps::stateOf(shell);
+    kyUVUtils::applyTopology(coreOf(shell), shell, UVSet0, bridge.getPrev());
+    RC_ASSERT(steps::stateOf(shell).indices == before.indices);
+    kyUVUtils::applyTopology(coreOf(shell), shell, UVSet0, bridge.getNext());
+    RC_ASSERT(steps::stateOf(shell).indices == after.indices);
+}
+
 /// The values that the active surfaces hold themselves, one surface after the other.
 UVs storedUVs(const osg::NodePtr& shell)
 {
