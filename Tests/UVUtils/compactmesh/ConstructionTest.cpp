@@ -134,7 +134,7 @@ void expectLikeReference(const CompactShellMesh& mesh, const ReferenceMesh& refe
     const auto uvs = uvsOf(mesh.getGeomPtr(), static_cast<unsigned>(mesh.getSlot()));
     for (const ReferenceMesh::Vertex& vertex : reference.vertices) {
         const unsigned c = mesh.mapVertFToC(vertex.fIds[0]);
-        EXPECT_EQ(Table::vertCToF(mesh)[c], vertex.fIds);
+        EXPECT_EQ(Table::vertCToF(mesh, c), vertex.fIds);
         EXPECT_TRUE(sameBits(positions[c], vertex.position));
         EXPECT_TRUE(sameBits(uvs[c], vertex.uv));
     }

@@ -7,7 +7,14 @@
 struct CompactShellMeshTestAccess
 {
     static const Ids& vertFToC(const CompactShellMesh& mesh) { return mesh.vertFToC_; }
-    static const std::vector<Ids>& vertCToF(const CompactShellMesh& mesh) { return mesh.vertCToF_; }
+    static const Buckets<unsigned>& vertCToF(const CompactShellMesh& mesh)
+    {
+        return mesh.vertCToF_;
+    }
+    static Ids vertCToF(const CompactShellMesh& mesh, unsigned c)
+    {
+        return {mesh.vertCToF_[c].begin(), mesh.vertCToF_[c].end()};
+    }
     static const Ids& facesF(const CompactShellMesh& mesh) { return mesh.facesF_; }
     static const Ids& facesSortedF(const CompactShellMesh& mesh) { return mesh.facesSortedF_; }
     static const Ids& faceOrder012(const CompactShellMesh& mesh) { return mesh.faceOrder012_; }

@@ -5,6 +5,7 @@
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
 #include "OpenSG/RefPtr.h"
+#include "UVUtils/model/Buckets.h"
 #include "UVUtils/model/Edge.h"
 #include "UVUtils/model/kyUVTypes.h"
 
@@ -132,7 +133,7 @@ private:
     bool geomChangeCBEnabled_ = true;
     osg::RefPtr<osg::Geometry> compactGeometry_;
     std::vector<unsigned int> vertFToC_;
-    std::vector<std::vector<unsigned int>> vertCToF_;
+    Buckets<unsigned int> vertCToF_; ///< [compact id] its F ids
     kyUVTypes::UVSet slot_ = kyUVTypes::UVSet0;
 
     // The triangles; `k` counts them in the order of their three compact ids, ascending.

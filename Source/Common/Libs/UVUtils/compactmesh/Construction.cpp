@@ -114,11 +114,12 @@ void CompactShellMesh::fillVertexTables(const WeldedVertices& welded,
                                         const std::vector<unsigned int>& order)
 {
     vertFToC_.assign(welded.members.items().size(), 0);
-    vertCToF_.resize(order.size()); // lists that are there keep their memory
-    for (unsigned int c = 0; c < order.size(); ++c) {
-        const auto members = welded.members[order[c]];
-        vertCToF_[c].assign(members.begin(), members.end());
-        for (const unsigned int vertex : members)
+    for (unsigned int c = 0; c < order.size(); ++c)
+        for (const unsigned int vertex : welded.members[order[c]])
             vertFToC_[vertex] = c;
-    }
+    vertCToF_ = Buckets<unsigned int>(order.size(), [&](const auto& add) {
+        for (unsigned int c = 0; c < order.size(); ++c)
+            for (const unsigned int vertex : welded.members[order[c]])
+                add(c, vertex);
+    });
 }

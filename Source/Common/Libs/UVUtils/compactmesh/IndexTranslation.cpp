@@ -67,7 +67,7 @@ void CompactShellMesh::mapVertsCToF(const unsigned int* ids, unsigned int count,
                                     bool all) const
 {
     for (unsigned int i = 0; i < count; ++i) {
-        const Ids& sources = vertCToF_[ids[i]];
+        const auto sources = vertCToF_[ids[i]];
         if (all)
             out.insert(out.end(), sources.begin(), sources.end());
         else if (!sources.empty())

@@ -11,14 +11,13 @@ namespace
 
 using Ids = std::vector<unsigned int>;
 
-/// The F ids of each compact id, ascending. The lists that are there keep their memory.
-void listFIds(const Ids& vertFToC, std::size_t compactCount, std::vector<Ids>& vertCToF)
+/// The F ids of each compact id, ascending.
+Buckets<unsigned int> listFIds(const Ids& vertFToC, std::size_t compactCount)
 {
-    for (Ids& fIds : vertCToF)
-        fIds.clear();
-    vertCToF.resize(compactCount);
-    for (unsigned int f = 0; f < vertFToC.size(); ++f)
-        vertCToF[vertFToC[f]].push_back(f);
+    return {compactCount, [&](const auto& add) {
+                for (unsigned int f = 0; f < vertFToC.size(); ++f)
+                    add(vertFToC[f], f);
+            }};
 }
 
 void writeSoleLength(const osg::GeoPLengthsPtr& lengths, unsigned int indexCount)
@@ -51,7 +50,7 @@ void CompactShellMesh::mapChanged(const osg::GeometryPtr& /*geometry*/, const os
     }
     vertFToC_ = std::move(*links);
     linkLooseVertices(surfaces, *compactGeometry_, slot_, vertFToC_);
-    listFIds(vertFToC_, positions->getSize(), vertCToF_);
+    vertCToF_ = listFIds(vertFToC_, positions->getSize());
 
     if (out)
         *out->prevFaceMapping = faceMapping_;
