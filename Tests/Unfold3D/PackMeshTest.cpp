@@ -75,7 +75,15 @@ TEST_F(PackMesh, RealIslandsKeepTheirGapsAndCoverTheSquare)
         keys.islandScaling = c.islandScaling;
         keys.spacing = 2.0 / 1024.0;
         keys.margin = 1.0 / 1024.0;
-        EXPECT_GE(packed::wholeArea(layout, packSoundly(layout, keys)), c.covers);
+        PackRun run(layout);
+        run.pack(keys);
+        ASSERT_FALSE(run.hasError()) << run.error();
+        const std::vector<Vec2> uvs = packed::asFloats(run.uvs());
+        EXPECT_GE(packed::leastGap(layout, uvs), keys.spacing);
+        const double far = 1.0 - keys.margin;
+        EXPECT_TRUE(
+            (unfold3d::Box2{{keys.margin, keys.margin}, {far, far}}).contains(packed::bounds(uvs)));
+        EXPECT_GE(packed::wholeArea(layout, uvs), c.covers);
     }
 }
 
