@@ -62,8 +62,8 @@ void fillVertexProperties(osg::Geometry& geometry, unsigned int slot,
     osg::notifyChanged(texCoords, osg::FieldMask::all());
 }
 
-/// Says that the indices are one list of triangles, single indexed.
-void fillPrimitive(osg::Geometry& geometry, unsigned int indexCount)
+/// Says that the indices are of triangles, single indexed.
+void fillPrimitive(osg::Geometry& geometry)
 {
     if (!osg::dcast<osg::GeoPTypesUI8>(geometry.getTypes())) {
         geometry.setTypes(osg::GeoPTypesUI8::create());
@@ -73,18 +73,20 @@ void fillPrimitive(osg::Geometry& geometry, unsigned int indexCount)
     // The same for every slot: readers ask the slot that the mesh holds, not the mapping.
     geometry.setIndexMapping(
         {osg::Geometry::MapPosition | osg::Geometry::MapNormal | osg::Geometry::MapTexCoords});
-    const auto lengths = reuse<osg::GeoPLengthsUI32>(geometry.getLengths());
-    geometry.setLengths(lengths.get());
-    lengths->takeValues({indexCount});
-    osg::notifyChanged(lengths, osg::FieldMask::all());
 }
 
+/// The indices are one list.
 void fillIndices(osg::Geometry& geometry, std::vector<unsigned int> ids)
 {
     const auto indices = reuse<osg::GeoIndicesUI32>(geometry.getIndices());
     geometry.setIndices(indices.get());
     indices->takeValues(std::move(ids));
     osg::notifyChanged(indices, osg::FieldMask::all());
+
+    const auto lengths = reuse<osg::GeoPLengthsUI32>(geometry.getLengths());
+    geometry.setLengths(lengths.get());
+    lengths->takeValues({indices->getSize()});
+    osg::notifyChanged(lengths, osg::FieldMask::all());
 }
 
 } // namespace
@@ -104,8 +106,8 @@ void CompactShellMesh::initStates(const std::vector<ActiveSurface>& surfaces, ky
 
     fillVertexProperties(*compactGeometry_, static_cast<unsigned int>(set),
                          pick(shell.positions, sources), pick(shell.uvs, sources));
+    fillPrimitive(*compactGeometry_);
     fillIndices(*compactGeometry_, std::move(indices));
-    fillPrimitive(*compactGeometry_, static_cast<unsigned int>(facesF_.size()));
     osg::notifyChanged(compactGeometry_, osg::FieldMask::all());
     dirty_ = false;
 }

@@ -1,8 +1,8 @@
 // Who owns a compact mesh, how it is found, and what makes it dirty.
 //
 // Two tables own the meshes, by container id: that of owners, which gives meshes out, and that of
-// watched geometries, each with the meshes that depend on it. They and the callbacks are leaked on
-// purpose: containers may die after main and still call back.
+// watched geometries, each with the meshes that depend on it. They are leaked on purpose:
+// containers share the callbacks, may die after main and still call back.
 //
 // A container is in one of the tables exactly when the callbacks are registered on it, because a
 // registration can't be taken back. It leaves both when it is destroyed.

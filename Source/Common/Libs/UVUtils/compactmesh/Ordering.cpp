@@ -53,7 +53,7 @@ void CompactShellMesh::sortVertBuffCompactGeom(TopologyOpOutData* out)
     const std::vector<unsigned int> newIdOf = inverseOf(order);
     for (unsigned int& vertex : indices->values())
         vertex = newIdOf[vertex];
-    osg::notifyChanged(indices, compactGeometry_, osg::GeometryBase::IndicesFieldMask);
+    osg::notifyChanged(indices, compactGeometry_, osg::FieldMask::all()); // vertices moved too
     if (out)
         renumberShuffles(*out, order, newIdOf);
 }

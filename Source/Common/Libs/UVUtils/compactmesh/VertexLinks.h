@@ -37,7 +37,6 @@ void linkLooseVertices(const std::vector<ActiveSurface>& surfaces, const osg::Ge
                        kyUVTypes::UVSet set, std::vector<unsigned int>& vertFToC);
 
 /// Is each vertex of the surfaces, but for the weld tolerance, where its vertex of the mesh is?
-/// False also where the table does
-/// not fit. Linear.
+/// False also where the table does not fit. Linear.
 bool agreeInPosition(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,
                      std::span<const unsigned int> vertFToC);
