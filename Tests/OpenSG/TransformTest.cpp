@@ -6,16 +6,12 @@
 #include "OpenSG/Transform3D.h"
 #include "TinyGeometry.h"
 
-#include <numbers>
-
 using namespace osg;
 using mathtest::isNear;
 using mathtest::Rounding;
 
 namespace
 {
-
-constexpr double HalfTurn = std::numbers::pi;
 
 RefPtr<Transform3D> transform()
 {

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cmath>
 
 using namespace patchwork;
@@ -142,9 +141,5 @@ TEST(Pack, TheUnitOfTheMeshDoesNotMatter)
         EXPECT_NEAR(packed::wholeArea(other, packSoundly(other, keys)), area, 0.01 * area);
     }
 }
-
-std::atomic<int> progressCalls;
-std::atomic<double> lastProgress;
-std::atomic<bool> isMonotone;
 
 } // namespace
