@@ -330,6 +330,23 @@ TEST_F(TwoQuads, LosingASurfaceMakesTheTablesOfARecordStaleAndTheMeshBuildAnew)
     shell->subChild(shell->getChild(1));
     kyUVUtils::applyTopology(core, shell, UVSet0, bridge.getPrev());
     EXPECT_EQ(mesh().getVertFToC(), (Ids{0, 2, 3, 1}));
+
+    kyTopologyData record = *static_cast<const kyTopologyData*>(bridge.getPrev());
+    record.shuffle = {0};
+    kyUVUtils::applyTopology(core, shell, UVSet0, &record); // indices beyond the only vertex
+    EXPECT_EQ(mesh().getVertFToC(), (Ids{0, 2, 3, 1}));
+}
+
+TEST_F(TwoQuads, HiddenBehindTheMeshsBackDoNotLendTheirUVsToOthers)
+{
+    const UVs own(4, osg::Vec2f(3, 3));
+    right()->setTexSlot(0, tiny::texCoords(own));
+    const CompactMeshScope scope(core, shell, UVSet0);
+    shell->getChild(0)->setTravMask(0);
+    EXPECT_EQ(uvsOf(shell).size(), 4U);
+    scope.getMesh()->mapChanged(core, shell, nullptr);
+    scope.commit();
+    EXPECT_EQ(storedUVs(shell), own);
 }
 
 TEST_F(TwoQuads, AMeshThatWeldedOtherVerticesSinceIsBuiltAnewAfterAReplay)

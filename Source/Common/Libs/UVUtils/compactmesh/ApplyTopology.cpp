@@ -4,10 +4,12 @@
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/compactmesh/VertexLinks.h"
 #include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/model/IndexView.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
 
 #include <algorithm>
+#include <span>
 
 namespace
 {
@@ -35,13 +37,18 @@ void replayChild(const osg::GeometryPtr& surface, unsigned int child, const kyTo
         setUVConstraints(surface, data.childUVConstraints[child]);
 }
 
-/// Does the record name vertices of the mesh alone? A mesh that was built anew since the record was
-/// made can have welded other vertices.
+bool areBelow(std::span<const unsigned int> ids, std::size_t end)
+{
+    return std::all_of(ids.begin(), ids.end(), [end](unsigned int id) { return id < end; });
+}
+
+/// Does the record name vertices of the mesh alone, and its triangles none but those that it makes?
+/// A mesh that was built anew since the record was made can have welded other vertices.
 bool fits(const kyTopologyData& data, const osg::Geometry& mesh)
 {
     const unsigned int vertexCount = mesh.getPositions() ? mesh.getPositions()->getSize() : 0;
-    return std::all_of(data.shuffle.begin(), data.shuffle.end(),
-                       [&](unsigned int vertex) { return vertex < vertexCount; });
+    const IndexView indices(data.indices ? data.indices.get() : mesh.getIndices());
+    return areBelow(data.shuffle, vertexCount) && areBelow(indices.ids(), data.shuffle.size());
 }
 
 void replayThroughMesh(const CompactMeshScope& scope, const osg::GeometryPtr& geometry,

@@ -91,6 +91,7 @@ public:
     /// Makes all tables anew after an operation changed the topology of the mesh's geometry and of
     /// all active surfaces alike: vertices split, merged or renumbered, and the indices with them,
     /// while the triangles of each surface and their order stayed. The change callback is off.
+    /// Where the active surfaces are others than those of the last build, the mesh is built anew.
     ///
     /// out  receives face mappings and indices for an undo, and its shuffles are moved to the new
     ///      order of the vertices; may be null

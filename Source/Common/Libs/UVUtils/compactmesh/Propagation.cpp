@@ -44,7 +44,9 @@ void CompactShellMesh::mapChanged(const osg::GeometryPtr& /*geometry*/, const os
     auto links = linkThroughTriangles(trianglesF, vertexCountOf(surfaces), indices->values(),
                                       positions->getSize(), faceMapping_);
     if (!links) {
-        // The surfaces are others than those that the tables tell of: only a build can help.
+        // The surfaces are others than those that the tables tell of. The caller goes on with this
+        // mesh, so it is built here, and by the next getCMesh again, which watches the surfaces.
+        initStates(surfaces, slot_);
         touch();
         return;
     }

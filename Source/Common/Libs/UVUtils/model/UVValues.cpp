@@ -5,6 +5,7 @@
 #include "OpenSGExt/kyShellUtils.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/model/ActiveSurfaces.h"
 #include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -24,14 +25,19 @@ bool areBelow(Ids ids, std::size_t end)
     return std::all_of(ids.begin(), ids.end(), [end](unsigned int id) { return id < end; });
 }
 
-/// The compact ids of some vertices, or of all of them for null ids; none if an id is that of no
-/// vertex.
+/// The compact ids of some vertices, or for null ids of all that the node's surfaces have now, as
+/// far as the mesh knows them; none if an id is that of no vertex.
 std::optional<std::vector<unsigned int>> compactIdsOf(const CompactShellMesh& mesh,
+                                                      const osg::NodePtr& node,
                                                       const unsigned int* ids, unsigned int count)
 {
-    if (!ids)
-        return mesh.getVertFToC();
-    if (!areBelow(Ids(ids, count), mesh.getVertFToC().size()))
+    const Ids known(mesh.getVertFToC());
+    if (!ids) {
+        const std::size_t present = vertexCountOf(activeSurfaces(node));
+        const Ids all = known.first(std::min(present, known.size()));
+        return std::vector(all.begin(), all.end());
+    }
+    if (!areBelow(Ids(ids, count), known.size()))
         return std::nullopt;
     std::vector<unsigned int> compactIds;
     mesh.mapVertsFToC(ids, count, compactIds);
@@ -51,11 +57,11 @@ void scatter(const UVArray& uvs, Ids ids, std::span<Vec2f> slot)
         slot[ids[i]] = uvs[i];
 }
 
-void readThroughMesh(const CompactShellMesh& mesh, kyUVTypes::UVSet set, const unsigned int* ids,
-                     unsigned int count, UVArray& uvs)
+void readThroughMesh(const CompactShellMesh& mesh, const osg::NodePtr& node, kyUVTypes::UVSet set,
+                     const unsigned int* ids, unsigned int count, UVArray& uvs)
 {
     const osg::GeoTexCoords2fPtr slot = uvSlot(mesh.getGeomPtr(), set);
-    const auto compactIds = compactIdsOf(mesh, ids, count);
+    const auto compactIds = compactIdsOf(mesh, node, ids, count);
     if (slot && compactIds && !compactIds->empty())
         gather(slot->values(), *compactIds, uvs);
 }
@@ -72,11 +78,11 @@ void readPlain(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set, const uns
         gather(slot->values(), Ids(ids, count), uvs);
 }
 
-void writeThroughMesh(const CompactMeshScope& scope, kyUVTypes::UVSet set, const unsigned int* ids,
-                      unsigned int count, const UVArray& uvs)
+void writeThroughMesh(const CompactMeshScope& scope, const osg::NodePtr& node, kyUVTypes::UVSet set,
+                      const unsigned int* ids, unsigned int count, const UVArray& uvs)
 {
     const osg::GeoTexCoords2fPtr slot = uvSlot(scope.getGeometry(), set);
-    const auto compactIds = compactIdsOf(*scope.getMesh(), ids, count);
+    const auto compactIds = compactIdsOf(*scope.getMesh(), node, ids, count);
     if (!slot || !compactIds || compactIds->size() != uvs.size())
         return;
     scatter(uvs, *compactIds, slot->values());
@@ -135,7 +141,7 @@ void kyUVUtils::getUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr
     if (!useCMesh(geometry))
         readPlain(geometry, set, ids, count, uvs);
     else if (const CompactShellMesh* mesh = CompactShellMesh::getCMesh(geometry, node, set))
-        readThroughMesh(*mesh, set, ids, count, uvs);
+        readThroughMesh(*mesh, node, set, ids, count, uvs);
 }
 
 void kyUVUtils::setUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
@@ -153,7 +159,7 @@ void kyUVUtils::setUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr
     if (useCMesh(geometry)) {
         const CompactMeshScope scope(geometry, node, set);
         if (scope.getMesh())
-            writeThroughMesh(scope, set, ids, count, uvs);
+            writeThroughMesh(scope, node, set, ids, count, uvs);
     } else if (!ids) {
         setLocalUVs(geometry, set, uvs);
     } else if (areBelow(Ids(ids, count), vertexCountOf(geometry))) {
