@@ -30,6 +30,19 @@ public:
 
     /// Has the script answer a command from here on.
     void on(const std::string& command, Script script) { scripts_[command] = std::move(script); }
+    /// Has this done during a command, which answers nothing.
+    void during(const std::string& command, std::function<void(const Run&)> action)
+    {
+        on(command, [action = std::move(action)](const Run& run) {
+            action(run);
+            return nothing();
+        });
+    }
+    /// Has a command fail.
+    void fail(const std::string& command)
+    {
+        on(command, [](const Run&) { return holding("Error", "no"); });
+    }
     /// Forgets what it noted and what it was told.
     void reset();
     /// The island of each vertex, for an "Export" that asks for it.

@@ -62,7 +62,7 @@ TEST_F(RunOutcome, AnErrorOfAnyCommandEndsTheRunThere)
     for (const char* failing : {"Init", "Import", "Select", "Constrain", "Unfold", "Pack"}) {
         SCOPED_TRACE(failing);
         solver.reset();
-        solver.on(failing, [](const auto&) { return RecordingSolver::holding("Error", "no"); });
+        solver.fail(failing);
         uvs = {Vec2f(8.F, 8.F)};
         EXPECT_EQ(unfold({.pack = &packSettings, .vertical = {0, 1}}), kyUVTypes::Failure);
         const Texts& commands = solver.commands();
@@ -94,10 +94,9 @@ TEST_F(RunOutcome, EachExceptionIsLoggedUnderTheNameOfItsOperation)
     for (const Case& c : cases) {
         for (const char* command : {"Init", "Import", "Pack"}) {
             solver.reset();
-            solver.on(command, [&](const auto&) {
+            solver.during(command, [&](const auto&) {
                 EXPECT_NE(gSolverProgress, nullptr);
                 c.raise();
-                return NU3D::CRef();
             });
             log.lines.clear();
             EXPECT_EQ(unfold({.pack = &packSettings}), kyUVTypes::Failure);
@@ -115,11 +114,10 @@ TEST_F(RunOutcome, ACancelDuringACommandEndsTheRunAtItsCheck)
     for (const char* during : {"Init", "Import", "Select", "Unfold", "Export"}) {
         SCOPED_TRACE(during);
         solver.reset();
-        solver.on(during, [](const RecordingSolver::Run& run) {
+        solver.during(during, [](const RecordingSolver::Run& run) {
             EXPECT_FALSE(run.asksToStop());
             kyStackedProgress::requestCancel();
             EXPECT_TRUE(run.asksToStop());
-            return RecordingSolver::nothing();
         });
         EXPECT_EQ(unfold(), kyUVTypes::Cancelled);
         EXPECT_EQ(solver.commands().back(), during);

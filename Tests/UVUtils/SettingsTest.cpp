@@ -13,16 +13,6 @@ using namespace kyUnfold3D;
 namespace
 {
 
-TEST(Settings, IterationsBelowZeroMeanMinusOneToUnfoldAndNoneToOptimize)
-{
-    UnfoldSettings unfold;
-    unfold.setOptimizeIterations(-5);
-    EXPECT_EQ(unfold.getOptimizeIterations(), -1);
-    OptimizeSettings optimize;
-    optimize.setIterations(-5);
-    EXPECT_EQ(optimize.getIterations(), 0);
-}
-
 TEST(Settings, LengthsAndSharesAreClampedAndNeverNoNumber)
 {
     struct Case
@@ -40,6 +30,8 @@ TEST(Settings, LengthsAndSharesAreClampedAndNeverNoNumber)
         OptimizeSettings optimize;
         optimize.setRoomSpace(c.given);
         EXPECT_EQ(optimize.getRoomSpace(), c.length);
+        optimize.setIterations(-5);
+        EXPECT_EQ(optimize.getIterations(), 0);
         optimize.setPower(static_cast<float>(c.given));
         EXPECT_EQ(optimize.getPower(), c.share);
         optimize.setAngleVsDistanceConservation(static_cast<float>(c.given));
@@ -55,24 +47,6 @@ TEST(Settings, LengthsAndSharesAreClampedAndNeverNoNumber)
         seam.setManufacturedAreaRatio(c.given);
         EXPECT_EQ(seam.getManufacturedAreaRatio(), c.share);
     }
-}
-
-TEST(Settings, PackModesBecomeTheSolversNumbers)
-{
-    LogCapture log;
-    PackSettings pack;
-    const int preScale[] = {0, 1, 3};
-    for (int i = 0; i < 3; ++i) {
-        pack.setPreScaleMode(kyUVTypes::PreScaleMode(i));
-        pack.setPostScaleMode(kyUVTypes::PostScaleMode(i));
-        EXPECT_EQ(pack.getPreScaleModeU3DVal(), preScale[i]);
-        EXPECT_EQ(pack.getPostScaleModeU3DVal(), i + 1);
-    }
-    for (int i = 0; i < 6; ++i) {
-        pack.setPreRotateMode(kyUVTypes::PreRotateMode(i));
-        EXPECT_EQ(pack.getPreRotateModeU3DVal(), i);
-    }
-    EXPECT_TRUE(log.lines.empty());
 }
 
 TEST(Settings, AnUnknownPackModeIsLoggedAndFallsBack)

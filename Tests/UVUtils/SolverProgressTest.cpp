@@ -35,13 +35,9 @@ protected:
     }
 
     /// Unfolds, with "Import" doing this.
-    kyUVTypes::ReturnCode unfoldWith(std::function<void(const Run&)> duringImport)
+    kyUVTypes::ReturnCode unfoldWith(const std::function<void(const Run&)>& duringImport)
     {
-        solver.on("Import", [&](const Run& run) {
-            output.take();
-            duringImport(run);
-            return RecordingSolver::nothing();
-        });
+        solver.during("Import", duringImport);
         return unfold();
     }
 
@@ -54,12 +50,11 @@ TEST_F(SolverProgress, EachPhaseFillsItsShareOfTheRun)
 {
     std::vector<double> fractions; // halfway through each phase, and at its end
     for (const char* command : {"Import", "Unfold", "Pack"})
-        solver.on(command, [&](const Run& run) {
+        solver.during(command, [&](const Run& run) {
             for (const double progress : {0.5, 1.0}) {
                 run.progress(progress);
                 fractions.push_back(fraction);
             }
-            return RecordingSolver::nothing();
         });
     const auto fractionsOf = [&](kyUVTypes::ReturnCode) { return std::exchange(fractions, {}); };
     const auto areAbout = [](const std::vector<double>& expected) {
@@ -84,41 +79,43 @@ TEST_F(SolverProgress, TellsTheUserThePhase)
 
 TEST_F(SolverProgress, ReportsAHundredthTheEndAndAfterAQuarterSecond)
 {
-    unfoldWith([this](const Run& run) {
-        run.progress(0.005);
-        EXPECT_EQ(output.take(), "");
-        run.progress(0.25);
-        EXPECT_EQ(output.take(), "  25 %        \r");
-        run.progress(0.255);
-        now += 250'000'000;
-        run.progress(0.256);
-        EXPECT_EQ(output.take(), "") << "not before more than 250 ms";
-        now += 1;
-        run.progress(0.2575);
-        EXPECT_EQ(output.take(), "  25.75 %        \r");
-        run.progress(0.258);
-        EXPECT_EQ(output.take(), "") << "the quarter second begins again";
-        run.progress(0.268);
-        EXPECT_EQ(output.take(), "  26.8 %        \r");
-        run.progress(0.995);
-        EXPECT_EQ(output.take(), "  99.5 %        \r");
-        run.progress(1.0);
-        EXPECT_EQ(output.take(), "  100 %        \r\n");
-        run.progress(1.0);
-        EXPECT_EQ(output.take(), "  100 %        \r") << "the line ends once";
+    struct Step
+    {
+        std::int64_t waits;
+        double progress;
+        const char* line;
+    };
+    const Step steps[] = {
+        {0, 0.005, ""},
+        {0, 0.25, "  25 %        \r"},
+        {0, 0.255, ""},
+        {250'000'000, 0.256, ""}, // not before more than 250 ms
+        {1, 0.2575, "  25.75 %        \r"},
+        {0, 0.258, ""}, // the quarter second begins again
+        {0, 0.268, "  26.8 %        \r"},
+        {0, 0.995, "  99.5 %        \r"},
+        {0, 1.0, "  100 %        \r\n"},
+        {0, 1.0, "  100 %        \r"}, // the line ends once
+    };
+    unfoldWith([&](const Run& run) {
+        output.take();
+        for (const Step& step : steps) {
+            now += step.waits;
+            run.progress(step.progress);
+            EXPECT_EQ(output.take(), step.line) << step.progress;
+        }
     });
     EXPECT_NEAR(fraction, 0.2, 1e-9);
 }
 
 TEST_F(SolverProgress, CountsOnlyDuringALongCommand)
 {
-    solver.on("Select", [this](const Run& run) {
+    solver.during("Select", [this](const Run& run) {
         output.take();
         now += 100 * second;
         run.progress(0.5);
         EXPECT_EQ(output.take(), "");
         EXPECT_FALSE(run.asksToStop());
-        return RecordingSolver::nothing();
     });
     EXPECT_EQ(unfold(), kyUVTypes::Success);
 
@@ -151,30 +148,24 @@ TEST_F(SolverProgress, AMinuteWithoutProgressAsksToStopAndSaysSoOnce)
 
 TEST_F(SolverProgress, EachPhaseCountsFromItsOwnBeginning)
 {
-    solver.on("Unfold", [this](const Run& run) {
+    solver.during("Unfold", [this](const Run& run) {
         output.take();
         run.progress(0.0);
         EXPECT_FALSE(run.asksToStop());
         EXPECT_EQ(output.take(), "");
         run.progress(0.5);
-        return RecordingSolver::nothing();
     });
-    solver.on("Pack", [this](const Run& run) {
+    solver.during("Pack", [this](const Run& run) {
         now += 60 * second;
         run.progress(0.5);
         EXPECT_FALSE(run.asksToStop());
-        return RecordingSolver::nothing();
     });
-    solver.on("Import", [this](const Run& run) {
+    solver.during("Import", [this](const Run& run) {
         now += 60 * second;
         run.progress(0.0);
         EXPECT_TRUE(run.asksToStop());
-        return RecordingSolver::nothing();
     });
-    solver.on("Select", [this](const Run&) {
-        now += second;
-        return RecordingSolver::nothing();
-    });
+    solver.during("Select", [this](const Run&) { now += second; });
     EXPECT_EQ(unfold({.pack = &packSettings}), kyUVTypes::Success);
     EXPECT_EQ(log.lines.size(), 1U);
 }

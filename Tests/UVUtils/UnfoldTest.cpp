@@ -107,27 +107,21 @@ TEST_F(Unfold, AListThatNamesAsManyVerticesAsThereAreSelectsAll)
     }
 }
 
-TEST_F(Unfold, ReadsTheAnswerBackWithoutW)
+TEST_F(Unfold, ReadsTheAnswerBackWithoutWWhereItHasTheRightSize)
 {
-    solver.on("Export", [](const auto&) {
-        return RecordingSolver::holding("#Data.CoordsUVW doubles",
-                                        std::vector<double>{0, 1, 9, 2, 3, 9, 4, 5, 9, 6, 7, 9});
+    uvs = {Vec2f(8.F, 8.F)};
+    std::vector<double> answer;
+    solver.on("Export", [&](const auto&) {
+        return RecordingSolver::holding("#Data.CoordsUVW doubles", answer);
     });
-    uvs = {Vec2f(8.F, 8.F)};
-    EXPECT_EQ(unfold(), kyUVTypes::Success);
-    EXPECT_EQ(uvs, (UVs{Vec2f(0.F, 1.F), Vec2f(2.F, 3.F), Vec2f(4.F, 5.F), Vec2f(6.F, 7.F)}));
-}
-
-TEST_F(Unfold, AnAnswerOfTheWrongSizeIsRefusedWithoutAWord)
-{
-    uvs = {Vec2f(8.F, 8.F)};
-    for (const std::size_t size : {0U, 11U, 15U}) {
-        solver.on("Export", [&](const auto&) {
-            return RecordingSolver::holding("#Data.CoordsUVW doubles", std::vector<double>(size));
-        });
+    for (const std::size_t wrong : {15U, 11U, 0U}) {
+        answer.resize(wrong);
         EXPECT_EQ(unfold(), kyUVTypes::Failure);
         EXPECT_EQ(uvs, (UVs{Vec2f(8.F, 8.F)}));
     }
+    answer = {0, 1, 9, 2, 3, 9, 4, 5, 9, 6, 7, 9};
+    EXPECT_EQ(unfold(), kyUVTypes::Success);
+    EXPECT_EQ(uvs, (UVs{Vec2f(0.F, 1.F), Vec2f(2.F, 3.F), Vec2f(4.F, 5.F), Vec2f(6.F, 7.F)}));
     EXPECT_EQ(log.lines, Texts());
 }
 
