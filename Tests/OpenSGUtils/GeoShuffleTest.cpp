@@ -3,10 +3,8 @@
 #include "OpenSG/TinyGeometry.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
 
 #include <algorithm>
-#include <numeric>
 
 using osg::Vec2f;
 using tiny::Ids;
@@ -97,21 +95,6 @@ TEST(GeoShuffle, CopiesVerticesToNewOnes)
     EXPECT_EQ(vertexNumbers(*geometry), (Ids{0, 1, 2, 3, 0, 2})) << "nothing to copy";
     copyTo(geometry, {1, 0}, {0, 1}, 6);
     EXPECT_EQ(vertexNumbers(*geometry), (Ids{1, 0, 2, 3, 0, 2})) << "reads before it writes";
-}
-
-RC_GTEST_PROP(GeoShuffle, IsUndoneByTheInverseOrder, ())
-{
-    const auto geometry = richQuad();
-    Ids order(4);
-    std::iota(order.begin(), order.end(), 0U);
-    for (unsigned int i = 3; i > 0; --i)
-        std::swap(order[i], order[*rc::gen::inRange(0U, i + 1)]);
-    Ids inverse(4);
-    for (unsigned int i = 0; i < 4; ++i)
-        inverse[order[i]] = i;
-    rearrange(geometry, order);
-    rearrange(geometry, inverse);
-    RC_ASSERT(vertexNumbers(*geometry) == (Ids{0, 1, 2, 3}));
 }
 
 TEST(GeoShuffle, LeavesEmptyAndSharedPropertiesAlone)
