@@ -13,6 +13,13 @@ osg::GeometryPtr quad()
     return quadsApart(1);
 }
 
+osg::GeometryPtr brokenQuad()
+{
+    const osg::GeometryPtr geometry = quad();
+    geometry->getIndices()->setValue(4, 0);
+    return geometry;
+}
+
 osg::GeometryPtr quadsApart(unsigned int n)
 {
     std::vector<osg::Pnt3f> positions;
@@ -27,12 +34,14 @@ osg::GeometryPtr quadsApart(unsigned int n)
     return geometryOf(positions, indices);
 }
 
-void setPrimitive(const osg::GeometryPtr& geometry, unsigned int type, unsigned int length)
+void setPrimitives(osg::Geometry& geometry, const Ids& types, const Ids& lengths)
 {
-    geometry->setTypes(osg::GeoPTypesUI8::create());
-    geometry->getTypes()->addValue(type);
-    geometry->setLengths(osg::GeoPLengthsUI32::create());
-    geometry->getLengths()->addValue(length);
+    geometry.setTypes(types.empty() ? osg::GeoPTypesPtr() : osg::GeoPTypesUI8::create());
+    geometry.setLengths(lengths.empty() ? osg::GeoPLengthsPtr() : osg::GeoPLengthsUI32::create());
+    for (const unsigned int type : types)
+        geometry.getTypes()->addValue(type);
+    for (const unsigned int length : lengths)
+        geometry.getLengths()->addValue(length);
 }
 
 osg::NodePtr nodeOf(const osg::NodeCorePtr& core)
@@ -50,4 +59,32 @@ osg::NodePtr shellOf(const std::vector<osg::GeometryPtr>& surfaces)
     for (const osg::GeometryPtr& surface : surfaces)
         shell->addChild(nodeOf(surface));
     return shell;
+}
+
+osg::NodePtr twoSurfaceShell()
+{
+    const osg::GeometryPtr right = quad();
+    const auto positions = right->getPositions();
+    for (unsigned int i = 0; i < 4; ++i)
+        positions->setValue(positions->getValue(i) + osg::Vec3f(1, 0, 0), i);
+    return shellOf({quad(), right});
+}
+
+osg::GeometryPtr coreOf(const osg::NodePtr& node)
+{
+    return osg::dcast<osg::Geometry>(node->getCore());
+}
+
+osg::GeometryPtr surfaceOf(const osg::NodePtr& shell, unsigned int child)
+{
+    return coreOf(shell->getChild(child));
+}
+
+Ids trianglesOf(const osg::NodePtr& node)
+{
+    Ids triangles;
+    for (const ActiveSurface& surface : activeSurfaces(node))
+        for (const unsigned int id : surface.geometry->getIndices()->getValues())
+            triangles.push_back(surface.firstId + id);
+    return triangles;
 }

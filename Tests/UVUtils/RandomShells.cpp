@@ -1,7 +1,6 @@
 #include "UVUtils/RandomShells.h"
 
 #include "OpenSG/GeoProperty.h"
-#include "UVUtils/Meshes.h"
 
 #include <array>
 #include <cmath>
@@ -57,15 +56,14 @@ public:
           shape_(static_cast<Shape>(random_.below(ShapeCount))),
           scale_(random_.oneIn(3) ? 0.125F : 1.0F)
     {
-        for (Cut& cut : surfaceCuts_)
-            cut = randomCut();
-        for (Cut& seam : seams_)
-            seam = randomCut();
+        for (Cut* cut : {&surfaceCuts_[0], &surfaceCuts_[1], &seams_[0], &seams_[1]})
+            *cut = randomCut();
     }
 
     osg::RefPtr<osg::Node> shell()
     {
-        makeTriangles(true);
+        surfaceCount_ = 4;
+        makeTriangles();
         std::vector<osg::GeometryPtr> surfaces;
         for (unsigned surface = 0; surface < surfaceCount_; ++surface)
             surfaces.push_back(makeSurface(surface));
@@ -77,7 +75,7 @@ public:
 
     osg::RefPtr<osg::Node> plain()
     {
-        makeTriangles(false);
+        makeTriangles();
         return osg::RefPtr<osg::Node>(nodeOf(makeSurface(0)));
     }
 
@@ -96,50 +94,45 @@ private:
                (cuts[1].separates(column, row) ? 2U : 0U);
     }
 
-    void makeTriangles(bool cutUp)
+    void makeTriangles()
     {
-        surfaceCount_ = cutUp ? 4 : 1;
         for (unsigned row = 0; row < rows_; ++row)
             for (unsigned column = 0; column < columns_; ++column)
-                addCell(column, row, cutUp);
+                addCell(column, row);
         if (!traits_.extraSheets)
             return;
         if (random_.oneIn(3))
-            addFins(cutUp);
+            addFins();
         if (random_.oneIn(4))
-            addDoubledCell(cutUp);
+            addDoubledCell();
         if (random_.oneIn(3))
-            addPointContact(cutUp);
+            addPointContact();
     }
 
-    void addCell(unsigned column, unsigned row, bool cutUp)
+    void addCell(unsigned column, unsigned row)
     {
         const unsigned chart = sideOf(seams_, column, row);
-        unsigned surface = cutUp ? sideOf(surfaceCuts_, column, row) : 0;
-        if (cutUp && random_.oneIn(9)) // ragged cuts, holes and islands
-            surface = random_.below(surfaceCount_);
+        const unsigned surface = random_.oneIn(9) // ragged cuts, holes and islands
+                                     ? anySurface()
+                                     : sideOf(surfaceCuts_, column, row) % surfaceCount_;
         const auto at = [&](unsigned dc, unsigned dr) {
             return Corner{wrap(column + dc), row + dr, chart, 0, 0};
         };
         if (random_.oneIn(12))
-            return; // a hole
-        if (random_.oneIn(2)) {
-            triangles_.push_back({{at(0, 0), at(1, 0), at(1, 1)}, surface});
-            triangles_.push_back({{at(0, 0), at(1, 1), at(0, 1)}, surface});
-        } else {
-            triangles_.push_back({{at(0, 0), at(1, 0), at(0, 1)}, surface});
-            triangles_.push_back({{at(1, 0), at(1, 1), at(0, 1)}, surface});
-        }
+            return;                             // a hole
+        const bool isRising = random_.oneIn(2); // the diagonal
+        triangles_.push_back({{at(0, 0), at(1, 0), isRising ? at(1, 1) : at(0, 1)}, surface});
+        triangles_.push_back({{isRising ? at(0, 0) : at(1, 0), at(1, 1), at(0, 1)}, surface});
         if (traits_.degenerate && random_.oneIn(20))
             triangles_.push_back({{at(0, 0), at(0, 0), at(1, 1)}, surface});
     }
 
     unsigned wrap(unsigned column) const { return shape_ == Ring ? column % columns_ : column; }
 
-    unsigned anySurface(bool cutUp) { return cutUp ? random_.below(surfaceCount_) : 0; }
+    unsigned anySurface() { return random_.below(surfaceCount_); }
 
     /// A third and maybe a fourth sheet on the edge between two cells.
-    void addFins(bool cutUp)
+    void addFins()
     {
         const unsigned column = random_.below(columns_);
         const unsigned row = random_.between(0, rows_);
@@ -147,29 +140,29 @@ private:
         const Corner a{column, row, chart, 0, 0};
         const Corner b{wrap(column + 1), row, chart, 0, 0};
         const Corner top{column, row, chart, 0, 1};
-        triangles_.push_back({{a, b, top}, anySurface(cutUp)});
+        triangles_.push_back({{a, b, top}, anySurface()});
         if (random_.oneIn(2))
-            triangles_.push_back({{b, a, {column, row, chart, 0, 3}}, anySurface(cutUp)});
+            triangles_.push_back({{b, a, {column, row, chart, 0, 3}}, anySurface()});
     }
 
     /// A second triangle in the place of one that is there, with or without vertices in common.
-    void addDoubledCell(bool cutUp)
+    void addDoubledCell()
     {
         if (triangles_.empty())
             return;
         Triangle copy = triangles_[random_.below(static_cast<unsigned>(triangles_.size()))];
-        copy.surface = anySurface(cutUp);
+        copy.surface = anySurface();
         for (Corner& corner : copy.corners)
             corner.sheet = random_.oneIn(2) ? 1 : 0;
         triangles_.push_back(copy);
     }
 
-    void addPointContact(bool cutUp)
+    void addPointContact()
     {
         const Corner tip{0, random_.between(0, rows_), sideOf(seams_, 0, 0), 0, 0};
         const Corner left{0, tip.row, tip.chart, 0, 2};
         const Corner right{wrap(1), tip.row, tip.chart, 0, 2};
-        triangles_.push_back({{tip, left, right}, anySurface(cutUp)});
+        triangles_.push_back({{tip, left, right}, anySurface()});
     }
 
     osg::Pnt3f positionOf(const Corner& corner)
@@ -269,15 +262,11 @@ private:
     {
         if (random_.oneIn(3))
             node.addChild(osg::Node::create());
+        if (random_.oneIn(3))
+            node.addChild(nodeOf(brokenQuad()));
         if (random_.oneIn(3)) {
-            const osg::NodePtr hidden = nodeOf(quad());
-            hidden->setTravMask(0);
-            node.addChild(hidden);
-        }
-        if (random_.oneIn(3)) {
-            const osg::GeometryPtr faulty = quad();
-            faulty->getIndices()->setValue(99, 0);
-            node.addChild(nodeOf(faulty));
+            node.addChild(nodeOf(quad()));
+            node.getChild(node.getNChildren() - 1)->setTravMask(0);
         }
         if (random_.oneIn(2)) // not always behind all others
             node.addChild(node.getChild(0));
@@ -307,9 +296,4 @@ osg::RefPtr<osg::Node> randomPlain(std::uint32_t seed, kyUVTypes::UVSet slot,
                                    const ShellTraits& traits)
 {
     return Maker(seed, slot, traits).plain();
-}
-
-osg::GeometryPtr coreOf(const osg::NodePtr& node)
-{
-    return osg::dcast<osg::Geometry>(node->getCore());
 }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "OpenSG/Geometry.h"
-#include "OpenSG/Node.h"
-#include "OpenSG/RefPtr.h"
+#include "UVUtils/Meshes.h"
 #include "UVUtils/model/kyUVTypes.h"
 
 #include <cstdint>
@@ -41,6 +39,3 @@ osg::RefPtr<osg::Node> randomShell(std::uint32_t seed, kyUVTypes::UVSet slot = k
 /// The whole surface as one plain geometry instead.
 osg::RefPtr<osg::Node> randomPlain(std::uint32_t seed, kyUVTypes::UVSet slot = kyUVTypes::UVSet0,
                                    const ShellTraits& traits = {});
-
-/// The geometry core of a node.
-osg::GeometryPtr coreOf(const osg::NodePtr& node);

@@ -18,23 +18,18 @@ namespace
 using Table = MeshTables;
 using Base = osg::GeometryBase;
 
-osg::GeometryPtr surfaceOf(const osg::NodePtr& shell, unsigned child)
-{
-    return coreOf(shell->getChild(child));
-}
-
 TEST(MeshRegistry, GivesAMeshOnlyWhereOneIsUsed)
 {
     const osg::RefPtr<osg::Node> plain(nodeOf(quad()));
     const osg::RefPtr<osg::Node> shell(shellOf({quad()}));
     EXPECT_EQ(CompactShellMesh::getCMesh(osg::NullFC, plain, kyUVTypes::UVSet0), nullptr);
     EXPECT_EQ(CompactShellMesh::getCMesh(coreOf(plain), osg::NullFC, kyUVTypes::UVSet0), nullptr);
-    kyUVUtils::setUseCompactMesh(false);
-    EXPECT_EQ(meshOf(plain), nullptr);
-    EXPECT_NE(meshOf(shell), nullptr);
-    kyUVUtils::setUseCompactMesh(true);
     EXPECT_NE(meshOf(plain), nullptr);
     EXPECT_EQ(meshOf(plain), meshOf(plain));
+    const WithoutCompactMesh scope;
+    EXPECT_EQ(meshOf(plain), nullptr);
+    EXPECT_NE(meshOf(shell), nullptr);
+    EXPECT_FALSE(kyUVUtils::useCMesh(osg::NullFC));
 }
 
 TEST(MeshRegistry, BuildsAMeshWithoutUVsForANumberThatIsNoSlot)
@@ -70,6 +65,9 @@ TEST(MeshRegistry, BuildsAgainOnlyWhenNeeded)
     // Each build adds the surfaces once more to what is watched, and the owner never again.
     EXPECT_EQ(Table::watchers(surfaceOf(shell, 1)->getId()), 4U);
     EXPECT_EQ(Table::watchers(coreOf(shell)->getId()), 1U);
+    shell->subChild(shell->getChild(0));
+    EXPECT_FALSE(Table::isClean(*mesh)) << "a surface was destroyed";
+    EXPECT_EQ(Table::vertFToC(*meshOf(shell)).size(), 4U);
 }
 
 TEST(MeshRegistry, HearsOfTheFieldsThatAMeshIsMadeOf)
@@ -126,12 +124,13 @@ TEST(MeshRegistry, LetsAMeshGoWhenAllThatHoldItAreGoneInEveryOrder)
     std::array<unsigned, 3> order{0, 1, 2}; // the shell's core and two surfaces
     do {
         osg::RefPtr<osg::Node> shell(shellOf({quad(), quad()}));
-        std::array<osg::RefPtr<osg::Geometry>, 3> cores{
-            osg::RefPtr<osg::Geometry>(coreOf(shell)),
-            osg::RefPtr<osg::Geometry>(surfaceOf(shell, 0)),
-            osg::RefPtr<osg::Geometry>(surfaceOf(shell, 1))};
         const Watched mesh(shell);
-        const std::array<unsigned, 3> ids{cores[0]->getId(), cores[1]->getId(), cores[2]->getId()};
+        std::vector<osg::RefPtr<osg::Geometry>> cores;
+        Ids ids;
+        for (const auto core : {coreOf(shell), surfaceOf(shell, 0), surfaceOf(shell, 1)}) {
+            cores.emplace_back(core);
+            ids.push_back(core->getId());
+        }
         shell = osg::NullFC;
         for (unsigned step = 0; step < 3; ++step) {
             EXPECT_TRUE(mesh.isAlive());
@@ -141,16 +140,6 @@ TEST(MeshRegistry, LetsAMeshGoWhenAllThatHoldItAreGoneInEveryOrder)
         }
         EXPECT_FALSE(mesh.isAlive());
     } while (std::next_permutation(order.begin(), order.end()));
-}
-
-TEST(MeshRegistry, BuildsAgainAfterASurfaceWasDestroyed)
-{
-    const osg::RefPtr<osg::Node> shell(shellOf({quad(), quad()}));
-    CompactShellMesh* mesh = meshOf(shell);
-    shell->subChild(shell->getChild(0));
-    EXPECT_FALSE(Table::isClean(*mesh));
-    EXPECT_EQ(meshOf(shell), mesh);
-    EXPECT_EQ(Table::vertFToC(*mesh).size(), 4U);
 }
 
 TEST(MeshRegistry, NeverGivesOutAMeshThatOnlyItsSurfacesHold)

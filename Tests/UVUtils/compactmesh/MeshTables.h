@@ -11,10 +11,6 @@ struct CompactShellMeshTestAccess
     {
         return mesh.vertCToF_;
     }
-    static Ids vertCToF(const CompactShellMesh& mesh, unsigned c)
-    {
-        return {mesh.vertCToF_[c].begin(), mesh.vertCToF_[c].end()};
-    }
     static const Ids& facesF(const CompactShellMesh& mesh) { return mesh.facesF_; }
     static const Ids& facesSortedF(const CompactShellMesh& mesh) { return mesh.facesSortedF_; }
     static const Ids& faceOrder012(const CompactShellMesh& mesh) { return mesh.faceOrder012_; }
@@ -26,13 +22,8 @@ struct CompactShellMeshTestAccess
     static bool isOwner(unsigned id) { return CompactShellMesh::geomIdToCMeshMap().contains(id); }
     static std::size_t watchers(unsigned id)
     {
-        const auto entry = CompactShellMesh::geomIdToParentCMeshsMap().find(id);
-        return entry == CompactShellMesh::geomIdToParentCMeshsMap().end() ? 0
-                                                                          : entry->second.size();
-    }
-    static void sortVertices(CompactShellMesh& mesh, TopologyOpOutData* out)
-    {
-        mesh.sortVertBuffCompactGeom(out);
+        const auto& meshes = CompactShellMesh::geomIdToParentCMeshsMap();
+        return meshes.contains(id) ? meshes.at(id).size() : 0;
     }
 };
 
@@ -41,5 +32,5 @@ using MeshTables = CompactShellMeshTestAccess;
 /// The mesh of a node's own core.
 inline CompactShellMesh* meshOf(const osg::NodePtr& node, kyUVTypes::UVSet slot = kyUVTypes::UVSet0)
 {
-    return CompactShellMesh::getCMesh(osg::dcast<osg::Geometry>(node->getCore()), node, slot);
+    return CompactShellMesh::getCMesh(coreOf(node), node, slot);
 }

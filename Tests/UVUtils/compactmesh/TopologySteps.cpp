@@ -4,6 +4,7 @@
 #include "OpenSGUtils/kyGeoShuffle.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
+#include "UVUtils/editing/IslandReference.h"
 #include "UVUtils/model/ActiveSurfaces.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -39,50 +40,35 @@ Ids meshTriangles(const CompactShellMesh& mesh, const osg::NodePtr& shell)
     const Ids meshIds = indicesOf(mesh.getGeomPtr());
     for (unsigned int i = 0; i < meshIds.size(); i += 3)
         triangleOfCorners[{meshIds[i], meshIds[i + 1], meshIds[i + 2]}] = i / 3;
+    Ids ids;
+    for (const unsigned int id : trianglesOf(shell))
+        ids.push_back(mesh.mapVertFToC(id));
     Ids triangles;
-    for (const ActiveSurface& surface : activeSurfaces(shell)) {
-        const Ids ids = indicesOf(surface.geometry);
-        const auto compact = [&](unsigned int i) { return mesh.mapVertFToC(surface.firstId + i); };
-        for (std::size_t i = 0; i < ids.size(); i += 3)
-            triangles.push_back(
-                triangleOfCorners.at({compact(ids[i]), compact(ids[i + 1]), compact(ids[i + 2])}));
-    }
+    for (std::size_t i = 0; i < ids.size(); i += 3)
+        triangles.push_back(triangleOfCorners.at({ids[i], ids[i + 1], ids[i + 2]}));
     return triangles;
 }
 
 /// One label for the corners at a vertex that hang together through edges between triangles of
-/// which both are lifted or none: the lowest of them.
+/// which both are lifted or none.
 Ids fanOfCorner(const Ids& indices, const std::vector<bool>& isLifted)
 {
-    Ids fan(indices.size());
-    std::iota(fan.begin(), fan.end(), 0U);
-    const auto root = [&](unsigned int corner) {
-        while (fan[corner] != corner)
-            corner = fan[corner];
-        return corner;
-    };
-    const auto join = [&](unsigned int a, unsigned int b) {
-        const unsigned int rootA = root(a);
-        const unsigned int rootB = root(b);
-        fan[std::max(rootA, rootB)] = std::min(rootA, rootB);
-    };
+    Ids joined; // corners by threes
     std::map<std::pair<Edge, bool>, unsigned int> firstCornerOfEdge;
+    const auto nextOf = [](unsigned int corner) {
+        return corner % 3 == 2 ? corner - 2 : corner + 1;
+    };
     for (unsigned int corner = 0; corner < indices.size(); ++corner) {
-        const unsigned int next = corner % 3 == 2 ? corner - 2 : corner + 1;
+        const unsigned int next = nextOf(corner);
         const Edge edge(indices[corner], indices[next]);
-        const auto [entry, isNew] =
-            firstCornerOfEdge.emplace(std::pair(edge, isLifted[corner / 3]), corner);
-        if (isNew)
-            continue;
-        const unsigned int other = entry->second;
-        const unsigned int otherNext = other % 3 == 2 ? other - 2 : other + 1;
+        const unsigned int other =
+            firstCornerOfEdge.emplace(std::pair(edge, isLifted[corner / 3]), corner).first->second;
         const bool isSameWay = indices[corner] == indices[other];
-        join(corner, isSameWay ? other : otherNext);
-        join(next, isSameWay ? otherNext : other);
+        const unsigned int there = isSameWay ? other : nextOf(other);
+        const unsigned int nextThere = isSameWay ? nextOf(other) : other;
+        joined.insert(joined.end(), {corner, there, there, next, nextThere, nextThere});
     }
-    for (unsigned int corner = 0; corner < fan.size(); ++corner)
-        fan[corner] = root(corner);
-    return fan;
+    return islandsBySpreading(joined, sizeOf(indices));
 }
 
 /// Gives each label at a vertex a vertex of its own, on one geometry: the first keeps the number.
@@ -131,26 +117,13 @@ void shiftLifted(const osg::GeometryPtr& mesh, const std::vector<bool>& isLifted
     }
 }
 
-/// With cores and properties of its own, for a mesh that is built from scratch.
-osg::RefPtr<osg::Node> clonedShell(const osg::NodePtr& shell)
+/// Another shell of the same surfaces, with a mesh that is built from scratch.
+osg::RefPtr<osg::Node> secondShellOf(const osg::NodePtr& shell)
 {
-    osg::RefPtr<osg::Node> clone(shellOf({}));
-    for (unsigned int i = 0; i < shell->getNChildren(); ++i) {
-        const auto child = osg::dcast<osg::Node>(shell->getChild(i)->shallowCopy());
-        clone->addChild(child);
-        const osg::GeometryPtr original = coreOf(child);
-        if (!original)
-            continue;
-        const auto surface = osg::dcast<osg::Geometry>(original->shallowCopy());
-        child->setCore(surface);
-        for (unsigned int n = 0; n < osg::Geometry::VertexPropertyCount; ++n)
-            if (const osg::GeoPropertyPtr property = original->getVertexProperty(n))
-                surface->setVertexProperty(n,
-                                           osg::dcast<osg::GeoProperty>(property->shallowCopy()));
-        if (original->getIndices())
-            surface->setIndices(original->getIndices()->clone());
-    }
-    return clone;
+    osg::RefPtr<osg::Node> second(shellOf({}));
+    for (unsigned int i = 0; i < shell->getNChildren(); ++i)
+        second->addChild(osg::dcast<osg::Node>(shell->getChild(i)->shallowCopy()));
+    return second;
 }
 
 void record(State& state, const osg::GeometryPtr& geometry)
@@ -257,7 +230,7 @@ State stateOf(const osg::NodePtr& shell)
 {
     State state;
     for (unsigned int i = 0; i < shell->getNChildren(); ++i)
-        record(state, coreOf(shell->getChild(i)));
+        record(state, surfaceOf(shell, i));
     const CompactShellMesh* mesh =
         CompactShellMesh::getCMesh(coreOf(shell), shell, kyUVTypes::UVSet0);
     record(state, mesh->getGeomPtr());
@@ -273,8 +246,7 @@ State stateOf(const osg::NodePtr& shell)
 void expectSameAsFreshBuild(const osg::NodePtr& shell)
 {
     const State kept = stateOf(shell);
-    const osg::RefPtr<osg::Node> clone = clonedShell(shell);
-    const State fresh = stateOf(clone);
+    const State fresh = stateOf(secondShellOf(shell));
     RC_ASSERT(kept.positions == fresh.positions);
 
     Ids freshNumber(kept.positions.back().size(), 0xFFFFFFFF);

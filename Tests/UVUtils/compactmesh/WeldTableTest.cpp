@@ -1,7 +1,6 @@
 #include "UVUtils/compactmesh/WeldTable.h"
 
 #include "UVUtils/RandomShells.h"
-#include "UVUtils/compactmesh/NearRuns.h"
 #include "UVUtils/model/PositionOrder.h"
 
 #include <gtest/gtest.h>
@@ -99,23 +98,6 @@ TEST(WeldTable, NeedsTheMapOnlyWhereAKeyStandsBetweenNearOnes)
     EXPECT_TRUE(dependsOnQuestions({a, middle, nearA},
                                    {osg::Vec2f(3 * step, 0), osg::Vec2f(1.5F * step, 0)}))
         << "UVs in a chain that runs against the positions";
-}
-
-RC_GTEST_PROP(NearRuns, HoldNearPositionsAndWhatLiesBetween, ())
-{
-    Random random(*rc::gen::arbitrary<std::uint32_t>());
-    for (const Spread& spread : spreads) {
-        std::vector<osg::Pnt3f> sorted = randomKeys(random, spread).positions;
-        std::sort(sorted.begin(), sorted.end(), isBefore);
-        const std::vector<char> goesOn = findNearRuns(sorted);
-        std::vector<unsigned> run(sorted.size());
-        for (std::size_t i = 1; i < run.size(); ++i)
-            run[i] = run[i - 1] + (goesOn[i - 1] ? 0 : 1);
-        for (std::size_t i = 0; i < run.size(); ++i)
-            for (std::size_t j = i + 1; j < run.size(); ++j)
-                if (isNear(sorted[i], sorted[j]))
-                    RC_ASSERT(run[i] == run[j]);
-    }
 }
 
 } // namespace

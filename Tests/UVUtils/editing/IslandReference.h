@@ -35,3 +35,19 @@ inline tiny::Ids islandsBySpreading(const tiny::Ids& triangles, unsigned int ver
         label = label == none ? none : numberOf[label];
     return lowest;
 }
+
+/// The vertices of each island, ascending.
+inline std::vector<tiny::Ids> verticesBySpreading(const tiny::Ids& triangles,
+                                                  unsigned int vertexCount)
+{
+    std::vector<tiny::Ids> islands;
+    const tiny::Ids islandOfVertex = islandsBySpreading(triangles, vertexCount);
+    for (unsigned int vertex = 0; vertex < vertexCount; ++vertex) {
+        const std::size_t island = islandOfVertex[vertex];
+        if (island == 0xFFFFFFFFU)
+            continue;
+        islands.resize(std::max(islands.size(), island + 1));
+        islands[island].push_back(vertex);
+    }
+    return islands;
+}

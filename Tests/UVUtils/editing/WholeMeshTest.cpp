@@ -71,8 +71,7 @@ RC_GTEST_PROP(AllVertices, CountOverTheActiveSurfacesAndStandInTheirList, ())
 TEST(AllVertices, OfANodeWithoutGeometryAreNone)
 {
     const osg::RefPtr<osg::Geometry> core(quad());
-    const osg::RefPtr<osg::Node> node(osg::Node::create());
-    kyUVUtils::makeIndexForAllVertices(core, node);
+    kyUVUtils::makeIndexForAllVertices(core, osg::RefPtr<osg::Node>(osg::Node::create()));
     const osg::GeoTmpIndexEditInterface list(core, kyUVTypes::AllVertices);
     EXPECT_FALSE(list.isNull());
     EXPECT_EQ(list.getSize(), 0U);

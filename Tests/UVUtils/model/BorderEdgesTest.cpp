@@ -10,34 +10,6 @@
 namespace
 {
 
-FlatEdgeList bordersOf(const Ids& triangles)
-{
-    return borderEdges(std::span<const std::uint32_t>(triangles));
-}
-
-TEST(BorderEdges, AreThoseOfOneTriangleInSortedOrder)
-{
-    struct Case
-    {
-        const char* name;
-        Ids triangles;
-        FlatEdgeList borders;
-    };
-    const Case cases[] = {
-        {"nothing", {}, {}},
-        {"less than a triangle", {0, 1}, {}},
-        {"a triangle and a rest", {2, 1, 0, 7, 8}, {0, 1, 0, 2, 1, 2}},
-        {"a quad", {0, 1, 2, 0, 2, 3}, {0, 1, 0, 3, 1, 2, 2, 3}},
-        {"three sheets", {0, 1, 2, 0, 1, 3, 0, 1, 4}, {0, 2, 0, 3, 0, 4, 1, 2, 1, 3, 1, 4}},
-        {"a vertex twice", {5, 5, 6}, {5, 5}},
-        {"ids far apart", {~0U, 1, 5}, {1, 5, 1, ~0U, 5, ~0U}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(bordersOf(c.triangles), c.borders);
-    }
-}
-
 RC_GTEST_PROP(BorderEdges, AgreeWithAPlainCount, (bool far))
 {
     const auto triangles = *rc::gen::container<Ids>(rc::gen::map(
@@ -50,7 +22,7 @@ RC_GTEST_PROP(BorderEdges, AgreeWithAPlainCount, (bool far))
     for (const auto& [edge, count] : use)
         if (count == 1)
             expected.insert(expected.end(), {edge.first, edge.second});
-    RC_ASSERT(bordersOf(triangles) == expected);
+    RC_ASSERT(borderEdges(std::span<const std::uint32_t>(triangles)) == expected);
 }
 
 TEST(BorderEdges, AreFoundInIndicesOf16And32Bits)

@@ -2,7 +2,6 @@
 #include "UVUtils/Captures.h"
 #include "UVUtils/Meshes.h"
 #include "UVUtils/model/TempIndexList.h"
-#include "UVUtils/model/kyUVUtils.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +12,7 @@ namespace
 
 std::string reportOn(const osg::NodePtr& node, const Ids& selected)
 {
-    const auto core = osg::dcast<osg::Geometry>(node->getCore());
+    const osg::GeometryPtr core = coreOf(node);
     osg::GeoTmpIndexEditInterface(core, kyUVTypes::FreeVertices).assign(selected);
     std::ostringstream stream;
     kyUVUtils::debugOutPntsInfo(core, node, stream);
@@ -42,9 +41,9 @@ TEST(PointsReport, ListsSelectedVerticesOfEachSurfaceOnce)
 
 TEST(PointsReport, ShowsEveryProperty)
 {
-    kyUVUtils::setUseCompactMesh(false);
+    const WithoutCompactMesh noMesh;
     const osg::RefPtr<osg::Node> node(nodeOf(quad()));
-    const auto geometry = osg::dcast<osg::Geometry>(node->getCore());
+    const osg::GeometryPtr geometry = coreOf(node);
     geometry->setNormals(osg::GeoNormals3f::create());
     geometry->getNormals()->setValues(std::vector<osg::Vec3f>(4, osg::Vec3f(0, 0, 1)));
     geometry->setColors(osg::GeoColors4f::create());
@@ -58,15 +57,12 @@ TEST(PointsReport, ShowsEveryProperty)
                      "  TexCoords1: NULL\n  TexCoords2: NULL\n  TexCoords3: NULL\n"
                      "  TexCoords4: NULL\n  TexCoords5: NULL\n  TexCoords6: NULL\n"
                      "  TexCoords7: 3, 4, 0\n");
-    kyUVUtils::setUseCompactMesh(true);
 }
 
 TEST(PointsReport, OfAFaultyGeometryIsAnErrorInTheLog)
 {
     LogCapture log;
-    const osg::RefPtr<osg::Node> node(nodeOf(quad()));
-    osg::dcast<osg::Geometry>(node->getCore())->getIndices()->setValue(4, 0);
-    EXPECT_EQ(reportOn(node, {0}), "");
+    EXPECT_EQ(reportOn(osg::RefPtr<osg::Node>(nodeOf(brokenQuad())), {0}), "");
     EXPECT_EQ(log.lines.size(), 1U);
 }
 

@@ -1,7 +1,6 @@
 #include "UVUtils/model/kyTopologyBridge.h"
 
 #include "UVUtils/Meshes.h"
-#include "UVUtils/model/kyUVUtils.h"
 
 #include <gtest/gtest.h>
 
@@ -10,13 +9,12 @@ struct kyUVUtilsTestAccess
 {
     static void createChildData(kyTopologyBridge* bridge, const osg::NodePtr& node)
     {
-        kyUVUtils::createChildData(bridge, osg::dcast<osg::Geometry>(node->getCore()), node);
+        kyUVUtils::createChildData(bridge, coreOf(node), node);
     }
     static std::unique_ptr<TopologyOpOutData>
     getChildData(kyTopologyBridge* bridge, const osg::NodePtr& node, const osg::NodePtr& child)
     {
-        return kyUVUtils::getChildData(bridge, osg::dcast<osg::Geometry>(node->getCore()), node,
-                                       child);
+        return kyUVUtils::getChildData(bridge, coreOf(node), node, child);
     }
 };
 
@@ -36,34 +34,6 @@ TEST(TopologyBridge, StoresBothWaysOfAShuffle)
     out.storeShuffle({}, {}, 2, 3);
     EXPECT_EQ(*out.nextShuffle, (Ids{0, 1, 2}));
     EXPECT_EQ(*out.prevShuffle, (Ids{0, 1}));
-}
-
-TEST(TopologyBridge, HasItsBodyAtTheAddressOfTheWayForward)
-{
-    kyTopologyBridge bridge;
-    EXPECT_EQ(bridge.getNext(), bridge.getImpl());
-    EXPECT_EQ(bridge.getPrev(), &bridge.getImpl()->prev);
-}
-
-TEST(TopologyBridge, ItsViewsWriteToTheirLevelAndShareTheFaceMappings)
-{
-    kyTopologyBridge bridge;
-    bridge.getImpl()->patchResize(2);
-    TopologyOpOutData top(bridge.getImpl());
-    TopologyOpOutData child(bridge.getImpl(), 1);
-    top.nextShuffle->assign(1, 10);
-    child.nextShuffle->assign(1, 11);
-    child.prevShuffle->assign(1, 12);
-    child.nextUVConstraints->assign(1, {{0, 1}, {}});
-    EXPECT_EQ(child.nextFaceMapping, top.nextFaceMapping);
-    EXPECT_EQ(child.prevFaceMapping, top.prevFaceMapping);
-
-    const kyTopologyData& next = bridge.getImpl()->next;
-    const kyTopologyData& prev = bridge.getImpl()->prev;
-    EXPECT_EQ(next.shuffle, Ids{10});
-    EXPECT_EQ(next.childShuffles, (std::vector<Ids>{{}, {11}}));
-    EXPECT_EQ(prev.childShuffles, (std::vector<Ids>{{}, {12}}));
-    EXPECT_EQ(next.childUVConstraints[1][0].edgesU, (Ids{0, 1}));
 }
 
 TEST(TopologyBridge, CopiesHoldTheirOwnReferencesAndClearLetsGo)
@@ -101,6 +71,10 @@ TEST(TopologyBridge, DealsChildRecordsByTheNumberAmongAllChildren)
     const auto data = Access::getChildData(&bridge, shell, shell->getChild(2));
     ASSERT_TRUE(data);
     EXPECT_EQ(data->nextShuffle, &bridge.getImpl()->next.childShuffles[2]);
+    EXPECT_EQ(data->nextUVConstraints, &bridge.getImpl()->next.childUVConstraints[2]);
+    EXPECT_EQ(data->prevUVConstraints, &bridge.getImpl()->prev.childUVConstraints[2]);
+    EXPECT_EQ(data->nextFaceMapping, &bridge.getImpl()->next.faceMapping) << "of all children";
+    EXPECT_EQ(bridge.getNext(), bridge.getImpl()) << "the body begins with the way forward";
     EXPECT_FALSE(Access::getChildData(&bridge, shell, stranger));
 
     Access::createChildData(&bridge, stranger);

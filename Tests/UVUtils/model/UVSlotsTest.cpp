@@ -16,11 +16,6 @@ osg::RefPtr<osg::Geometry> heldQuad()
     return osg::RefPtr<osg::Geometry>(quad());
 }
 
-osg::GeometryPtr surfaceOf(const osg::NodePtr& shell, unsigned int child)
-{
-    return osg::dcast<osg::Geometry>(shell->getChild(child)->getCore());
-}
-
 TEST(UVSlots, ANewPropertyHasAZeroForEachVertexAndNoPlace)
 {
     const auto geometry = heldQuad();
@@ -62,14 +57,9 @@ TEST(UVSlots, OnlyAGeometryCanBeGivenOne)
 {
     const osg::RefPtr<osg::Node> node(nodeOf(quad()));
     EXPECT_FALSE(kyUVUtils::setTexSlot(osg::GeometryPtr(), kyUVTypes::UVSet0, osg::NullFC));
-    for (const unsigned int id : {0U, 0xFFFFFFFFU, node->getId()})
+    const unsigned int gone = heldQuad()->getId();
+    for (const unsigned int id : {0U, 0xFFFFFFFFU, node->getId(), gone})
         EXPECT_FALSE(kyUVUtils::setTexSlot(id, kyUVTypes::UVSet0, osg::NullFC));
-    unsigned int gone = 0;
-    {
-        const auto geometry = heldQuad();
-        gone = geometry->getId();
-    }
-    EXPECT_FALSE(kyUVUtils::setTexSlot(gone, kyUVTypes::UVSet0, osg::NullFC));
 }
 
 TEST(UVSlots, TheMappingIsLeftAloneWithoutIndicesAndUnlessItHasOneEntry)
@@ -109,7 +99,7 @@ TEST(UVSlots, AShellHasOneWhenAnySurfaceHasAndLosesThoseOfActiveSurfaces)
 TEST(UVSlots, AFaultyPlainGeometryKeepsItsSlotAndCountsAsWithoutOne)
 {
     const osg::RefPtr<osg::Node> node(nodeOf(quad()));
-    const auto geometry = osg::dcast<osg::Geometry>(node->getCore());
+    const osg::GeometryPtr geometry = coreOf(node);
     geometry->setTexSlot(0, osg::GeoTexCoords3f::create()); // any kind counts
     EXPECT_TRUE(kyUVUtils::hasUVSet(node, kyUVTypes::UVSet0));
     geometry->getIndices()->setValue(4, 0);

@@ -20,27 +20,6 @@ UVs ramp(unsigned int count, float start = 0)
     return uvs;
 }
 
-osg::GeometryPtr coreOf(const osg::NodePtr& node)
-{
-    return osg::dcast<osg::Geometry>(node->getCore());
-}
-
-osg::GeometryPtr surfaceOf(const osg::NodePtr& shell, unsigned int child)
-{
-    return coreOf(shell->getChild(child));
-}
-
-/// Two quads side by side that meet along vertices 1, 2 of the first and 0, 3 of the second, and
-/// have no UVs.
-osg::RefPtr<osg::Node> twoSurfaceShell()
-{
-    const osg::GeometryPtr right = quad();
-    const auto positions = right->getPositions();
-    for (unsigned int i = 0; i < 4; ++i)
-        positions->setValue(positions->getValue(i) + osg::Vec3f(1, 0, 0), i);
-    return osg::RefPtr<osg::Node>(shellOf({quad(), right}));
-}
-
 /// Both ways in which a plain geometry's values are reached.
 class PlainUVs : public testing::TestWithParam<bool>
 {
@@ -96,16 +75,6 @@ TEST_P(PlainUVs, AreLeftAloneByWhatDoesNotFit)
     EXPECT_EQ(out, ramp(2));
     kyUVUtils::setUVValues(geometry, node, UVSet0, UVs(4));
     EXPECT_EQ(kyUVUtils::getUVValuesLocal(geometry, UVSet0), ramp(4));
-}
-
-TEST_P(PlainUVs, MakeTheirSlotAndNoOther)
-{
-    geometry->setTexSlot(5, tiny::texCoords(ramp(2)));
-    geometry->setTexSlot(0, tiny::texCoords(ramp(9)));
-    kyUVUtils::setUVValues(geometry, node, UVSet0, ramp(4));
-    EXPECT_EQ(kyUVUtils::getUVValuesLocal(geometry, UVSet0), ramp(4));
-    EXPECT_EQ(kyUVUtils::getUVValuesLocal(geometry, kyUVTypes::UVSet5), ramp(2));
-    EXPECT_EQ(geometry->getTexSlot(1), osg::NullFC);
 }
 
 TEST(LocalUVs, ReplaceASlotOfTheWrongSizeAndKeepOneOfAnotherKind)
@@ -172,41 +141,9 @@ TEST(NoCompactUVs, OfAPlainGeometryNeedTheRightNumber)
     EXPECT_EQ(uvs, ramp(4));
 }
 
-TEST(ShellUVs, AreOneValueWhereVerticesAreWelded)
-{
-    const auto shell = twoSurfaceShell();
-    UVs uvs;
-    kyUVUtils::getUVValues(coreOf(shell), shell, UVSet0, uvs);
-    EXPECT_EQ(uvs, UVs(8)) << "welded vertices count on both surfaces";
-
-    kyUVUtils::setUVValues(coreOf(shell), shell, UVSet0, ramp(8));
-    kyUVUtils::getUVValues(coreOf(shell), shell, UVSet0, uvs);
-    UVs expected = ramp(8);
-    expected[1] = expected[4]; // the later value counts
-    expected[2] = expected[7];
-    EXPECT_EQ(uvs, expected);
-    UVs stored;
-    kyUVUtils::getNoCompactUVValues(shell, UVSet0, stored);
-    EXPECT_EQ(stored, expected);
-}
-
-TEST(ShellUVs, ReadWhatWasWrittenPastTheMesh)
-{
-    const auto shell = twoSurfaceShell();
-    kyUVUtils::setUVValues(coreOf(shell), shell, UVSet0, ramp(8));
-    UVs expected;
-    kyUVUtils::getUVValues(coreOf(shell), shell, UVSet0, expected);
-    for (unsigned int i = 0; i < 4; ++i)
-        expected[i] = Vec2f(9, static_cast<float>(i));
-    kyUVUtils::setLocalUVs(surfaceOf(shell, 0), UVSet0, {expected.begin(), expected.begin() + 4});
-    UVs uvs;
-    kyUVUtils::getUVValues(coreOf(shell), shell, UVSet0, uvs);
-    EXPECT_EQ(uvs, expected) << "no longer welded";
-}
-
 TEST(ShellUVs, TellTheirOwnSlotAndNothingElse)
 {
-    const auto shell = twoSurfaceShell();
+    const osg::RefPtr<osg::Node> shell(twoSurfaceShell());
     kyUVUtils::setUVValues(coreOf(shell), shell, UVSet0, ramp(8));
     tiny::NoticeJournal journal;
     std::vector<tiny::NoticeJournal::Notice> expected;
