@@ -148,35 +148,42 @@ void packPatch(benchmark::State& state)
 
 constexpr int maxTriangles = 1'000'000;
 
+// Real time: the engine works on a thread of its own.
 BENCHMARK(importPatch)
     ->RangeMultiplier(10)
     ->Range(1000, maxTriangles)
+    ->UseRealTime()
     ->Unit(benchmark::kMillisecond)
     ->Complexity();
 BENCHMARK_CAPTURE(unfoldPatch, bordersKeptApart, true)
     ->RangeMultiplier(10)
     ->Range(1000, maxTriangles)
+    ->UseRealTime()
     ->Unit(benchmark::kMillisecond)
     ->Complexity();
 BENCHMARK_CAPTURE(unfoldPatch, bordersMayCross, false)
     ->RangeMultiplier(10)
     ->Range(1000, maxTriangles)
+    ->UseRealTime()
     ->Unit(benchmark::kMillisecond)
     ->Complexity();
 BENCHMARK(unfoldPieces)
     ->Arg(10)
     ->Arg(1000)
     ->Arg(10'000)
+    ->UseRealTime()
     ->Unit(benchmark::kMillisecond)
     ->Complexity();
 BENCHMARK(packPatch)
     ->RangeMultiplier(10)
     ->Range(1000, maxTriangles)
+    ->UseRealTime()
     ->Unit(benchmark::kMillisecond)
     ->Complexity();
 BENCHMARK(packPieces)
     ->ArgNames({"islands", "mutations"})
     ->ArgsProduct({{10, 1000, 10'000}, {1, 4}})
+    ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 
 } // namespace
