@@ -39,6 +39,19 @@ std::uint16_t mappingBit(kyUVTypes::UVSet set)
 
 } // namespace
 
+unsigned long long kyUVUtils::getLocalVertexCount(const osg::GeometryPtr& geometry)
+{
+    return geometry ? vertexCountOf(geometry) : 0;
+}
+
+unsigned long long kyUVUtils::getLocalUVCount(const osg::GeometryPtr& geometry,
+                                              kyUVTypes::UVSet set)
+{
+    const osg::GeoTexCoordsPtr slot =
+        geometry ? geometry->getTexSlot(static_cast<unsigned int>(set)) : osg::NullFC;
+    return slot ? slot->getSize() : 0;
+}
+
 osg::GeoTexCoords2fPtr kyUVUtils::createEmptyUVSet(const osg::GeometryPtr& geometry)
 {
     if (!geometry || !geometry->getPositions())

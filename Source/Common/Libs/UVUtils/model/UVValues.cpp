@@ -223,19 +223,6 @@ void kyUVUtils::setNoCompactUVValues(const osg::NodePtr& node, kyUVTypes::UVSet 
     }
 }
 
-unsigned long long kyUVUtils::getLocalVertexCount(const osg::GeometryPtr& geometry)
-{
-    return geometry ? vertexCountOf(geometry) : 0;
-}
-
-unsigned long long kyUVUtils::getLocalUVCount(const osg::GeometryPtr& geometry,
-                                              kyUVTypes::UVSet set)
-{
-    const osg::GeoTexCoordsPtr slot =
-        geometry ? geometry->getTexSlot(static_cast<unsigned int>(set)) : osg::NullFC;
-    return slot ? slot->getSize() : 0;
-}
-
 bool kyUVUtils::assignTexCoords(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set,
                                 const UVArray& uvs)
 {
