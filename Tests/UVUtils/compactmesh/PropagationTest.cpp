@@ -113,6 +113,7 @@ RC_GTEST_PROP(ApplyTopology, StandsNumbersThatAreNone, ())
     ShellTraits traits;
     traits.badNumbers = true;
     const auto shell = randomShell(seed, UVSet0, traits);
+    RC_PRE(steps::areTrianglesDistinct(shell));
     const steps::State before = steps::stateOf(shell);
     kyTopologyBridge bridge;
     doRandomStep(shell, 0, random, bridge);
@@ -151,14 +152,6 @@ UVs randomUVs(std::size_t count)
     return *rc::gen::container<UVs>(count, rc::gen::construct<osg::Vec2f>(coordinate, coordinate));
 }
 
-void expectNothingElseWritten(const steps::State& before, const steps::State& after)
-{
-    RC_ASSERT(after.positions == before.positions);
-    RC_ASSERT(after.normals == before.normals);
-    RC_ASSERT(after.secondUVs == before.secondUVs);
-    RC_ASSERT(after.indices == before.indices);
-}
-
 RC_GTEST_PROP(UVViews, AgreeOnWhatIsWrittenThroughTheMesh, ())
 {
     const auto shell = randomShell(*rc::gen::arbitrary<std::uint32_t>());
@@ -178,7 +171,9 @@ RC_GTEST_PROP(UVViews, AgreeOnWhatIsWrittenThroughTheMesh, ())
             expected[f] = written[i];
     RC_ASSERT(uvsOf(shell) == expected);
     RC_ASSERT(storedUVs(shell) == expected);
-    expectNothingElseWritten(before, steps::stateOf(shell));
+    steps::State after = steps::stateOf(shell);
+    after.uvs = before.uvs;
+    RC_ASSERT(after == before); // nothing else was written
     RC_ASSERT(inactiveUVs(shell) == inactive);
 }
 

@@ -14,6 +14,7 @@
 #include <array>
 #include <map>
 #include <numeric>
+#include <set>
 
 namespace steps
 {
@@ -171,6 +172,13 @@ void expectTranslationGoesThereAndBack(const CompactShellMesh& mesh, const State
 }
 
 } // namespace
+
+bool areTrianglesDistinct(const osg::NodePtr& shell)
+{
+    const CompactMeshScope scope(coreOf(shell), shell, kyUVTypes::UVSet0);
+    const Ids triangles = meshTriangles(*scope.getMesh(), shell);
+    return std::set<unsigned int>(triangles.begin(), triangles.end()).size() == triangles.size();
+}
 
 void lift(const osg::NodePtr& shell, const std::vector<bool>& isLifted, float shift,
           kyTopologyBridge& bridge)

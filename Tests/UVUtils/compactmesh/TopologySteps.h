@@ -14,6 +14,9 @@
 namespace steps
 {
 
+/// Has no triangle of the mesh the same corners as another?
+bool areTrianglesDistinct(const osg::NodePtr& shell);
+
 /// Lifts some triangles off the rest: vertices between lifted and other triangles are split, so are
 /// those where triangles met in a point, and the lifted ones move along u by `shift`.
 ///
