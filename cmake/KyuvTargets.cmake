@@ -42,9 +42,14 @@ function(kyuv_add_library target)
     FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/kyUVUtils")
 endfunction()
 
+# Programs that are worth building optimised; the other tests run with sanitizers.
+add_custom_target(kyuv_mesh_tests)
+add_custom_target(kyuv_benchmarks)
+
 # kyuv_add_test(target SOURCES a.cpp ... DEPS t ... [LABELS l ...])
 #
-# A GoogleTest program; every TEST in it becomes a test of CTest.
+# A GoogleTest program; every TEST in it becomes a test of CTest. The label Meshes is for tests on
+# large meshes, which kyuv_mesh_tests builds all of.
 function(kyuv_add_test target)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPS;LABELS" ${ARGN})
   add_executable(${target} ${ARG_SOURCES})
@@ -56,13 +61,19 @@ function(kyuv_add_test target)
   if(ARG_LABELS)
     list(APPEND properties LABELS "${ARG_LABELS}")
   endif()
+  if("Meshes" IN_LIST ARG_LABELS)
+    add_dependencies(kyuv_mesh_tests ${target})
+  endif()
   gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
 endfunction()
 
 # kyuv_add_benchmark(target SOURCES a.cpp ... DEPS t ...)
+#
+# Built by kyuv_benchmarks only.
 function(kyuv_add_benchmark target)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
-  add_executable(${target} ${ARG_SOURCES})
+  add_executable(${target} EXCLUDE_FROM_ALL ${ARG_SOURCES})
+  add_dependencies(kyuv_benchmarks ${target})
   target_compile_definitions(${target} PRIVATE KYUV_MESHES="${KYUV_MESHES}")
   target_link_libraries(${target} PRIVATE kyuv_own_code ${ARG_DEPS} benchmark::benchmark)
 endfunction()
