@@ -119,9 +119,9 @@ void buildMesh(benchmark::State& state)
     timer.report(state);
 }
 
-void rebuildMesh(benchmark::State& state)
+/// Builds the mesh of a shell again and again, against sorting its vertices and triangles once.
+void measureRebuilds(benchmark::State& state, const osg::RefPtr<osg::Node>& shell)
 {
-    const osg::RefPtr<osg::Node> shell = shellFor(state);
     const PlainMesh plain(shell);
     CompactShellMesh* mesh = meshOf(shell);
     const std::vector<unsigned int> trianglesC = compactTriangles(plain, *mesh);
@@ -132,6 +132,11 @@ void rebuildMesh(benchmark::State& state)
             benchmark::DoNotOptimize(meshOf(shell));
         },
         [&] { bench::sortPlainly(plain.positions, trianglesC); });
+}
+
+void rebuildMesh(benchmark::State& state)
+{
+    measureRebuilds(state, shellFor(state));
 }
 
 /// Moves one in so many vertices by half the weld tolerance, so that others stand between it and
@@ -152,16 +157,7 @@ void buildBlurredMesh(benchmark::State& state)
 {
     const osg::RefPtr<osg::Node> shell = shellFor(state);
     blurPositions(shell, static_cast<unsigned long>(state.range(3)));
-    const PlainMesh plain(shell);
-    CompactShellMesh* mesh = meshOf(shell);
-    const std::vector<unsigned int> trianglesC = compactTriangles(plain, *mesh);
-    bench::measureRatio(
-        state,
-        [&] {
-            mesh->touch();
-            benchmark::DoNotOptimize(meshOf(shell));
-        },
-        [&] { bench::sortPlainly(plain.positions, trianglesC); });
+    measureRebuilds(state, shell);
 }
 
 void findBorders(benchmark::State& state)
