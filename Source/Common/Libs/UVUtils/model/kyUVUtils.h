@@ -139,6 +139,29 @@ public:
     /// ask whether the geometry is valid.
     static void makeIndexForAllVertices(const osg::GeometryPtr& geometry, const osg::NodePtr& node);
 
+    // Seams. A border edge is one that exactly one triangle uses, in the space of vertex ids: an
+    // edge of the mesh's rim, or one side of a UV seam. Through a compact mesh the borders between
+    // surfaces that it welded are none. Lists of edges hold two ids an edge.
+
+    /// Brings the list kyUVTypes::BorderEdges of the geometry up to date: pairs with the lower id
+    /// first, ascending by first, then second id; lines. Through a compact mesh each of its border
+    /// edges is named by one pair of vertices on one surface. Without any the list is empty, not
+    /// null.
+    ///
+    /// The triangles are searched, linear in them, when indices have changed since the last time,
+    /// the slot or getUseCompactMesh is another, or the list is null; else nothing happens at all.
+    /// For an invalid geometry the list stays as it is and counts as up to date.
+    static void updateBorderEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                  kyUVTypes::UVSet uvSet);
+    /// Puts the vertices of the list SelectedEdges into the list SelectedEdgeVertices, as points,
+    /// ascending, each once. Without selected edges the list is empty, not null.
+    static void updateEdgeVSet(const osg::GeometryPtr& geometry);
+    /// Joins two lists of edges: `out` becomes their edges, each once, the lower id first,
+    /// ascending. Where one list is null or empty, `out` becomes the other one as it stands,
+    /// neither ordered nor rid of repeats.
+    static void mergeEdgeSet(const unsigned int* a, unsigned int aCount, const unsigned int* b,
+                             unsigned int bCount, FlatEdgeList& out);
+
     // UV values. A slot holds UVs when its property is of the kind GeoTexCoords2f; one of another
     // kind counts as absent here, but for hasUVSet and getLocalUVCount. Three views of them:
     //
@@ -293,6 +316,18 @@ private:
                                 std::vector<unsigned int>& islandVertCounts);
     /// Empty without indices, or when their number is no multiple of 3.
     static FlatEdgeList getAllEdges(const osg::GeometryPtr& geometry);
+
+    // The border list; defined beside updateBorderEdges.
+
+    /// Searches the triangles and writes the list. An invalid geometry and a missing mesh leave it.
+    static void makeBorderEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                kyUVTypes::UVSet uvSet);
+    /// Have triangles changed since the list was last made for this slot? False without geometry or
+    /// node.
+    static bool getBorderDirty(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                               kyUVTypes::UVSet uvSet);
+    static void setBorderClean(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                               kyUVTypes::UVSet uvSet);
 
     bool useCompactMesh_ = true;
     bool fillShading_ = false;

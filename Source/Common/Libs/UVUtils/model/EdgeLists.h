@@ -1,0 +1,25 @@
+#pragma once
+
+#include "UVUtils/model/Edge.h"
+
+#include <span>
+
+/// The pairs of a flat list as edges, in their order; an id left over at the end is passed over.
+inline std::vector<Edge> edgesOf(std::span<const unsigned int> pairs)
+{
+    std::vector<Edge> edges;
+    edges.reserve(pairs.size() / 2);
+    for (std::size_t i = 0; i + 1 < pairs.size(); i += 2)
+        edges.emplace_back(pairs[i], pairs[i + 1]);
+    return edges;
+}
+
+/// Edges as a flat list, the lower id of each first.
+inline FlatEdgeList flatListOf(std::span<const Edge> edges)
+{
+    FlatEdgeList pairs;
+    pairs.reserve(2 * edges.size());
+    for (const Edge& edge : edges)
+        pairs.insert(pairs.end(), {edge.first, edge.second});
+    return pairs;
+}
