@@ -92,9 +92,8 @@ TEST(Attachment, CanHangOnSeveralAndForgetsThemAsTheyGo)
     const RefPtr<Group> copy(core->clone());
     EXPECT_EQ(copy->findAttachment(Note::getClassType()), note.get());
     EXPECT_EQ(note->getRefCount(), 3);
-    EXPECT_EQ(note->getParents().size(), 2U);
-    const RefPtr<Note> noteCopy(note->clone());
-    EXPECT_TRUE(noteCopy->getParents().empty());
+    EXPECT_EQ(note->getParents(), (Parents{core.get(), copy.get()}));
+    EXPECT_TRUE(RefPtr<Note>(note->clone())->getParents().empty());
 }
 
 TEST(Attachment, ADestroyCallbackFindsTheNewOneInPlaceAndMayTakeItAway)

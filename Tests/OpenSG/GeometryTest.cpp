@@ -9,6 +9,54 @@ using namespace osg;
 namespace
 {
 
+TEST(GeoProperty, BeyondTheEndReadsZeroAndWritesNothing)
+{
+    const RefPtr<GeoIndicesUI32> indices(GeoIndicesUI32::create());
+    indices->addValue(8);
+    indices->setValue(9, 1);
+    EXPECT_EQ(indices->getValue(1), 0U);
+    EXPECT_EQ(indices->getSize(), 1U);
+}
+
+TEST(GeoProperty, AnyKindOfTexCoordsReadsAsTwoFloats)
+{
+    const RefPtr<GeoTexCoords1f> one(GeoTexCoords1f::create());
+    const RefPtr<GeoTexCoords4f> four(GeoTexCoords4f::create());
+    for (const GeoTexCoordsPtr& texCoords : {GeoTexCoordsPtr(one), GeoTexCoordsPtr(four)})
+        texCoords->addValue(Vec2f(3, 4));
+    EXPECT_EQ(GeoTexCoordsPtr(one)->getValue(0), Vec2f(3, 0));
+    EXPECT_EQ(GeoTexCoordsPtr(four)->getValue(0), Vec2f(3, 4));
+
+    four->values()[0] = Vec4f(1, 2, 3, 4);
+    four->setValue(Vec2f(8, 9), 0);
+    EXPECT_EQ(four->values()[0], Vec4f(8, 9, 3, 4)) << "what has no place in the value stays";
+}
+
+TEST(GeoProperty, ColorsWithoutOpacityReadAsOpaque)
+{
+    const RefPtr<GeoColors3f> colors(GeoColors3f::create());
+    colors->addValue(Color4f(0.25F, 0.5F, 0.75F, 0.1F));
+    EXPECT_EQ(colors->getValue(0), Color4f(0.25F, 0.5F, 0.75F, 1));
+    EXPECT_EQ(colors->values()[0], Color3f(0.25F, 0.5F, 0.75F));
+}
+
+TEST(GeoProperty, NumbersTooLargeForTheKindSaturate)
+{
+    const RefPtr<GeoIndicesUI16> indices(GeoIndicesUI16::create());
+    indices->setValues(std::vector{70000U, 65535U, 3U});
+    EXPECT_EQ(indices->getValues(), (std::vector{65535U, 65535U, 3U}));
+}
+
+TEST(GeoProperty, GatherTakesRepeatsAndZerosForSourcesBeyondTheEnd)
+{
+    const RefPtr<GeoTexCoords3f> texCoords(GeoTexCoords3f::create());
+    texCoords->takeValues({Vec3f(1, 1, 1), Vec3f(2, 2, 2)});
+    const unsigned sources[] = {1, 0, 1, 7};
+    GeoPropertyPtr(texCoords)->gather(sources);
+    EXPECT_EQ(std::vector(texCoords->values().begin(), texCoords->values().end()),
+              (std::vector{Vec3f(2, 2, 2), Vec3f(1, 1, 1), Vec3f(2, 2, 2), Vec3f()}));
+}
+
 TEST(Geometry, NamedPropertiesSlotsAndVertexPropertiesAreTheSame)
 {
     const RefPtr<Geometry> geometry = tiny::quad();
@@ -53,9 +101,12 @@ TEST(MakeSingleIndexed, IsSilentAndInertOnASingleIndexedGeometry)
     }
 }
 
-TEST(MakeSingleIndexed, MakesOneVertexForEachTupleInOrderOfFirstUse)
+TEST(MakeSingleIndexed, MakesOneVertexForEachTupleInOrderOfFirstUseAndTellsIt)
 {
     const RefPtr<Geometry> geometry = tiny::multiIndexedQuad();
+    const RefPtr<Geometry> twin(geometry->clone());
+    tiny::NoticeJournal journal;
+    journal.watch(geometry.get());
     geometry->makeSingleIndexed();
     EXPECT_EQ(geometry->getIndices()->getValues(), (tiny::Ids{0, 1, 2, 0, 3, 4}));
     EXPECT_EQ(geometry->getPositions()->getValues(),
@@ -66,37 +117,29 @@ TEST(MakeSingleIndexed, MakesOneVertexForEachTupleInOrderOfFirstUse)
     EXPECT_EQ(geometry->getIndexMapping(),
               (std::vector<std::uint16_t>{Geometry::MapPosition | Geometry::MapTexCoords |
                                           Geometry::MapTexCoords3}));
-}
+    const FieldMask changed = GeometryBase::PositionsFieldMask | GeometryBase::TexCoordsFieldMask |
+                              GeometryBase::TexCoords3FieldMask | GeometryBase::IndicesFieldMask |
+                              GeometryBase::IndexMappingFieldMask;
+    EXPECT_EQ(journal.notices,
+              (std::vector<tiny::NoticeJournal::Notice>{{geometry->getId(), changed, 1}}));
 
-TEST(MakeSingleIndexed, TellsEveryPropertyAndThenTheGeometryOnce)
-{
-    const RefPtr<Geometry> geometry = tiny::multiIndexedQuad();
-    tiny::NoticeJournal journal;
-    journal.watch(geometry->getPositions());
-    journal.watch(geometry->getTexSlot(0));
-    journal.watch(geometry->getTexSlot(3));
-    journal.watch(geometry->getIndices());
-    journal.watch(geometry.get());
-    geometry->makeSingleIndexed();
-    ASSERT_EQ(journal.notices.size(), 5U);
-    EXPECT_EQ(journal.notices[0].id, geometry->getPositions()->getId());
-    EXPECT_EQ(journal.notices[3].id, geometry->getIndices()->getId());
-    EXPECT_EQ(journal.notices[4].id, geometry->getId());
-    EXPECT_EQ(journal.notices[4].mask,
-              GeometryBase::PositionsFieldMask | GeometryBase::TexCoordsFieldMask |
-                  GeometryBase::TexCoords3FieldMask | GeometryBase::IndicesFieldMask |
-                  GeometryBase::IndexMappingFieldMask);
-}
-
-TEST(MakeSingleIndexed, LeavesAPropertyThatAnotherGeometryHoldsAsItWas)
-{
-    const RefPtr<Geometry> geometry = tiny::multiIndexedQuad();
-    const RefPtr<Geometry> twin(geometry->clone());
-    geometry->makeSingleIndexed();
+    // What another geometry holds stays as it was; what is held once is rewritten and tells it.
     EXPECT_EQ(twin->getPositions()->getSize(), 4U);
     EXPECT_EQ(twin->getIndices()->getSize(), 12U);
     EXPECT_EQ(twin->getIndexMapping().size(), 2U);
-    EXPECT_EQ(geometry->getPositions()->getSize(), 5U);
+    tiny::NoticeJournal order;
+    order.watch(twin->getPositions());
+    order.watch(twin->getTexSlot(0));
+    order.watch(twin->getTexSlot(3));
+    order.watch(twin->getIndices());
+    order.watch(twin.get());
+    const unsigned expected[] = {twin->getPositions()->getId(), twin->getTexSlot(0)->getId(),
+                                 twin->getTexSlot(3)->getId(), twin->getIndices()->getId(),
+                                 twin->getId()};
+    twin->makeSingleIndexed();
+    ASSERT_EQ(order.notices.size(), std::size(expected));
+    for (std::size_t i = 0; i < order.notices.size(); ++i)
+        EXPECT_EQ(order.notices[i].id, expected[i]);
 }
 
 TEST(MakeSingleIndexed, SurvivesStrayNumbersAndAnUnfinishedCorner)

@@ -10,15 +10,16 @@ using namespace osg;
 namespace
 {
 
-TEST(Node, ChildrenKeepTheirOrderAndCount)
+TEST(Node, ChildrenKeepTheirOrderAndHangInOnePlace)
 {
     const RefPtr<Node> parent(Node::create());
+    const RefPtr<Node> second(Node::create());
     const RefPtr<Node> a(Node::create());
-    const RefPtr<Node> b(Node::create());
+    const NodePtr b = Node::create(); // held by its parent only
     parent->addChild(a);
     parent->addChild(b);
     ASSERT_EQ(parent->getNChildren(), 2U);
-    EXPECT_EQ(parent->getChild(1), b.get());
+    EXPECT_EQ(parent->getChild(1), b);
     EXPECT_EQ(parent->getChild(2), NullFC);
     EXPECT_LT(parent->findChild(NullFC), 0);
     EXPECT_EQ(a->getRefCount(), 2);
@@ -27,23 +28,14 @@ TEST(Node, ChildrenKeepTheirOrderAndCount)
     parent->subChild(a);
     EXPECT_EQ(a->getParent(), NullFC);
     EXPECT_EQ(a->getRefCount(), 1);
-    EXPECT_EQ(parent->findChild(b), 0);
-}
+    second->addChild(b);
+    EXPECT_EQ(parent->getNChildren(), 0U);
+    EXPECT_EQ(b->getParent(), second.get());
+    EXPECT_EQ(b->getRefCount(), 1);
 
-TEST(Node, AddingAChildElsewhereMovesIt)
-{
-    const RefPtr<Node> first(Node::create());
-    const RefPtr<Node> second(Node::create());
-    const NodePtr child = Node::create(); // held by its parent only
-    first->addChild(child);
-    second->addChild(child);
-    EXPECT_EQ(first->getNChildren(), 0U);
-    EXPECT_EQ(child->getParent(), second.get());
-    EXPECT_EQ(child->getRefCount(), 1);
-
-    second->addChild(Node::create());
-    second->addChild(child);
-    EXPECT_EQ(second->findChild(child), 1) << "to the end, and once";
+    second->addChild(a);
+    second->addChild(b);
+    EXPECT_EQ(second->findChild(b), 1) << "to the end, and once";
     EXPECT_EQ(second->getNChildren(), 2U);
 }
 
@@ -80,28 +72,10 @@ TEST(Node, ACoreKnowsItsNodesInTheOrderInWhichTheyTookIt)
     EXPECT_EQ(core->getRefCount(), 1);
 }
 
-TEST(Node, ATreeGoesWithItsRootButNotWhatOthersHold)
+TEST(Node, ATreeOfAnyDepthGoesWithItsRootButNotWhatOthersHold)
 {
     const std::size_t before = FieldContainerFactory::the()->getContainerCount();
-    {
-        const RefPtr<Node> kept(Node::create());
-        {
-            const RefPtr<Node> root(Node::create());
-            for (int i = 0; i < 3; ++i) {
-                root->addChild(Node::create());
-                root->getChild(static_cast<unsigned>(i))->setCore(Group::create());
-            }
-            root->getChild(0)->addChild(kept);
-        }
-        EXPECT_EQ(kept->getParent(), NullFC);
-        EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before + 1);
-    }
-    EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before);
-}
-
-TEST(Node, AVeryDeepTreeGoesWithItsRoot)
-{
-    const std::size_t before = FieldContainerFactory::the()->getContainerCount();
+    RefPtr<Node> kept(Node::create());
     {
         const RefPtr<Node> root(Node::create());
         NodePtr bottom = root;
@@ -110,7 +84,12 @@ TEST(Node, AVeryDeepTreeGoesWithItsRoot)
             bottom->addChild(child);
             bottom = child;
         }
+        bottom->setCore(Group::create());
+        root->getChild(0)->addChild(kept);
     }
+    EXPECT_EQ(kept->getParent(), NullFC);
+    EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before + 1);
+    kept = NullFC;
     EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before);
 }
 
@@ -155,25 +134,21 @@ TEST(Node, ACopySharesTheCoreAndStandsAlone)
     EXPECT_EQ(copy->getParent(), NullFC);
 }
 
-class TraverseTest : public testing::Test
+TEST(Traverse, GoesDepthFirstWhereOneSkipsTheChildrenAndTwoEndsTheWalk)
 {
-protected:
-    /// 0 -+- 1 -+- 2
-    ///    |     +- 3
-    ///    +- 4
-    void SetUp() override
-    {
-        for (auto& node : nodes)
-            node = RefPtr<Node>(Node::create());
-        nodes[0]->addChild(nodes[1]);
-        nodes[1]->addChild(nodes[2]);
-        nodes[1]->addChild(nodes[3]);
-        nodes[0]->addChild(nodes[4]);
-    }
+    // 0 -+- 1 -+- 2
+    //    |     +- 3
+    //    +- 4
+    RefPtr<Node> nodes[5];
+    for (auto& node : nodes)
+        node = RefPtr<Node>(Node::create());
+    nodes[0]->addChild(nodes[1]);
+    nodes[1]->addChild(nodes[2]);
+    nodes[1]->addChild(nodes[3]);
+    nodes[0]->addChild(nodes[4]);
 
-    /// The order of the visits when node 1 gets that answer and the others 0.
-    std::vector<int> visit(unsigned answerAtNode1)
-    {
+    unsigned result = 99;
+    const auto visit = [&](unsigned answerAtNode1) {
         std::vector<int> order;
         result = traverse(nodes[0], [&](NodePtr& node) {
             const auto* found = std::find(std::begin(nodes), std::end(nodes), node);
@@ -181,27 +156,17 @@ protected:
             return order.back() == 1 ? answerAtNode1 : 0U;
         });
         return order;
-    }
-
-    RefPtr<Node> nodes[5];
-    unsigned result = 99;
-};
-
-TEST_F(TraverseTest, GoesDepthFirstWhereOneSkipsTheChildrenAndTwoEndsTheWalk)
-{
+    };
     EXPECT_EQ(visit(0), (std::vector{0, 1, 2, 3, 4}));
     EXPECT_EQ(visit(1), (std::vector{0, 1, 4}));
     EXPECT_EQ(result, 0U);
     EXPECT_EQ(visit(2), (std::vector{0, 1}));
     EXPECT_EQ(result, 2U);
-}
 
-TEST_F(TraverseTest, AVisitorMayChangeWhatIsBelow)
-{
     int visits = 0;
     traverse(nodes[0], [&](NodePtr& node) {
         ++visits;
-        if (node == nodes[1].get()) {
+        if (node == nodes[1].get()) { // a visitor may change what is below
             node->subChild(nodes[2]);
             nodes[2] = NullFC;
             node->addChild(Node::create());
