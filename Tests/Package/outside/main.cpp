@@ -11,6 +11,8 @@
 #include <OpenSGUtils/kyOpenSGUtils.h>
 #include <UVUtils/model/kyUVUtils.h>
 #include <UVUtils/solver/kyUnfold3D.h>
+#include <UndoUtils/kyUndoCommand.h>
+#include <UndoUtils/kyUndoStack.h>
 #include <Utils/kyLog.h>
 
 #include <algorithm>
@@ -131,6 +133,27 @@ void checkFacade()
           "ids are dealt out to the surfaces of a shell");
 }
 
+/// A command of the program's own on the stack that it shares with the library.
+void checkUndo()
+{
+    class Toggle : public kyUndoCommand
+    {
+    public:
+        explicit Toggle(bool& flag) : kyUndoCommand({"Toggle", "outside"}), flag_(flag) {}
+        void redo() override { flag_ = !flag_; }
+        void undo() override { flag_ = !flag_; }
+
+    private:
+        bool& flag_;
+    };
+    bool flag = false;
+    kyUndoStack& stack = kyUndoStack::get(0);
+    stack.add(new Toggle(flag));
+    check(flag && stack.steps().front().text == "Toggle", "a command is run and listed");
+    check(stack.undo() && !flag, "and undone");
+    stack.clear();
+}
+
 using Uvs = std::vector<osg::Vec2f>;
 
 /// The smallest and the largest of the factors by which edges grow from space to uv. The smallest
@@ -219,6 +242,7 @@ void checkPack(const osg::GeometryPtr& tubes, Uvs uvs)
 int main()
 {
     checkFacade();
+    checkUndo();
     const auto node = tubesNode(2);
     Uvs uvs;
     checkUnfold(geometryOf(node), uvs);
