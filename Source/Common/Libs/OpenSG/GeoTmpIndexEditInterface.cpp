@@ -123,6 +123,16 @@ unsigned GeoTmpIndexEditInterface::getStamp() const
     return _list ? _list->stamp : 0;
 }
 
+std::vector<unsigned> GeoTmpIndexEditInterface::listsWithContent(const GeometryPtr& geometry)
+{
+    std::vector<unsigned> numbers;
+    if (geometry)
+        for (const auto& [number, list] : geometry->_tmpIndexLists)
+            if (!list.isNull)
+                numbers.push_back(number);
+    return numbers;
+}
+
 void GeoTmpIndexEditInterface::setNullforAll(const GeometryPtr& geometry)
 {
     if (geometry)

@@ -4,6 +4,7 @@
 #include "OpenSG/TmpIndexList.h"
 
 #include <span>
+#include <vector>
 
 namespace osg
 {
@@ -54,6 +55,8 @@ public:
     /// of this process had before. 0 for a list that was never written.
     [[nodiscard]] unsigned getStamp() const;
 
+    /// The numbers of the lists that are not null, ascending.
+    [[nodiscard]] static std::vector<unsigned> listsWithContent(const GeometryPtr& geometry);
     /// Makes every list of the geometry null. The types stay.
     static void setNullforAll(const GeometryPtr& geometry);
 
