@@ -28,22 +28,25 @@ std::uint64_t checksumOfIds(const tiny::Ids& ids)
     return checksumOf(property);
 }
 
-TEST(BinaryChecksum, IsThePublishedHashOfTheBytes)
+TEST(BinaryChecksum, IsThePublishedHashOfTheBytesHoweverTheyAreCut)
 {
-    // Test values of the 64-bit FNV-1a hash.
+    // Test values of the 64-bit xxHash with seed 0.
     const struct
     {
         std::string text;
         std::uint64_t value;
-    } cases[] = {{"a", 0xaf63dc4c8601ec8cU}, {"foobar", 0x85944171f73967e8U}};
-    for (const auto& c : cases) {
-        BinaryChecksumHandler handler;
-        EXPECT_EQ(handler.getValue(), 0U);
-        for (const char& byte : c.text)
-            handler.write(&byte, 1);
-        handler.write(nullptr, 0);
-        EXPECT_EQ(handler.getValue(), c.value) << c.text;
-    }
+    } cases[] = {{"a", 0xd24ec4f1a98c6e5bU},
+                 {"abc", 0x44bc2cf5ad770999U},
+                 {"Nobody inspects the spammish repetition", 0xfbcea83c8a378bf1U}};
+    EXPECT_EQ(BinaryChecksumHandler().getValue(), 0U);
+    for (const auto& c : cases)
+        for (std::size_t first = 0; first <= c.text.size(); ++first) {
+            BinaryChecksumHandler handler;
+            handler.write(c.text.data(), first);
+            handler.write(nullptr, 0);
+            handler.write(c.text.data() + first, c.text.size() - first);
+            EXPECT_EQ(handler.getValue(), c.value) << c.text << " cut at " << first;
+        }
 }
 
 TEST(BinaryChecksum, EqualPropertiesAgreeAndOthersDiffer)
