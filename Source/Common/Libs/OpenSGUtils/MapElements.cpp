@@ -186,7 +186,7 @@ struct NewElements
     /// Takes one triangle in; corners that are no copies of a sought vertex are null.
     void add(const std::array<const Copy*, 3>& corners)
     {
-        for (const auto& [a, b] : {std::pair(0, 1), std::pair(1, 2), std::pair(2, 0)})
+        for (const auto& [a, b] : {std::pair(0U, 1U), std::pair(1U, 2U), std::pair(2U, 0U)})
             if (const Copy *from = corners[a], *to = corners[b]; from && to)
                 edges.push_back(newElement<2>({from->oldId, to->oldId}, {from->newId, to->newId}));
         if (const auto& [a, b, c] = corners; a && b && c)

@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <numeric>
+#include <utility>
 
 namespace
 {
@@ -83,4 +84,18 @@ void TopologyOpOutData::storeShuffle(const std::vector<unsigned int>& sources,
     assert(sources.size() == targets.size() && "each target has one source");
     fillShuffle(*nextShuffle, newCount, targets, sources);
     fillShuffle(*prevShuffle, oldCount, sources, targets);
+}
+
+void TopologyOpOutData::storeBefore(const osg::GeoIndicesPtr& indices,
+                                    std::vector<UVConstraintData> constraints)
+{
+    *prevIndices = indices->clone();
+    *prevUVConstraints = std::move(constraints);
+}
+
+void TopologyOpOutData::storeAfter(const osg::GeoIndicesPtr& indices,
+                                   std::vector<UVConstraintData> constraints)
+{
+    *nextIndices = indices->clone();
+    *nextUVConstraints = std::move(constraints);
 }

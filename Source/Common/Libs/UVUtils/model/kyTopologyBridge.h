@@ -79,6 +79,10 @@ struct TopologyOpOutData
     void storeShuffle(const std::vector<unsigned int>& sources,
                       const std::vector<unsigned int>& targets, unsigned long long oldCount,
                       unsigned long long newCount);
+    /// Records the triangles and the constraints as they are before the operation, or after it: a
+    /// clone of the indices, which are not null.
+    void storeBefore(const osg::GeoIndicesPtr& indices, std::vector<UVConstraintData> constraints);
+    void storeAfter(const osg::GeoIndicesPtr& indices, std::vector<UVConstraintData> constraints);
 
     std::vector<unsigned int>* nextShuffle;
     std::vector<unsigned int>* prevShuffle;
