@@ -139,6 +139,11 @@ public:
     /// ask whether the geometry is valid.
     static void makeIndexForAllVertices(const osg::GeometryPtr& geometry, const osg::NodePtr& node);
 
+    /// Selects the islands of the vertices in the list kyUVTypes::IslandVertices anew, for when the
+    /// islands have changed under the selection. Nothing happens for a null list; an empty one
+    /// deselects all.
+    static void restoreIslandSelection(const osg::NodePtr& node, kyUVTypes::UVSet uvSet);
+
     // Seams. A border edge is one that exactly one triangle uses, in the space of vertex ids: an
     // edge of the mesh's rim, or one side of a UV seam. Through a compact mesh the borders between
     // surfaces that it welded are none. Lists of edges hold two ids an edge.
