@@ -4,7 +4,6 @@
 #include "UVUtils/model/FloatOrder.h"
 
 #include <array>
-#include <cmath>
 #include <limits>
 
 /// What two vertices must have in common to be welded: position and UV.
@@ -17,12 +16,9 @@ struct WeldKey
 /// Numbers that differ by at most this are one number; absolute, for positions and UVs alike.
 inline constexpr float weldTolerance = std::numeric_limits<float>::epsilon();
 
-/// Also for infinities and NaNs, whose difference is no number: each is near to itself alone.
 inline bool isNear(float a, float b)
 {
-    const float difference = std::abs(a - b);
-    return difference <= weldTolerance ||
-           (std::isnan(difference) && orderedBits(a) == orderedBits(b));
+    return isWithin(a, b, weldTolerance);
 }
 
 inline bool isNear(const osg::Pnt3f& a, const osg::Pnt3f& b)
