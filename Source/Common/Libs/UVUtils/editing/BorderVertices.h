@@ -19,7 +19,7 @@ public:
     unsigned int placeOf(unsigned int id) const { return placeOfId_[id]; }
 
 private:
-    std::vector<unsigned int> ids_;              ///< [place]
-    std::vector<char> isContained_;              ///< [vertex]
-    std::unique_ptr<unsigned int[]> placeOfId_;  ///< [vertex] nothing for one that isn't contained
+    std::vector<unsigned int> ids_;             ///< [place]
+    std::vector<char> isContained_;             ///< [vertex]
+    std::unique_ptr<unsigned int[]> placeOfId_; ///< [vertex] nothing for one that isn't contained
 };

@@ -2,7 +2,9 @@
 
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/WritableProperty.h"
+#include "OpenSGUtils/kyGeoIndicesStore.h"
 #include "OpenSGUtils/kyGeoShuffle.h"
+#include "UVUtils/editing/IndexEdit.h"
 #include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 
@@ -61,6 +63,26 @@ VertexMap mapVertices(const MergeGroups& groups, unsigned int vertexCount)
     return map;
 }
 
+template <class Id>
+void rewrite(std::span<Id> ids, const std::vector<unsigned int>& oldToNew)
+{
+    for (Id& id : ids)
+        id = static_cast<Id>(oldToNew[id]);
+}
+
+void rewrite(const osg::GeoIndicesPtr& indices, const std::vector<unsigned int>& oldToNew)
+{
+    if (const auto wide = osg::dcast<osg::GeoIndicesUI32>(indices)) {
+        rewrite(wide->values(), oldToNew);
+    } else if (const auto narrow = osg::dcast<osg::GeoIndicesUI16>(indices)) {
+        rewrite(narrow->values(), oldToNew);
+    } else {
+        std::vector<unsigned int> ids = indices->getValues();
+        rewrite(std::span(ids), oldToNew);
+        indices->setValues(ids);
+    }
+}
+
 } // namespace
 
 void averageUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set, const MergeGroups& groups)
@@ -80,18 +102,18 @@ void removeMergedVertices(const osg::GeometryPtr& geometry, const MergeGroups& g
                           TopologyOpOutData* out)
 {
     VertexMap map = mapVertices(groups, vertexCountOf(geometry));
-    kyGeoShuffle::shuffleProperties(geometry, map.keptIds.data(),
-                                    static_cast<unsigned int>(map.keptIds.size()), nullptr, 0, true);
+    const auto newCount = static_cast<unsigned int>(map.keptIds.size());
+    kyGeoIndicesStore store(geometry, kyGeoIndicesStore::ListsAndConstraints);
+    kyGeoShuffle::shuffleProperties(geometry, map.keptIds.data(), newCount, nullptr, 0, true);
+    if (out)
+        out->storeBefore(geometry->getIndices(), store.getUVConstraints());
+    const osg::GeoIndicesPtr indices = indicesToEdit(geometry, newCount);
+    rewrite(indices, map.oldToNew);
+    osg::notifyChanged(indices, geometry, osg::FieldMask::all());
+    store.map(map.oldToNew); // after the notices, which can drop the lists
+    store.restore();
     if (out) {
-        *out->prevIndices = geometry->getIndices()->clone();
-    }
-    std::vector<unsigned int> ids = geometry->getIndices()->getValues();
-    for (unsigned int& id : ids)
-        id = map.oldToNew[id];
-    geometry->getIndices()->setValues(ids);
-    osg::notifyChanged(geometry->getIndices(), geometry, osg::FieldMask::all());
-    if (out) {
-        *out->nextIndices = geometry->getIndices()->clone();
+        out->storeAfter(geometry->getIndices(), store.getUVConstraints());
         *out->nextShuffle = std::move(map.keptIds);
         *out->prevShuffle = std::move(map.oldToNew);
     }

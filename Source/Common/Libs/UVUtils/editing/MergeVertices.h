@@ -16,8 +16,8 @@ using MergeGroups = Buckets<unsigned int>;
 /// property. Without that slot nothing happens.
 void averageUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set, const MergeGroups& groups);
 
-/// Takes the vertices that don't survive out of all vertex properties, and brings indices, temporary
-/// lists and constraints along. The vertices that are left keep their order.
+/// Takes the vertices that don't survive out of all vertex properties, and brings indices,
+/// temporary lists and constraints along. The vertices that are left keep their order.
 ///
 /// out  records the way there and back; may be null
 ///

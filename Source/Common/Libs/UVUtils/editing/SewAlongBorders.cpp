@@ -80,9 +80,8 @@ void kyUVUtils::doSewAlongBorders(const osg::GeometryPtr& geometry, kyUVTypes::U
     if (!allEdges || allCount == 0 || !sewEdges || sewCount == 0 || !geometry->getPositions() ||
         !geometry->getIndices())
         return;
-    const MergeGroups groups =
-        findMerges(geometry, SewVertexLess(*geometry, uvSet, matchUVs), {allEdges, allCount},
-                   {sewEdges, sewCount}, unsewable);
+    const MergeGroups groups = findMerges(geometry, SewVertexLess(*geometry, uvSet, matchUVs),
+                                          {allEdges, allCount}, {sewEdges, sewCount}, unsewable);
     // Also when nothing merges: whoever asked for a record gets one, of what stayed as it was.
     averageUVs(geometry, uvSet, groups);
     removeMergedVertices(geometry, groups, out);

@@ -55,7 +55,8 @@ FlatEdgeList pairsWhere(Pairs pairs, const IsKept& isKept)
 FlatEdgeList pairsOnSurfaces(Pairs pairs, const std::vector<ActiveSurface>& surfaces)
 {
     return pairsWhere(pairs, [&](const Edge& edge) {
-        const auto next = std::ranges::upper_bound(surfaces, edge.first, {}, &ActiveSurface::firstId);
+        const auto next =
+            std::ranges::upper_bound(surfaces, edge.first, {}, &ActiveSurface::firstId);
         if (next == surfaces.begin())
             return false;
         const ActiveSurface& surface = *std::prev(next);
@@ -74,4 +75,107 @@ FlatEdgeList localEdges(const std::vector<Edge>& sorted, unsigned int firstId,
     return local;
 }
 
+/// Where the operation on the top level writes its record.
+std::optional<TopologyOpOutData> topLevelOf(kyTopologyBridge* bridge)
+{
+    return bridge ? std::optional<TopologyOpOutData>(bridge->getImpl()) : std::nullopt;
+}
+
+TopologyOpOutData* pointerTo(std::optional<TopologyOpOutData>& out)
+{
+    return out ? &*out : nullptr;
+}
+
+/// The edges of a list in ids of a mesh. Pairs keep their order; those with a vertex that the mesh
+/// does not have drop out, since a list can be older than the mesh.
+FlatEdgeList toCompactIds(const CompactShellMesh& mesh, Pairs pairs)
+{
+    const std::size_t vertexCount = mesh.getVertFToC().size();
+    const FlatEdgeList known =
+        pairsWhere(pairs, [&](const Edge& edge) { return edge.second < vertexCount; });
+    FlatEdgeList compact;
+    mesh.mapEdgesFToC(known.data(), sizeOf(known), compact);
+    return compact;
+}
+
 } // namespace
+
+void kyUVUtils::filterEdgesOnBorder(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                    kyUVTypes::UVSet uvSet, const unsigned int* edges,
+                                    unsigned int count, FlatEdgeList& out)
+{
+    const FlatEdgeList pairs(edges, edges + (edges ? count : 0)); // they may be those of a list
+    updateBorderEdges(geometry, node, uvSet);
+    const osg::GeoTmpIndexEditInterface borders(geometry, kyUVTypes::BorderEdges);
+    const FlatEdgeList onBorder =
+        pairsWhere(pairs, [&](const Edge& edge) { return containsEdge(borders.values(), edge); });
+    out.insert(out.end(), onBorder.begin(), onBorder.end());
+}
+
+void kyUVUtils::sewAlongEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                              kyUVTypes::UVSet uvSet, kyTopologyBridge* bridge)
+{
+    if (!isValidGeometry(geometry, node, false))
+        return;
+    const FlatEdgeList selected = copyOfList(geometry, kyUVTypes::SelectedEdges);
+    FlatEdgeList sewEdges;
+    if (!selected.empty())
+        filterEdgesOnBorder(geometry, node, uvSet, selected.data(), sizeOf(selected), sewEdges);
+    if (sewEdges.empty())
+        return;
+    const FlatEdgeList allEdges = copyOfList(geometry, kyUVTypes::BorderEdges);
+    sewAlongEdges(geometry, node, uvSet, allEdges.data(), sizeOf(allEdges), sewEdges.data(),
+                  sizeOf(sewEdges), false, bridge);
+}
+
+void kyUVUtils::sewAlongEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                              kyUVTypes::UVSet uvSet, const unsigned int* allEdges,
+                              unsigned int allCount, const unsigned int* sewEdges,
+                              unsigned int sewCount, bool matchUVs, kyTopologyBridge* bridge)
+{
+    if (bridge)
+        bridge->getImpl()->clear();
+    std::optional<TopologyOpOutData> out = topLevelOf(bridge);
+    if (!useCMesh(geometry)) {
+        doSewAlongBorders(geometry, uvSet, allEdges, allCount, sewEdges, sewCount, matchUVs,
+                          pointerTo(out), nullptr);
+        return;
+    }
+    const CompactMeshScope scope(geometry, node, uvSet);
+    CompactShellMesh* const mesh = scope.getMesh();
+    if (!mesh)
+        return;
+    const FlatEdgeList allOfMesh = toCompactIds(*mesh, {allEdges, allCount});
+    const FlatEdgeList sewOfMesh = toCompactIds(*mesh, {sewEdges, sewCount});
+    if (allOfMesh.empty() || sewOfMesh.empty())
+        return;
+    std::unordered_set<Edge, EdgeHash> unsewable;
+    doSewAlongBorders(mesh->getGeomPtr(), uvSet, allOfMesh.data(), sizeOf(allOfMesh),
+                      sewOfMesh.data(), sizeOf(sewOfMesh), matchUVs, pointerTo(out), &unsewable);
+    createChildData(bridge, geometry, node);
+    const FlatEdgeList sewable = pairsWhere({sewEdges, sewCount}, [&](const Edge& edge) {
+        return edge.second < mesh->getVertFToC().size() &&
+               !unsewable.contains(mesh->mapEdgeFToC(edge));
+    });
+    sewSurfaces(geometry, node, uvSet, edgesOf({allEdges, allCount}), sewable, matchUVs, bridge);
+    mesh->mapChanged(geometry, node, pointerTo(out));
+    scope.commit();
+}
+
+void kyUVUtils::sewSurfaces(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet uvSet, std::vector<Edge> allEdges,
+                            const FlatEdgeList& sewEdges, bool matchUVs, kyTopologyBridge* bridge)
+{
+    std::sort(allEdges.begin(), allEdges.end());
+    allEdges.erase(std::unique(allEdges.begin(), allEdges.end()), allEdges.end());
+    const FlatEdgeList dealt = pairsOnSurfaces(sewEdges, activeSurfaces(node));
+    callFuncOnActiveBaseGeometry(
+        node, dealt.data(), sizeOf(dealt), true,
+        [&](const osg::NodePtr& child, const osg::GeometryPtr& surface,
+            const std::vector<unsigned int>& localSew, const unsigned int& firstId) {
+            const FlatEdgeList localAll = localEdges(allEdges, firstId, vertexCountOf(surface));
+            const auto out = getChildData(bridge, geometry, node, child);
+            doSewAlongBorders(surface, uvSet, localAll.data(), sizeOf(localAll), localSew.data(),
+                              sizeOf(localSew), matchUVs, out.get(), nullptr);
+        });
+}

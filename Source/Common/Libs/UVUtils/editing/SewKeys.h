@@ -36,10 +36,10 @@ std::vector<InteriorEdge> findInteriorEdges(std::span<const unsigned int> triang
 /// What lies on each key.
 struct SewKeys
 {
-    std::vector<Edge> keys;                  ///< [number]
+    std::vector<Edge> keys;                    ///< [number]
     std::vector<unsigned int> numberOfSewEdge; ///< [sew edge] that of its key
-    Buckets<unsigned int> bordersOfKey;      ///< [number] border edges on it, in their order
-    Buckets<Edge> interiorsOfKey;            ///< [number] interior edges on it, in vertex ids
+    Buckets<unsigned int> bordersOfKey;        ///< [number] border edges on it, in their order
+    Buckets<Edge> interiorsOfKey;              ///< [number] interior edges on it, in vertex ids
 };
 
 SewKeys numberKeys(std::span<const MergeRecord> borders, std::span<const MergeRecord> sewn,

@@ -51,9 +51,9 @@ osg::Vec3f directionOf(const float* values)
 
 bool isLexicographicallyLess(const float* a, const float* b, unsigned int count)
 {
-    return std::lexicographical_compare(
-        a, a + count, b, b + count,
-        [](float x, float y) { return orderedBits(x) < orderedBits(y); });
+    return std::lexicographical_compare(a, a + count, b, b + count, [](float x, float y) {
+        return orderedBits(x) < orderedBits(y);
+    });
 }
 
 } // namespace

@@ -16,11 +16,10 @@ inline std::uint32_t orderedBits(float value)
     return (bits & sign) != 0 ? ~bits : bits | sign;
 }
 
-/// Do two numbers differ by at most a tolerance? Infinities and NaNs, whose difference is no number,
-/// are each within any tolerance of themselves alone.
+/// Do two numbers differ by at most a tolerance? Infinities and NaNs, whose difference is no
+/// number, are each within any tolerance of themselves alone.
 inline bool isWithin(float a, float b, float tolerance)
 {
     const float difference = std::abs(a - b);
-    return difference <= tolerance ||
-           (std::isnan(difference) && orderedBits(a) == orderedBits(b));
+    return difference <= tolerance || (std::isnan(difference) && orderedBits(a) == orderedBits(b));
 }

@@ -11,8 +11,10 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <unordered_set>
 #include <vector>
 
+class CompactMeshScope;
 class kyTopologyBridge;
 struct TopologyOpOutData;
 
@@ -166,6 +168,43 @@ public:
     /// neither ordered nor rid of repeats.
     static void mergeEdgeSet(const unsigned int* a, unsigned int aCount, const unsigned int* b,
                              unsigned int bCount, FlatEdgeList& out);
+
+    /// Appends those pairs of a list of edges that are border edges, as they stand. Brings the list
+    /// BorderEdges up to date first; the edges are sought in it by bisection.
+    static void filterEdgesOnBorder(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                    kyUVTypes::UVSet uvSet, const unsigned int* edges,
+                                    unsigned int count, FlatEdgeList& out);
+
+    /// Sews the border edges among the list SelectedEdges: where exactly two border edges lie in
+    /// one place, and one of them is selected, their ends become one vertex each. A vertex is in
+    /// one place with another when positions, normals, colours and the other UV slots agree; the
+    /// UVs that are sewn may be far apart, and become the mean of all that come together. The
+    /// lowest id of those stays, and ids are dense again afterwards. Temporary lists and
+    /// constraints of a plain geometry follow.
+    ///
+    /// Left open are places of three and more border edges, and those that a merge would fold:
+    /// where an edge inside the mesh joins the two ends of a place, or three such edges meet it.
+    ///
+    /// bridge  is cleared, and receives the way there and back; may be null
+    ///
+    /// One pass over the triangles and each vertex property; n log n in border vertices. Through a
+    /// compact mesh its tables are made anew as well.
+    static void sewAlongEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                              kyUVTypes::UVSet uvSet, kyTopologyBridge* bridge);
+
+    /// Sews all borders of the selected islands (the list IslandTriangles) that lie on another
+    /// border of theirs: both ends at positions that are equal to the last bit.
+    ///
+    /// otherIslandOnly  leave seams within one island open
+    /// matchUVs         sew only where the UVs meet, but for 1e-4
+    /// bridge           as for sewAlongEdges, but left alone where nothing is sewn
+    static void sewSelectedIslands(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                   kyUVTypes::UVSet uvSet, bool otherIslandOnly, bool matchUVs,
+                                   kyTopologyBridge* bridge);
+    /// The same for all islands.
+    static void sewAllIslands(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                              kyUVTypes::UVSet uvSet, bool otherIslandOnly, bool matchUVs,
+                              kyTopologyBridge* bridge);
 
     // UV values. A slot holds UVs when its property is of the kind GeoTexCoords2f; one of another
     // kind counts as absent here, but for hasUVSet and getLocalUVCount. Three views of them:
@@ -333,6 +372,41 @@ private:
                                kyUVTypes::UVSet uvSet);
     static void setBorderClean(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                                kyUVTypes::UVSet uvSet);
+
+    // Sewing; defined beside the operations that they serve. Lists of edges hold two ids each.
+
+    /// Sews border edges that the caller has chosen among `allEdges`, which are all that a partner
+    /// may be among. Everything else is as for the public form. Neither list may be one that the
+    /// sew rewrites.
+    static void sewAlongEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                              kyUVTypes::UVSet uvSet, const unsigned int* allEdges,
+                              unsigned int allCount, const unsigned int* sewEdges,
+                              unsigned int sewCount, bool matchUVs, kyTopologyBridge* bridge);
+    /// Does to each surface that has edges to sew what was done to the mesh. Ids are F ids.
+    static void sewSurfaces(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet uvSet, std::vector<Edge> allEdges,
+                            const FlatEdgeList& sewEdges, bool matchUVs, kyTopologyBridge* bridge);
+    /// Sews exactly this geometry; ids are its own. Pairs with an id that is no vertex are passed
+    /// over.
+    ///
+    /// out        may be null
+    /// unsewable  receives the edges that lie on others in threes and more, and the edges inside
+    ///            the mesh that keep places open; may be null
+    static void doSewAlongBorders(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                                  const unsigned int* allEdges, unsigned int allCount,
+                                  const unsigned int* sewEdges, unsigned int sewCount,
+                                  bool matchUVs, TopologyOpOutData* out,
+                                  std::unordered_set<Edge, EdgeHash>* unsewable);
+    /// Appends, for each place at which several of the edges lie, the second one that reached it.
+    /// With `otherIslandOnly` one of the island of the first one does not count.
+    static void doFindCommonBorders(const osg::GeometryPtr& geometry, const unsigned int* edges,
+                                    unsigned int count, bool otherIslandOnly, FlatEdgeList& out);
+    /// bordersOf  gives the edges to choose among, in ids of the geometry that the scope works on
+    static void
+    sewCommonBorders(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                     kyUVTypes::UVSet uvSet,
+                     const std::function<FlatEdgeList(const CompactMeshScope&)>& bordersOf,
+                     bool otherIslandOnly, bool matchUVs, kyTopologyBridge* bridge);
 
     bool useCompactMesh_ = true;
     bool fillShading_ = false;

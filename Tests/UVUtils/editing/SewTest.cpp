@@ -1,0 +1,136 @@
+#include "OpenSG/GeoTmpIndexEditInterface.h"
+#include "UVUtils/RandomShells.h"
+#include "UVUtils/compactmesh/TopologySteps.h"
+#include "UVUtils/editing/SewReference.h"
+#include "UVUtils/model/TempIndexList.h"
+#include "UVUtils/model/kyTopologyBridge.h"
+#include "UVUtils/model/kyUVUtils.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+
+using kyUVTypes::UVSet0;
+
+namespace
+{
+
+Ids listOf(const osg::NodePtr& node, unsigned number)
+{
+    const osg::GeoTmpIndexEditInterface list(coreOf(node), number);
+    return {list.values().begin(), list.values().end()};
+}
+
+void setList(const osg::NodePtr& node, unsigned number, const Ids& ids)
+{
+    osg::GeoTmpIndexEditInterface(coreOf(node), number).assign(ids);
+}
+
+Ids bordersOf(const osg::NodePtr& node)
+{
+    kyUVUtils::updateBorderEdges(coreOf(node), node, UVSet0);
+    return listOf(node, kyUVTypes::BorderEdges);
+}
+
+/// Some of the pairs of a list, in any order and direction, and some that are none.
+Ids somePairs(const Ids& pairs, unsigned vertexCount, Random& random)
+{
+    Ids some;
+    for (std::size_t i = 0; i < pairs.size(); i += 2)
+        if (random.oneIn(2)) {
+            const unsigned swap = random.below(2);
+            some.insert(some.end(), {pairs[i + swap], pairs[i + 1 - swap]});
+        }
+    if (random.oneIn(4))
+        some.insert(some.begin(), {random.below(vertexCount), random.below(2 * vertexCount)});
+    if (random.oneIn(4))
+        some.push_back(0);
+    return some;
+}
+
+/// Normals of a few directions, near and far, colours and a slot that differ at some vertices.
+void decorate(osg::Geometry& geometry, Random& random)
+{
+    const unsigned count = geometry.getPositions()->getSize();
+    const auto normals = osg::GeoNormals3f::create();
+    const auto colors = osg::GeoColors3f::create();
+    const auto others = osg::GeoTexCoords3f::create();
+    for (unsigned i = 0; i < count; ++i) {
+        const float tilt = random.oneIn(12) ? 0.04F * static_cast<float>(random.below(3)) : 0;
+        normals->addValue(osg::Vec3f(tilt, 0, 2));
+        colors->addValue(osg::Color4f(random.oneIn(40) ? 1.0F : 0.0F, 0, 0, 1));
+        others->addValue(osg::Vec2f(random.oneIn(40) ? 5e-4F : 0, 0));
+    }
+    geometry.setNormals(normals);
+    geometry.setColors(colors);
+    geometry.setTexSlot(1, osg::NullFC);
+    geometry.setTexSlot(random.oneIn(2) ? 3 : 5, others);
+}
+
+RC_GTEST_PROP(Sew, MergesWhatLiesInOnePlaceAndKeepsTheRest, ())
+{
+    const auto seed = *rc::gen::arbitrary<std::uint32_t>();
+    Random random(seed);
+    const WithoutCompactMesh noMesh;
+    const auto node = randomPlain(seed);
+    const osg::GeometryPtr geometry = coreOf(node);
+    const unsigned oldCount = geometry->getPositions()->getSize();
+    RC_PRE(oldCount > 0);
+    if (!random.oneIn(4))
+        decorate(*geometry, random);
+    const osg::RefPtr<osg::Geometry> before(osg::dcast<osg::Geometry>(geometry->shallowCopy()));
+    const Ids oldIndices = geometry->getIndices()->getValues();
+    const Ids borders = bordersOf(node);
+    RC_ASSERT(borders == bordersPlainly(oldIndices));
+    const Ids selected = somePairs(borders, oldCount, random);
+    setList(node, kyUVTypes::SelectedEdges, selected);
+    setList(node, kyUVTypes::FreeVertices, Ids{0, oldCount - 1});
+    Ids sewn;
+    kyUVUtils::filterEdgesOnBorder(geometry, node, UVSet0, selected.data(),
+                                   static_cast<unsigned>(selected.size()), sewn);
+    const Ids lowest = sewPlainly(geometry, 0, borders, sewn, false);
+
+    kyTopologyBridge bridge;
+    kyUVUtils::sewAlongEdges(geometry, node, UVSet0, &bridge);
+
+    Ids kept;
+    Ids oldToNew;
+    for (unsigned v = 0; v < oldCount; ++v) {
+        oldToNew.push_back(lowest[v] == v ? static_cast<unsigned>(kept.size())
+                                          : oldToNew[lowest[v]]);
+        if (lowest[v] == v)
+            kept.push_back(v);
+    }
+    const auto& record = *bridge.getImpl();
+    if (sewn.empty()) {
+        RC_ASSERT(record.next.shuffle.empty() && geometry->getIndices() == before->getIndices());
+        return;
+    }
+    RC_ASSERT(record.next.shuffle == kept);
+    RC_ASSERT(record.prev.shuffle == oldToNew);
+    RC_ASSERT(record.prev.indices->getValues() == oldIndices);
+    Ids expected = oldIndices;
+    for (unsigned& id : expected)
+        id = oldToNew[id];
+    RC_ASSERT(geometry->getIndices()->getValues() == expected);
+    RC_ASSERT(record.next.indices->getValues() == expected);
+    RC_ASSERT(listOf(node, kyUVTypes::FreeVertices).front() == 0U);
+    for (unsigned v = 0; v < kept.size(); ++v) {
+        RC_ASSERT(geometry->getPositions()->getValue(v) ==
+                  before->getPositions()->getValue(kept[v]));
+        RC_ASSERT(geometry->getNormals()->getValue(v) == before->getNormals()->getValue(kept[v]));
+        if (!geometry->getTexCoords())
+            continue;
+        osg::Vec2f sum;
+        float count = 0;
+        for (unsigned old = 0; old < oldCount; ++old)
+            if (lowest[old] == kept[v]) {
+                sum += before->getTexCoords()->getValue(old);
+                ++count;
+            }
+        RC_ASSERT(geometry->getTexCoords()->getValue(v) == sum * (1.0F / count));
+    }
+}
+
+} // namespace
