@@ -9,7 +9,6 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <deque>
 #include <map>
 #include <stdexcept>
@@ -24,37 +23,6 @@ UVs uvsOf(const osg::NodePtr& shell)
     UVs uvs;
     kyUVUtils::getUVValues(coreOf(shell), shell, UVSet0, uvs);
     return uvs;
-}
-
-/// Is no edge, wherever it lies, of more than two triangles, and no triangle without area? Of three
-/// triangles at an edge, a build welds the two that are left when one is lifted.
-bool isManifold(const osg::NodePtr& shell)
-{
-    using Place = std::array<float, 3>;
-    std::map<std::pair<Place, Place>, int> useOfEdge;
-    for (const ActiveSurface& surface : activeSurfaces(shell)) {
-        const Ids ids = surface.geometry->getIndices()->getValues();
-        const auto placeOf = [&](std::size_t i) -> Place {
-            const osg::Pnt3f p = surface.geometry->getPositions()->getValue(ids[i]);
-            return {p[0], p[1], p[2]};
-        };
-        for (std::size_t i = 0; i < ids.size(); ++i) {
-            const auto edge = std::minmax({placeOf(i), placeOf(i % 3 == 2 ? i - 2 : i + 1)});
-            if (edge.first == edge.second || ++useOfEdge[edge] > 2)
-                return false;
-        }
-    }
-    return true;
-}
-
-osg::RefPtr<osg::Node> randomManifoldShell(std::uint32_t seed)
-{
-    ShellTraits traits;
-    traits.nearlyEqual = traits.extraSheets = false;
-    auto shell = randomShell(seed, UVSet0, traits);
-    while (!isManifold(shell))
-        shell = randomShell(++seed, UVSet0, traits);
-    return shell;
 }
 
 /// Shifts of distinct steps add up to distinct sums, so that nothing comes together by chance.
@@ -78,7 +46,7 @@ RC_GTEST_PROP(TopologySteps, LeaveTheMeshAFreshBuildWouldMakeAndReplayBitForBit,
 {
     const auto seed = *rc::gen::arbitrary<std::uint32_t>();
     Random random(seed);
-    const auto shell = randomManifoldShell(seed);
+    const auto shell = steps::randomManifoldShell(seed);
     const osg::GeometryPtr core = coreOf(shell);
     steps::expectSameAsFreshBuild(shell);
     const auto stepCount = random.between(1, 4);
