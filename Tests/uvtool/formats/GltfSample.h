@@ -51,14 +51,18 @@ struct GltfSample
         return json["accessors"].size() - 1;
     }
 
+    static int typeOf(std::int8_t) { return byteType; }
+    static int typeOf(std::uint8_t) { return unsignedByteType; }
+    static int typeOf(std::uint16_t) { return unsignedShortType; }
+    static int typeOf(float) { return floatType; }
+
     /// An accessor over a view of its own. `dimension` values make an element.
     template <class T>
-    std::size_t add(int componentType, std::size_t dimension, const std::vector<T>& values,
-                    bool isNormalized = false)
+    std::size_t add(std::size_t dimension, const std::vector<T>& values, bool isNormalized = false)
     {
         static constexpr std::array types{"SCALAR", "VEC2", "VEC3", "VEC4"};
         Json accessor{{"bufferView", addView(packed(values))},
-                      {"componentType", componentType},
+                      {"componentType", typeOf(T())},
                       {"count", values.size() / dimension},
                       {"type", types[dimension - 1]}};
         if (isNormalized)
@@ -66,10 +70,12 @@ struct GltfSample
         return addAccessor(accessor);
     }
 
-    Json& addMesh(const std::string& name, const Json& primitives)
+    /// A mesh of one primitive with positions, which is given back.
+    Json& addMesh(const std::vector<float>& positions)
     {
-        json["meshes"].push_back({{"name", name}, {"primitives", primitives}});
-        return json["meshes"].back();
+        const Json primitive{{"attributes", {{"POSITION", add(3, positions)}}}};
+        json["meshes"].push_back({{"name", "mesh"}, {"primitives", Json::array({primitive})}});
+        return json["meshes"].back()["primitives"][0];
     }
 
     /// The JSON with the buffer described in it.
@@ -111,6 +117,16 @@ struct GltfSample
     }
 };
 
+/// `dimension` values for each of nine vertices.
+template <class T>
+std::vector<T> perVertex(int dimension, int (*value)(int vertex, int k))
+{
+    std::vector<T> values;
+    for (int i = 0; i < 9 * dimension; ++i)
+        values.push_back(static_cast<T>(value(i / dimension, i % dimension)));
+    return values;
+}
+
 /// A flat square of 3 by 3 vertices and 8 triangles, numbered row by row from below:
 ///   6-7-8
 ///   |/|/|
@@ -119,21 +135,16 @@ struct GltfSample
 ///   0-1-2
 struct SquareArrays
 {
-    std::vector<float> positions;
-    std::vector<float> normals;
+    std::vector<float> positions = perVertex<float>(3, [](int v, int k) {
+        return k == 0 ? v % 3 : k == 1 ? v / 3 : 0;
+    });
     std::vector<float> uvs; ///< as they stand in the file
     std::vector<std::uint8_t> indices;
 
     SquareArrays()
     {
-        for (int vertex = 0; vertex < 9; ++vertex) {
-            const int row = vertex / 3;
-            const auto x = static_cast<float>(vertex - 3 * row);
-            const auto y = static_cast<float>(row);
-            positions.insert(positions.end(), {x, y, 0});
-            normals.insert(normals.end(), {0, 0, 1});
-            uvs.insert(uvs.end(), {x / 3 + 0.1F, 0.9F - y / 3});
-        }
+        for (std::size_t i = 0; i < positions.size(); i += 3)
+            uvs.insert(uvs.end(), {positions[i] / 3 + 0.1F, 0.9F - positions[i + 1] / 3});
         for (const int corner : {0, 1, 3, 4})
             for (const int step : {0, 1, 4, 0, 4, 3})
                 indices.push_back(static_cast<std::uint8_t>(corner + step));
@@ -148,59 +159,35 @@ inline GltfSample fullSample()
     using Json = GltfSample::Json;
     GltfSample sample;
     const SquareArrays square;
-
     std::vector<float> interleaved;
-    for (std::size_t v = 0; v < 9; ++v) {
-        interleaved.insert(interleaved.end(), &square.positions[3 * v],
-                           &square.positions[3 * v] + 3);
-        interleaved.insert(interleaved.end(), &square.normals[3 * v], &square.normals[3 * v] + 3);
+    for (std::size_t i = 0; i < square.positions.size(); i += 3) {
+        interleaved.insert(interleaved.end(), &square.positions[i], &square.positions[i] + 3);
+        interleaved.insert(interleaved.end(), {0, 0, 1});
     }
-    const std::size_t view = sample.addView(GltfSample::packed(interleaved), 24);
-    Json positions{{"bufferView", view},
-                   {"componentType", GltfSample::floatType},
-                   {"count", 9},
-                   {"type", "VEC3"},
-                   {"min", {0.0, 0.0, 0.0}},
-                   {"max", {2.0, 2.0, 0.0}}};
-    Json normals{{"bufferView", view}, {"byteOffset", 12}, {"componentType", GltfSample::floatType},
-                 {"count", 9},         {"type", "VEC3"},   {"name", "normals"}};
-    Json attributes{{"POSITION", sample.addAccessor(positions)},
-                    {"NORMAL", sample.addAccessor(normals)}};
-    attributes["TEXCOORD_0"] = sample.add(GltfSample::floatType, 2, square.uvs);
-    std::vector<std::uint16_t> second;
-    std::vector<std::uint8_t> colors;
-    std::vector<std::uint8_t> joints;
-    std::vector<float> weights;
-    std::vector<std::int8_t> odd;
-    for (int v = 0; v < 9; ++v) {
-        second.insert(second.end(), {static_cast<std::uint16_t>(7000 * v), 65535});
-        for (int k = 0; k < 4; ++k) {
-            colors.push_back(static_cast<std::uint8_t>(20 * v + k));
-            joints.push_back(static_cast<std::uint8_t>(k == 0 ? v % 2 : 0));
-            weights.push_back(k == 0 ? 1.0F : 0.0F);
-        }
-        for (int k = 0; k < 3; ++k)
-            odd.push_back(static_cast<std::int8_t>(v - k));
-    }
-    attributes["TEXCOORD_1"] = sample.add(GltfSample::unsignedShortType, 2, second, true);
-    attributes["COLOR_0"] = sample.add(GltfSample::unsignedByteType, 4, colors, true);
-    attributes["JOINTS_0"] = sample.add(GltfSample::unsignedByteType, 4, joints);
-    attributes["WEIGHTS_0"] = sample.add(GltfSample::floatType, 4, weights);
-
+    sample.addView(GltfSample::packed(interleaved), 24);
+    for (const char* const accessor : // 0 and 1
+         {R"({"bufferView": 0, "componentType": 5126, "count": 9, "type": "VEC3",
+              "min": [0.0, 0.0, 0.0], "max": [2.0, 2.0, 0.0]})",
+          R"({"bufferView": 0, "byteOffset": 12, "componentType": 5126, "count": 9,
+              "type": "VEC3", "name": "normals"})"})
+        sample.addAccessor(Json::parse(accessor));
+    sample.add(2, square.uvs);
+    sample.add(2, perVertex<std::uint16_t>(2, [](int v, int k) { return k ? 65535 : 7000 * v; }),
+               true);
+    sample.add(4, perVertex<std::uint8_t>(4, [](int v, int k) { return 20 * v + k; }), true);
+    sample.add(4, perVertex<std::uint8_t>(4, [](int v, int k) { return k ? 0 : v % 2; })); // 5
+    sample.add(4, perVertex<float>(4, [](int, int k) { return k ? 0 : 1; }));
     // Three bytes an element, so that a stride keeps them apart.
-    std::string padded;
-    for (std::size_t v = 0; v < 9; ++v)
-        padded += GltfSample::packed(
-            std::vector<std::int8_t>{odd[3 * v], odd[3 * v + 1], odd[3 * v + 2], std::int8_t{99}});
-    attributes["_ODD"] = sample.addAccessor({{"bufferView", sample.addView(padded, 4)},
-                                             {"componentType", GltfSample::byteType},
-                                             {"count", 9},
-                                             {"type", "VEC3"}});
-
+    const auto odd = perVertex<std::int8_t>(4, [](int v, int k) { return k < 3 ? v - k : 99; });
+    const std::size_t oddView = sample.addView(GltfSample::packed(odd), 4);
+    sample.addAccessor({{"bufferView", oddView},
+                        {"componentType", GltfSample::byteType},
+                        {"count", 9},
+                        {"type", "VEC3"}});
     const std::size_t where = sample.addView(GltfSample::packed(std::vector<std::uint8_t>{2, 4}));
     const std::size_t what =
         sample.addView(GltfSample::packed(std::vector<float>{0, 0, 1, 0.5F, 0, 2}));
-    const std::size_t sparse = sample.addAccessor(
+    sample.addAccessor(
         {{"componentType", GltfSample::floatType},
          {"count", 9},
          {"type", "VEC3"},
@@ -208,51 +195,38 @@ inline GltfSample fullSample()
           {{"count", 2},
            {"indices", {{"bufferView", where}, {"componentType", GltfSample::unsignedByteType}}},
            {"values", {{"bufferView", what}}}}}});
-    std::vector<float> moved;
-    moved.reserve(27);
-    for (int i = 0; i < 27; ++i)
-        moved.push_back(static_cast<float>(i) / 7);
-    const std::size_t dense = sample.add(GltfSample::floatType, 3, moved);
-    const std::size_t indices = sample.add(GltfSample::unsignedByteType, 1, square.indices);
+    sample.add(3, perVertex<float>(3, [](int v, int k) { return 3 * v + k; }));
+    sample.add(1, square.indices); // 10
+    sample.add(3, std::vector<float>{5, 5, 5});
+    sample.add(1, std::vector<float>{0, 1});
+    sample.add(3, std::vector<float>{0, 0, 0, 1, 0, 0});
+    const std::size_t image = sample.addView("\x89PNG not really an image");
 
-    Json& mesh = sample.addMesh(
-        "square", Json::array({{{"attributes", attributes},
-                                {"indices", indices},
-                                {"material", 0},
-                                {"targets", {{{"POSITION", sparse}}, {{"POSITION", dense}}}},
-                                {"extensions", {{"KHR_materials_variants", {{"mappings", {1}}}}}},
-                                {"extras", {{"kept", "yes"}}}}}));
-    mesh["weights"] = {0.25, 0.5};
-    mesh["extras"] = {{"targetNames", {"a", "b"}}};
-    sample.addMesh(
-        "points",
-        Json::array(
-            {{{"attributes",
-               {{"POSITION", sample.add(GltfSample::floatType, 3, std::vector<float>{5, 5, 5})}}},
-              {"mode", 0}}}));
-
-    const std::size_t times = sample.add(GltfSample::floatType, 1, std::vector<float>{0, 1});
-    const std::size_t moves =
-        sample.add(GltfSample::floatType, 3, std::vector<float>{0, 0, 0, 1, 0, 0});
-    sample.json["nodes"] = {
-        {{"mesh", 0}, {"skin", 0}, {"translation", {10.0, 0.0, 0.0}}, {"children", {1, 2}}},
-        {{"name", "bone"}, {"extras", 7}},
-        {{"mesh", 1}, {"extensions", {{"EXT_unknown", {{"thing", 1.5}}}}}}};
-    sample.json["scenes"] = {{{"nodes", {0}}}};
-    sample.json["scene"] = 0;
-    sample.json["skins"] = {{{"joints", {1, 0}}}};
-    sample.json["animations"] = {
-        {{"channels", {{{"sampler", 0}, {"target", {{"node", 1}, {"path", "translation"}}}}}},
-         {"samplers", {{{"input", times}, {"output", moves}}}}}};
-    sample.json["images"] = {
-        {{"bufferView", sample.addView("\x89PNG not really an image")}, {"mimeType", "image/png"}},
-        {{"uri", "missing.png"}}};
-    sample.json["textures"] = {{{"source", 0}}};
-    sample.json["materials"] = {
-        {{"name", "red"},
-         {"pbrMetallicRoughness",
-          {{"baseColorFactor", {0.8, 0.1, 0.1, 1.0}}, {"baseColorTexture", {{"index", 0}}}}}}};
-    sample.json["extensionsUsed"] = {"EXT_unknown"};
-    sample.json["something"] = {{"nobody", "knows"}, {"numbers", {1, 2.5, 1e-7}}};
+    sample.json.update(Json::parse(R"({
+        "meshes": [
+            {"name": "square", "weights": [0.25, 0.5], "extras": {"targetNames": ["a", "b"]},
+             "primitives": [{"attributes": {"POSITION": 0, "NORMAL": 1, "TEXCOORD_0": 2,
+                                            "TEXCOORD_1": 3, "COLOR_0": 4, "JOINTS_0": 5,
+                                            "WEIGHTS_0": 6, "_ODD": 7},
+                             "targets": [{"POSITION": 8}, {"POSITION": 9}],
+                             "indices": 10, "material": 0, "extras": {"kept": "yes"},
+                             "extensions": {"KHR_materials_variants": {"mappings": [1]}}}]},
+            {"name": "points", "primitives": [{"attributes": {"POSITION": 11}, "mode": 0}]}],
+        "nodes": [{"mesh": 0, "skin": 0, "translation": [10.0, 0.0, 0.0], "children": [1, 2]},
+                  {"name": "bone", "extras": 7},
+                  {"mesh": 1, "extensions": {"EXT_unknown": {"thing": 1.5}}}],
+        "scenes": [{"nodes": [0]}],
+        "scene": 0,
+        "skins": [{"joints": [1, 0]}],
+        "animations": [{"channels": [{"sampler": 0, "target": {"node": 1, "path": "translation"}}],
+                        "samplers": [{"input": 12, "output": 13}]}],
+        "images": [{"mimeType": "image/png"}, {"uri": "missing.png"}],
+        "textures": [{"source": 0}],
+        "materials": [{"name": "red",
+                       "pbrMetallicRoughness": {"baseColorFactor": [0.8, 0.1, 0.1, 1.0],
+                                                "baseColorTexture": {"index": 0}}}],
+        "extensionsUsed": ["EXT_unknown"],
+        "something": {"nobody": "knows", "numbers": [1, 2.5, 1e-7]}})"));
+    sample.json["images"][0]["bufferView"] = image;
     return sample;
 }

@@ -1,3 +1,4 @@
+#include "uvtool/Refusals.h"
 #include "uvtool/SlotValuesFor.h"
 #include "uvtool/TempFolder.h"
 #include "uvtool/formats/GltfCorners.h"
@@ -30,12 +31,9 @@ GltfSample plainSquare()
 {
     GltfSample sample;
     const SquareArrays square;
-    Json attributes{{"POSITION", sample.add(GltfSample::floatType, 3, square.positions)},
-                    {"TEXCOORD_0", sample.add(GltfSample::floatType, 2, square.uvs)}};
-    sample.addMesh(
-        "square",
-        Json::array({{{"attributes", attributes},
-                      {"indices", sample.add(GltfSample::unsignedByteType, 1, square.indices)}}}));
+    Json& primitive = sample.addMesh(square.positions);
+    primitive["attributes"]["TEXCOORD_0"] = sample.add(2, square.uvs);
+    primitive["indices"] = sample.add(1, square.indices);
     return sample;
 }
 
@@ -43,9 +41,7 @@ GltfSample plainSquare()
 GltfSample triangleOf(const std::vector<float>& positions = std::vector<float>(9))
 {
     GltfSample sample;
-    sample.addMesh(
-        "t", Json::array({{{"attributes",
-                            {{"POSITION", sample.add(GltfSample::floatType, 3, positions)}}}}}));
+    sample.addMesh(positions);
     return sample;
 }
 
@@ -165,28 +161,13 @@ TEST_F(Gltf, SplitVerticesTakeAllTheirAttributesAlong)
     // Everything else is as it was; the morph target is still sparse and its number the same.
     const Json& old = fullSample().json;
     for (const char* const key : {"nodes", "scenes", "scene", "skins", "animations", "materials",
-                                  "textures", "something", "extensionsUsed", "images"})
+                                  "textures", "something", "extensionsUsed", "images", "meshes"})
         EXPECT_EQ(json[key], old[key]) << key;
-    EXPECT_EQ(json["meshes"], old["meshes"]);
     EXPECT_EQ(json["accessors"].size(), old["accessors"].size());
     EXPECT_EQ(json["accessors"][0]["max"], old["accessors"][0]["max"]);
     EXPECT_EQ(json["accessors"][1]["name"], "normals");
-    const std::size_t target = old["meshes"][0]["primitives"][0]["targets"][0]["POSITION"];
-    EXPECT_TRUE(json["accessors"][target].contains("sparse"));
-
-    // Nothing that was replaced is left over: each byte belongs to a view, or fills up four.
-    std::size_t inViews = 0;
-    for (const Json& view : json["bufferViews"])
-        inViews += (view["byteLength"].get<std::size_t>() + 3) / 4 * 4;
-    EXPECT_LE(json["buffers"][0]["byteLength"].get<std::size_t>(), inViews);
-}
-
-TEST_F(Gltf, ImageAndAnimationBytesMoveUnchanged)
-{
-    Document document = read(fullSample());
-    splitAll(document);
-    write(document);
-    const auto dataOf = [&](const char* name) {
+    EXPECT_TRUE(json["accessors"][8].contains("sparse"));
+    const auto movedBytes = [&](const char* name) {
         const tinygltf::Model model = load(name);
         const int view = model.images[0].bufferView;
         const auto length = model.bufferViews[static_cast<std::size_t>(view)].byteLength;
@@ -194,8 +175,13 @@ TEST_F(Gltf, ImageAndAnimationBytesMoveUnchanged)
         return std::pair(std::string(image, image + length),
                          gltfCorners::elements(model, model.animations[0].samplers[0].output));
     };
-    EXPECT_EQ(dataOf("out.glb"), dataOf("in.glb"));
-    EXPECT_THAT(dataOf("out.glb").first, HasSubstr("not really an image"));
+    EXPECT_EQ(movedBytes("out.glb"), movedBytes("in.glb"));
+
+    // Nothing that was replaced is left over: each byte belongs to a view, or fills up four.
+    std::size_t inViews = 0;
+    for (const Json& view : json["bufferViews"])
+        inViews += (view["byteLength"].get<std::size_t>() + 3) / 4 * 4;
+    EXPECT_LE(json["buffers"][0]["byteLength"].get<std::size_t>(), inViews);
 }
 
 TEST_F(Gltf, UVsThatSplitNothingChangeTheirSlotOnly)
@@ -238,12 +224,12 @@ TEST_F(Gltf, CornersWithoutANewValueKeepTheirBits)
 
 TEST_F(Gltf, StripsAndFansAreTriangles)
 {
-    const std::vector<float> positions{0, 0, 0, 1, 0, 0, 0, 1, 0, 1, 1, 0, 0, 2, 0};
+    const std::vector<float> positions{0, 0, 0, 1, 0, 0, 2, 1, 0, 3, 1, 0, 4, 2, 0};
     const struct
     {
         int mode;
         std::vector<std::uint16_t> indices; ///< empty for none
-        std::vector<std::uint32_t> expected;
+        std::vector<double> expected;       ///< of the corners, as x tells them
     } cases[] = {
         {4, {0, 1, 2, 2, 1, 3}, {0, 1, 2, 2, 1, 3}},
         {4, {0, 1, 2, 3}, {0, 1, 2}},
@@ -252,56 +238,39 @@ TEST_F(Gltf, StripsAndFansAreTriangles)
         {6, {0, 1, 3, 2}, {1, 3, 0, 3, 2, 0}},
         {6, {}, {1, 2, 0, 2, 3, 0, 3, 4, 0}},
     };
+    const auto corners = [](const Document& document) {
+        std::vector<double> xs;
+        for (const std::uint32_t corner : document.geometries[0].triangles)
+            xs.push_back(document.geometries[0].positions.at(corner)[0]);
+        return xs;
+    };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.mode);
         GltfSample sample;
-        Json primitive{
-            {"attributes", {{"POSITION", sample.add(GltfSample::floatType, 3, positions)}}},
-            {"mode", c.mode}};
+        Json& primitive = sample.addMesh(positions);
+        primitive["mode"] = c.mode;
         if (!c.indices.empty())
-            primitive["indices"] = sample.add(GltfSample::unsignedShortType, 1, c.indices);
-        sample.addMesh("m", Json::array({primitive}));
+            primitive["indices"] = sample.add(1, c.indices);
         Document document = read(sample);
-        std::vector<std::string> expected;
-        expected.reserve(c.expected.size());
-        for (const std::uint32_t v : c.expected)
-            expected.push_back(GltfSample::packed(std::vector<float>(
-                &positions[std::size_t{3} * v], &positions[std::size_t{3} * v] + 3)));
-        const DocumentGeometry& geometry = document.geometries[0];
-        ASSERT_EQ(geometry.triangles.size(), c.expected.size());
-        for (std::size_t i = 0; i < c.expected.size(); ++i)
-            EXPECT_EQ(geometry.positions.at(geometry.triangles[i])[0],
-                      static_cast<double>(positions[std::size_t{3} * c.expected[i]]));
-
+        EXPECT_EQ(corners(document), c.expected);
         splitAll(document);
-        write(document);
-        const tinygltf::Model model = load("out.glb");
-        const tinygltf::Primitive& written = model.meshes[0].primitives[0];
-        EXPECT_TRUE(written.mode == 4 || written.mode == -1);
-        std::vector<std::string> corners =
-            gltfCorners::atCorners(model, written, written.attributes.at("POSITION"));
-        corners.resize(expected.size()); // one too many for a triangle may follow
-        EXPECT_EQ(corners, expected);
+        EXPECT_EQ(write(document)["meshes"][0]["primitives"][0].value("mode", 4), 4);
+        EXPECT_EQ(corners(readGltf(folder / "out.glb")), c.expected);
     }
 }
 
 TEST_F(Gltf, IndicesGrowWithTheVertices)
 {
     GltfSample sample;
-    std::vector<float> positions(3 * 200, 0);
     std::vector<std::uint8_t> indices;
-    for (std::uint8_t v = 0; v + 2 < 200; ++v)
-        indices.insert(indices.end(),
-                       {v, static_cast<std::uint8_t>(v + 1), static_cast<std::uint8_t>(v + 2)});
-    sample.addMesh(
-        "m", Json::array(
-                 {{{"attributes", {{"POSITION", sample.add(GltfSample::floatType, 3, positions)}}},
-                   {"indices", sample.add(GltfSample::unsignedByteType, 1, indices)}}}));
+    for (unsigned i = 0; i < 3 * 198; ++i)
+        indices.push_back(static_cast<std::uint8_t>(i / 3 + i % 3));
+    sample.addMesh(std::vector<float>(std::size_t{3} * 200))["indices"] = sample.add(1, indices);
     Document document = read(sample);
     splitAll(document);
     const Json json = write(document);
-    EXPECT_EQ(json["accessors"][1]["componentType"], GltfSample::unsignedShortType);
-    EXPECT_EQ(json["accessors"][0]["count"], indices.size());
+    EXPECT_EQ(json["accessors"][0]["componentType"], GltfSample::unsignedShortType);
+    EXPECT_EQ(json["accessors"][1]["count"], indices.size());
     EXPECT_EQ(readGltf(folder / "out.glb").geometries[0].triangleCount(), 198U);
 }
 
@@ -311,44 +280,38 @@ TEST_F(Gltf, PrimitivesThatShareVerticesKeepTheirs)
     // points.
     GltfSample sample = plainSquare();
     Json& primitives = sample.json["meshes"][0]["primitives"];
-    const std::vector<std::uint8_t> some{0, 4, 3, 1, 5, 4};
     Json second = primitives[0];
-    second["indices"] = sample.add(GltfSample::unsignedByteType, 1, some);
+    second["indices"] = sample.add(1, std::vector<std::uint8_t>{0, 4, 3, 1, 5, 4});
+    primitives.push_back(second);
     Json third = second;
     third["attributes"].erase("TEXCOORD_0");
     Json points = primitives[0];
     points["mode"] = 0;
     points.erase("indices");
-    for (const bool hasPoints : {false, true}) {
-        for (const bool hasThird : {false, true}) {
-            GltfSample shared = sample;
-            Json& list = shared.json["meshes"][0]["primitives"];
-            list.push_back(second);
-            if (hasThird)
-                list.push_back(third);
-            if (hasPoints)
-                list.push_back(points);
-            Document document = read(shared);
-            ASSERT_EQ(document.geometries.size(), hasThird ? 3U : 2U);
-            splitAll(document);
-            write(document);
+    for (const std::vector<Json>& more : {std::vector<Json>{}, {third}, {points}, {third, points}})
+    {
+        GltfSample shared = sample;
+        for (const Json& primitive : more)
+            shared.json["meshes"][0]["primitives"].push_back(primitive);
+        Document document = read(shared);
+        splitAll(document);
+        write(document);
 
-            const tinygltf::Model before = load("in.glb");
-            const tinygltf::Model after = load("out.glb");
-            for (std::size_t p = 0; p < before.meshes[0].primitives.size(); ++p) {
-                const tinygltf::Primitive& old = before.meshes[0].primitives[p];
-                const tinygltf::Primitive& now = after.meshes[0].primitives[p];
-                for (const auto& [semantic, accessor] : old.attributes) {
-                    if (old.indices < 0) {
-                        // The points of the file come first; repeated vertices may follow.
-                        auto elements = gltfCorners::elements(after, now.attributes.at(semantic));
-                        elements.resize(9);
-                        EXPECT_EQ(elements, gltfCorners::elements(before, accessor));
-                    } else if (p > 0 || semantic == "POSITION") {
-                        EXPECT_EQ(gltfCorners::atCorners(after, now, now.attributes.at(semantic)),
-                                  gltfCorners::atCorners(before, old, accessor))
-                            << semantic << ' ' << p;
-                    }
+        const tinygltf::Model before = load("in.glb");
+        const tinygltf::Model after = load("out.glb");
+        for (std::size_t p = 0; p < before.meshes[0].primitives.size(); ++p) {
+            const tinygltf::Primitive& old = before.meshes[0].primitives[p];
+            const tinygltf::Primitive& now = after.meshes[0].primitives[p];
+            for (const auto& [semantic, accessor] : old.attributes) {
+                if (old.indices < 0) {
+                    // The points of the file come first; repeated vertices may follow.
+                    auto elements = gltfCorners::elements(after, now.attributes.at(semantic));
+                    elements.resize(9);
+                    EXPECT_EQ(elements, gltfCorners::elements(before, accessor));
+                } else if (p > 0 || semantic == "POSITION") {
+                    EXPECT_EQ(gltfCorners::atCorners(after, now, now.attributes.at(semantic)),
+                              gltfCorners::atCorners(before, old, accessor))
+                        << semantic << ' ' << p;
                 }
             }
         }
@@ -445,13 +408,7 @@ TEST_F(Gltf, EmbeddedDataStaysEmbedded)
 TEST_F(Gltf, BadFilesAreRefusedNamingThePlace)
 {
     const GltfSample square = plainSquare();
-    const auto with = [&](const char* pointer, const Json& value) {
-        GltfSample sample = square;
-        sample.json[Json::json_pointer(pointer)] = value;
-        return sample.glb();
-    };
     const std::string good = square.glb();
-    const std::string primitive = "/meshes/0/primitives/0";
     const std::string deep =
         "{\"asset\":{\"version\":\"2.0\"},\"extras\":" + std::string(100000, '[') +
         std::string(100000, ']') + "}";
@@ -463,7 +420,6 @@ TEST_F(Gltf, BadFilesAreRefusedNamingThePlace)
     } cases[] = {
         {"empty.glb", "", "is no binary glTF"},
         {"text.glb", square.gltf("a.bin"), "is no binary glTF (is it a text"},
-        {"header.glb", "glTF", "is cut off"},
         {"cut.glb", good.substr(0, good.size() - 20), "is cut off"},
         {"first.glb", "glTF\1" + good.substr(5), "of version 1;"},
         {"chunk.glb", good.substr(0, 12) + "\xFF\xFF\xFF\x7F" + good.substr(16), "is damaged"},
@@ -481,62 +437,55 @@ TEST_F(Gltf, BadFilesAreRefusedNamingThePlace)
         {"base64.gltf", square.gltf("data:;base64,A*A="), "damaged base64"},
         {"short.gltf", square.gltf("data:;base64,AAAA"), "buffer 0 should have"},
         {"nouri.gltf", square.finished().dump(), "buffer 0 has no data"},
-        {"buffer.glb", with("/bufferViews/0/buffer", 1), "buffer view 0 has the buffer 1"},
-        {"view.glb", with("/bufferViews/0/byteLength", 100000), "buffer view 0 reaches over"},
-        {"negative.glb", with("/bufferViews/0/byteOffset", -4), "no whole number from 0"},
-        {"accessor.glb", with("/accessors/0/count", 10), "accessor 0 reaches over the end"},
-        {"many.glb", with("/accessors/0/count", 4294967294U), "accessor 0 reaches over the end"},
-        {"more.glb", with("/accessors/0/count", 1e15), "accessor 0 has 1000000000000000 elements"},
-        {"stride.glb", with("/bufferViews/0/byteStride", 8), "larger than the stride"},
-        {"offset.glb", with("/accessors/0/byteOffset", 18446744073709551615U), "accessor 0 has a"},
-        {"component.glb", with("/accessors/0/componentType", 5124), "unknown componentType 5124"},
-        {"kind.glb", with("/accessors/0/type", "VEC9"), "unknown type \"VEC9\""},
-        {"flat.glb", with("/accessors/0/type", "VEC2"), "a POSITION with 2 components"},
-        {"counts.glb", with("/accessors/1/count", 8), "has 9 vertices but 8 of TEXCOORD_0"},
-        {"gone.glb",
-         with("/accessors/0", {{"componentType", 5126}, {"count", 9}, {"type", "VEC3"}}),
-         "a POSITION without data"},
-        {"index.glb", with("/accessors/0/count", 5), "index 8 but only 5 vertices"},
-        {"floats.glb", with((primitive + "/indices").c_str(), 1), "indices of a wrong kind"},
-        {"noindex.glb", with((primitive + "/indices").c_str(), 9),
-         "has the indices 9, which is not"},
-        {"attribute.glb", with((primitive + "/attributes/NORMAL").c_str(), 7),
-         "mesh 0, primitive 0, attributes has the NORMAL 7"},
-        {"mode.glb", with((primitive + "/mode").c_str(), 7), "unknown mode 7"},
-        {"material.glb", with((primitive + "/material").c_str(), 0),
-         "the material 0, which is not"},
-        {"circle.glb", with("/nodes", {{{"children", {1}}}, {{"children", {0}}}}),
-         "its own ancestor"},
-        {"parents.glb", with("/nodes", {{{"children", {1, 1}}}, Json::object()}), "two parents"},
-        {"matrix.glb", with("/nodes", {{{"mesh", 0}, {"matrix", {1, 2}}}}),
-         "no list of 16 numbers"},
-        {"far.glb",
-         with("/nodes", {{{"scale", {1e200, 1, 1}}, {"children", {1}}},
-                         {{"scale", {1e200, 1, 1}}, {"mesh", 0}}}),
-         "a place that isn't finite"},
         {"nan.glb", triangleOf({0, 0, 0, 1, 0, 0, 0, std::nanf(""), 0}).glb(),
          "a POSITION that isn't finite at vertex 2"},
-        {"draco.glb", with("/extensionsRequired", {"KHR_draco_mesh_compression"}),
-         "is compressed with KHR_draco_mesh_compression"},
-        {"draco2.glb",
-         with((primitive + "/extensions").c_str(),
-              {{"KHR_draco_mesh_compression", Json::object()}}),
-         "is compressed with KHR_draco_mesh_compression"},
-        {"meshopt.glb",
-         with("/bufferViews/0/extensions", {{"EXT_meshopt_compression", Json::object()}}),
-         "is compressed with EXT_meshopt_compression"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        try {
-            readGltf(folder.write(c.name, c.bytes));
-            ADD_FAILURE() << "was read";
-        } catch (const FileError& error) {
-            EXPECT_EQ(error.kind(), FileError::Read);
-            EXPECT_THAT(error.what(), HasSubstr(c.message));
-            EXPECT_THAT(error.what(), HasSubstr(std::string(c.name) + ": "));
-            EXPECT_THAT(error.what(), testing::Not(HasSubstr("\n")));
-        }
+    for (const auto& c : cases)
+        expectRefused(folder.write(c.name, c.bytes), c.message);
+
+    const struct
+    {
+        const char* place;
+        const char* value;
+        const char* message;
+    } damages[] = {
+        {"/bufferViews/0/buffer", "1", "buffer view 0 has the buffer 1"},
+        {"/bufferViews/0/byteLength", "100000", "buffer view 0 reaches over"},
+        {"/bufferViews/0/byteOffset", "-4", "no whole number from 0"},
+        {"/bufferViews/0/byteStride", "8", "larger than the stride"},
+        {"/bufferViews/0/extensions", R"({"EXT_meshopt_compression": {}})",
+         "is compressed with EXT_meshopt_compression"},
+        {"/accessors/0/count", "4294967294", "accessor 0 reaches over the end"},
+        {"/accessors/0/count", "1e15", "accessor 0 has 1000000000000000 elements"},
+        {"/accessors/0/count", "5", "index 8 but only 5 vertices"},
+        {"/accessors/1/count", "8", "has 9 vertices but 8 of TEXCOORD_0"},
+        {"/accessors/0/byteOffset", "18446744073709551615", "accessor 0 has a"},
+        {"/accessors/0/componentType", "5124", "unknown componentType 5124"},
+        {"/accessors/0/type", R"("VEC9")", "unknown type \"VEC9\""},
+        {"/accessors/0/type", R"("VEC2")", "a POSITION with 2 components"},
+        {"/accessors/0", R"({"componentType": 5126, "count": 9, "type": "VEC3"})",
+         "a POSITION without data"},
+        {"/meshes/0/primitives/0/indices", "1", "indices of a wrong kind"},
+        {"/meshes/0/primitives/0/indices", "9", "has the indices 9, which is not"},
+        {"/meshes/0/primitives/0/attributes/NORMAL", "7",
+         "mesh 0, primitive 0, attributes has the NORMAL 7"},
+        {"/meshes/0/primitives/0/mode", "7", "unknown mode 7"},
+        {"/meshes/0/primitives/0/material", "0", "the material 0, which is not"},
+        {"/meshes/0/primitives/0/extensions", R"({"KHR_draco_mesh_compression": {}})",
+         "is compressed with KHR_draco_mesh_compression"},
+        {"/extensionsRequired", R"(["KHR_draco_mesh_compression"])",
+         "is compressed with KHR_draco_mesh_compression"},
+        {"/nodes", R"([{"children": [1]}, {"children": [0]}])", "its own ancestor"},
+        {"/nodes", R"([{"children": [1, 1]}, {}])", "two parents"},
+        {"/nodes", R"([{"mesh": 0, "matrix": [1, 2]}])", "no list of 16 numbers"},
+        {"/nodes",
+         R"([{"scale": [1e200, 1, 1], "children": [1]}, {"scale": [1e200, 1, 1], "mesh": 0}])",
+         "a place that isn't finite"},
+    };
+    for (const auto& damage : damages) {
+        GltfSample sample = square;
+        sample.json[Json::json_pointer(damage.place)] = Json::parse(damage.value);
+        expectRefused(folder.write("damaged.glb", sample.glb()), damage.message);
     }
 }
 
