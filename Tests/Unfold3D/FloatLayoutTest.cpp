@@ -107,42 +107,32 @@ TEST(FloatLayout, TooManyNeedlesForFloatsAreCounted)
     EXPECT_EQ(roundToFloats(triangles, uv, held).flipsLeft, 1);
 }
 
-/// A sheet with a slit from the middle of its left side to its centre; the lips of the slit are
-/// `gap` apart.
 TEST(FloatLayout, ASlitStaysOpen)
 {
+    // From the middle of the left side to the centre, its lips `gap` apart.
     constexpr int cells = 8;
     constexpr double gap = 1e-12;
+    IslandMesh sheet = surfaces::sheet(cells, cells);
     std::vector<Vec2> uv;
-    std::vector<Triangle> triangles;
-    const auto vertex = [](int i, int j) { return i + j * (cells + 1); };
-    for (int j = 0; j <= cells; ++j)
-        for (int i = 0; i <= cells; ++i)
-            uv.push_back({0.1 + i / 7.0, 0.1 + j / 7.0});
-    for (int i = 0; i < cells / 2; ++i) // the upper lip
-        uv.push_back(uv[static_cast<std::size_t>(vertex(i, cells / 2))] + Vec2{0.0, gap});
-    const auto corner = [&](int i, int j, bool isAbove) {
-        const bool isOnUpperLip = isAbove && j == cells / 2 && i < cells / 2;
-        return isOnUpperLip ? vertex(0, cells + 1) + i : vertex(i, j);
-    };
-    for (int j = 0; j < cells; ++j)
-        for (int i = 0; i < cells; ++i) {
-            const bool isAbove = j >= cells / 2;
-            const int a = corner(i, j, isAbove);
-            const int b = corner(i + 1, j, isAbove);
-            const int c = corner(i + 1, j + 1, isAbove);
-            const int d = corner(i, j + 1, isAbove);
-            triangles.push_back({a, b, c});
-            triangles.push_back({a, c, d});
-        }
-    ASSERT_EQ(layout::countCrossings(triangles, uv), 0);
+    for (const Vec3& p : sheet.positions)
+        uv.push_back({0.1 + p.x / 7.0, 0.1 + p.y / 7.0});
+    const int lowerLip = cells / 2 * (cells + 1);
+    const int upperLip = sheet.vertexCount();
+    for (int i = 0; i < cells / 2; ++i)
+        uv.push_back(uv[static_cast<std::size_t>(lowerLip + i)] + Vec2{0.0, gap});
+    for (Triangle& t : sheet.triangles)
+        if (*std::max_element(t.begin(), t.end()) > lowerLip + cells)
+            for (int& v : t)
+                if (v >= lowerLip && v < lowerLip + cells / 2)
+                    v += upperLip - lowerLip;
+    ASSERT_EQ(layout::countCrossings(sheet.triangles, uv), 0);
 
     const std::vector<Vec2> before = uv;
-    const FloatRounding rounding = roundToFloats(triangles, uv);
+    const FloatRounding rounding = roundToFloats(sheet.triangles, uv);
     EXPECT_EQ(rounding.touchesLeft, 0);
     EXPECT_GT(rounding.moved, 0);
-    EXPECT_EQ(layout::countFlips(triangles, uv), 0);
-    EXPECT_EQ(layout::countCrossings(triangles, uv), 0);
+    EXPECT_EQ(layout::countFlips(sheet.triangles, uv), 0);
+    EXPECT_EQ(layout::countCrossings(sheet.triangles, uv), 0);
     EXPECT_TRUE(areFloats(uv));
     EXPECT_LT(largestMove(uv, before), 1e-6);
 }

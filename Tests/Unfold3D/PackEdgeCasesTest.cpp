@@ -66,7 +66,7 @@ TEST(PackEdgeCases, VerticesOfBadTrianglesMoveAlongAndLooseOnesStay)
     PackRun run(layout);
     run.pack(keys);
     ASSERT_FALSE(run.hasError()) << run.error();
-    const std::vector<Vec2> uvs = packed::asFloats(run.uvs());
+    const std::vector<Vec2> uvs = packed::asFloats(run.exportUVs());
     EXPECT_EQ(uvs[9], (Vec2{9.0, 9.0}));
     EXPECT_GE(packed::leastGap(layout, uvs), 0.01);
     EXPECT_EQ(uvs[8], uvs[1]);
@@ -79,7 +79,7 @@ TEST(PackEdgeCases, AnEmptySelectionIsAWarning)
     run.packSelected({}, {});
     EXPECT_FALSE(run.hasError());
     EXPECT_FALSE(run.warning().empty());
-    EXPECT_EQ(run.uvs(), layout.uvs);
+    EXPECT_EQ(run.exportUVs(), layout.uvs);
 }
 
 TEST(PackEdgeCases, WhatCannotBeIsRefusedWithItsReason)
@@ -116,7 +116,7 @@ TEST(PackEdgeCases, WhatCannotBeIsRefusedWithItsReason)
         PackRun run(layout);
         run.pack(keys);
         EXPECT_NE(run.error().find(c.reason), std::string::npos) << run.error();
-        EXPECT_EQ(run.uvs(), layout.uvs);
+        EXPECT_EQ(run.exportUVs(), layout.uvs);
     }
 }
 

@@ -28,7 +28,7 @@ struct Packed
         run.pack(keys);
         EXPECT_FALSE(run.hasError()) << run.error();
         warning = run.warning();
-        uvs = run.uvs();
+        uvs = run.exportUVs();
     }
 
     double area(int patch) const { return packed::areaInUV(layout, uvs, patch); }
@@ -170,7 +170,7 @@ TEST(PackModes, WhatDoesNotFitAtItsSizeIsShrunkOrRefused)
     PackRun run(layout);
     run.pack(keys);
     EXPECT_NE(run.error().find("fit"), std::string::npos) << run.error();
-    EXPECT_EQ(run.uvs(), layout.uvs);
+    EXPECT_EQ(run.exportUVs(), layout.uvs);
 }
 
 TEST(PackModes, StretchingReachesAllSidesAndKeepsGapsAndRatios)

@@ -8,9 +8,11 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
-#include <numeric>
 #include <optional>
+#include <set>
 #include <vector>
 
 using namespace patchwork;
@@ -77,50 +79,40 @@ TEST(PackRaster, IsNotMuchLargerThanTheShape)
 }
 
 /// A sheet that is looked through cell by cell.
-class PlainSheet
+struct PlainSheet
 {
-public:
-    PlainSheet(int width, int height)
-        : width_(width), height_(height), cells_(static_cast<std::size_t>(width * height), 0)
-    {}
-    bool fits(const ShapeRaster& shape, int x, int y) const
+    int width;
+    int height;
+    std::set<std::array<int, 2>> taken;
+
+    static std::vector<std::array<int, 2>> cellsOf(const ShapeRaster& shape, Cell at)
     {
+        std::vector<std::array<int, 2>> cells;
         for (const CellRun& run : shape.runs)
-            for (int i = run.begin; i < run.end; ++i)
-                if (cells_[index(x + i, y + run.row)])
-                    return false;
-        return true;
+            for (int x = run.begin; x < run.end; ++x)
+                cells.push_back({at.x + x, at.y + run.row});
+        return cells;
     }
     std::optional<Cell> lowestFit(const ShapeRaster& shape, int topLimit) const
     {
-        for (int y = 0; y + shape.height <= std::min(height_, topLimit); ++y)
-            for (int x = 0; x + shape.width <= width_; ++x)
-                if (fits(shape, x, y))
+        for (int y = 0; y + shape.height <= std::min(height, topLimit); ++y)
+            for (int x = 0; x + shape.width <= width; ++x) {
+                const auto cells = cellsOf(shape, {x, y});
+                if (std::none_of(cells.begin(), cells.end(),
+                                 [&](const auto& cell) { return taken.contains(cell); }))
                     return Cell{x, y};
+            }
         return std::nullopt;
     }
     void occupy(const ShapeRaster& shape, Cell at)
     {
-        for (const CellRun& run : shape.runs)
-            for (int i = run.begin; i < run.end; ++i)
-                cells_[index(at.x + i, at.y + run.row)] = 1;
+        for (const auto& cell : cellsOf(shape, at))
+            taken.insert(cell);
     }
     long long freeCells() const
     {
-        return static_cast<long long>(cells_.size()) -
-               std::accumulate(cells_.begin(), cells_.end(), 0LL);
+        return static_cast<long long>(width) * height - static_cast<long long>(taken.size());
     }
-
-private:
-    std::size_t index(int x, int y) const
-    {
-        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
-               static_cast<std::size_t>(x);
-    }
-
-    int width_;
-    int height_;
-    std::vector<char> cells_;
 };
 
 RC_GTEST_PROP(PackSheet, FindsTheSamePlacesAsASearchCellByCell, ())
@@ -138,7 +130,7 @@ RC_GTEST_PROP(PackSheet, FindsTheSamePlacesAsASearchCellByCell, ())
             longest = std::max(longest, run.length());
     }
     BitSheet sheet(width, height, longest);
-    PlainSheet plain(width, height);
+    PlainSheet plain{width, height, {}};
     for (const ShapeRaster& shape : shapes) {
         const int topLimit = *rc::gen::inRange(0, 100);
         const std::optional<Cell> place = sheet.lowestFit(ShapeProbe(shape), topLimit);

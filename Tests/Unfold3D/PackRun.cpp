@@ -7,29 +7,28 @@
 void PackRun::pack(const PackKeys& keys, bool selectedOnly)
 {
     const unfold3d::Box2& box = keys.box;
-    session_.run("Pack", {{"#ProcessIslandSelection bool", selectedOnly},
-                          {"#Translate bool", keys.translate},
-                          {"#Rotate.Min double 0.0", keys.rotateMin},
-                          {"#Rotate.Max double 360.0", keys.rotateMax},
-                          {"#Rotate.Step double 0.0", keys.rotateStep},
-                          {"#Rotate.Mode int 2", keys.rotationMode},
-                          {"#Scaling.Mode int 0", keys.islandScaling},
-                          {"#LayoutScalingMode int 0", keys.layoutScaling},
-                          {"#Resolution int", keys.resolution},
-                          {"#MaxMutations int 1", keys.mutations},
-                          {"#SpacingSize double 0", keys.spacing},
-                          {"#MarginSize double 0", keys.margin},
-                          {"#Box box2d 0.0 1.0 0.0 1.0",
-                           NU3D::CBox2D(box.low.x, box.high.x, box.low.y, box.high.y)},
-                          {"#MultiTile.SizeU int", keys.tilesU},
-                          {"#MultiTile.SizeV int", keys.tilesV},
-                          {"#TileAssignMode string \"Specified\"", keys.tileAssignMode}});
-    answer_ = session_.last();
+    run("Pack",
+        {{"#ProcessIslandSelection bool", selectedOnly},
+         {"#Translate bool", keys.translate},
+         {"#Rotate.Min double 0.0", keys.rotateMin},
+         {"#Rotate.Max double 360.0", keys.rotateMax},
+         {"#Rotate.Step double 0.0", keys.rotateStep},
+         {"#Rotate.Mode int 2", keys.rotationMode},
+         {"#Scaling.Mode int 0", keys.islandScaling},
+         {"#LayoutScalingMode int 0", keys.layoutScaling},
+         {"#Resolution int", keys.resolution},
+         {"#MaxMutations int 1", keys.mutations},
+         {"#SpacingSize double 0", keys.spacing},
+         {"#MarginSize double 0", keys.margin},
+         {"#Box box2d 0.0 1.0 0.0 1.0", NU3D::CBox2D(box.low.x, box.high.x, box.low.y, box.high.y)},
+         {"#MultiTile.SizeU int", keys.tilesU},
+         {"#MultiTile.SizeV int", keys.tilesV},
+         {"#TileAssignMode string \"Specified\"", keys.tileAssignMode}});
 }
 
 void PackRun::packSelected(const PackKeys& keys, const std::vector<int>& islands)
 {
-    session_.select("Island", islands);
+    select("Island", islands);
     pack(keys, true);
 }
 
@@ -38,7 +37,7 @@ std::vector<unfold3d::Vec2> packSoundly(const patchwork::Layout& layout, const P
     PackRun run(layout);
     run.pack(keys);
     EXPECT_FALSE(run.hasError()) << run.error();
-    std::vector<unfold3d::Vec2> uvs = run.uvs();
+    std::vector<unfold3d::Vec2> uvs = run.exportUVs();
     const std::vector<unfold3d::Vec2> rounded = packed::asFloats(uvs);
     EXPECT_GE(packed::leastGap(layout, rounded), keys.spacing);
     EXPECT_GT(packed::leastGap(layout, rounded), 0.0);

@@ -29,28 +29,16 @@ struct PackKeys
 };
 
 /// A solver run that packs a layout.
-class PackRun
+class PackRun : public SolverSession
 {
 public:
-    explicit PackRun(const patchwork::Layout& layout) : session_(layout.mesh, layout.uvs) {}
+    explicit PackRun(const patchwork::Layout& layout) : SolverSession(layout.mesh, layout.uvs) {}
 
-    void pack(const PackKeys& keys) { pack(keys, false); }
+    void pack(const PackKeys& keys, bool selectedOnly = false);
     void packSelected(const PackKeys& keys, const std::vector<int>& islands);
-
-    std::vector<unfold3d::Vec2> uvs() { return session_.exportUVs(); }
-    bool hasError() const { return NU3D::CUnfold3DAPI::HasError(answer_); }
-    std::string error() const { return NU3D::CUnfold3DAPI::GetErrorString(answer_); }
-    std::string warning() const { return NU3D::CUnfold3DAPI::GetWarningString(answer_); }
-    SolverSession& session() { return session_; }
-
-private:
-    void pack(const PackKeys& keys, bool selectedOnly);
-
-    SolverSession session_;
-    NU3D::CRef answer_;
 };
 
 /// The result of a pack that must succeed and hold what every layout must: within the box by the
-/// margin, gaps as asked, nothing mirrored or bent. The gaps
-/// and the margin are measured once the UVs are rounded as the application stores them.
+/// margin, gaps as asked, nothing mirrored or bent. The gaps and the margin are measured once the
+/// UVs are rounded as the application stores them.
 std::vector<unfold3d::Vec2> packSoundly(const patchwork::Layout& layout, const PackKeys& keys);

@@ -116,7 +116,7 @@ TEST(Pack, TheSameBitsOnEveryRunAndForEveryNumberOfThreads)
     const auto packAgain = [&] {
         PackRun run(layout);
         run.pack(keys);
-        return run.uvs();
+        return run.exportUVs();
     };
     const std::vector<Vec2> first = packAgain();
     EXPECT_EQ(packAgain(), first);

@@ -53,23 +53,11 @@ BlockMatrix randomMatrix(const SymbolicCholesky& symbolic, int blockSize, unsign
     BlockMatrix matrix(symbolic, blockSize);
     for (double& value : matrix.lower)
         value = entry(random);
-    const int n = symbolic.size();
-    std::vector<double> rowSum(static_cast<std::size_t>(n), 1.0);
-    for (int j = 0; j < n; ++j)
-        for (int e = symbolic.columnOffsets[static_cast<std::size_t>(j)];
-             e < symbolic.columnOffsets[static_cast<std::size_t>(j) + 1]; ++e)
-        {
-            rowSum[static_cast<std::size_t>(j)] += 2.0;
-            rowSum[static_cast<std::size_t>(symbolic.entryRows[static_cast<std::size_t>(e)])] +=
-                2.0;
-        }
     const std::size_t square = blockSize == 2 ? 4 : 1;
-    for (std::size_t j = 0; j < static_cast<std::size_t>(n); ++j) {
-        matrix.diagonal[j * square] = rowSum[j];
-        if (blockSize == 2) {
-            matrix.diagonal[j * square + 1] = matrix.diagonal[j * square + 2] = 0.5 * entry(random);
-            matrix.diagonal[j * square + 3] = rowSum[j];
-        }
+    for (std::size_t at = 0; at < matrix.diagonal.size(); at += square) {
+        matrix.diagonal[at] = matrix.diagonal[at + square - 1] = 2.0 * symbolic.size();
+        if (blockSize == 2)
+            matrix.diagonal[at + 1] = matrix.diagonal[at + 2] = 0.5 * entry(random);
     }
     return matrix;
 }
@@ -120,28 +108,16 @@ void expectSolves(const VertexGraph& graph, int blockSize, unsigned seed)
 
 TEST(SparseCholesky, SolvesLikeADenseFactorisation)
 {
-    struct Case
-    {
-        const char* name;
-        VertexGraph graph;
-    };
-    const Case cases[] = {
-        {"one node", graphOfPairs({}, 1)},
-        {"nodes that don't meet", graphOfPairs({}, 7)},
-        {"a grid large enough to dissect", gridGraph(31, 23)},
-        {"a graph with a dense factor", randomGraph(150, 900, 3)},
-    };
-    for (const Case& c : cases)
-        for (const int blockSize : {1, 2}) {
-            SCOPED_TRACE(c.name);
-            expectSolves(c.graph, blockSize, 5);
-        }
+    for (const VertexGraph& graph :
+         {gridGraph(31, 23) /* large enough to dissect */, randomGraph(150, 900, 3)})
+        for (const int blockSize : {1, 2})
+            expectSolves(graph, blockSize, 5);
 }
 
 RC_GTEST_PROP(SparseCholesky, SolvesOnRandomGraphs, ())
 {
     const int nodes = *rc::gen::inRange(1, 60);
-    const int pairs = *rc::gen::inRange(0, 150);
+    const int pairs = *rc::gen::inRange(0, 150); // also none
     const auto seed = *rc::gen::arbitrary<unsigned>();
     for (const int blockSize : {1, 2})
         expectSolves(randomGraph(nodes, pairs, seed), blockSize, seed);

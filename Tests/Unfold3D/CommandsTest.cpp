@@ -8,10 +8,43 @@
 #include <map>
 #include <vector>
 
+using namespace unfold3d;
+
 namespace
 {
 
-using namespace unfold3d;
+NU3D::CRef table()
+{
+    return {NU3D::VALTYPE_TABLE, NU3D::VALPROP_VALUE};
+}
+
+TEST(Contract, AMissingArrayAndOneOfAnotherTypeReadAsEmpty)
+{
+    const NU3D::CRef result = table();
+    result->Add("ids", NU3D::CRef(std::vector<int>{1, 2}, NU3D::VALPROP_VALUE));
+    EXPECT_EQ(result->GetInts("ids"), (std::vector<int>{1, 2}));
+    EXPECT_TRUE(result->GetDoubles("ids").empty());
+    EXPECT_TRUE(result->GetInts("none").empty());
+}
+
+TEST(Contract, AnUnknownCommandIsAnErrorThatNamesIt)
+{
+    NU3D::CUnfold3DAPI api;
+    const NU3D::CRef result = api.Do("Fold", table());
+    ASSERT_TRUE(NU3D::CUnfold3DAPI::HasError(result));
+    EXPECT_NE(NU3D::CUnfold3DAPI::GetErrorString(result).find("Fold"), std::string::npos);
+    EXPECT_FALSE(NU3D::CUnfold3DAPI::HasWarning(result));
+}
+
+TEST(Unfold, AClosedIslandKeepsItsUVsAndSaysWhatToDo)
+{
+    SolverSession session(surfaces::tetrahedron());
+    const std::vector<Vec2> before = session.exportUVs();
+    session.unfold();
+    ASSERT_TRUE(session.hasError());
+    EXPECT_NE(session.error().find("Cut a seam"), std::string::npos) << session.error();
+    EXPECT_EQ(session.exportUVs(), before);
+}
 
 void expectUnchanged(const Session& before, const Session& after)
 {
@@ -97,15 +130,15 @@ TEST(Stop, AtAnyCheckpointLeavesTheSessionAsItWas)
     const patchwork::Layout layout =
         sideBySide({surfaces::finger(6, 8, 0.3, 0.3), surfaces::tube(6, 2, 1.0, 1.0)});
     PackRun run(layout);
-    run.session().pinEdges({0, 5, 9}, true);
-    run.session().selectAllVertices();
-    run.session().unfold();
-    EXPECT_FALSE(run.session().hasError()) << run.session().error();
+    run.pinEdges({0, 5, 9}, true);
+    run.selectAllVertices();
+    run.unfold();
+    EXPECT_FALSE(run.hasError()) << run.error();
     PackKeys keys;
     keys.resolution = 64;
     run.pack(keys);
     EXPECT_FALSE(run.hasError()) << run.error();
-    run.uvs();
+    run.exportUVs();
     NU3D::CUnfold3DAPI::setBackendFactory(nullptr);
 
     for (const auto& [command, least] :

@@ -1,0 +1,160 @@
+#include "LayoutChecks.h"
+#include "ObjSurface.h"
+#include "PackChecks.h"
+#include "PackRun.h"
+#include "Surfaces.h"
+
+#include "Unfold3D/base/DisjointSets.h"
+#include "Unfold3D/parameterisation/Flatten.h"
+#include "Unfold3D/start/FlatStart.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+
+using namespace unfold3d;
+using patchwork::Layout;
+
+namespace
+{
+
+/// Tests on meshes that stand in a folder.
+class RealMeshes : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!std::filesystem::exists(folder))
+            GTEST_SKIP() << "no meshes at " << folder;
+    }
+    IslandMesh readSurface(const char* file) const
+    {
+        return surfaces::normalised(ObjSurface(folder / file).mesh);
+    }
+    static FlattenResult flattened(const IslandMesh& mesh, const FlattenOptions& options = {})
+    {
+        const RunControl control;
+        return flatten(mesh, flatStart(mesh, control).uv, options, control, {});
+    }
+
+    const std::filesystem::path folder = KYUV_MESHES;
+};
+
+/// No triangle is flipped and no border crosses another.
+void expectSound(const IslandMesh& mesh, const FlattenResult& result)
+{
+    EXPECT_EQ(layout::countFlips(mesh.triangles, result.uv), 0);
+    EXPECT_EQ(layout::countCrossings(mesh.triangles, result.uv), 0);
+}
+
+// The converged energies of free layouts, as other methods find them too.
+TEST_F(RealMeshes, ReachesTheKnownMinimaWithAndWithoutCrossings)
+{
+    struct Case
+    {
+        const char* file;
+        double minimum;
+    };
+    for (const Case& c : {Case{"cut/spot_disk.obj", 4.2347}, Case{"cut/bunny_disk.obj", 4.1188}}) {
+        SCOPED_TRACE(c.file);
+        const IslandMesh mesh = readSurface(c.file);
+        FlattenOptions options;
+        options.preventBorderCrossings = false;
+        const FlattenResult free = flattened(mesh, options);
+        EXPECT_LT(free.report.energy, 1.003 * c.minimum);
+        EXPECT_EQ(layout::countFlips(mesh.triangles, free.uv), 0);
+        options.iterations = -1;
+        EXPECT_NEAR(flattened(mesh, options).report.energy, c.minimum, 1e-4);
+
+        const FlattenResult apart = flattened(mesh);
+        EXPECT_LT(apart.report.energy, 1.01 * c.minimum);
+        expectSound(mesh, apart);
+    }
+}
+
+TEST_F(RealMeshes, APlanarMeshWithADeeplyFingeredBorderComesBackUndistorted)
+{
+    const IslandMesh mesh = readSurface("hele_shaw.obj");
+    const FlattenResult result = flattened(mesh);
+    expectSound(mesh, result);
+    for (const Triangle& t : mesh.triangles)
+        for (std::size_t i = 0; i < 3; ++i) {
+            const auto a = static_cast<std::size_t>(t[i]);
+            const auto b = static_cast<std::size_t>(t[(i + 1) % 3]);
+            const double rest = length(mesh.positions[b] - mesh.positions[a]);
+            ASSERT_NEAR(length(result.uv[b] - result.uv[a]), rest, 1e-3 * rest + 1e-6);
+        }
+}
+
+// A closed scan that is to open over the holes of its base only: the heaviest distortion.
+TEST_F(RealMeshes, AWholeScanOpensOverASmallHole)
+{
+    const IslandMesh mesh = readSurface("bunny.obj");
+    const FlattenResult result = flattened(mesh);
+    expectSound(mesh, result);
+    EXPECT_TRUE(result.report.converged);
+}
+
+/// A layout whose patches are the triangles that share vertices.
+Layout readLayout(const std::filesystem::path& path)
+{
+    const ObjSurface surface(path);
+    Layout layout;
+    layout.mesh = surface.mesh;
+    layout.uvs = surface.uvs;
+    unfold3d::DisjointSets sets(layout.mesh.vertexCount());
+    for (const Triangle& t : layout.mesh.triangles) {
+        sets.join(t[0], t[1]);
+        sets.join(t[0], t[2]);
+    }
+    std::map<int, int> patchOfSet;
+    for (int v = 0; v < layout.mesh.vertexCount(); ++v) {
+        const auto [at, isNew] = patchOfSet.try_emplace(sets.find(v), layout.patchCount);
+        layout.patchCount += isNew ? 1 : 0;
+        layout.patchOfVertex.push_back(at->second);
+    }
+    for (const Triangle& t : layout.mesh.triangles)
+        layout.patchOfTriangle.push_back(layout.patchOfVertex[static_cast<std::size_t>(t[0])]);
+    return layout;
+}
+
+TEST_F(RealMeshes, PackedIslandsKeepTheirGapsAndCoverTheSquare)
+{
+    struct Case
+    {
+        const char* file;
+        int islands;
+        int rotationMode;
+        int islandScaling;
+        double covers; ///< share of the square, at least
+    };
+    const Case cases[] = {
+        {"cut/rects120.obj", 120, 0, 0, 0.90}, {"spot.obj", 13, 4, 1, 0.68},
+        {"milk_truck.obj", 138, 4, 1, 0.68},   {"housing.obj", 324, 4, 1, 0.74},
+        {"pizza_scan.obj", 4740, 4, 1, 0.60},  {"open_shell.obj", 99, 4, 1, 0.85},
+        {"hele_shaw.obj", 1, 0, 0, 0.30},      {"race_car.obj", 146, 4, 1, 0.5},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.file);
+        const Layout layout = readLayout(folder / c.file);
+        EXPECT_EQ(layout.patchCount, c.islands);
+        PackKeys keys;
+        keys.resolution = 1024;
+        keys.rotationMode = c.rotationMode;
+        keys.islandScaling = c.islandScaling;
+        keys.spacing = 2.0 / 1024.0;
+        keys.margin = 1.0 / 1024.0;
+        PackRun run(layout);
+        run.pack(keys);
+        ASSERT_FALSE(run.hasError()) << run.error();
+        const std::vector<Vec2> uvs = packed::asFloats(run.exportUVs());
+        EXPECT_GE(packed::leastGap(layout, uvs), keys.spacing);
+        const double far = 1.0 - keys.margin;
+        EXPECT_TRUE(
+            (unfold3d::Box2{{keys.margin, keys.margin}, {far, far}}).contains(packed::bounds(uvs)));
+        EXPECT_GE(packed::wholeArea(layout, uvs), c.covers);
+    }
+}
+
+} // namespace
