@@ -46,8 +46,12 @@ VertexGraph randomGraph(int nodes, int pairs, unsigned seed)
 }
 
 /// A matrix on the graph with random entries and a diagonal that makes it positive definite.
-BlockMatrix randomMatrix(const SymbolicCholesky& symbolic, int blockSize, unsigned seed)
+BlockMatrix randomMatrix(const VertexGraph& graph, const SymbolicCholesky& symbolic, int blockSize,
+                         unsigned seed)
 {
+    std::size_t mostNeighbours = 0;
+    for (int v = 0; v < graph.size(); ++v)
+        mostNeighbours = std::max<std::size_t>(mostNeighbours, graph.of(v).size());
     std::mt19937 random(seed);
     std::uniform_real_distribution<double> entry(-1.0, 1.0);
     BlockMatrix matrix(symbolic, blockSize);
@@ -55,7 +59,8 @@ BlockMatrix randomMatrix(const SymbolicCholesky& symbolic, int blockSize, unsign
         value = entry(random);
     const std::size_t square = blockSize == 2 ? 4 : 1;
     for (std::size_t at = 0; at < matrix.diagonal.size(); at += square) {
-        matrix.diagonal[at] = matrix.diagonal[at + square - 1] = 2.0 * symbolic.size();
+        matrix.diagonal[at] = matrix.diagonal[at + square - 1] =
+            1.0 + 2.0 * static_cast<double>(mostNeighbours);
         if (blockSize == 2)
             matrix.diagonal[at + 1] = matrix.diagonal[at + 2] = 0.5 * entry(random);
     }
@@ -91,7 +96,7 @@ Eigen::MatrixXd dense(const SymbolicCholesky& symbolic, const BlockMatrix& matri
 void expectSolves(const VertexGraph& graph, int blockSize, unsigned seed)
 {
     const SymbolicCholesky symbolic = analyse(graph);
-    const BlockMatrix matrix = randomMatrix(symbolic, blockSize, seed);
+    const BlockMatrix matrix = randomMatrix(graph, symbolic, blockSize, seed);
     SparseCholesky cholesky(symbolic);
     RunControl control;
     EXPECT_EQ(cholesky.factorise(matrix, control), 0);
