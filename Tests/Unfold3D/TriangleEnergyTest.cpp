@@ -91,6 +91,7 @@ RC_GTEST_PROP(TriangleEnergy, SlopeModesAndCurvaturesAreThoseOfTheEnergy, (unsig
     const double s2 = length(map.a) - length(map.b);
     const double twist = 2.0 - 2.0 * (s1 * s1 - s1 * s2 + s2 * s2) / (s1 * s2 * s1 * s2 * s1 * s2);
     const double whole[4] = {d.curvature[0], d.curvature[1], metric.area * twist, d.curvature[3]};
+    RC_ASSERT(std::abs(d.curvature[2] - std::max(whole[2], 0.0)) < 1e-6 * d.curvature[3]);
 
     constexpr double h = 1e-5;
     double largest = 0.0;

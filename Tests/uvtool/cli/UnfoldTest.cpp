@@ -50,11 +50,12 @@ protected:
     const std::string out = folder / "out.obj";
 };
 
-TEST_F(Unfold, WritesASoundLayoutInTheUnitSquare)
+TEST_F(Unfold, WritesASoundLayoutInTheUnitSquareAndItsPicture)
 {
     write(ObjBuilder().dome(8));
-    const ToolRun run = unfold({"--json"});
+    const ToolRun run = unfold({"--json", "--picture", folder / "layout.svg"});
     ASSERT_EQ(run.status, Done) << run.err;
+    EXPECT_THAT(bytesOf(folder / "layout.svg"), HasSubstr("<svg"));
 
     const nlohmann::json report = run.json();
     EXPECT_EQ(report["result"], "success");
@@ -105,15 +106,23 @@ TEST_F(Unfold, ClosedPiecesKeepTheirUVsAndAreNamed)
     EXPECT_EQ(geometry["closedIslands"][0]["firstTriangle"], 18);
     EXPECT_EQ(geometry["check"]["triangles"], 18);
     EXPECT_THAT(bytesOf(out), HasSubstr("vt .25 .75\n"));
+}
 
-    const std::string closed = folder.write("closed.obj", ObjBuilder().tetrahedron(0).text());
-    const ToolRun nothing = runTool({"unfold", closed, "-o", folder / "no.obj", "--json"});
-    EXPECT_EQ(nothing.status, Failed);
-    EXPECT_THAT(nothing.err, HasSubstr("closed"));
-    EXPECT_EQ(nothing.lineCount(), 1) << nothing.err;
-    EXPECT_EQ(nothing.json()["result"], "failure");
-    EXPECT_THAT(nothing.json()["error"], HasSubstr("nothing to unfold"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "no.obj"));
+TEST_F(Unfold, SaysWhyThereIsNothingToDo)
+{
+    const std::pair<std::string, const char*> cases[] = {
+        {ObjBuilder().tetrahedron(0).text(), "closed"},
+        {"v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 2\nf 3 3 3\n", "every triangle has a repeated corner"}};
+    for (const auto& [text, says] : cases) {
+        folder.write("in.obj", text);
+        const ToolRun run = unfold({"--json"});
+        EXPECT_EQ(run.status, Failed);
+        EXPECT_EQ(run.lineCount(), 1) << run.err;
+        EXPECT_THAT(run.err, HasSubstr(says));
+        EXPECT_EQ(run.json()["result"], "failure");
+        EXPECT_THAT(run.json()["error"], HasSubstr("nothing to unfold"));
+        EXPECT_FALSE(std::filesystem::exists(out));
+    }
 }
 
 TEST_F(Unfold, TrianglesWithARepeatedCornerGoWithTheirNeighbours)
@@ -139,31 +148,23 @@ TEST_F(Unfold, LeavesLayoutsUnpackedWhereAsked)
     EXPECT_FALSE(run.json()["check"].contains("gapTexels"));
 }
 
-TEST_F(Unfold, KeepsStandardOutputToItself)
+TEST_F(Unfold, KeepsStandardOutputToItselfAndItsProgressToTerminals)
 {
     write(ObjBuilder().dome(3));
-    const auto linesOnCout = [&](const char* option, ToolRun& run) {
-        std::ostringstream text;
-        std::streambuf* const before = std::cout.rdbuf(text.rdbuf());
-        run = unfold({option});
-        std::cout.rdbuf(before);
-        return text.str();
-    };
-    ToolRun run{};
-    EXPECT_THAT(linesOnCout("--quiet", run), IsEmpty());
-    EXPECT_THAT(run.out + run.err, IsEmpty());
-    EXPECT_THAT(linesOnCout("--json", run), IsEmpty());
-    EXPECT_THAT(run.err, IsEmpty());
-    EXPECT_THAT(linesOnCout("--verbose", run), IsEmpty());
-    EXPECT_THAT(run.out, IsEmpty());
-    EXPECT_THAT(run.err, HasSubstr("Unfolding..."));
-}
-
-TEST_F(Unfold, ShowsItsProgressOnATerminalOnly)
-{
-    write(ObjBuilder().dome(3));
-    EXPECT_THAT(unfold({}, true).err, HasSubstr("100 %"));
-    EXPECT_THAT(unfold().err, Not(HasSubstr("100 %")));
+    std::ostringstream text;
+    std::streambuf* const before = std::cout.rdbuf(text.rdbuf());
+    const ToolRun quiet = unfold({"--quiet"});
+    const ToolRun json = unfold({"--json"});
+    const ToolRun verbose = unfold({"--verbose"});
+    const ToolRun onTerminal = unfold({}, true);
+    std::cout.rdbuf(before);
+    EXPECT_THAT(text.str(), IsEmpty());
+    EXPECT_THAT(quiet.out + quiet.err, IsEmpty());
+    EXPECT_THAT(json.err, IsEmpty());
+    EXPECT_THAT(verbose.out, IsEmpty());
+    EXPECT_THAT(verbose.err, HasSubstr("Unfolding..."));
+    EXPECT_THAT(verbose.err, Not(HasSubstr("100 %")));
+    EXPECT_THAT(onTerminal.err, HasSubstr("100 %"));
 }
 
 /// Asks the work to stop as soon as a text goes through.
@@ -231,43 +232,19 @@ TEST_F(Unfold, OutputsThatCannotBeWrittenFailBeforeTheWork)
 TEST_F(Unfold, EveryFormatHoldsTheValuesThatWereChecked)
 {
     write(ObjBuilder().dome(7));
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path()); // a name without a folder has to do
     for (const char* const name : {"out.obj", "out.gltf", "out.glb"}) {
         SCOPED_TRACE(name);
-        const ToolRun run = runTool({"unfold", in, "-o", folder / name, "--json"});
-        ASSERT_EQ(run.status, Done) << run.err;
+        const ToolRun run = runTool({"unfold", in, "-o", name, "--json"});
+        EXPECT_EQ(run.status, Done) << run.err;
         nlohmann::json checked = run.json()["check"];
         nlohmann::json written = infoOf(folder / name)["check"];
         for (const char* const key : {"bounds", "area", "triangles", "sound"})
             EXPECT_EQ(checked[key], written[key]) << key;
     }
-}
-
-TEST_F(Unfold, ATextWithABufferBesideItGoesIntoTheCurrentFolder)
-{
-    write(ObjBuilder().dome(3));
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.path());
-    const ToolRun run = runTool({"unfold", in, "-o", "out.gltf"});
     std::filesystem::current_path(before);
-    EXPECT_EQ(run.status, Done) << run.err;
-    EXPECT_EQ(infoOf(folder / "out.gltf")["check"]["sound"], true);
     EXPECT_TRUE(std::filesystem::exists(folder / "out.bin"));
-}
-
-TEST_F(Unfold, SaysWhyThereIsNothingToDo)
-{
-    folder.write("in.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 2\nf 3 3 3\n");
-    const ToolRun run = unfold();
-    EXPECT_EQ(run.status, Failed);
-    EXPECT_THAT(run.err, HasSubstr("every triangle has a repeated corner"));
-}
-
-TEST_F(Unfold, DrawsTheLayout)
-{
-    write(ObjBuilder().dome(3));
-    const ToolRun run = unfold({"--picture", folder / "layout.svg"});
-    EXPECT_EQ(run.status, Done) << run.err;
-    EXPECT_THAT(bytesOf(folder / "layout.svg"), HasSubstr("<svg"));
 }
 
 } // namespace
