@@ -169,6 +169,24 @@ public:
     static void mergeEdgeSet(const unsigned int* a, unsigned int aCount, const unsigned int* b,
                              unsigned int bCount, FlatEdgeList& out);
 
+    /// Cuts along the edges in the list SelectedEdges: the triangles on the two sides of a cut get
+    /// vertices of their own, with copies of all vertex properties, and the UVs in `set` of the
+    /// sides move apart by about 1.2e-5, so that they are not taken for one again. A cut that ends
+    /// within a surface leaves its last vertex whole.
+    ///
+    /// Pairs that are no edge of the mesh or of a surface have no effect, but that a vertex whose
+    /// first pair is none is not split. New vertices follow the old ones of their geometry,
+    /// ascending by the vertex that they come from. On the geometry itself and on a surface,
+    /// temporary lists and constraints name all copies of what they named.
+    ///
+    /// bridge  emptied, then filled with the record of the change; may be null. It stays empty
+    ///         where there is nothing to cut along
+    ///
+    /// On a plain geometry one pass over the triangles, and what follows the number of edges; the
+    /// record clones the indices. Through a compact mesh its tables are made anew.
+    static void cutAlongEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                              kyUVTypes::UVSet set, kyTopologyBridge* bridge);
+
     /// Appends those pairs of a list of edges that are border edges, as they stand. Brings the list
     /// BorderEdges up to date first; the edges are sought in it by bisection.
     static void filterEdgesOnBorder(const osg::GeometryPtr& geometry, const osg::NodePtr& node,

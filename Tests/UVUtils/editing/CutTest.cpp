@@ -1,0 +1,134 @@
+#include "OpenSG/GeoTmpIndexEditInterface.h"
+#include "OpenSGUtils/UVConstraintData.h"
+#include "UVUtils/compactmesh/TopologySteps.h"
+#include "UVUtils/editing/CutAlongEdges.h"
+#include "UVUtils/editing/CutReference.h"
+#include "UVUtils/editing/RandomNodes.h"
+#include "UVUtils/model/TempIndexList.h"
+#include "UVUtils/model/kyTopologyBridge.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <numeric>
+
+namespace
+{
+
+unsigned countOf(const osg::GeometryPtr& geometry)
+{
+    return geometry->getPositions()->getSize();
+}
+
+Ids indicesOf(const osg::GeometryPtr& geometry)
+{
+    return geometry->getIndices()->getValues();
+}
+
+void select(const osg::GeometryPtr& geometry, const Ids& edges)
+{
+    osg::GeoTmpIndexEditInterface(geometry, kyUVTypes::SelectedEdges).assign(edges);
+}
+
+/// Any triangles at all over a handful of vertices.
+osg::GeometryPtr randomSoup()
+{
+    const auto vertexCount = *rc::gen::inRange(1U, 9U);
+    Ids triangles = *rc::gen::container<Ids>(rc::gen::inRange(0U, vertexCount));
+    triangles.resize(triangles.size() / 3 * 3);
+    std::vector<osg::Pnt3f> positions;
+    UVs uvs;
+    for (unsigned v = 0; v < vertexCount; ++v) {
+        positions.emplace_back(static_cast<float>(v), 0.F, 0.F);
+        uvs.emplace_back(static_cast<float>(*rc::gen::inRange(-8, 8)) / 8, 0.125F * static_cast<float>(v));
+    }
+    const osg::GeometryPtr geometry = geometryOf(positions, triangles);
+    geometry->setTexSlot(slot, tiny::texCoords(uvs));
+    return geometry;
+}
+
+/// Mostly edges of the mesh, in either direction; some pairs that are none, and maybe an id more.
+Ids randomEdges(const Ids& triangles, unsigned idCount)
+{
+    const auto size = static_cast<unsigned>(triangles.size());
+    Ids edges;
+    for (auto count = *rc::gen::inRange(1, 12); count > 0; --count) {
+        const unsigned corner = size == 0 ? 0 : *rc::gen::inRange(0U, size);
+        const unsigned next = corner % 3 == 2 ? corner - 2 : corner + 1;
+        Ids pair = size == 0 || *rc::gen::inRange(0, 8) == 0
+                       ? *rc::gen::container<Ids>(2, rc::gen::inRange(0U, idCount + 2))
+                       : Ids{triangles[corner], triangles[next]};
+        if (*rc::gen::arbitrary<bool>())
+            std::swap(pair[0], pair[1]);
+        edges.insert(edges.end(), pair.begin(), pair.end());
+    }
+    if (*rc::gen::arbitrary<bool>())
+        edges.push_back(0);
+    return edges;
+}
+
+void expectListsInRange(const osg::GeometryPtr& geometry, unsigned idCount)
+{
+    for (const unsigned number : osg::GeoTmpIndexEditInterface::listsWithContent(geometry))
+        for (const unsigned id : osg::GeoTmpIndexEditInterface(geometry, number).values())
+            RC_ASSERT(id < idCount);
+    for (const UVConstraintData& data : getUVConstraints(geometry))
+        for (const unsigned id : data.edgesU)
+            RC_ASSERT(id < idCount);
+}
+
+RC_GTEST_PROP(Cut, PartsFansOfAnyMeshAsToldAndReplays, ())
+{
+    const WithoutCompactMesh noMesh;
+    const osg::RefPtr<osg::Node> node(*rc::gen::arbitrary<bool>()
+                                          ? osg::RefPtr<osg::Node>(nodeOf(randomSoup()))
+                                          : randomPlain(*rc::gen::arbitrary<std::uint32_t>()));
+    const osg::GeometryPtr geometry = coreOf(node);
+    const Ids before = indicesOf(geometry);
+    const unsigned oldCount = countOf(geometry);
+    UVs uvs = kyUVUtils::getUVValuesLocal(geometry, slot);
+    const bool hasUVs = !uvs.empty();
+    uvs.resize(oldCount);
+    const Ids edges = randomEdges(before, oldCount);
+    select(geometry, edges);
+    Ids all(oldCount);
+    std::iota(all.begin(), all.end(), 0U);
+    osg::GeoTmpIndexEditInterface(geometry, kyUVTypes::FreeVertices).assign(all);
+    setUVConstraints(geometry, {{before.size() < 3 ? Ids() : Ids{before[0], before[1]}, {}}});
+    const auto constraints = getUVConstraints(geometry);
+
+    kyTopologyBridge bridge;
+    kyUVUtils::cutAlongEdges(geometry, node, slot, &bridge);
+    const CutReference expected(before, oldCount, edges, uvs);
+    RC_ASSERT(indicesOf(geometry) == expected.indices);
+    const auto newCount = oldCount + static_cast<unsigned>(expected.sources.size());
+    RC_ASSERT(countOf(geometry) == newCount);
+    const auto positions = geometry->getPositions()->getValues();
+    const UVs after = kyUVUtils::getUVValuesLocal(geometry, slot);
+    for (unsigned v = 0; v < newCount; ++v) {
+        const unsigned source = v < oldCount ? v : expected.sources[v - oldCount];
+        RC_ASSERT(positions[v] == positions[source]);
+        if (!hasUVs)
+            continue;
+        const auto shift = expected.shiftOf.find(v);
+        const Vec2f direction = shift == expected.shiftOf.end() ? Vec2f() : shift->second;
+        const Vec2f moved = uvs[source] + CutReference::unit(direction) * 1.1920929e-5F;
+        RC_ASSERT((after[v] - moved).length() < 3e-7F);
+    }
+    if (newCount > oldCount)
+        expectListsInRange(geometry, newCount);
+    RC_ASSERT(osg::GeoTmpIndexEditInterface(geometry, kyUVTypes::FreeVertices).getSize() ==
+              newCount);
+
+    const auto constraintsAfter = getUVConstraints(geometry);
+    kyUVUtils::applyTopology(geometry, node, slot, bridge.getPrev());
+    RC_ASSERT(indicesOf(geometry) == before);
+    RC_ASSERT(countOf(geometry) == oldCount);
+    RC_ASSERT(getUVConstraints(geometry) == constraints);
+    kyUVUtils::applyTopology(geometry, node, slot, bridge.getNext());
+    RC_ASSERT(indicesOf(geometry) == expected.indices);
+    RC_ASSERT(geometry->getPositions()->getValues() == positions);
+    RC_ASSERT(getUVConstraints(geometry) == constraintsAfter);
+}
+
+} // namespace
