@@ -10,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <new>
 #include <set>
 
 using namespace osg;
@@ -88,51 +87,6 @@ TEST(FieldContainer, TheLastReferenceDestroysWithOneCallbackAndTheIdIsNeverUsedA
         EXPECT_EQ(factory->getContainer(none), NullFC);
     for (int i = 0; i < 100; ++i)
         EXPECT_GT(RefPtr<Group>(Group::create())->getId(), id);
-}
-
-TEST(FieldContainer, ADestroyCallbackMayDestroyAnother)
-{
-    std::vector<unsigned> order;
-    const auto note = destroyCallback([&](unsigned id) { order.push_back(id); });
-    const GroupPtr first = Group::create();
-    RefPtr<Group> dependent(Group::create());
-    const unsigned ids[] = {first->getId(), dependent->getId()};
-    first->registerOnDestroyCallback(note);
-    first->registerOnDestroyCallback(destroyCallback([&](unsigned) { dependent = NullFC; }));
-    dependent->registerOnDestroyCallback(note);
-    first->subRef();
-    EXPECT_EQ(order, (std::vector{ids[0], ids[1]}));
-}
-
-/// Its values can't be had.
-class Unmakeable : public ConcreteContainer<Unmakeable, FieldContainer>
-{
-public:
-    static FieldContainerType& getClassType()
-    {
-        static auto& type = *new FieldContainerType("Unmakeable", &FieldContainer::getClassType(),
-                                                    &Unmakeable::createContainer, {});
-        return type;
-    }
-    inline static unsigned lastId = 0;
-
-private:
-    friend ConcreteContainer<Unmakeable, FieldContainer>;
-    Unmakeable()
-    {
-        lastId = getId();
-        throw std::bad_alloc();
-    }
-    Unmakeable(const Unmakeable&) = default;
-};
-
-TEST(FieldContainer, OneThatCouldNotBeMadeLeavesNoIdBehind)
-{
-    const std::size_t before = FieldContainerFactory::the()->getContainerCount();
-    EXPECT_THROW(Unmakeable::create(), std::bad_alloc);
-    EXPECT_NE(Unmakeable::lastId, 0U);
-    EXPECT_EQ(FieldContainerFactory::the()->getContainer(Unmakeable::lastId), NullFC);
-    EXPECT_EQ(FieldContainerFactory::the()->getContainerCount(), before);
 }
 
 TEST(ChangeNotice, EachRegistrationHearsOnceWithIdMaskAndOrigin)

@@ -71,23 +71,6 @@ Vec2 quotient(Vec2 a, Vec2 b)
     return {dot(a, b) / squared, unfold3d::cross(b, a) / squared};
 }
 
-/// The vertices of a patch that are farthest apart along u or v.
-std::array<std::size_t, 2> farApart(const patchwork::Layout& layout, std::span<const Vec2> uvs,
-                                    int patch)
-{
-    std::array<std::size_t, 2> ends{};
-    double farthest = -1.0;
-    for (std::size_t a = 0; a < uvs.size(); ++a)
-        for (std::size_t b = 0; b < a; ++b)
-            if (layout.patchOfVertex[a] == patch && layout.patchOfVertex[b] == patch &&
-                length(uvs[a] - uvs[b]) > farthest)
-            {
-                farthest = length(uvs[a] - uvs[b]);
-                ends = {a, b};
-            }
-    return ends;
-}
-
 } // namespace
 
 double distance(Vec2 a, Vec2 b, Vec2 c, Vec2 d)
@@ -185,15 +168,22 @@ bool areSimilar(const patchwork::Layout& layout, std::span<const Vec2> before,
                 std::span<const Vec2> after, double tolerance)
 {
     for (int patch = 0; patch < layout.patchCount; ++patch) {
-        const auto [a, b] = farApart(layout, before, patch);
+        // Seen from one vertex of the patch, the farthest other one tells the turn and the scale.
+        const auto first =
+            std::find(layout.patchOfVertex.begin(), layout.patchOfVertex.end(), patch);
+        const auto a = static_cast<std::size_t>(first - layout.patchOfVertex.begin());
+        std::size_t b = a;
+        for (std::size_t v = a; v < before.size(); ++v)
+            if (layout.patchOfVertex[v] == patch &&
+                length(before[v] - before[a]) > length(before[b] - before[a]))
+                b = v;
         if (before[a] == before[b])
             continue;
-        const Vec2 turn = quotient(after[a] - after[b], before[a] - before[b]);
-        const double size = length(after[a] - after[b]);
+        const Vec2 turn = quotient(after[b] - after[a], before[b] - before[a]);
         for (std::size_t v = 0; v < before.size(); ++v)
             if (layout.patchOfVertex[v] == patch) {
-                const Vec2 expected = after[b] + unfold3d::turned(before[v] - before[b], turn);
-                if (length(after[v] - expected) > tolerance * size)
+                const Vec2 expected = after[a] + unfold3d::turned(before[v] - before[a], turn);
+                if (length(after[v] - expected) > tolerance * length(after[b] - after[a]))
                     return false;
             }
     }

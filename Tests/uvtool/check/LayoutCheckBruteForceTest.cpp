@@ -3,6 +3,7 @@
 
 #include "check/Borders.h"
 #include "check/LayoutCheck.h"
+#include "check/Orientation.h"
 
 #include "uvtool/LayoutBuilders.h"
 
@@ -20,13 +21,34 @@ namespace
 
 struct Whole
 {
-    int x, y;
+    std::int64_t x, y;
 };
 using Corners = std::array<Whole, 3>;
 
-int turn(Whole a, Whole b, Whole c)
+std::int64_t turn(Whole a, Whole b, Whole c)
 {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+Point scaled(Whole p, int xExponent, int yExponent)
+{
+    return {std::ldexp(float(p.x), xExponent), std::ldexp(float(p.y), yExponent)};
+}
+
+RC_GTEST_PROP(Orientation, IsExactForNearlyStraightTurnsAtEveryScale, ())
+{
+    // Whole numbers that fit a float's 24 bits: the determinant fits an int64.
+    const auto number = [] { return *rc::gen::inRange<std::int64_t>(-2000, 2000); };
+    const Whole a{number() * 1000, number() * 1000};
+    const Whole step{number(), number()};
+    const auto nudge = [] { return *rc::gen::inRange<std::int64_t>(-1, 2); };
+    const Whole b{a.x + 900 * step.x + nudge(), a.y + 900 * step.y + nudge()};
+    const Whole c{a.x - 1300 * step.x + nudge(), a.y - 1300 * step.y + nudge()};
+
+    const int xScale = *rc::gen::inRange(-140, 100);
+    const int yScale = *rc::gen::inRange(-140, 100);
+    RC_ASSERT(orientation(scaled(a, xScale, yScale), scaled(b, xScale, yScale),
+                          scaled(c, xScale, yScale)) == (turn(a, b, c) > 0) - (turn(a, b, c) < 0));
 }
 
 /// True when all of `other` lies on the outer side of an edge of a counter-clockwise triangle.
@@ -138,9 +160,9 @@ RC_GTEST_PROP(LayoutCheckBruteForce, FindsEveryCrossingAndTheSmallestGap, ())
     const TestLayout layout = randomLayout();
     std::vector<std::int8_t> signs;
     for (std::size_t t = 0; t < layout.islands.size(); ++t) {
-        const int area = turn(whole(layout.uvs[layout.corners[3 * t]]),
-                              whole(layout.uvs[layout.corners[3 * t + 1]]),
-                              whole(layout.uvs[layout.corners[3 * t + 2]]));
+        const std::int64_t area = turn(whole(layout.uvs[layout.corners[3 * t]]),
+                                       whole(layout.uvs[layout.corners[3 * t + 1]]),
+                                       whole(layout.uvs[layout.corners[3 * t + 2]]));
         signs.push_back(static_cast<std::int8_t>((area > 0) - (area < 0)));
     }
     const std::vector<BorderSegment> segments = findBorders(layout, signs).segments;

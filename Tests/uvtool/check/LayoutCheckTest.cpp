@@ -90,10 +90,8 @@ TEST(LayoutCheck, TellsOverlapsFromTouching)
     const float below1 = std::nextafter(1.0F, 0.0F);
     const Case cases[] = {{"apart", {1.25F, 0}, {2, 1}, false, false, 0.25},
                           {"sharing a side", {1, 0}, {2, 1}, false, false, 0.0},
-                          {"sharing a corner", {1, 1}, {2, 2}, false, false, 0.0},
                           {"over by the last bit", {below1, 0.25F}, {2, 0.75F}, true, true, 0.0},
-                          {"inside", {0.25F, 0.25F}, {0.5F, 0.375F}, true, false, 0.0},
-                          {"a cross", {0.25F, -1}, {0.5F, 2}, true, true, 0.0}};
+                          {"inside", {0.25F, 0.25F}, {0.5F, 0.375F}, true, false, 0.0}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         TestLayout layout;
