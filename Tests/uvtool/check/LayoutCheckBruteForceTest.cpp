@@ -35,20 +35,22 @@ Point scaled(Whole p, int xExponent, int yExponent)
     return {std::ldexp(float(p.x), xExponent), std::ldexp(float(p.y), yExponent)};
 }
 
-RC_GTEST_PROP(Orientation, IsExactForNearlyStraightTurnsAtEveryScale, ())
+RC_GTEST_PROP(Orientation, IsExactAHairBesideALongLineAtEveryScale, ())
 {
-    // Whole numbers that fit a float's 24 bits: the determinant fits an int64.
-    const auto number = [] { return *rc::gen::inRange<std::int64_t>(-2000, 2000); };
-    const Whole a{number() * 1000, number() * 1000};
-    const Whole step{number(), number()};
-    const auto nudge = [] { return *rc::gen::inRange<std::int64_t>(-1, 2); };
-    const Whole b{a.x + 900 * step.x + nudge(), a.y + 900 * step.y + nudge()};
-    const Whole c{a.x - 1300 * step.x + nudge(), a.y - 1300 * step.y + nudge()};
+    // The line goes through the origin, so its ends fall out of the determinant, in which they
+    // outweigh what is left by more bits than a double has.
+    const auto number = [](std::int64_t end) { return *rc::gen::inRange(-end, end + 1); };
+    const Whole step{number(2000), number(2000)};
+    const std::int64_t along = number(2);
+    const Whole hair{along * step.x + number(1), along * step.y + number(1)};
+    const std::int64_t turn = step.y * hair.x - step.x * hair.y;
 
-    const int xScale = *rc::gen::inRange(-140, 100);
-    const int yScale = *rc::gen::inRange(-140, 100);
-    RC_ASSERT(orientation(scaled(a, xScale, yScale), scaled(b, xScale, yScale),
-                          scaled(c, xScale, yScale)) == (turn(a, b, c) > 0) - (turn(a, b, c) < 0));
+    const auto xScale = static_cast<int>(number(100));
+    const auto yScale = static_cast<int>(number(100));
+    RC_ASSERT(orientation(scaled(hair, xScale - 36, yScale - 36),
+                          scaled({1000 * step.x, 1000 * step.y}, xScale, yScale),
+                          scaled({-900 * step.x, -900 * step.y}, xScale, yScale)) ==
+              (turn > 0) - (turn < 0));
 }
 
 /// True when all of `other` lies on the outer side of an edge of a counter-clockwise triangle.

@@ -131,21 +131,32 @@ TEST_F(Obj, ColorsAndMissingUVsStayWithTheirCorners)
 
 TEST_F(Obj, NewUVsChangeOnlyValueLinesAndTheirNumbers)
 {
-    EXPECT_EQ(writtenWithNewUVs(std::string(twoTriangles) +
-                                "vt 9 9 # old\nvn 0 0 1\no a\n"
-                                "s 1\nf 1/1/1 -3//1 3/1 # why\nf 1/1 3/1 4\n"),
-              std::string(twoTriangles) + "vn 0 0 1\no a\n"
-                                          "s 1\nvt 0.125 0\nvt 0.125 1\nvt 0.125 2\nvt 0.125 3\n"
-                                          "f 1/1/1 -3/2/1 3/3 # why\nf 1/1 3/3 4/4\n");
-}
-
-TEST_F(Obj, OtherGeometriesKeepTheirValuesUnderNewNumbers)
-{
-    EXPECT_EQ(writtenWithNewUVs(std::string(twoTriangles) + "vt 7 7\nvt 8.0 8\no a\nf 1/1 2/1 3/1\n"
-                                                            "o b\nf 1/2 3/-1 4/2\nl 1/1 2/2\n"),
-              std::string(twoTriangles) +
-                  "vt 7 7\nvt 8.0 8\no a\nvt 0.125 0\nvt 0.125 1\nvt 0.125 2\n"
-                  "f 1/3 2/4 3/5\no b\nf 1/2 3/-4 4/2\nl 1/1 2/2\n");
+    const std::string v = twoTriangles;
+    const struct
+    {
+        const char* name;
+        std::string before;
+        std::string after;
+    } cases[] = {
+        {"whatever stands between",
+         v + "vt 9 9 # old\nvn 0 0 1\no a\ns 1\nf 1/1/1 -3//1 3/1 # why\nf 1/1 3/1 4\n",
+         v + "vn 0 0 1\no a\ns 1\nvt 0.125 0\nvt 0.125 1\nvt 0.125 2\nvt 0.125 3\n"
+             "f 1/1/1 -3/2/1 3/3 # why\nf 1/1 3/3 4/4\n"},
+        {"other geometries keep their values under new numbers",
+         v + "vt 7 7\nvt 8.0 8\no a\nf 1/1 2/1 3/1\no b\nf 1/2 3/-1 4/2\nl 1/1 2/2\n",
+         v + "vt 7 7\nvt 8.0 8\no a\nvt 0.125 0\nvt 0.125 1\nvt 0.125 2\n"
+             "f 1/3 2/4 3/5\no b\nf 1/2 3/-4 4/2\nl 1/1 2/2\n"},
+        {"line ends stay", "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0 0\r\nf 1/1 2/1 3/1\r\n",
+         "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0.125 0\r\nvt 0.125 1\r\n"
+         "vt 0.125 2\r\nf 1/1 2/2 3/3\r\n"},
+        {"a polygon stays one", v + "vt .5 0.50\nf 1 2 3 4\n",
+         v + "vt .5 0.50\nvt 0.125 0\nvt 0.125 1\nvt 0.125 2\nvt 0.125 3\n"
+             "f 1/2 2/3 3/4 4/5\n"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(writtenWithNewUVs(c.before), c.after);
+    }
 }
 
 TEST_F(Obj, NewUVsAreTheSameToReadersOfEitherPrecision)
@@ -159,16 +170,8 @@ TEST_F(Obj, NewUVsAreTheSameToReadersOfEitherPrecision)
     EXPECT_EQ(std::stod(text.substr(text.find(' ', at))), static_cast<double>(0.1F));
 }
 
-TEST_F(Obj, WindowsLineEndsStay)
+TEST_F(Obj, PolygonUnderASeamIsCut)
 {
-    EXPECT_EQ(writtenWithNewUVs("v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0 0\r\nf 1/1 2/1 3/1\r\n"),
-              "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nvt 0.125 0\r\nvt 0.125 1\r\n"
-              "vt 0.125 2\r\nf 1/1 2/2 3/3\r\n");
-}
-
-TEST_F(Obj, PolygonStaysAPolygonUnlessUnderASeam)
-{
-    EXPECT_THAT(writtenWithNewUVs(oneQuad), HasSubstr("f 1/2 2/3 3/4 4/5\n"));
     Document document = read(oneQuad);
     const SlotValues uvs = ownValueForEachCorner(document.geometries[0]);
     EXPECT_EQ(writeSlot(document.geometries[0], 0, uvs), 1U);

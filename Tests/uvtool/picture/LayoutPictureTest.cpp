@@ -15,7 +15,6 @@
 
 #include <clocale>
 #include <limits>
-#include <set>
 
 namespace
 {
@@ -67,21 +66,6 @@ std::string textsIn(const std::string& svg)
     return texts;
 }
 
-/// n by n separate squares in the unit square, a gap of a fifth of their side between them.
-TestLayout squares(int n)
-{
-    TestLayout layout;
-    for (int row = 0; row < n; ++row)
-        for (int column = 0; column < n; ++column) {
-            const auto at = [n](int cell, float share) {
-                return (static_cast<float>(cell) + share) / static_cast<float>(n);
-            };
-            layout.addRectangle(row * n + column, {at(column, 0.1F), at(row, 0.1F)},
-                                {at(column, 0.9F), at(row, 0.9F)});
-        }
-    return layout;
-}
-
 TEST(LayoutPicture, ShowsIslandUnitSquareAndPage)
 {
     TestLayout layout;
@@ -112,7 +96,7 @@ TEST(LayoutPicture, MarksFlipsAndOverlaps)
     const std::string texts = textsIn(svgOf(layout));
     EXPECT_THAT(texts, HasSubstr("1 flipped triangle\n"));
     EXPECT_THAT(texts, HasSubstr("of the area overlaps\n"));
-    EXPECT_THAT(textsIn(svgOf(squares(3))), testing::Not(HasSubstr("overlaps")));
+    EXPECT_THAT(textsIn(svgOf(test::gridLayout(3))), testing::Not(HasSubstr("overlaps")));
 }
 
 TEST(LayoutPicture, NamesEfficiencyAndCounts)
@@ -160,21 +144,22 @@ TEST(LayoutPicture, SurvivesAnyLayout)
     constexpr float nan = std::numeric_limits<float>::quiet_NaN();
     constexpr float infinity = std::numeric_limits<float>::infinity();
     constexpr float largest = std::numeric_limits<float>::max();
-    TestLayout broken;
-    broken.addRectangle(0, {0, 0}, {nan, 1});
+    const auto rectangle = [](test::Point lo, test::Point hi, std::int32_t island = 0) {
+        TestLayout layout;
+        layout.addRectangle(island, lo, hi);
+        return layout;
+    };
+    TestLayout broken = rectangle({0, 0}, {nan, 1});
     broken.addRectangle(1, {0, 0}, {infinity, 1});
     broken.addRectangle(2, {0.2F, 0.2F}, {0.4F, 0.4F});
-    TestLayout huge;
-    huge.addRectangle(0, {-largest, -largest}, {largest, largest});
-    TestLayout point;
-    point.addRectangle(0, {1e6F, 1e6F}, {1e6F, 1e6F});
-    TestLayout tiny;
-    tiny.addRectangle(5, {1e-38F, 0}, {3e-38F, 1e-38F});
-    TestLayout line;
-    line.addRectangle(0, {3, 0}, {3, 100});
-    TestLayout leftOut;
-    leftOut.addRectangle(-1, {0, 0}, {1, 1});
-    for (const TestLayout& layout : {broken, huge, point, tiny, line, leftOut, TestLayout{}}) {
+    const TestLayout layouts[] = {broken,
+                                  rectangle({-largest, -largest}, {largest, largest}),
+                                  rectangle({1e6F, 1e6F}, {1e6F, 1e6F}),
+                                  rectangle({1e-38F, 0}, {3e-38F, 1e-38F}, 5),
+                                  rectangle({3, 0}, {3, 100}),
+                                  rectangle({0, 0}, {1, 1}, -1), // left out
+                                  TestLayout{}};
+    for (const TestLayout& layout : layouts) {
         for (const int size : {-1, 200, 700}) {
             EXPECT_FALSE(DrawnPicture(layout, {{}, {}, size}).image().isNull());
             const std::string svg = svgOf(layout, {"<&\"\xff", {}, size});
@@ -188,15 +173,16 @@ TEST(LayoutPicture, SurvivesAnyLayout)
 TEST(LayoutPicture, IsTheSameEveryTimeAndLeavesTheLocaleAlone)
 {
     const std::string before = std::setlocale(LC_ALL, nullptr);
-    EXPECT_EQ(svgOf(squares(5)), svgOf(squares(5)));
-    EXPECT_EQ(DrawnPicture(squares(5)).image(), DrawnPicture(squares(5)).image());
+    const TestLayout layout = test::gridLayout(5);
+    EXPECT_EQ(svgOf(layout), svgOf(layout));
+    EXPECT_EQ(DrawnPicture(layout).image(), DrawnPicture(layout).image());
     EXPECT_EQ(std::setlocale(LC_ALL, nullptr), before);
 }
 
 TEST(LayoutPicture, RefusesWhatItCannotWrite)
 {
     const TempFolder folder;
-    const TestLayout layout = squares(1);
+    const TestLayout layout = test::gridLayout(1);
     EXPECT_TRUE(isPictureFormat("a.PNG"));
     EXPECT_TRUE(isPictureFormat("a.svg"));
     for (const char* const name : {"picture.gif", "picture", "no/such/folder.png"}) {
