@@ -47,10 +47,12 @@ RC_GTEST_PROP(Orientation, IsExactAHairBesideALongLineAtEveryScale, ())
 
     const auto xScale = static_cast<int>(number(100));
     const auto yScale = static_cast<int>(number(100));
-    RC_ASSERT(orientation(scaled(hair, xScale - 36, yScale - 36),
-                          scaled({1000 * step.x, 1000 * step.y}, xScale, yScale),
-                          scaled({-900 * step.x, -900 * step.y}, xScale, yScale)) ==
-              (turn > 0) - (turn < 0));
+    const Point points[] = {scaled(hair, xScale - 36, yScale - 36),
+                            scaled({1000 * step.x, 1000 * step.y}, xScale, yScale),
+                            scaled({-900 * step.x, -900 * step.y}, xScale, yScale)};
+    for (std::size_t i = 0; i < 3; ++i)
+        RC_ASSERT(orientation(points[i], points[(i + 1) % 3], points[(i + 2) % 3]) ==
+                  (turn > 0) - (turn < 0));
 }
 
 /// True when all of `other` lies on the outer side of an edge of a counter-clockwise triangle.
