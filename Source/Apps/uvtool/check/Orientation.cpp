@@ -38,11 +38,12 @@ public:
                 _parts[kept++] = lost;
             sum = total;
         }
-        _parts[kept++] = sum;
+        if (sum != 0.0)
+            _parts[kept++] = sum;
         _size = kept;
     }
     /// The largest part outweighs all others together.
-    int signOfSum() const { return sign(_parts[_size - 1]); }
+    int signOfSum() const { return _size == 0 ? 0 : sign(_parts[_size - 1]); }
 
 private:
     std::array<double, 8> _parts{};
