@@ -1,7 +1,9 @@
 #include "UVUtils/RandomShells.h"
 
 #include "OpenSG/GeoProperty.h"
+#include "UVUtils/model/ActiveSurfaces.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -284,6 +286,26 @@ private:
     std::vector<Triangle> triangles_;
 };
 
+/// Is no edge, wherever it lies, of more than two triangles, and no triangle without area?
+bool isManifold(const osg::NodePtr& shell)
+{
+    using Place = std::array<float, 3>;
+    std::map<std::pair<Place, Place>, int> useOfEdge;
+    for (const ActiveSurface& surface : activeSurfaces(shell)) {
+        const Ids ids = surface.geometry->getIndices()->getValues();
+        const auto placeOf = [&](std::size_t i) -> Place {
+            const osg::Pnt3f p = surface.geometry->getPositions()->getValue(ids[i]);
+            return {p[0], p[1], p[2]};
+        };
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            const auto edge = std::minmax({placeOf(i), placeOf(i % 3 == 2 ? i - 2 : i + 1)});
+            if (edge.first == edge.second || ++useOfEdge[edge] > 2)
+                return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 osg::RefPtr<osg::Node> randomShell(std::uint32_t seed, kyUVTypes::UVSet slot,
@@ -296,4 +318,14 @@ osg::RefPtr<osg::Node> randomPlain(std::uint32_t seed, kyUVTypes::UVSet slot,
                                    const ShellTraits& traits)
 {
     return Maker(seed, slot, traits).plain();
+}
+
+osg::RefPtr<osg::Node> randomManifoldShell(std::uint32_t seed)
+{
+    ShellTraits traits;
+    traits.nearlyEqual = traits.extraSheets = false;
+    auto shell = randomShell(seed, kyUVTypes::UVSet0, traits);
+    while (!isManifold(shell))
+        shell = randomShell(++seed, kyUVTypes::UVSet0, traits);
+    return shell;
 }

@@ -39,3 +39,8 @@ osg::RefPtr<osg::Node> randomShell(std::uint32_t seed, kyUVTypes::UVSet slot = k
 /// The whole surface as one plain geometry instead.
 osg::RefPtr<osg::Node> randomPlain(std::uint32_t seed, kyUVTypes::UVSet slot = kyUVTypes::UVSet0,
                                    const ShellTraits& traits = {});
+
+/// A shell that is regular all over: no edge, wherever it lies, is one of more than two triangles,
+/// none has no area, and no two vertices nearly meet. Of three triangles at an edge, a build would
+/// weld the two that are left when one is lifted.
+osg::RefPtr<osg::Node> randomManifoldShell(std::uint32_t seed);

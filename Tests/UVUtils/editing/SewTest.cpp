@@ -133,4 +133,17 @@ RC_GTEST_PROP(Sew, MergesWhatLiesInOnePlaceAndKeepsTheRest, ())
     }
 }
 
+RC_GTEST_PROP(Sew, LeavesTheMeshThatAFreshBuildWouldMake, ())
+{
+    const auto seed = *rc::gen::arbitrary<std::uint32_t>();
+    Random random(seed);
+    const auto shell = randomManifoldShell(seed);
+    const Ids borders = bordersOf(shell);
+    RC_PRE(!borders.empty());
+    setList(shell, kyUVTypes::SelectedEdges, somePairs(borders, borders.back(), random));
+    kyTopologyBridge bridge;
+    kyUVUtils::sewAlongEdges(coreOf(shell), shell, UVSet0, &bridge);
+    steps::expectSameAsFreshBuild(shell);
+}
+
 } // namespace
