@@ -58,6 +58,15 @@ TEST(CommandLine, WrongUsageIsOneLineThatSaysWhy)
         {{"pack", in, "-o", out, "--tiles", "2x"}, "2x"},
         {{"pack", in, "-o", out, "--tiles", "1x1001"}, "1x1001"},
         {{"pack", in, "-o", out, "--box", "0", "0", "1", "0"}, "--box"},
+        {{"cut", in, "-o", out}, "[--angle,--edges]"},
+        {{"cut", in, "-o", out, "--angle", "40", "--edges", in}, "[--angle,--edges]"},
+        {{"cut", in, "-o", out, "--angle", "181"}, "\"181\" is no number from 0 to 180"},
+        {{"cut", in, "-o", out, "--edges", in}, "--geometry"},
+        {{"sew", in, "-o", out, "--all", "--edges", in}, "--all"},
+        {{"sew", in, "-o", out, "--edges", in, "--match-uvs"}, "--match-uvs"},
+        {{"sew", in, "-o", out, "--selected-by-seeds", "1,x"}, "\"x\" is no whole number"},
+        {{"sew", in, "-o", out, "--selected-by-seeds", "1"}, "--geometry"},
+        {{"sew", in, "-o", out, "--shell", "--selected-by-seeds", "8"}, "no vertex 8"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.arguments));

@@ -3,6 +3,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/NumberRange.h"
 #include "cli/PackArguments.h"
+#include "cli/SeamArguments.h"
 #include "document/Format.h"
 #include "picture/LayoutPicture.h"
 
@@ -63,7 +64,7 @@ void addUnfoldOptions(CLI::App& command, UnfoldOptions& unfold)
 void checkTogether(const Options& options)
 {
     const auto refuse = [](const std::string& why) { throw CommandError(WrongUsage, why); };
-    if (options.common.shell && options.writesMesh())
+    if (options.common.shell && options.callsSolver())
         refuse(
             "--shell: shells are not supported; leave it out to work on each geometry by itself");
     if (!options.common.picture.empty() && !isPictureFormat(options.common.picture))
@@ -124,6 +125,16 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     addCommonOptions(*pack, options.common);
     addOutput(*pack, options.output);
     addPackOptions(*pack, options.pack);
+    CLI::App* const cut =
+        app.add_subcommand("cut", "Cuts the UVs of the meshes of a file open along edges");
+    addCommonOptions(*cut, options.common);
+    addOutput(*cut, options.output);
+    addCutOptions(*cut, options.cut, options.seams);
+    CLI::App* const sew =
+        app.add_subcommand("sew", "Sews UV islands together where their borders meet in space");
+    addCommonOptions(*sew, options.common);
+    addOutput(*sew, options.output);
+    addSewOptions(*sew, options.sew, options.seams);
 
     checkCommand(app, arguments);
     try {
@@ -141,6 +152,8 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     options.command = unfold->parsed()    ? Options::Unfold
                       : pack->parsed()    ? Options::Pack
                       : islands->parsed() ? Options::Islands
+                      : cut->parsed()     ? Options::Cut
+                      : sew->parsed()     ? Options::Sew
                                           : Options::Info;
     checkTogether(options);
     return options;

@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace uvtool
 {
@@ -51,6 +52,26 @@ struct UnfoldOptions
     bool pack = true;
 };
 
+/// What the commands that make and close seams have in common.
+struct SeamOptions
+{
+    std::optional<std::filesystem::path> edges; ///< a file of vertex pairs
+    bool undoCheck = false;                     ///< undo, redo and compare
+};
+
+struct CutOptions
+{
+    std::optional<double> angle; ///< cut the edges that bend by more degrees
+};
+
+/// Without edges and seeds all islands are sewn.
+struct SewOptions
+{
+    std::vector<unsigned int> seeds; ///< a vertex of each island to sew
+    bool otherIslandOnly = false;
+    bool matchUVs = false;
+};
+
 struct IslandsOptions
 {
     bool list = false; ///< tell the seeds as well
@@ -64,7 +85,9 @@ struct Options
         Info,
         Islands,
         Unfold,
-        Pack
+        Pack,
+        Cut,
+        Sew
     };
 
     Command command = Info;
@@ -73,8 +96,12 @@ struct Options
     IslandsOptions islands;
     UnfoldOptions unfold;
     PackOptions pack;
+    SeamOptions seams;
+    CutOptions cut;
+    SewOptions sew;
 
-    bool writesMesh() const { return command == Unfold || command == Pack; }
+    bool writesMesh() const { return command != Info && command != Islands; }
+    bool callsSolver() const { return command == Unfold || command == Pack; }
 };
 
 /// Reads a command line without the program's name. Empty when it only asked for help or the

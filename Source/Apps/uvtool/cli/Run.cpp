@@ -26,6 +26,10 @@ ExitStatus perform(const Options& options, Console& console)
         return runUnfold(options, console);
     case Options::Pack:
         return runPack(options, console);
+    case Options::Cut:
+        return runCut(options, console);
+    case Options::Sew:
+        return runSew(options, console);
     }
     return WrongUsage;
 }

@@ -14,5 +14,7 @@ ExitStatus runInfo(const Options& options, Console& console);
 ExitStatus runIslands(const Options& options, Console& console);
 ExitStatus runUnfold(const Options& options, Console& console);
 ExitStatus runPack(const Options& options, Console& console);
+ExitStatus runCut(const Options& options, Console& console);
+ExitStatus runSew(const Options& options, Console& console);
 
 } // namespace uvtool

@@ -2,8 +2,6 @@
 
 #include "cli/ExitStatus.h"
 #include "document/Format.h"
-#include "report/Remarks.h"
-#include "report/TextReport.h"
 #include "solver/PackParts.h"
 #include "solver/RoundingRepair.h"
 #include "solver/WriteBack.h"
@@ -159,16 +157,6 @@ void LayoutWork::check(LayoutDemands demands)
     if (!lacks.empty())
         throw CommandError(Unsound,
                            "the result failed its check, nothing was written: it has " + lacks);
-}
-
-void tellResult(Task& task)
-{
-    for (const std::string& remark : remarksOn(task.report))
-        task.console.warning(remark);
-    if (task.options.common.json)
-        return;
-    for (const std::string& line : textOfResult(task.report))
-        task.console.note(line);
 }
 
 } // namespace uvtool

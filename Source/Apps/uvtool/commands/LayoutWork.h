@@ -50,8 +50,4 @@ private:
     DocumentLayout layout_; ///< of all parts, as it stands in the document
 };
 
-/// Prints what there is to know about the geometries of a finished command, and, where the report
-/// isn't printed as JSON, what the result is like.
-void tellResult(Task& task);
-
 } // namespace uvtool

@@ -5,6 +5,8 @@
 #include "document/OutputFile.h"
 #include "picture/LayoutPicture.h"
 #include "report/JsonReport.h"
+#include "report/Remarks.h"
+#include "report/TextReport.h"
 
 #include <numeric>
 
@@ -125,6 +127,16 @@ void Task::printJson() const
     console.out() << jsonReport(report) << std::flush;
     if (!console.out())
         throw CommandError(Unwritable, "standard output: the report cannot be written");
+}
+
+void tellResult(Task& task)
+{
+    for (const std::string& remark : remarksOn(task.report))
+        task.console.warning(remark);
+    if (task.options.common.json)
+        return;
+    for (const std::string& line : textOfResult(task.report))
+        task.console.note(line);
 }
 
 } // namespace uvtool

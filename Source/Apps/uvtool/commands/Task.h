@@ -71,4 +71,8 @@ private:
     double stageShare_ = 0.0;
 };
 
+/// Prints what there is to know about the geometries of a command that has changed UVs, and, where
+/// the report isn't printed as JSON, what the result is like.
+void tellResult(Task& task);
+
 } // namespace uvtool

@@ -106,6 +106,27 @@ void addSolverMesh(Json& json, const SolverMeshReport& mesh)
     json["detachedTriangles"] = mesh.sheets.detachedTriangles;
 }
 
+/// How a seam command left a geometry, and how it came to that.
+void addSeams(Json& json, const GeometryReport& geometry, const Report& report)
+{
+    const SeamReport& seams = *geometry.seams;
+    json["edges"] = {{"used", seams.usedEdges},
+                     {"unchanged", seams.unchangedEdges},
+                     {"passedOver", seams.edgesPassedOver},
+                     {"notInMesh", seams.edgesNotInMesh}};
+    if (report.command == "cut")
+        json["surfacesWithoutUVs"] = seams.surfacesWithoutUVs;
+    json["undoChecked"] = seams.isUndoChecked;
+    if (!geometry.result)
+        return;
+    json["after"] = {{"vertices", seams.vertices},
+                     {"compactVertices", seams.compactVertices},
+                     {"newVertices", static_cast<std::int64_t>(seams.compactVertices) -
+                                         static_cast<std::int64_t>(*geometry.compactVertices)},
+                     {"islands", seams.islands},
+                     {"borderEdges", seams.borderEdges}};
+}
+
 Json geometryJson(const GeometryReport& geometry, const Report& report)
 {
     Json json;
@@ -126,10 +147,14 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
     json["closedIslands"] = islandsJson(geometry.closedIslands);
     if (geometry.islandList)
         json["islandList"] = islandListJson(*geometry.islandList, report.listsSeeds);
+    if (geometry.seams)
+        addSeams(json, geometry, report);
     if (geometry.result) {
         json["result"] = wordFor(*geometry.result);
-        json["islandsDone"] = geometry.islandsDone;
-        json["keptIslands"] = islandsJson(geometry.keptIslands);
+        if (!geometry.seams) {
+            json["islandsDone"] = geometry.islandsDone;
+            json["keptIslands"] = islandsJson(geometry.keptIslands);
+        }
         json["splitPolygons"] = geometry.splitPolygons;
         json["seconds"] = geometry.seconds;
     }

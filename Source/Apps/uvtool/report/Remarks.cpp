@@ -116,6 +116,32 @@ void addMeshes(const Report& report, Remarks& remarks)
         "polygons are crossed by a seam and written as their triangles");
 }
 
+/// Edges that a seam command could do nothing with.
+void addSeams(const Report& report, Remarks& remarks)
+{
+    const auto tallyOfSeams = [&report](std::size_t SeamReport::*count) {
+        return tallyOf(report, [count](const GeometryReport& geometry) {
+            return geometry.seams ? *geometry.seams.*count : std::size_t{0};
+        });
+    };
+    const bool isCut = report.command == "cut";
+    remarks.add(tallyOfSeams(&SeamReport::edgesNotInMesh),
+                "pair of vertices is no edge of the mesh",
+                "pairs of vertices are no edges of the mesh");
+    remarks.add(tallyOfSeams(&SeamReport::edgesPassedOver),
+                isCut ? "edge is a border already" : "edge is no border",
+                isCut ? "edges are borders already" : "edges are no borders");
+    remarks.add(tallyOfSeams(&SeamReport::unchangedEdges),
+                isCut ? "edge stays closed; a cut opens from a border, or where edges to cut meet"
+                      : "edge stays open",
+                isCut ? "edges stay closed; a cut opens from a border, or where edges to cut meet"
+                      : "edges stay open");
+    remarks.add(tallyOfSeams(&SeamReport::surfacesWithoutUVs),
+                "surface had no UVs, its positions stand in for them; uvtool unfold makes a layout",
+                "surfaces had no UVs, their positions stand in for them; uvtool unfold makes a "
+                "layout");
+}
+
 /// The same warning about several geometries is one line.
 void addWarnings(const Report& report, Remarks& remarks)
 {
@@ -132,13 +158,20 @@ void addWarnings(const Report& report, Remarks& remarks)
         remarks.lines.push_back(listOf(placesOfWarning[warning]) + ": " + warning);
 }
 
+/// Other commands list or edit islands as they are, closed ones too.
+bool isAboutLayouts(const Report& report)
+{
+    return report.command == "info" || report.command == "unfold" || report.command == "pack";
+}
+
 } // namespace
 
 std::vector<std::string> remarksOn(const Report& report)
 {
     Remarks remarks;
-    if (report.command != "islands")
+    if (isAboutLayouts(report))
         addIslands(report, remarks);
+    addSeams(report, remarks);
     addMeshes(report, remarks);
     addWarnings(report, remarks);
     return std::move(remarks.lines);

@@ -31,6 +31,23 @@ struct KeptIsland
     std::size_t firstTriangle; ///< of the geometry
 };
 
+/// What a command did to the seams of a geometry, and what that has made of it.
+struct SeamReport
+{
+    std::size_t edgesNotInMesh = 0;  ///< named by vertices that no triangle side joins
+    std::size_t edgesPassedOver = 0; ///< named, but open already, or to be sewn and not open
+    std::size_t usedEdges = 0;
+    std::size_t unchangedEdges = 0; ///< of the used ones
+    std::size_t surfacesWithoutUVs = 0;
+    bool isUndoChecked = false;
+
+    // Afterwards.
+    std::size_t vertices = 0;
+    std::size_t compactVertices = 0;
+    std::size_t islands = 0;
+    std::size_t borderEdges = 0;
+};
+
 struct GeometryReport
 {
     std::size_t number = 0; ///< as --geometry counts
@@ -50,10 +67,12 @@ struct GeometryReport
     std::optional<CheckReport> check;
     std::optional<std::vector<SceneIslands::Island>> islandList; ///< of a command about islands
 
-    std::optional<Outcome> result; ///< of commands that call the solver; empty if not reached
+    std::optional<SeamReport> seams; ///< of commands that make or close some
+
+    std::optional<Outcome> result; ///< of commands that change UVs; empty if not reached
     std::size_t islandsDone = 0;   ///< that got new UVs
     std::size_t splitPolygons = 0; ///< written as their triangles, for a seam crosses them
-    double seconds = 0.0;          ///< in the solver, without the packing
+    double seconds = 0.0;          ///< in the library, without the packing
     std::vector<std::string> warnings;
 };
 

@@ -134,6 +134,35 @@ std::string lineOnFaults(const CheckReport& check)
     return faults.empty() ? "no flipped triangle, no overlap" : faults;
 }
 
+/// "288" or "288, now 304".
+std::string change(std::size_t before, std::size_t after)
+{
+    return std::to_string(before) + (before == after ? "" : ", now " + std::to_string(after));
+}
+
+/// What a seam command did to all geometries together, with the counts before and after.
+std::string lineOnSeams(const Report& report)
+{
+    SeamReport done;
+    GeometryReport before;
+    std::size_t compactVertices = 0;
+    for (const GeometryReport& geometry : report.geometries) {
+        done.usedEdges += geometry.seams->usedEdges;
+        done.unchangedEdges += geometry.seams->unchangedEdges;
+        done.compactVertices += geometry.seams->compactVertices;
+        done.islands += geometry.seams->islands;
+        done.borderEdges += geometry.seams->borderEdges;
+        before.islands += geometry.islands;
+        before.borderEdges += geometry.borderEdges;
+        compactVertices += geometry.compactVertices.value_or(0);
+    }
+    return counted(done.usedEdges - done.unchangedEdges, "edge ", "edges ") +
+           (report.command == "cut" ? "cut" : "sewn") +
+           "; islands: " + change(before.islands, done.islands) +
+           "; border edges: " + change(before.borderEdges, done.borderEdges) +
+           "; vertices in UV: " + change(compactVertices, done.compactVertices);
+}
+
 std::string lineOnTime(const Report& report)
 {
     std::string stages;
@@ -174,6 +203,8 @@ std::vector<std::string> textOfIslands(const Report& report)
 std::vector<std::string> textOfResult(const Report& report)
 {
     std::vector<std::string> lines;
+    if (!report.geometries.empty() && report.geometries.front().seams)
+        lines.push_back(lineOnSeams(report));
     if (report.check) {
         lines.push_back(lineOnLayout(report.check->found, report.texelsPerUnit) + ", " +
                         lineOnFaults(*report.check));

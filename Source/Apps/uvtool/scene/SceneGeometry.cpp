@@ -112,6 +112,16 @@ SceneGeometry makeScene(const Document& document, std::span<const std::size_t> n
 
 } // namespace
 
+void SceneGeometry::forEachSurface(const std::function<void(const osg::GeometryPtr&)>& use) const
+{
+    for (std::size_t i = 0; i < surfaces.size(); ++i) {
+        if (!surfaces[i].fault.empty())
+            continue;
+        const osg::NodePtr surface = isShell ? node->getChild(static_cast<unsigned int>(i)) : node;
+        use(osg::dcast<osg::Geometry>(surface->getCore()));
+    }
+}
+
 SceneGeometry makePlainScene(const Document& document, std::size_t number, std::size_t slot)
 {
     return makeScene(document, std::span(&number, 1), slot, false);

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -44,6 +45,8 @@ struct SceneGeometry
 
     std::size_t triangleCount() const { return sourceOfTriangle.size(); }
     osg::GeometryPtr core() const { return osg::dcast<osg::Geometry>(node->getCore()); }
+    /// The cores of the surfaces without a fault, one after the other.
+    void forEachSurface(const std::function<void(const osg::GeometryPtr&)>& use) const;
 };
 
 /// A geometry of the document by itself.

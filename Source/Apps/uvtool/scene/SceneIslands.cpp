@@ -1,6 +1,6 @@
 #include "scene/SceneIslands.h"
 
-#include "mesh/EdgeGroups.h"
+#include "scene/SceneEdges.h"
 #include "solver/LibraryScope.h"
 
 #include "UVUtils/compactmesh/CompactShellMesh.h"
@@ -52,14 +52,10 @@ void labelTriangles(const SceneGeometry& scene, const std::vector<std::uint32_t>
 /// Edges of triangles that name a compact vertex twice are passed over, as everywhere in the tool.
 void countBorders(const SceneGeometry& scene, SceneIslands& found)
 {
-    std::vector<std::uint32_t> triangles;
-    triangles.reserve(scene.triangles.size());
-    for (const std::uint32_t vertex : scene.triangles)
-        triangles.push_back(found.compactOfVertex[vertex]);
-    const EdgeGroups edges(triangles, found.compactVertices);
+    const SceneEdges edges(scene, found.compactOfVertex, found.compactVertices);
     for (std::size_t e = 0; e < edges.size(); ++e)
-        if (edges[e].size() == 1) {
-            const std::int32_t island = found.islandOfTriangle[edges[e].front() / 3];
+        if (edges.isBorder(e)) {
+            const std::int32_t island = found.islandOfTriangle[edges.sides(e).front() / 3];
             ++found.islands[static_cast<std::size_t>(island)].borderEdges;
             ++found.borderEdges;
         }

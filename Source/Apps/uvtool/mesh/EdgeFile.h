@@ -1,0 +1,22 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+namespace uvtool
+{
+
+/// A pair of vertices, by their ids of the command line, the lower one first.
+using VertexPair = std::array<std::uint32_t, 2>;
+
+/// Reads a file of edges: two vertex ids a line, blanks or tabs between them. Blank lines and what
+/// stands behind a `#` are passed over.
+///
+/// Returns the pairs ascending, each once. A FileError of kind Read names the line that isn't like
+/// that, or holds an id that isn't below vertexCount.
+std::vector<VertexPair> readEdgeFile(const std::filesystem::path& path, std::size_t vertexCount);
+
+} // namespace uvtool
