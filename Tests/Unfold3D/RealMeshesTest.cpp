@@ -1,5 +1,4 @@
 #include "LayoutChecks.h"
-#include "ObjSurface.h"
 #include "PackChecks.h"
 #include "PackRun.h"
 #include "Surfaces.h"
@@ -10,14 +9,67 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <map>
+#include <sstream>
+#include <string>
 
 using namespace unfold3d;
 using patchwork::Layout;
 
 namespace
 {
+
+/// The triangles of an OBJ file, polygons as fans, with a vertex for each pair of position and UV.
+/// Polygons without UVs are left out, unless the whole file is without.
+struct ObjSurface
+{
+    IslandMesh mesh;
+    std::vector<Vec2> uvs;
+};
+
+ObjSurface readObj(const std::filesystem::path& path)
+{
+    ObjSurface surface;
+    std::ifstream file(path);
+    std::vector<Vec3> points;
+    std::vector<Vec2> places{{0.0, 0.0}};
+    std::map<std::pair<int, int>, int> vertexOf;
+    for (std::string row; std::getline(file, row);) {
+        std::istringstream words(row);
+        std::string word;
+        words >> word;
+        if (word == "v") {
+            Vec3& p = points.emplace_back();
+            words >> p.x >> p.y >> p.z;
+        } else if (word == "vt") {
+            Vec2& p = places.emplace_back();
+            words >> p.x >> p.y;
+        } else if (word == "f") {
+            std::vector<int> corners;
+            while (words >> word) {
+                int point = 0;
+                int uv = 0;
+                std::sscanf(word.c_str(), "%d/%d", &point, &uv);
+                if (uv == 0 && places.size() > 1)
+                    break;
+                const auto [at, isNew] =
+                    vertexOf.try_emplace({point, uv}, surface.mesh.vertexCount());
+                if (isNew) {
+                    surface.mesh.positions.push_back(
+                        points.at(static_cast<std::size_t>(point - 1)));
+                    surface.uvs.push_back(places.at(static_cast<std::size_t>(uv)));
+                }
+                corners.push_back(at->second);
+            }
+            for (std::size_t i = 2; i < corners.size(); ++i)
+                surface.mesh.triangles.push_back({corners[0], corners[i - 1], corners[i]});
+        }
+    }
+    return surface;
+}
 
 /// Tests on meshes that stand in a folder.
 class RealMeshes : public testing::Test
@@ -30,7 +82,7 @@ protected:
     }
     IslandMesh readSurface(const char* file) const
     {
-        return surfaces::normalised(ObjSurface(folder / file).mesh);
+        return surfaces::normalised(readObj(folder / file).mesh);
     }
     static FlattenResult flattened(const IslandMesh& mesh, const FlattenOptions& options = {})
     {
@@ -99,7 +151,7 @@ TEST_F(RealMeshes, AWholeScanOpensOverASmallHole)
 /// A layout whose patches are the triangles that share vertices.
 Layout readLayout(const std::filesystem::path& path)
 {
-    const ObjSurface surface(path);
+    const ObjSurface surface = readObj(path);
     Layout layout;
     layout.mesh = surface.mesh;
     layout.uvs = surface.uvs;

@@ -29,7 +29,6 @@ DocumentGeometry geometryOf(const std::string& text)
 ///   1---2 7---5
 const std::string squares = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n"
                             "v 2 0 0\nv 2 1 0\nv 1 0 0\nv 1 1 0\n";
-const std::string tetrahedron = "f 1 3 2\nf 1 2 4\nf 2 3 4\nf 3 1 4\n";
 
 TEST(SolverMesh, CornersAreOneVertexWherePositionAndUVAgree)
 {
@@ -84,56 +83,39 @@ TEST(SolverMesh, LeavesOutTrianglesThatNoSolverCanUse)
     EXPECT_EQ(mapped.report.unmappedTriangles, 1U);
 }
 
-TEST(SolverMesh, SheetsLetGoOfEachOther)
+TEST(SolverMesh, SheetsLetGoOfEachOtherAndClosedPartsOfOpenOnesThatTheyTouch)
 {
-    const std::string corners = "v 0 0 0\nv 0 1 0\nv 1 0 0\nv -1 0 0\nv 0 0 1\nv 0 0 -1\n";
+    const std::string corners = "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\nv -1 0 0\nv 0 -1 0\nv 5 0 0\n";
+    const std::string tetrahedron = "f 1 3 2\nf 1 2 4\nf 2 3 4\nf 3 1 4\n";
+    using IsClosed = std::vector<char>;
     struct Case
     {
         const char* name;
         std::string faces;
-        std::size_t islands;
+        IsClosed isClosed; ///< of each island
         std::size_t separatedEdges;
         std::size_t doubledTriangles;
     };
     const Case cases[] = {
-        {"two triangles", "f 1 2 3\nf 2 1 4\n", 1, 0, 0},
-        {"three at an edge", "f 1 2 3\nf 2 1 4\nf 1 2 5\n", 3, 1, 0},
-        {"four at an edge", "f 1 2 3\nf 2 1 4\nf 1 2 5\nf 2 1 6\n", 4, 1, 0},
-        {"two that wind differently", "f 1 2 3\nf 1 2 4\n", 2, 1, 0},
-        {"the same twice", "f 1 2 3\nf 1 2 3\n", 2, 3, 1},
-        {"front and back", "f 1 2 3\nf 1 3 2\n", 2, 3, 1},
-        {"a sheet with a back", "f 1 2 3\nf 2 1 4\nf 1 3 2\nf 2 4 1\n", 2, 5, 2},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const Survey survey = surveyGeometry(geometryOf(corners + c.faces), 0, WithoutUVs);
-        EXPECT_EQ(survey.islands.count(), c.islands);
-        EXPECT_EQ(survey.report.sheets.separatedEdges, c.separatedEdges);
-        EXPECT_EQ(survey.report.sheets.doubledTriangles, c.doubledTriangles);
-        EXPECT_EQ(survey.islands.sharedEdges, 0U);
-    }
-}
-
-TEST(SolverMesh, ClosedPartsDontHoldOpenOnesThatTheyTouch)
-{
-    const std::string corners = "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\nv -1 0 0\nv 0 -1 0\n"
-                                "v 5 0 0\nv 0 5 0\n";
-    struct Case
-    {
-        const char* name;
-        std::string faces;
-        std::vector<char> isClosed;
-    };
-    const Case cases[] = {
-        {"a tetrahedron", tetrahedron, {1}},
-        {"a triangle at its corner", tetrahedron + "f 1 5 6\n", {1, 0}},
-        {"two triangles that touch in a corner stay one island", "f 1 2 3\nf 1 5 6\n", {0}},
-        {"a triangle between two corners of it", "f 1 2 7\n" + tetrahedron, {0, 1}},
+        {"two triangles", "f 1 3 2\nf 3 1 5\n", {0}, 0, 0},
+        {"three at an edge", "f 1 3 2\nf 3 1 5\nf 1 3 4\n", IsClosed(3), 1, 0},
+        {"four at an edge", "f 1 3 2\nf 3 1 5\nf 1 3 4\nf 3 1 7\n", IsClosed(4), 1, 0},
+        {"two that wind differently", "f 1 3 2\nf 1 3 5\n", IsClosed(2), 1, 0},
+        {"the same twice", "f 1 3 2\nf 1 3 2\n", IsClosed(2), 3, 1},
+        {"front and back", "f 1 3 2\nf 1 2 3\n", IsClosed(2), 3, 1},
+        {"a sheet with a back", "f 1 3 2\nf 3 1 5\nf 1 2 3\nf 3 5 1\n", IsClosed(2), 5, 2},
+        {"a tetrahedron", tetrahedron, {1}, 0, 0},
+        {"a triangle at its corner", tetrahedron + "f 1 5 6\n", {1, 0}, 0, 0},
+        {"two triangles that touch in a corner", "f 1 2 3\nf 1 5 6\n", {0}, 0, 0},
+        {"a triangle between two of its corners", "f 1 2 7\n" + tetrahedron, {0, 1}, 1, 0},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         const Survey survey = surveyGeometry(geometryOf(corners + c.faces), 0, WithoutUVs);
         EXPECT_EQ(survey.islands.isClosed, c.isClosed);
+        EXPECT_EQ(survey.report.sheets.separatedEdges, c.separatedEdges);
+        EXPECT_EQ(survey.report.sheets.doubledTriangles, c.doubledTriangles);
+        EXPECT_EQ(survey.islands.sharedEdges, 0U);
     }
 }
 
