@@ -224,6 +224,17 @@ public:
                               kyUVTypes::UVSet uvSet, bool otherIslandOnly, bool matchUVs,
                               kyTopologyBridge* bridge);
 
+    // Undoable seams. Each puts one command a node onto kyUndoStack::get(0), also where nothing was
+    // to be done; nodes without a geometry are passed over. All temporary lists of the geometry are
+    // null afterwards. An undo brings back the UVs of the slot, the selected islands, vertices and
+    // edges, and what the operation changed in other vertex properties, indices and constraints.
+    // The command keeps the UVs and indices of both states.
+
+    /// cutAlongEdges for each node.
+    static void cutAlongEdgesUndo(std::vector<osg::NodePtr> nodes, kyUVTypes::UVSet uvSet);
+    /// sewAlongEdges for each node.
+    static void sewAlongEdgesUndo(std::vector<osg::NodePtr> nodes, kyUVTypes::UVSet uvSet);
+
     // UV values. A slot holds UVs when its property is of the kind GeoTexCoords2f; one of another
     // kind counts as absent here, but for hasUVSet and getLocalUVCount. Three views of them:
     //

@@ -45,6 +45,9 @@ void runUndoably(const std::vector<osg::NodePtr>& nodes, kyUVTypes::UVSet set, O
 
 } // namespace
 
+// The lists of nodes are copies: callbacks of the application run while we walk through them.
+// NOLINTBEGIN(performance-unnecessary-value-param)
+
 void kyUVUtils::cutAlongEdgesUndo(std::vector<osg::NodePtr> nodes, kyUVTypes::UVSet uvSet)
 {
     runUndoably(nodes, uvSet, cutAlongEdges);
@@ -54,3 +57,5 @@ void kyUVUtils::sewAlongEdgesUndo(std::vector<osg::NodePtr> nodes, kyUVTypes::UV
 {
     runUndoably(nodes, uvSet, sewAlongEdges);
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
