@@ -63,8 +63,9 @@ void apply(const SceneGeometry& scene, kyUVTypes::UVSet set, const SeamOperation
     }
 }
 
-/// What the undoable forms of the library do, for any operation.
-void runAsCommand(const SceneGeometry& scene, kyUVTypes::UVSet set, const SeamOperation& operation)
+/// The library has undoable forms for edges only; this is what they do, for islands.
+void sewIslandsUndo(const SceneGeometry& scene, kyUVTypes::UVSet set,
+                    const SeamOperation& operation)
 {
     const osg::GeometryPtr core = scene.core();
     auto command =
@@ -84,7 +85,13 @@ void runAsCommand(const SceneGeometry& scene, kyUVTypes::UVSet set, const SeamOp
 void applyAsUndoStep(const SceneGeometry& scene, kyUVTypes::UVSet set,
                      const SeamOperation& operation)
 {
-    runAsCommand(scene, set, operation);
+    const osg::NodePtr node = scene.node;
+    if (operation.kind == SeamOperation::CutEdges)
+        kyUVUtils::cutAlongEdgesUndo({node}, set);
+    else if (operation.kind == SeamOperation::SewEdges)
+        kyUVUtils::sewAlongEdgesUndo({node}, set);
+    else
+        sewIslandsUndo(scene, set, operation);
 }
 
 } // namespace
