@@ -65,6 +65,8 @@ public:
     [[nodiscard]] std::span<const Element> values() const { return _elements; }
     /// Puts a whole array in the place of the old one, without a copy.
     void takeValues(std::vector<Element> elements) { _elements = std::move(elements); }
+    /// Takes the whole array out, without a copy: the property is empty then.
+    std::vector<Element> releaseValues() { return std::exchange(_elements, {}); }
 
     [[nodiscard]] Value getValue(unsigned i) const override;
     void setValue(const Value& value, unsigned i) override;

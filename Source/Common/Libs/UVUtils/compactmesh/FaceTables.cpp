@@ -1,5 +1,7 @@
 #include "UVUtils/compactmesh/FaceTables.h"
 
+#include "UVUtils/compactmesh/FaceTablesUpdate.h"
+#include "UVUtils/compactmesh/SortedCorners.h"
 #include "UVUtils/model/Buckets.h"
 #include "UVUtils/model/Prefetch.h"
 #include "UVUtils/model/SortFew.h"
@@ -8,9 +10,7 @@
 #include <array>
 #include <compare>
 #include <cstdint>
-
-// Branches on the order of three corners are a toss-up, so that sorting them goes by minimum and
-// maximum throughout.
+#include <utility>
 
 namespace
 {
@@ -20,7 +20,7 @@ struct SortedFace
 {
     unsigned int second, third; ///< compact ids
     unsigned int triangle;      ///< in surface order
-    unsigned int corners;       ///< which corner each of the sorted ids is of; see cornerOf
+    unsigned int corners;       ///< which corner each of the sorted ids is of; see SortedCorners
     friend auto operator<=>(const SortedFace&, const SortedFace&) = default;
 };
 
@@ -34,45 +34,15 @@ struct SortedOffset
 
 using FaceBuckets = Buckets<SortedFace>;
 
-/// A compact id above, the number of its corner below: sorting by it keeps the two together.
-using IdOfCorner = std::uint64_t;
-
-unsigned int idOf(IdOfCorner value)
-{
-    return static_cast<unsigned int>(value >> 2U);
-}
-
-/// The corner that sorted id i is of.
-unsigned int cornerOf(unsigned int corners, unsigned int i)
-{
-    return (corners >> (2 * i)) & 3U;
-}
-
-void sortThree(std::array<IdOfCorner, 3>& ids)
-{
-    const auto sortTwo = [&](std::size_t a, std::size_t b) {
-        const IdOfCorner low = std::min(ids[a], ids[b]);
-        ids[b] = std::max(ids[a], ids[b]);
-        ids[a] = low;
-    };
-    sortTwo(0, 1);
-    sortTwo(1, 2);
-    sortTwo(0, 1);
-}
-
 /// The triangles by their lowest compact id, in order there.
 FaceBuckets sortFaces(std::span<const unsigned int> trianglesC, unsigned int compactCount)
 {
     const auto triangleCount = static_cast<unsigned int>(trianglesC.size() / 3);
     FaceBuckets faces(compactCount, [&](const auto& add) {
         for (unsigned int t = 0; t < triangleCount; ++t) {
-            std::array<IdOfCorner, 3> ids;
-            for (std::size_t i = 0; i < 3; ++i)
-                ids[i] = (IdOfCorner{trianglesC[3 * std::size_t{t} + i]} << 2U) | i;
-            sortThree(ids);
-            const auto corners = static_cast<unsigned int>((ids[0] & 3U) | (ids[1] & 3U) << 2U |
-                                                           (ids[2] & 3U) << 4U);
-            add(idOf(ids[0]), SortedFace{idOf(ids[1]), idOf(ids[2]), t, corners});
+            const unsigned int* corners = trianglesC.data() + 3 * std::size_t{t};
+            const SortedCorners sorted(corners[0], corners[1], corners[2]);
+            add(sorted.id(0), SortedFace{sorted.id(1), sorted.id(2), t, sorted.corners()});
         }
     });
     for (std::size_t lowest = 0; lowest < faces.size(); ++lowest)
@@ -112,7 +82,7 @@ void fillFaces(std::span<const unsigned int> trianglesF, const FaceBuckets& face
             const unsigned int* cornersF = trianglesF.data() + 3 * std::size_t{face.triangle};
             const std::array<unsigned int, 3> ids{lowest, face.second, face.third};
             for (unsigned int i = 0; i < 3; ++i) {
-                const unsigned int corner = cornerOf(face.corners, i);
+                const unsigned int corner = SortedCorners::cornerOf(face.corners, i);
                 tables.facesF[offset + i] = cornersF[i];
                 tables.facesC[offset + corner] = ids[i];
                 tables.facesSortedF[offset + i] = cornersF[corner];
@@ -168,15 +138,18 @@ void orderBySecondAndThird(const FaceBuckets& faces, FaceTables& tables)
 
 FaceTables makeFaceTables(std::span<const unsigned int> trianglesF,
                           std::span<const unsigned int> vertFToC, unsigned int compactCount,
-                          FaceTables recycled)
+                          FaceTables former)
 {
+    FaceTables tables = std::move(former);
+    if (updateFaceTables(trianglesF, vertFToC, compactCount, tables))
+        return tables;
     std::vector<unsigned int> trianglesC(trianglesF.size());
     std::transform(trianglesF.begin(), trianglesF.end(), trianglesC.begin(),
                    [&](unsigned int vertex) { return vertFToC[vertex]; });
     const FaceBuckets faces = sortFaces(trianglesC, compactCount);
-    fillFaces(trianglesF, faces, recycled);
-    orderByFirstAndThird(faces, recycled.faceOrder02);
-    recycled.lowestBegin.assign(faces.offsets().begin(), faces.offsets().end());
-    orderBySecondAndThird(faces, recycled);
-    return recycled;
+    fillFaces(trianglesF, faces, tables);
+    orderByFirstAndThird(faces, tables.faceOrder02);
+    tables.lowestBegin.assign(faces.offsets().begin(), faces.offsets().end());
+    orderBySecondAndThird(faces, tables);
+    return tables;
 }

@@ -26,7 +26,9 @@ struct FaceTables
 ///
 /// trianglesF  [3 * triangle] F ids in surface order
 /// vertFToC    [F id] compact id, below compactCount
-/// recycled    tables that are of no more use, for their memory
+/// former      the tables that these take the place of: where just some vertices have changed
+/// since,
+///             there is less to do
 FaceTables makeFaceTables(std::span<const unsigned int> trianglesF,
                           std::span<const unsigned int> vertFToC, unsigned int compactCount,
-                          FaceTables recycled = {});
+                          FaceTables former = {});

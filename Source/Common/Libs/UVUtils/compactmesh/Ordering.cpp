@@ -59,12 +59,13 @@ void CompactShellMesh::sortVertBuffCompactGeom(TopologyOpOutData* out)
 }
 
 std::vector<unsigned int>
-CompactShellMesh::sortAndBuildFaceMappings(const std::vector<unsigned int>& trianglesF)
+CompactShellMesh::sortAndBuildFaceMappings(const std::vector<unsigned int>& trianglesF,
+                                           std::vector<unsigned int> formerIndices)
 {
     FaceTables tables =
         makeFaceTables(trianglesF, vertFToC_, static_cast<unsigned int>(vertCToF_.size()),
                        {.facesF = std::move(facesF_),
-                        .facesC = {},
+                        .facesC = std::move(formerIndices),
                         .facesSortedF = std::move(facesSortedF_),
                         .faceOrder012 = std::move(faceOrder012_),
                         .faceOrder02 = std::move(faceOrder02_),

@@ -56,7 +56,7 @@ void CompactShellMesh::mapChanged(const osg::GeometryPtr& /*geometry*/, const os
 
     if (out)
         *out->prevFaceMapping = faceMapping_;
-    indices->takeValues(sortAndBuildFaceMappings(trianglesF));
+    indices->takeValues(sortAndBuildFaceMappings(trianglesF, indices->releaseValues()));
     if (out)
         *out->nextFaceMapping = faceMapping_;
 

@@ -1,9 +1,12 @@
 #include "UVUtils/model/PositionOrder.h"
 
 #include "UVUtils/model/FloatOrder.h"
+#include "UVUtils/model/NearlySorted.h"
 #include "UVUtils/model/RadixSort.h"
 
 #include <algorithm>
+#include <compare>
+#include <cstdint>
 #include <numeric>
 
 namespace
@@ -12,6 +15,19 @@ namespace
 std::uint64_t planeKey(const osg::Pnt3f& position)
 {
     return (std::uint64_t{orderedBits(position.x())} << 32U) | orderedBits(position.y());
+}
+
+struct PositionKey
+{
+    std::uint64_t plane;
+    std::uint32_t height;
+    unsigned int id;
+    friend auto operator<=>(const PositionKey&, const PositionKey&) = default;
+};
+
+PositionKey keyOf(const osg::Pnt3f& position, unsigned int id)
+{
+    return {planeKey(position), orderedBits(position.z()), id};
 }
 
 /// Brings items that agree in x and y into the order of z.
@@ -52,10 +68,10 @@ std::vector<unsigned int> orderByPosition(std::span<const osg::Pnt3f> positions)
 {
     std::vector<unsigned int> order(positions.size());
     std::iota(order.begin(), order.end(), 0U);
-    if (std::is_sorted(positions.begin(), positions.end(), isBefore))
+    if (sortNearlySorted(order, [&](unsigned int id) { return keyOf(positions[id], id); }))
         return order;
     std::vector<KeyedId> items(positions.size());
-    for (const unsigned int id : order)
+    for (unsigned int id = 0; id < items.size(); ++id)
         items[id] = {planeKey(positions[id]), id};
     sortByKey(items);
     sortRunsByHeight(items, positions);

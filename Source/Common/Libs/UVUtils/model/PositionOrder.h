@@ -9,6 +9,6 @@
 bool isBefore(const osg::Pnt3f& a, const osg::Pnt3f& b);
 
 /// The vertex numbers in ascending order of position; vertices at equal positions ascend by
-/// number. This is the order of the vertices of a compact mesh. Linear, and quick to say when the
-/// positions stand in order already.
+/// number. This is the order of the vertices of a compact mesh. Linear, and quicker when all but a
+/// few of the positions stand in order already.
 std::vector<unsigned int> orderByPosition(std::span<const osg::Pnt3f> positions);
