@@ -114,6 +114,7 @@ TEST(FloatLayout, ASlitStaysOpen)
     constexpr double gap = 1e-12;
     IslandMesh sheet = surfaces::sheet(cells, cells);
     std::vector<Vec2> uv;
+    uv.reserve(sheet.positions.size());
     for (const Vec3& p : sheet.positions)
         uv.push_back({0.1 + p.x / 7.0, 0.1 + p.y / 7.0});
     const int lowerLip = cells / 2 * (cells + 1);
