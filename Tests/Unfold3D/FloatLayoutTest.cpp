@@ -119,8 +119,8 @@ TEST(FloatLayout, ASlitStaysOpen)
         uv.push_back({0.1 + p.x / 7.0, 0.1 + p.y / 7.0});
     const int lowerLip = cells / 2 * (cells + 1);
     const int upperLip = sheet.vertexCount();
-    for (int i = 0; i < cells / 2; ++i)
-        uv.push_back(uv[static_cast<std::size_t>(lowerLip + i)] + Vec2{0.0, gap});
+    for (int v = lowerLip; v < lowerLip + cells / 2; ++v)
+        uv.push_back(uv[static_cast<std::size_t>(v)] + Vec2{0.0, gap});
     for (Triangle& t : sheet.triangles)
         if (*std::max_element(t.begin(), t.end()) > lowerLip + cells)
             for (int& v : t)

@@ -122,7 +122,7 @@ template <class T>
 std::vector<T> perVertex(int dimension, int (*value)(int vertex, int k))
 {
     std::vector<T> values;
-    values.reserve(static_cast<std::size_t>(9 * dimension));
+    values.reserve(std::size_t{9} * static_cast<std::size_t>(dimension));
     for (int i = 0; i < 9 * dimension; ++i)
         values.push_back(static_cast<T>(value(i / dimension, i % dimension)));
     return values;
