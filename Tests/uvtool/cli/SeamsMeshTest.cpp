@@ -1,10 +1,9 @@
-// Cuts and sews of real meshes, as other programs read them: an OBJ line by line but for its UVs, a
-// GLB by another reader, corner by corner.
+// Cuts and sews of real meshes, as other programs read them.
 
+#include "uvtool/SameButUVs.h"
 #include "uvtool/SlotValuesFor.h"
 #include "uvtool/TempFolder.h"
 #include "uvtool/ToolRun.h"
-#include "uvtool/formats/GltfCorners.h"
 
 #include "document/Format.h"
 
@@ -15,51 +14,6 @@ namespace
 
 using namespace uvtool;
 using namespace uvtool::test;
-
-/// An OBJ without what says anything about UVs.
-std::vector<std::string> linesButUVs(const std::filesystem::path& file)
-{
-    std::vector<std::string> lines;
-    std::istringstream text(bytesOf(file));
-    for (std::string line; std::getline(text, line);) {
-        if (line.starts_with("vt "))
-            continue;
-        lines.emplace_back();
-        std::istringstream words(line);
-        for (std::string word; words >> word;) {
-            const std::size_t vt = line.starts_with("f ") ? word.find('/') : std::string::npos;
-            const std::size_t vn = word.find('/', vt + 1);
-            lines.back() += vt == std::string::npos ? word : word.substr(0, vt);
-            lines.back() +=
-                vt == std::string::npos || vn == std::string::npos ? " " : word.substr(vn) + " ";
-        }
-    }
-    return lines;
-}
-
-/// The bytes of all attributes but the first UVs, at the corners of all triangles of a GLB.
-std::vector<std::vector<std::string>> cornersButUVs(const std::filesystem::path& file)
-{
-    const tinygltf::Model model = gltfCorners::load(file);
-    std::vector<std::vector<std::string>> corners;
-    for (const tinygltf::Mesh& mesh : model.meshes)
-        for (const tinygltf::Primitive& primitive : mesh.primitives)
-            for (const auto& [name, accessor] : primitive.attributes)
-                if (name != "TEXCOORD_0") {
-                    corners.push_back({name});
-                    for (std::string& bytes : gltfCorners::atCorners(model, primitive, accessor))
-                        corners.back().push_back(std::move(bytes));
-                }
-    return corners;
-}
-
-void expectSameButUVs(const std::filesystem::path& file, const std::filesystem::path& original)
-{
-    if (file.extension() == ".obj")
-        EXPECT_TRUE(linesButUVs(file) == linesButUVs(original)) << file;
-    else
-        EXPECT_TRUE(cornersButUVs(file) == cornersButUVs(original)) << file;
-}
 
 /// Runs a command and expects `islands` to find in its file what it reports.
 void expectReportIsTrue(const std::string& command, const std::filesystem::path& in,
