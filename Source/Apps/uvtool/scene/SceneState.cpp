@@ -27,6 +27,8 @@ SceneState::Surface stateOfSurface(const osg::GeometryPtr& geometry, kyUVTypes::
     }
     for (const auto& uv : kyUVUtils::getUVValuesLocal(geometry, set))
         state.uvs.push_back({uv[0], uv[1]});
+    // In a shell a missing slot reads as zeros, and an edit makes it.
+    state.uvs.resize(state.positions.size());
     return state;
 }
 
