@@ -15,6 +15,39 @@
 
 namespace uvtool
 {
+namespace
+{
+
+/// What an operation has made of a scene.
+struct SceneEdit
+{
+    std::vector<Vec2f> before; ///< [triangle corner]
+    std::vector<Vec2f> after;
+    std::size_t islands = 0; ///< that the library counts afterwards
+    std::string undoFault;   ///< of runAndCheckUndo, where that was asked for
+};
+
+SceneEdit editScene(const SeamOperation& operation, const SceneGeometry& scene,
+                    const Options& options)
+{
+    const std::size_t slot = options.common.slot;
+    SceneEdit edit;
+    edit.before = compactCornerUVs(scene, slot);
+    const std::vector<std::uint32_t> verticesBefore = compactCorners(scene, slot);
+    if (options.seams.undoCheck)
+        edit.undoFault = runAndCheckUndo(scene, slot, operation);
+    else
+        runSeamOperation(scene, slot, operation);
+    edit.after = surfaceCornerUVs(scene, slot);
+    if (operation.kind == SeamOperation::CutEdges)
+        separateSides(verticesBefore, compactCorners(scene, slot), edit.after);
+    edit.islands =
+        kyUVUtils::getAllIslandSeeds(scene.core(), scene.node, static_cast<kyUVTypes::UVSet>(slot))
+            .size();
+    return edit;
+}
+
+} // namespace
 
 void SeamWork::giveStartUVs()
 {
@@ -52,34 +85,21 @@ void SeamWork::carryOut(const SeamPlanner& plan)
 
 void SeamWork::carryOut(const SeamPlan& plan, const SceneGeometry& scene, std::size_t number)
 {
-    const std::size_t slot = task_.options.common.slot;
-    const std::vector<Vec2f> before = compactCornerUVs(scene, slot);
-    const std::vector<std::uint32_t> cornersBefore = compactCorners(scene, slot);
-    const Stopwatch watch;
-    std::string undoFault;
-    {
-        LibraryLog log;
-        const LibraryScope scope(task_.console, log);
-        if (task_.options.seams.undoCheck)
-            undoFault = runAndCheckUndo(scene, slot, plan.operation);
-        else
-            runSeamOperation(scene, slot, plan.operation);
-        islandsMade_[number] = kyUVUtils::getAllIslandSeeds(scene.core(), scene.node,
-                                                            static_cast<kyUVTypes::UVSet>(slot))
-                                   .size();
-    }
     GeometryReport& entry = task_.report.geometries[number];
-    if (!undoFault.empty())
+    LibraryLog log;
+    const LibraryScope scope(task_.console, log);
+    const Stopwatch watch;
+    const SceneEdit edit = editScene(plan.operation, scene, task_.options);
+    entry.seconds = watch.seconds();
+    if (!edit.undoFault.empty())
         throw CommandError(Unsound,
                            "geometry " + std::to_string(entry.number) +
-                               " fails the check of undo, nothing was written: " + undoFault);
+                               " fails the check of undo, nothing was written: " + edit.undoFault);
     entry.seams->isUndoChecked = task_.options.seams.undoCheck;
-    entry.seconds = watch.seconds();
-    std::vector<Vec2f> after = surfaceCornerUVs(scene, slot);
-    if (plan.operation.kind == SeamOperation::CutEdges)
-        separateSides(cornersBefore, compactCorners(scene, slot), after);
-    entry.splitPolygons = writeCornerUVs(task_.document, scene, slot, before, after,
-                                         traitsOfFormat(task_.options.output).vRunsDownward);
+    islandsMade_[number] = edit.islands;
+    entry.splitPolygons =
+        writeCornerUVs(task_.document, scene, task_.options.common.slot, edit.before, edit.after,
+                       traitsOfFormat(task_.options.output).vRunsDownward);
 }
 
 void SeamWork::settleStartUVs(const SceneGeometry& scene, bool isCut, GeometryReport& entry)
@@ -92,6 +112,8 @@ void SeamWork::settleStartUVs(const SceneGeometry& scene, bool isCut, GeometryRe
         if (!isCut)
             takeStartUVsBack(task_.document.geometries[surface.number], slot);
     }
+    if (entry.seams->surfacesWithoutUVs == scene.surfaces.size())
+        std::erase(entry.slots, slot);
 }
 
 bool SeamWork::isEmpty() const

@@ -110,7 +110,8 @@ void addSolverMesh(Json& json, const SolverMeshReport& mesh)
 void addSeams(Json& json, const GeometryReport& geometry, const Report& report)
 {
     const SeamReport& seams = *geometry.seams;
-    json["edges"] = {{"used", seams.usedEdges},
+    json["edges"] = {{"given", seams.givenEdges()},
+                     {"used", seams.usedEdges},
                      {"unchanged", seams.unchangedEdges},
                      {"passedOver", seams.edgesPassedOver},
                      {"notInMesh", seams.edgesNotInMesh}};

@@ -46,6 +46,8 @@ struct SeamReport
     std::size_t compactVertices = 0;
     std::size_t islands = 0;
     std::size_t borderEdges = 0;
+
+    std::size_t givenEdges() const { return usedEdges + edgesPassedOver + edgesNotInMesh; }
 };
 
 struct GeometryReport
