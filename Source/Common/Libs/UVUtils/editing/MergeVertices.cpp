@@ -1,6 +1,7 @@
 #include "UVUtils/editing/MergeVertices.h"
 
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/IndexSpan.h"
 #include "OpenSG/WritableProperty.h"
 #include "OpenSGUtils/kyGeoIndicesStore.h"
 #include "OpenSGUtils/kyGeoShuffle.h"
@@ -63,24 +64,12 @@ VertexMap mapVertices(const MergeGroups& groups, unsigned int vertexCount)
     return map;
 }
 
-template <class Id>
-void rewrite(std::span<Id> ids, const std::vector<unsigned int>& oldToNew)
-{
-    for (Id& id : ids)
-        id = static_cast<Id>(oldToNew[id]);
-}
-
 void rewrite(const osg::GeoIndicesPtr& indices, const std::vector<unsigned int>& oldToNew)
 {
-    if (const auto wide = osg::dcast<osg::GeoIndicesUI32>(indices)) {
-        rewrite(wide->values(), oldToNew);
-    } else if (const auto narrow = osg::dcast<osg::GeoIndicesUI16>(indices)) {
-        rewrite(narrow->values(), oldToNew);
-    } else {
-        std::vector<unsigned int> ids = indices->getValues();
-        rewrite(std::span(ids), oldToNew);
-        indices->setValues(ids);
-    }
+    osg::withIndices(indices, [&]<class Id>(std::span<Id> ids) {
+        for (Id& id : ids)
+            id = static_cast<Id>(oldToNew[id]);
+    });
 }
 
 } // namespace

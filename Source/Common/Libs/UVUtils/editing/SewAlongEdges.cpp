@@ -5,9 +5,9 @@
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/model/DealIds.h"
 #include "UVUtils/model/EdgeLists.h"
 #include "UVUtils/model/TempIndexList.h"
-#include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -168,14 +168,12 @@ void kyUVUtils::sewSurfaces(const osg::GeometryPtr& geometry, const osg::NodePtr
 {
     std::sort(allEdges.begin(), allEdges.end());
     allEdges.erase(std::unique(allEdges.begin(), allEdges.end()), allEdges.end());
-    const FlatEdgeList dealt = pairsOnSurfaces(sewEdges, activeSurfaces(node));
-    callFuncOnActiveBaseGeometry(
-        node, dealt.data(), sizeOf(dealt), true,
-        [&](const osg::NodePtr& child, const osg::GeometryPtr& surface,
-            const std::vector<unsigned int>& localSew, const unsigned int& firstId) {
-            const FlatEdgeList localAll = localEdges(allEdges, firstId, vertexCountOf(surface));
-            const auto out = getChildData(bridge, geometry, node, child);
-            doSewAlongBorders(surface, uvSet, localAll.data(), sizeOf(localAll), localSew.data(),
-                              sizeOf(localSew), matchUVs, out.get(), nullptr);
-        });
+    const std::vector<ActiveSurface> surfaces = activeSurfaces(node);
+    const auto sew = [&](const ActiveSurface& surface, const std::vector<unsigned int>& localSew) {
+        const FlatEdgeList localAll = localEdges(allEdges, surface.firstId, surface.vertexCount);
+        const auto out = getChildData(bridge, geometry, node, surface.node);
+        doSewAlongBorders(surface.geometry, uvSet, localAll.data(), sizeOf(localAll),
+                          localSew.data(), sizeOf(localSew), matchUVs, out.get(), nullptr);
+    };
+    dealIds(surfaces, pairsOnSurfaces(sewEdges, surfaces), true, sew);
 }
