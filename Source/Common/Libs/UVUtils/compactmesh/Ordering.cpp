@@ -7,6 +7,8 @@
 #include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -16,12 +18,6 @@ std::vector<unsigned int> inverseOf(const std::vector<unsigned int>& order)
     for (unsigned int i = 0; i < order.size(); ++i)
         inverse[order[i]] = i;
     return inverse;
-}
-
-void gatherProperty(const osg::GeoPropertyPtr& property, const std::vector<unsigned int>& order)
-{
-    property->gather(order);
-    osg::notifyChanged(property, osg::FieldMask::all());
 }
 
 /// Moves recorded shuffles to the new numbers of the vertices, so that they stay true.
@@ -45,17 +41,23 @@ void CompactShellMesh::sortVertBuffCompactGeom(TopologyOpOutData* out)
     if (!positions || !indices || positions->getSize() == 0 || indices->getSize() == 0)
         return;
 
-    const std::vector<unsigned int> order = orderByPosition(positions->values());
-    gatherProperty(positions, order);
-    if (const auto uvs = uvSlot(*compactGeometry_, slot_))
-        gatherProperty(uvs, order);
-
-    const std::vector<unsigned int> newIdOf = inverseOf(order);
-    for (unsigned int& vertex : indices->values())
-        vertex = newIdOf[vertex];
+    const auto uvs = uvSlot(*compactGeometry_, slot_);
+    // A sew leaves the vertices in order, and then there is nothing to move.
+    if (!std::is_sorted(positions->values().begin(), positions->values().end(), isBefore)) {
+        const std::vector<unsigned int> order = orderByPosition(positions->values());
+        const std::vector<unsigned int> newIdOf = inverseOf(order);
+        positions->gather(order);
+        if (uvs)
+            uvs->gather(order);
+        for (unsigned int& vertex : indices->values())
+            vertex = newIdOf[vertex];
+        if (out)
+            renumberShuffles(*out, order, newIdOf);
+    }
+    osg::notifyChanged(positions, osg::FieldMask::all());
+    if (uvs)
+        osg::notifyChanged(uvs, osg::FieldMask::all());
     osg::notifyChanged(indices, compactGeometry_, osg::FieldMask::all()); // vertices moved too
-    if (out)
-        renumberShuffles(*out, order, newIdOf);
 }
 
 std::vector<unsigned int>
