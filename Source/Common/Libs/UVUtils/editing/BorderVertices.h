@@ -15,6 +15,8 @@ public:
     unsigned int size() const { return static_cast<unsigned int>(ids_.size()); }
     unsigned int idAt(unsigned int place) const { return ids_[place]; }
     bool contains(unsigned int id) const { return isContained_[id] != 0; }
+    /// [vertex] 1 for one that is contained, else 0: for passes over very many.
+    std::span<const char> flags() const { return isContained_; }
     /// Only for one that is contained.
     unsigned int placeOf(unsigned int id) const { return placeOfId_[id]; }
 

@@ -72,11 +72,10 @@ std::vector<InteriorEdge> findInteriorEdges(std::span<const unsigned int> triang
             interiors.push_back(
                 {Edge(representatives[placeOfA], representatives[placeOfB]), Edge(a, b)});
     };
+    const char* const onBorder = vertices.flags().data();
     for (std::size_t i = 0; i < triangles.size(); i += 3) {
         const unsigned int* const corners = triangles.data() + i;
-        const int onBorder = vertices.contains(corners[0]) + vertices.contains(corners[1]) +
-                             vertices.contains(corners[2]);
-        if (onBorder < 2)
+        if (onBorder[corners[0]] + onBorder[corners[1]] + onBorder[corners[2]] < 2)
             continue;
         consider(corners[0], corners[1]);
         consider(corners[1], corners[2]);
