@@ -29,9 +29,9 @@ void setList(const osg::NodePtr& node, unsigned number, const Ids& ids)
     osg::GeoTmpIndexEditInterface(coreOf(node), number).assign(ids);
 }
 
-Ids bordersOf(const osg::NodePtr& node)
+Ids bordersOf(const osg::NodePtr& node, kyUVTypes::UVSet set = UVSet0)
 {
-    kyUVUtils::updateBorderEdges(coreOf(node), node, UVSet0);
+    kyUVUtils::updateBorderEdges(coreOf(node), node, set);
     return listOf(node, kyUVTypes::BorderEdges);
 }
 
@@ -52,7 +52,7 @@ Ids somePairs(const Ids& pairs, unsigned vertexCount, Random& random)
 }
 
 /// Normals of a few directions, near and far, colours and a slot that differ at some vertices.
-void decorate(osg::Geometry& geometry, Random& random)
+void decorate(osg::Geometry& geometry, unsigned sewnSlot, Random& random)
 {
     const unsigned count = geometry.getPositions()->getSize();
     const auto normals = osg::GeoNormals3f::create();
@@ -66,7 +66,7 @@ void decorate(osg::Geometry& geometry, Random& random)
     }
     geometry.setNormals(normals);
     geometry.setColors(colors);
-    geometry.setTexSlot(1, osg::NullFC);
+    geometry.setTexSlot(sewnSlot + 1, osg::NullFC);
     geometry.setTexSlot(random.oneIn(2) ? 3 : 5, others);
 }
 
@@ -75,26 +75,28 @@ RC_GTEST_PROP(Sew, MergesWhatLiesInOnePlaceAndKeepsTheRest, ())
     const auto seed = *rc::gen::arbitrary<std::uint32_t>();
     Random random(seed);
     const WithoutCompactMesh noMesh;
-    const auto node = randomPlain(seed);
+    const auto set = random.oneIn(2) ? UVSet0 : kyUVTypes::UVSet2;
+    const auto slot = static_cast<unsigned>(set);
+    const auto node = randomPlain(seed, set);
     const osg::GeometryPtr geometry = coreOf(node);
     const unsigned oldCount = geometry->getPositions()->getSize();
     RC_PRE(oldCount > 0);
     if (!random.oneIn(4))
-        decorate(*geometry, random);
+        decorate(*geometry, slot, random);
     const osg::RefPtr<osg::Geometry> before(osg::dcast<osg::Geometry>(geometry->shallowCopy()));
     const Ids oldIndices = geometry->getIndices()->getValues();
-    const Ids borders = bordersOf(node);
+    const Ids borders = bordersOf(node, set);
     RC_ASSERT(borders == bordersPlainly(oldIndices));
     const Ids selected = somePairs(borders, oldCount, random);
     setList(node, kyUVTypes::SelectedEdges, selected);
     setList(node, kyUVTypes::FreeVertices, Ids{0, oldCount - 1});
     Ids sewn;
-    kyUVUtils::filterEdgesOnBorder(geometry, node, UVSet0, selected.data(),
+    kyUVUtils::filterEdgesOnBorder(geometry, node, set, selected.data(),
                                    static_cast<unsigned>(selected.size()), sewn);
-    const Ids lowest = sewPlainly(geometry, 0, borders, sewn, false);
+    const Ids lowest = sewPlainly(geometry, slot, borders, sewn, false);
 
     kyTopologyBridge bridge;
-    kyUVUtils::sewAlongEdges(geometry, node, UVSet0, &bridge);
+    kyUVUtils::sewAlongEdges(geometry, node, set, &bridge);
 
     Ids kept;
     Ids oldToNew;
@@ -122,16 +124,16 @@ RC_GTEST_PROP(Sew, MergesWhatLiesInOnePlaceAndKeepsTheRest, ())
         RC_ASSERT(geometry->getPositions()->getValue(v) ==
                   before->getPositions()->getValue(kept[v]));
         RC_ASSERT(geometry->getNormals()->getValue(v) == before->getNormals()->getValue(kept[v]));
-        if (!geometry->getTexCoords())
+        if (!geometry->getTexSlot(slot))
             continue;
         osg::Vec2f sum;
         float count = 0;
         for (unsigned old = 0; old < oldCount; ++old)
             if (lowest[old] == kept[v]) {
-                sum += before->getTexCoords()->getValue(old);
+                sum += before->getTexSlot(slot)->getValue(old);
                 ++count;
             }
-        RC_ASSERT(geometry->getTexCoords()->getValue(v) == sum * (1.0F / count));
+        RC_ASSERT(geometry->getTexSlot(slot)->getValue(v) == sum * (1.0F / count));
     }
 }
 
@@ -176,6 +178,27 @@ RC_GTEST_PROP(Sew, LeavesTheMeshThatAFreshBuildWouldMake, ())
     RC_PRE(
         areVerticesDistinct(shell)); // a build can weld others, where edges came to meet by chance
     steps::expectSameAsFreshBuild(shell);
+}
+
+RC_GTEST_PROP(Sew, StandsAnyMeshAndAnyNumbers, (bool isShell, bool matchUVs))
+{
+    const auto seed = *rc::gen::arbitrary<std::uint32_t>();
+    Random random(seed);
+    ShellTraits traits;
+    traits.badNumbers = true;
+    const auto node =
+        isShell ? randomShell(seed, UVSet0, traits) : randomPlain(seed, UVSet0, traits);
+    const osg::GeometryPtr core = coreOf(node);
+    setList(node, kyUVTypes::SelectedEdges, somePairs(bordersOf(node), 99, random));
+    kyUVUtils::sewAlongEdges(core, node, UVSet0, nullptr);
+    setList(node, kyUVTypes::IslandTriangles, somePairs(trianglesOf(node), 99, random));
+    kyUVUtils::sewSelectedIslands(core, node, UVSet0, false, matchUVs, nullptr);
+    kyUVUtils::sewAllIslands(core, node, UVSet0, random.oneIn(2), matchUVs, nullptr);
+    for (const ActiveSurface& surface : activeSurfaces(node)) {
+        RC_ASSERT(kyUVUtils::isValidGeometry(surface.geometry, surface.node, false));
+        RC_ASSERT(surface.geometry->getNormals()->getSize() == surface.vertexCount);
+    }
+    RC_ASSERT(meshOf(node)->getVertFToC().size() == vertexCountOf(activeSurfaces(node)));
 }
 
 } // namespace
