@@ -79,6 +79,12 @@ CompactShellMesh* CompactShellMesh::getCMesh(const osg::GeometryPtr& geometry,
     return mesh.get();
 }
 
+bool CompactShellMesh::isBuildDue(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set)
+{
+    const MeshPtr mesh = findMesh(geometry);
+    return !mesh || mesh->isDirty(set);
+}
+
 CompactShellMesh::MeshPtr CompactShellMesh::findMesh(const osg::FieldContainerPtr& container)
 {
     const auto entry = geomIdToCMeshMap().find(container ? container->getId() : 0);

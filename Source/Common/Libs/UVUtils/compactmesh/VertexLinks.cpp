@@ -63,6 +63,18 @@ std::vector<LooseVertex> looseVertices(const osg::Geometry& mesh, kyUVTypes::UVS
     return loose;
 }
 
+/// Those of a sorted list that agree with a vertex in so many of the first bits.
+std::span<const LooseVertex> alike(std::span<const LooseVertex> sorted, const LooseVertex& vertex,
+                                   std::ptrdiff_t bitCount)
+{
+    const auto isBefore = [bitCount](const LooseVertex& a, const LooseVertex& b) {
+        return std::lexicographical_compare(a.bits.begin(), a.bits.begin() + bitCount,
+                                            b.bits.begin(), b.bits.begin() + bitCount);
+    };
+    const auto [first, last] = std::equal_range(sorted.begin(), sorted.end(), vertex, isBefore);
+    return {first, last};
+}
+
 } // namespace
 
 std::optional<std::vector<unsigned int>>
@@ -94,8 +106,18 @@ void linkLooseVertices(const std::vector<ActiveSurface>& surfaces, const osg::Ge
     if (ofSurfaces.empty())
         return;
     const std::vector<LooseVertex> ofMesh = looseVertices(mesh, set, vertFToC);
-    for (std::size_t i = 0; i < ofSurfaces.size(); ++i)
-        vertFToC[ofSurfaces[i].id] = ofMesh.empty() ? 0 : ofMesh[std::min(i, ofMesh.size() - 1)].id;
+    for (const LooseVertex& vertex : ofSurfaces) {
+        vertFToC[vertex.id] = 0;
+        for (const std::ptrdiff_t bitCount : {5, 3, 0}) { // position and UV, position, any
+            const auto there = alike(ofMesh, vertex, bitCount);
+            if (there.empty())
+                continue;
+            const auto here = alike(ofSurfaces, vertex, bitCount);
+            const auto rank = static_cast<std::size_t>(&vertex - here.data());
+            vertFToC[vertex.id] = there[std::min(rank, there.size() - 1)].id;
+            break;
+        }
+    }
 }
 
 bool agreeInPosition(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,

@@ -27,8 +27,8 @@ linkThroughTriangles(std::span<const unsigned int> trianglesF, std::size_t verte
                      std::span<const unsigned int> faceMapping);
 
 /// Links the vertices that no triangle has linked, with those of the mesh to which nothing is
-/// linked yet: one to one by position and by UV in `set`. Where the mesh has fewer of them some
-/// share one; any would do, since nothing can be seen of a vertex without triangles.
+/// linked yet: one to one by position and by UV in `set`, or by position alone. Where the mesh has
+/// fewer of them some share one, at any position if there is none at theirs.
 ///
 /// vertFToC  [F id] read and completed
 ///

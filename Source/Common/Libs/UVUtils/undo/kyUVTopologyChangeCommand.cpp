@@ -2,12 +2,31 @@
 
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "OpenSGUtils/kyOpenSGUtils.h"
+#include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/editing/kyUVSelection.h"
+#include "UVUtils/model/ActiveSurfaces.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyUVUtils.h"
 #include "UVUtils/undo/IndexChecksum.h"
 
 #include <utility>
+
+namespace
+{
+
+/// Gives each active surface its part of the UVs of the node's vertices.
+void writeToSurfaces(const osg::NodePtr& node, kyUVTypes::UVSet set, const kyUVUtils::UVArray& uvs)
+{
+    const std::vector<ActiveSurface> surfaces = activeSurfaces(node);
+    if (vertexCountOf(surfaces) != uvs.size())
+        return;
+    for (const ActiveSurface& surface : surfaces) {
+        const auto first = uvs.begin() + surface.firstId;
+        kyUVUtils::setLocalUVs(surface.geometry, set, {first, first + surface.vertexCount});
+    }
+}
+
+} // namespace
 
 const unsigned int kyUVTopologyChangeCommand::sLabels[3] = {
     kyUVTypes::IslandSeeds, kyUVTypes::FreeVertices, kyUVTypes::SelectedEdges};
@@ -44,8 +63,13 @@ void kyUVTopologyChangeCommand::replay(const void* present, void* wanted, const 
     if (!hasIndicesOf(*static_cast<const kyTopologyData*>(present), geometry, node))
         return;
     kyUVUtils::applyTopology(geometry, node, set_, wanted);
-    if (restoreUVs_ && !uvs.empty())
+    if (restoreUVs_ && !uvs.empty()) {
+        // A mesh that could not follow is built anew from its surfaces. With the UVs of before,
+        // vertices that the operation parts would be welded, and have one value for good.
+        if (kyUVUtils::useCMesh(geometry) && CompactShellMesh::isBuildDue(geometry, set_))
+            writeToSurfaces(node, set_, uvs);
         kyUVUtils::setUVValues(geometry, node, set_, uvs);
+    }
     if (restoreSelections_ && !selections.empty())
         applySelections(selections);
     kyOpenSGUtils::call("VESelectionChanged", 0);
