@@ -74,6 +74,16 @@ void throwUnlessMapped(const Task& task)
                                    std::to_string(slot));
 }
 
+std::string whyNothing(const Options& options)
+{
+    if (options.seams.edges)
+        return "--edges names no border";
+    const std::string borders =
+        options.sew.otherIslandOnly ? "borders of different islands" : "borders";
+    return "no " + borders + (options.sew.seeds.empty() ? "" : ", of those selected,") +
+           " lie on one another";
+}
+
 void sew(Task& task)
 {
     const bool isByEdges = task.options.seams.edges.has_value();
@@ -88,9 +98,8 @@ void sew(Task& task)
                           const SceneEdges& edges) { return planSew(task, scene, found, edges); });
     });
     if (work.isEmpty())
-        throw CommandError(Failed, task.report.input + ": nothing to sew, " +
-                                       (isByEdges ? "--edges names no border"
-                                                  : "no two borders lie on one another"));
+        throw CommandError(Failed,
+                           task.report.input + ": nothing to sew, " + whyNothing(task.options));
     task.stage("look", 0.3, [&] { work.lookAgain(); });
     work.writeFiles(0.15);
 }
