@@ -130,10 +130,11 @@ private:
     void sortVertBuffCompactGeom(TopologyOpOutData* out);
     /// Makes the tables of the triangles anew from those of the surfaces, [3 * triangle] F ids;
     /// vertFToC_ and the size of vertCToF_ are up to date. Returns the index list of the mesh's
-    /// geometry: the triangles in order, in their winding; it may take the memory of the former.
-    std::vector<unsigned int>
-    sortAndBuildFaceMappings(const std::vector<unsigned int>& trianglesF,
-                             std::vector<unsigned int> formerIndices = {});
+    /// geometry: the triangles in order, in their winding.
+    ///
+    /// formerOrder  the same list in the order that the tables have so far, if there is one
+    std::vector<unsigned int> sortAndBuildFaceMappings(const std::vector<unsigned int>& trianglesF,
+                                                       std::vector<unsigned int> formerOrder = {});
 
     bool dirty_ = true;
     bool geomChangeCBEnabled_ = true;

@@ -28,7 +28,7 @@ struct FaceTables
 /// vertFToC    [F id] compact id, below compactCount
 /// former      the tables that these take the place of: where just some vertices have changed
 /// since,
-///             there is less to do
+///             there is less to do. Its facesC is empty, or has the ids by vertFToC already
 FaceTables makeFaceTables(std::span<const unsigned int> trianglesF,
                           std::span<const unsigned int> vertFToC, unsigned int compactCount,
                           FaceTables former = {});

@@ -32,24 +32,34 @@ std::optional<Ids> trianglesByPlace(std::span<const unsigned int> faceMapping,
     return triangleAt;
 }
 
-/// Writes the triangles anew, each in the place that it had, and how many there are at a vertex.
-void refill(std::span<const unsigned int> trianglesF, std::span<const unsigned int> vertFToC,
-            unsigned int compactCount, const Ids& triangleAt, FaceTables& tables)
+/// The compact ids of the triangles, each in the place that it had.
+Ids idsByPlace(std::span<const unsigned int> trianglesF, std::span<const unsigned int> vertFToC,
+               const Ids& triangleAt)
+{
+    Ids ids;
+    ids.reserve(trianglesF.size());
+    for (const unsigned int triangle : triangleAt)
+        for (const unsigned int vertex : trianglesF.subspan(3 * std::size_t{triangle}, 3))
+            ids.push_back(vertFToC[vertex]);
+    return ids;
+}
+
+/// Writes the F ids of the triangles anew, each in the place that it had, and how many there are at
+/// a vertex; facesC is up to date.
+void refill(std::span<const unsigned int> trianglesF, unsigned int compactCount,
+            const Ids& triangleAt, FaceTables& tables)
 {
     constexpr std::size_t lookAhead = 24; // the triangles lie far apart in surface order
-    tables.facesC.resize(trianglesF.size());
     tables.lowestBegin.assign(std::size_t{compactCount} + 1, 0);
     tables.middleBegin.assign(std::size_t{compactCount} + 1, 0);
     for (std::size_t k = 0; k < triangleAt.size(); ++k) {
         if (k + lookAhead < triangleAt.size())
             prefetch(trianglesF.data() + 3 * std::size_t{triangleAt[k + lookAhead]});
         const unsigned int* cornersF = trianglesF.data() + 3 * std::size_t{triangleAt[k]};
-        const unsigned int ids[] = {vertFToC[cornersF[0]], vertFToC[cornersF[1]],
-                                    vertFToC[cornersF[2]]};
+        const unsigned int* ids = tables.facesC.data() + 3 * k;
         const SortedCorners sorted(ids[0], ids[1], ids[2]);
         for (std::size_t i = 0; i < 3; ++i) {
             tables.facesF[3 * k + i] = cornersF[i];
-            tables.facesC[3 * k + i] = ids[i];
             tables.facesSortedF[3 * k + i] = cornersF[sorted.corner(i)];
         }
         ++tables.lowestBegin[sorted.id(0) + 1];
@@ -109,7 +119,9 @@ bool updateFaceTables(std::span<const unsigned int> trianglesF,
     std::optional<Ids> triangleAt = trianglesByPlace(tables.faceMapping, trianglesF.size() / 3);
     if (!triangleAt || tables.facesF.size() != trianglesF.size())
         return false;
-    refill(trianglesF, vertFToC, compactCount, *triangleAt, tables);
+    if (tables.facesC.size() != trianglesF.size())
+        tables.facesC = idsByPlace(trianglesF, vertFToC, *triangleAt);
+    refill(trianglesF, compactCount, *triangleAt, tables);
 
     const auto idAt = [&](std::size_t offset) { return vertFToC[tables.facesSortedF[offset]]; };
     Ids sourceOf(triangleAt->size());

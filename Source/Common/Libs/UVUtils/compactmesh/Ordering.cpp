@@ -62,12 +62,12 @@ void CompactShellMesh::sortVertBuffCompactGeom(TopologyOpOutData* out)
 
 std::vector<unsigned int>
 CompactShellMesh::sortAndBuildFaceMappings(const std::vector<unsigned int>& trianglesF,
-                                           std::vector<unsigned int> formerIndices)
+                                           std::vector<unsigned int> formerOrder)
 {
     FaceTables tables =
         makeFaceTables(trianglesF, vertFToC_, static_cast<unsigned int>(vertCToF_.size()),
                        {.facesF = std::move(facesF_),
-                        .facesC = std::move(formerIndices),
+                        .facesC = std::move(formerOrder),
                         .facesSortedF = std::move(facesSortedF_),
                         .faceOrder012 = std::move(faceOrder012_),
                         .faceOrder02 = std::move(faceOrder02_),

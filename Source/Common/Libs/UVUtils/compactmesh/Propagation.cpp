@@ -50,13 +50,15 @@ void CompactShellMesh::mapChanged(const osg::GeometryPtr& /*geometry*/, const os
         touch();
         return;
     }
-    vertFToC_ = std::move(*links);
+    vertFToC_ = std::move(links->vertFToC);
     linkLooseVertices(surfaces, *compactGeometry_, slot_, vertFToC_);
     vertCToF_ = listFIds(vertFToC_, positions->getSize());
 
     if (out)
         *out->prevFaceMapping = faceMapping_;
-    indices->takeValues(sortAndBuildFaceMappings(trianglesF, indices->releaseValues()));
+    // A torn vertex is one of the several that the mesh's triangles name: these are of no use then.
+    indices->takeValues(
+        sortAndBuildFaceMappings(trianglesF, links->isTorn ? Ids() : indices->releaseValues()));
     if (out)
         *out->nextFaceMapping = faceMapping_;
 

@@ -77,14 +77,15 @@ std::span<const LooseVertex> alike(std::span<const LooseVertex> sorted, const Lo
 
 } // namespace
 
-std::optional<std::vector<unsigned int>>
-linkThroughTriangles(std::span<const unsigned int> trianglesF, std::size_t vertexCount,
-                     std::span<const unsigned int> meshTriangles, std::size_t compactCount,
-                     std::span<const unsigned int> faceMapping)
+std::optional<VertexLinks> linkThroughTriangles(std::span<const unsigned int> trianglesF,
+                                                std::size_t vertexCount,
+                                                std::span<const unsigned int> meshTriangles,
+                                                std::size_t compactCount,
+                                                std::span<const unsigned int> faceMapping)
 {
     if (trianglesF.size() != meshTriangles.size() || trianglesF.size() != 3 * faceMapping.size())
         return std::nullopt;
-    Ids vertFToC(vertexCount, noCompactId);
+    VertexLinks links{Ids(vertexCount, noCompactId)};
     for (std::size_t triangle = 0; triangle < faceMapping.size(); ++triangle) {
         if (faceMapping[triangle] >= faceMapping.size())
             return std::nullopt;
@@ -93,10 +94,11 @@ linkThroughTriangles(std::span<const unsigned int> trianglesF, std::size_t verte
         for (std::size_t k = 0; k < 3; ++k) {
             if (twin[k] >= compactCount)
                 return std::nullopt;
-            vertFToC[corners[k]] = twin[k];
+            const unsigned int before = std::exchange(links.vertFToC[corners[k]], twin[k]);
+            links.isTorn |= before != twin[k] && before != noCompactId;
         }
     }
-    return vertFToC;
+    return links;
 }
 
 void linkLooseVertices(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,
