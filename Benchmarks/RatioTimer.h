@@ -26,7 +26,15 @@ public:
     template <class Operation, class Reference>
     void run(benchmark::State& state, const Operation& operation, const Reference& reference)
     {
+        run(state, operation, reference, [] {});
+    }
+    /// The same with untimed work after the reference and before the operation.
+    template <class Operation, class Reference, class Between>
+    void run(benchmark::State& state, const Operation& operation, const Reference& reference,
+             const Between& between)
+    {
         referenceBest_ = std::min(referenceBest_, secondsOf(reference));
+        between();
         const double seconds = secondsOf(operation);
         operationBest_ = std::min(operationBest_, seconds);
         state.SetIterationTime(seconds);
