@@ -6,6 +6,7 @@
 #include "UVUtils/compactmesh/WeldKey.h"
 #include "UVUtils/editing/IslandLabels.h"
 #include "UVUtils/model/BorderEdges.h"
+#include "UVUtils/model/EdgeLists.h"
 #include "UVUtils/model/IndexView.h"
 #include "UVUtils/model/PositionOrder.h"
 #include "UVUtils/model/kyUVUtils.h"
@@ -91,15 +92,15 @@ void kyUVUtils::sewCommonBorders(
         if (useCMesh(geometry) && !scope.getMesh())
             return;
         borders = bordersOf(scope);
-        doFindCommonBorders(scope.getGeometry(), borders.data(),
-                            static_cast<unsigned int>(borders.size()), otherIslandOnly, common);
+        doFindCommonBorders(scope.getGeometry(), borders.data(), sizeOf(borders), otherIslandOnly,
+                            common);
         if (common.empty())
             return;
         scope.toCallerIds(borders);
         scope.toCallerIds(common);
     } // the sew makes a scope of its own
-    sewAlongEdges(geometry, node, uvSet, borders.data(), static_cast<unsigned int>(borders.size()),
-                  common.data(), static_cast<unsigned int>(common.size()), matchUVs, bridge);
+    sewAlongEdges(geometry, node, uvSet, borders.data(), sizeOf(borders), common.data(),
+                  sizeOf(common), matchUVs, bridge);
 }
 
 void kyUVUtils::sewSelectedIslands(const osg::GeometryPtr& geometry, const osg::NodePtr& node,

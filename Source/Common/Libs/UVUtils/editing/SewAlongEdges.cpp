@@ -4,32 +4,18 @@
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
-#include "UVUtils/model/ActiveSurfaces.h"
+#include "UVUtils/editing/SeamEdges.h"
 #include "UVUtils/model/DealIds.h"
-#include "UVUtils/model/EdgeLists.h"
-#include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
 
 #include <algorithm>
-#include <optional>
 #include <ranges>
 
 namespace
 {
 
 using Pairs = std::span<const unsigned int>; // two ids an edge
-
-unsigned int sizeOf(const FlatEdgeList& pairs)
-{
-    return static_cast<unsigned int>(pairs.size());
-}
-
-FlatEdgeList copyOfList(const osg::GeometryPtr& geometry, kyUVTypes::TempIndexList number)
-{
-    const osg::GeoTmpIndexEditInterface list(geometry, number);
-    return {list.values().begin(), list.values().end()};
-}
 
 /// Is an edge in a list of ordered pairs, ascending by first, then second id?
 bool containsEdge(Pairs sorted, const Edge& edge)
@@ -38,30 +24,6 @@ bool containsEdge(Pairs sorted, const Edge& edge)
     const auto places = std::views::iota(std::size_t{0}, sorted.size() / 2);
     const auto found = std::ranges::lower_bound(places, edge, {}, edgeAt);
     return found != places.end() && edgeAt(*found) == edge;
-}
-
-/// The pairs whose edges pass a test.
-template <class IsKept>
-FlatEdgeList pairsWhere(Pairs pairs, const IsKept& isKept)
-{
-    FlatEdgeList kept;
-    for (std::size_t i = 0; i + 1 < pairs.size(); i += 2)
-        if (isKept(Edge(pairs[i], pairs[i + 1])))
-            kept.insert(kept.end(), {pairs[i], pairs[i + 1]});
-    return kept;
-}
-
-/// The pairs between two vertices of one surface.
-FlatEdgeList pairsOnSurfaces(Pairs pairs, const std::vector<ActiveSurface>& surfaces)
-{
-    return pairsWhere(pairs, [&](const Edge& edge) {
-        const auto next =
-            std::ranges::upper_bound(surfaces, edge.first, {}, &ActiveSurface::firstId);
-        if (next == surfaces.begin())
-            return false;
-        const ActiveSurface& surface = *std::prev(next);
-        return edge.second - surface.firstId < surface.vertexCount;
-    });
 }
 
 /// Those edges of a sorted list whose lower id is on a surface, in ids of that surface.
@@ -73,29 +35,6 @@ FlatEdgeList localEdges(const std::vector<Edge>& sorted, unsigned int firstId,
     for (auto edge = begin; edge != sorted.end() && edge->first - firstId < vertexCount; ++edge)
         local.insert(local.end(), {edge->first - firstId, edge->second - firstId});
     return local;
-}
-
-/// Where the operation on the top level writes its record.
-std::optional<TopologyOpOutData> topLevelOf(kyTopologyBridge* bridge)
-{
-    return bridge ? std::optional<TopologyOpOutData>(bridge->getImpl()) : std::nullopt;
-}
-
-TopologyOpOutData* pointerTo(std::optional<TopologyOpOutData>& out)
-{
-    return out ? &*out : nullptr;
-}
-
-/// The edges of a list in ids of a mesh. Pairs keep their order; those with a vertex that the mesh
-/// does not have drop out, since a list can be older than the mesh.
-FlatEdgeList toCompactIds(const CompactShellMesh& mesh, Pairs pairs)
-{
-    const std::size_t vertexCount = mesh.getVertFToC().size();
-    const FlatEdgeList known =
-        pairsWhere(pairs, [&](const Edge& edge) { return edge.second < vertexCount; });
-    FlatEdgeList compact;
-    mesh.mapEdgesFToC(known.data(), sizeOf(known), compact);
-    return compact;
 }
 
 } // namespace
@@ -135,10 +74,10 @@ void kyUVUtils::sewAlongEdges(const osg::GeometryPtr& geometry, const osg::NodeP
 {
     if (bridge)
         bridge->getImpl()->clear();
-    std::optional<TopologyOpOutData> out = topLevelOf(bridge);
+    const auto out = topLevelOf(bridge);
     if (!useCMesh(geometry)) {
         doSewAlongBorders(geometry, uvSet, allEdges, allCount, sewEdges, sewCount, matchUVs,
-                          pointerTo(out), nullptr);
+                          out.get(), nullptr);
         return;
     }
     const CompactMeshScope scope(geometry, node, uvSet);
@@ -151,14 +90,14 @@ void kyUVUtils::sewAlongEdges(const osg::GeometryPtr& geometry, const osg::NodeP
         return;
     std::unordered_set<Edge, EdgeHash> unsewable;
     doSewAlongBorders(mesh->getGeomPtr(), uvSet, allOfMesh.data(), sizeOf(allOfMesh),
-                      sewOfMesh.data(), sizeOf(sewOfMesh), matchUVs, pointerTo(out), &unsewable);
+                      sewOfMesh.data(), sizeOf(sewOfMesh), matchUVs, out.get(), &unsewable);
     createChildData(bridge, geometry, node);
     const FlatEdgeList sewable = pairsWhere({sewEdges, sewCount}, [&](const Edge& edge) {
         return edge.second < mesh->getVertFToC().size() &&
                !unsewable.contains(mesh->mapEdgeFToC(edge));
     });
     sewSurfaces(geometry, node, uvSet, edgesOf({allEdges, allCount}), sewable, matchUVs, bridge);
-    mesh->mapChanged(geometry, node, pointerTo(out));
+    mesh->mapChanged(geometry, node, out.get());
     scope.commit();
 }
 

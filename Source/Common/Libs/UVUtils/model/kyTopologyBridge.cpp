@@ -99,3 +99,8 @@ void TopologyOpOutData::storeAfter(const osg::GeoIndicesPtr& indices,
     *nextIndices = indices->clone();
     *nextUVConstraints = std::move(constraints);
 }
+
+std::unique_ptr<TopologyOpOutData> topLevelOf(kyTopologyBridge* bridge)
+{
+    return bridge ? std::make_unique<TopologyOpOutData>(bridge->getImpl()) : nullptr;
+}

@@ -93,3 +93,6 @@ struct TopologyOpOutData
     std::vector<unsigned int>* prevFaceMapping;
     std::vector<unsigned int>* nextFaceMapping;
 };
+
+/// The view of the top level of a bridge; null without one.
+std::unique_ptr<TopologyOpOutData> topLevelOf(kyTopologyBridge* bridge);
