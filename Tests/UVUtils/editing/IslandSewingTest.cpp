@@ -24,10 +24,11 @@ osg::GeometryPtr touchingQuads(unsigned count)
     const osg::GeometryPtr quads = quadsApart(count);
     UVs uvs;
     for (unsigned i = 0; i < 4 * count; ++i) {
-        const auto column = static_cast<float>(i / 4 + (i % 4 == 1 || i % 4 == 2 ? 1 : 0));
-        const auto row = static_cast<float>(i % 4 / 2);
+        const unsigned quad = i / 4;
+        const auto column = static_cast<float>(quad + (i % 4 == 1 || i % 4 == 2 ? 1 : 0));
+        const float row = i % 4 < 2 ? 0.F : 1.F;
         quads->getPositions()->setValue(osg::Pnt3f(column, row, 0), i);
-        uvs.emplace_back(static_cast<float>(i / 4) * 8 + column, row);
+        uvs.emplace_back(static_cast<float>(8 * quad) + column, row);
     }
     quads->setTexSlot(0, tiny::texCoords(uvs));
     return quads;
@@ -153,8 +154,9 @@ RC_GTEST_PROP(CutAndSew, OfTheSameEdgesGiveBackTheMesh, (bool useMesh))
     RC_ASSERT(countOf(node) == 25U);
     for (unsigned i = 0; i < 25; ++i) {
         const Vec2f uv = core->getTexCoords()->getValue(i);
+        const unsigned row = i / 5;
         RC_ASSERT(std::abs(uv[0] - static_cast<float>(i % 5)) < 2e-5F);
-        RC_ASSERT(std::abs(uv[1] - static_cast<float>(i / 5)) < 2e-5F);
+        RC_ASSERT(std::abs(uv[1] - static_cast<float>(row)) < 2e-5F);
     }
 }
 
