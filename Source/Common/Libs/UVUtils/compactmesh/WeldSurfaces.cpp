@@ -29,12 +29,11 @@ struct Borders
 
     bool contains(Edge edge) const
     {
-        const auto highers = highersOf[edge.first];
-        return std::find(highers.begin(), highers.end(), edge.second) != highers.end();
+        return std::ranges::binary_search(highersOf[edge.first], edge.second);
     }
 
     FlatEdgeList edges;
-    Buckets<unsigned int> highersOf; ///< [vertex] the other ends of edges whose lower id it is
+    Buckets<unsigned int> highersOf; ///< [vertex] ascending: the other ends where it is the lower
     std::vector<char> isOnBorder;    ///< [vertex]
 };
 
