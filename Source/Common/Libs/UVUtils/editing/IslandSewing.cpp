@@ -58,7 +58,7 @@ void kyUVUtils::doFindCommonBorders(const osg::GeometryPtr& geometry, const unsi
                                     unsigned int count, bool otherIslandOnly, FlatEdgeList& out)
 {
     const auto property = osg::dcast<osg::GeoPositions3f>(geometry->getPositions());
-    if (!property || property->getSize() == 0)
+    if (!property || property->getSize() == 0 || count == 0)
         return;
     const std::span<const osg::Pnt3f> positions = std::as_const(*property).values();
     std::vector<unsigned int> islandOf; // [vertex]

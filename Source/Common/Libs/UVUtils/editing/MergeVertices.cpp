@@ -96,7 +96,7 @@ void removeMergedVertices(const osg::GeometryPtr& geometry, const MergeGroups& g
     kyGeoShuffle::shuffleProperties(geometry, map.keptIds.data(), newCount, nullptr, 0, true);
     if (out)
         out->storeBefore(geometry->getIndices(), store.getUVConstraints());
-    const osg::GeoIndicesPtr indices = indicesToEdit(geometry, newCount);
+    const osg::GeoIndicesPtr indices = indicesToEdit(geometry, 0); // no id grows
     rewrite(indices, map.oldToNew);
     osg::notifyChanged(indices, geometry, osg::FieldMask::all());
     store.map(map.oldToNew); // after the notices, which can drop the lists
