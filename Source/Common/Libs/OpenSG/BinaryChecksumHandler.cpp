@@ -23,21 +23,18 @@ Word wordAt(const unsigned char* bytes)
 
 } // namespace
 
-std::uint64_t BinaryChecksumHandler::mixed(std::uint64_t lane, std::uint64_t word)
-{
-    return std::rotl(lane + word * Primes[1], 31) * Primes[0];
-}
-
 const unsigned char* BinaryChecksumHandler::takeStripes(const unsigned char* bytes,
                                                         std::size_t stripeCount, Lanes& lanes)
 {
-    Lanes local = lanes; // in registers: the bytes could be those of the lanes for all we know
-    for (; stripeCount > 0; --stripeCount)
-        for (std::uint64_t& lane : local) {
-            lane = mixed(lane, wordAt<std::uint64_t>(bytes));
-            bytes += sizeof(lane);
-        }
-    lanes = local;
+    // Four variables, not an array, so that they stay in registers.
+    auto [first, second, third, fourth] = lanes;
+    for (; stripeCount > 0; --stripeCount, bytes += StripeBytes) {
+        first = mixed(first, wordAt<std::uint64_t>(bytes));
+        second = mixed(second, wordAt<std::uint64_t>(bytes + 8));
+        third = mixed(third, wordAt<std::uint64_t>(bytes + 16));
+        fourth = mixed(fourth, wordAt<std::uint64_t>(bytes + 24));
+    }
+    lanes = {first, second, third, fourth};
     return bytes;
 }
 

@@ -3,6 +3,7 @@
 #include "OpenSG/FieldContainerPtr.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -34,7 +35,10 @@ private:
                                                          0x27D4EB2F165667C5U};
     using Lanes = std::array<std::uint64_t, LaneCount>;
 
-    static std::uint64_t mixed(std::uint64_t lane, std::uint64_t word);
+    static constexpr std::uint64_t mixed(std::uint64_t lane, std::uint64_t word)
+    {
+        return std::rotl(lane + word * Primes[1], 31) * Primes[0];
+    }
     static const unsigned char* takeStripes(const unsigned char* bytes, std::size_t stripeCount,
                                             Lanes& lanes);
     [[nodiscard]] std::uint64_t joinedLanes() const;
