@@ -61,7 +61,7 @@ void appendNumbers(std::vector<float>& numbers, const Property& property)
 {
     if (property)
         for (const auto& value : property->getValues())
-            for (unsigned int k = 0; k < 3 && k < sizeof(value) / sizeof(float); ++k)
+            for (unsigned int k = 0; k < std::decay_t<decltype(value)>::Size; ++k)
                 numbers.push_back(value[k]);
 }
 
