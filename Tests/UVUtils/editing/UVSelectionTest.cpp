@@ -70,6 +70,7 @@ RC_GTEST_PROP(UVSelection, OfAnyVerticesStandsWhenRestored, ())
                                        static_cast<unsigned int>(given.size()));
     const Lists byVertices = listsOf(node);
     RC_ASSERT(byVertices[0] == bySeeds[0] && byVertices[1] == bySeeds[1]);
+    RC_PRE(!bySeeds[0]->empty()); // nothing that is selected is restored as no selection
     kyUVUtils::restoreIslandSelection(node, slot);
     RC_ASSERT(listsOf(node) == byVertices);
 }
