@@ -133,6 +133,16 @@ TEST_P(IslandSewing, LeavesASeamWithinAnIslandOpenWhereAsked)
     EXPECT_EQ(countOf(node), 25U) << "a cut moves its sides by less than matters";
 }
 
+TEST(IslandSewing, LeavesASurfaceOpenWhereAnotherOneMakesThree)
+{
+    const osg::GeometryPtr fin = quadsApart(1);
+    for (const unsigned i : {0U, 1U, 2U, 3U})
+        fin->getPositions()->setValue(osg::Pnt3f(1, i / 2, i % 3 == 0 ? 0 : 1), i);
+    const osg::RefPtr<osg::Node> shell(shellOf({touchingQuads(3), fin}));
+    kyUVUtils::sewAllIslands(coreOf(shell), shell, UVSet0, false, false, nullptr);
+    EXPECT_EQ(surfaceOf(shell, 0)->getPositions()->getSize(), 10U) << "two of its three quads meet";
+}
+
 RC_GTEST_PROP(CutAndSew, OfTheSameEdgesGiveBackTheMesh, (bool useMesh))
 {
     kyUVUtils::setUseCompactMesh(useMesh);

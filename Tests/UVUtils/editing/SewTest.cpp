@@ -4,6 +4,7 @@
 #include "UVUtils/compactmesh/TopologySteps.h"
 #include "UVUtils/compactmesh/WeldKey.h"
 #include "UVUtils/editing/SewReference.h"
+#include "UVUtils/editing/SewVertexLess.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
@@ -135,6 +136,55 @@ RC_GTEST_PROP(Sew, MergesWhatLiesInOnePlaceAndKeepsTheRest, ())
             }
         RC_ASSERT(geometry->getTexSlot(slot)->getValue(v) == sum * (1.0F / count));
     }
+}
+
+TEST(Sew, ComparesEachSlotAsItsUseAllows)
+{
+    const struct
+    {
+        unsigned sewn;
+        bool matchUVs;
+        unsigned slot;
+        float step; ///< that two vertices differ by in the last component
+        bool isOnePlace;
+    } cases[] = {{0, false, 0, 9, true},     {0, true, 0, 9e-5F, true},  {0, true, 0, 2e-4F, false},
+                 {1, false, 1, 9, true},     {1, true, 1, 9e-5F, true},  {1, true, 1, 2e-4F, false},
+                 {2, false, 2, 9, true},     {2, false, 1, 9, true},     {2, true, 1, 9e-5F, true},
+                 {2, true, 1, 2e-4F, false}, {2, true, 2, 1e-6F, false}, {5, false, 5, 9, true},
+                 {5, true, 5, 9e-4F, true},  {0, false, 5, 2e-3F, false}};
+    for (const auto& c : cases) {
+        const osg::RefPtr<osg::Geometry> geometry(osg::Geometry::create());
+        const auto values = osg::GeoTexCoords4f::create();
+        values->resize(2);
+        values->getData()[1][3] = c.step;
+        geometry->setTexSlot(c.slot, values);
+        const SewVertexLess isLess(*geometry, static_cast<kyUVTypes::UVSet>(c.sewn), c.matchUVs);
+        EXPECT_EQ(!isLess(0, 1) && !isLess(1, 0), c.isOnePlace)
+            << "sewn " << c.sewn << ", slot " << c.slot << ", step " << c.step;
+    }
+}
+
+TEST(Sew, TellsOfItsWritesInTheirOrderAlsoWhereNothingMerges)
+{
+    const WithoutCompactMesh noMesh;
+    const osg::RefPtr<osg::Node> node(nodeOf(quad()));
+    const osg::GeometryPtr core = coreOf(node);
+    const auto narrow = osg::GeoIndicesUI16::create();
+    narrow->setValues(core->getIndices()->getValues());
+    core->setIndices(narrow);
+    core->getPositions()->resize(70000); // does not concern the indices
+    core->setTexSlot(0, tiny::texCoords(UVs(70000)));
+    setList(node, kyUVTypes::SelectedEdges, Ids{0, 1});
+    tiny::NoticeJournal journal;
+    std::vector<tiny::NoticeJournal::Notice> expected;
+    const std::initializer_list<osg::FieldContainerPtr> watched{core->getPositions(),
+                                                                core->getTexCoords(), core, narrow};
+    std::for_each(watched.begin(), watched.end(), [&](const auto& each) { journal.watch(each); });
+    for (const unsigned i : {1, 0, 1, 2, 3, 2})
+        expected.push_back({watched.begin()[i]->getId(), osg::FieldMask::all(), 1});
+    expected[3].mask = osg::Geometry::PositionsFieldMask | osg::Geometry::texSlotFieldMask(0);
+    kyUVUtils::sewAlongEdges(core, node, UVSet0, nullptr);
+    EXPECT_EQ(journal.notices, expected);
 }
 
 /// Makes charts unequal, so that no two means are the same by chance.
