@@ -40,7 +40,8 @@ osg::GeometryPtr randomSoup()
     UVs uvs;
     for (unsigned v = 0; v < vertexCount; ++v) {
         positions.emplace_back(static_cast<float>(v), 0.F, 0.F);
-        uvs.emplace_back(static_cast<float>(*rc::gen::inRange(-8, 8)) / 8, 0.125F * static_cast<float>(v));
+        uvs.emplace_back(static_cast<float>(*rc::gen::inRange(-8, 8)) / 8,
+                         0.125F * static_cast<float>(v));
     }
     const osg::GeometryPtr geometry = geometryOf(positions, triangles);
     geometry->setTexSlot(slot, tiny::texCoords(uvs));
@@ -75,6 +76,55 @@ void expectListsInRange(const osg::GeometryPtr& geometry, unsigned idCount)
     for (const UVConstraintData& data : getUVConstraints(geometry))
         for (const unsigned id : data.edgesU)
             RC_ASSERT(id < idCount);
+}
+
+/// A fan of very many triangles around vertex 0, in any order and winding, and some that cross it.
+osg::GeometryPtr randomPole(unsigned count)
+{
+    std::vector<osg::Pnt3f> positions(count + 1);
+    std::vector<Ids> triangles;
+    for (unsigned i = 0; i < count; ++i) {
+        triangles.push_back({0, i + 1, (i + 1) % count + 1});
+        if (i % 50 == 0)
+            triangles.push_back({i + 1, (7 * i) % count + 1, 0});
+    }
+    Random random(*rc::gen::arbitrary<std::uint32_t>());
+    Ids ids;
+    for (std::size_t left = triangles.size(); left > 0; --left) {
+        std::swap(triangles[left - 1], triangles[random.below(static_cast<unsigned>(left))]);
+        const Ids& corners = triangles[left - 1];
+        for (unsigned k = 0, first = random.below(3); k < 3; ++k)
+            ids.push_back(corners[(first + (left % 2 == 0 ? k : 3 - k)) % 3]);
+    }
+    return geometryOf(positions, ids);
+}
+
+RC_GTEST_PROP(Cut, FindsTheFansAtAPoleInAnyOrder, ())
+{
+    const osg::RefPtr<osg::Geometry> pole(randomPole(*rc::gen::inRange(3U, 200U)));
+    const Ids before = indicesOf(pole);
+    const unsigned count = countOf(pole);
+    const Ids edges = randomEdges(before, count);
+    const CutReference expected(before, count, edges, UVs(count));
+    doCutAlongEdges(pole, edges.data(), static_cast<unsigned>(edges.size()), true, slot, nullptr);
+    RC_ASSERT(indicesOf(pole) == expected.indices);
+}
+
+TEST(Cut, OfAShellMapsWhatItsSurfacesNameAndNotWhatItNamesItself)
+{
+    const osg::RefPtr<osg::Node> shell(twoSurfaceShell());
+    const osg::GeometryPtr first = surfaceOf(shell, 0);
+    select(coreOf(shell), {0, 2, 5, 6});
+    select(first, {1, 2, 2, 0});
+    setUVConstraints(first, {{{0, 2}, {3, 2}}});
+    kyUVUtils::cutAlongEdges(coreOf(shell), shell, slot, nullptr);
+    const auto selected = [](const osg::GeometryPtr& geometry) {
+        const auto ids = osg::GeoTmpIndexEditInterface(geometry, kyUVTypes::SelectedEdges).values();
+        return Ids(ids.begin(), ids.end());
+    };
+    EXPECT_EQ(selected(coreOf(shell)), (Ids{0, 2, 5, 6}));
+    EXPECT_EQ(selected(first), (Ids{1, 2, 2, 0, 5, 4}));
+    EXPECT_EQ(getUVConstraints(first).front(), (UVConstraintData{{0, 2, 4, 5}, {3, 5}}));
 }
 
 RC_GTEST_PROP(Cut, PartsFansOfAnyMeshAsToldAndReplays, ())

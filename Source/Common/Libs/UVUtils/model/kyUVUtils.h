@@ -176,8 +176,9 @@ public:
     ///
     /// Pairs that are no edge of the mesh or of a surface have no effect, but that a vertex whose
     /// first pair is none is not split. New vertices follow the old ones of their geometry,
-    /// ascending by the vertex that they come from. On the geometry itself and on a surface,
-    /// temporary lists and constraints name all copies of what they named.
+    /// ascending by the vertex that they come from. On a plain geometry and on each surface,
+    /// temporary lists and constraints name all copies of what they named. The lists of a shell
+    /// itself stay as they are, in the ids from before: they are stale where vertices were added.
     ///
     /// bridge  emptied, then filled with the record of the change; may be null. It stays empty
     ///         where there is nothing to cut along
