@@ -180,7 +180,7 @@ TEST(Sew, TellsOfItsWritesInTheirOrderAlsoWhereNothingMerges)
     const std::initializer_list<osg::FieldContainerPtr> watched{core->getPositions(),
                                                                 core->getTexCoords(), core, narrow};
     std::for_each(watched.begin(), watched.end(), [&](const auto& each) { journal.watch(each); });
-    for (const unsigned i : {1, 0, 1, 2, 3, 2})
+    for (const unsigned i : {1U, 0U, 1U, 2U, 3U, 2U})
         expected.push_back({watched.begin()[i]->getId(), osg::FieldMask::all(), 1});
     expected[3].mask = osg::Geometry::PositionsFieldMask | osg::Geometry::texSlotFieldMask(0);
     kyUVUtils::sewAlongEdges(core, node, UVSet0, nullptr);
