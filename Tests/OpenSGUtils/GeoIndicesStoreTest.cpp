@@ -75,7 +75,9 @@ TEST(GeoIndicesStore, FollowsVerticesThatBecomeSeveral)
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(restored(c.list, c.type, c.ids, triangles,
-                           [&](kyGeoIndicesStore& store) { store.mapCopies(sources, copies, 4); }),
+                           [&](kyGeoIndicesStore& store) {
+                               store.mapCopies(sources, copies, 4, triangles);
+                           }),
                   c.expected);
         EXPECT_EQ(restored(c.list, c.type, c.ids, triangles,
                            [](kyGeoIndicesStore& store) {

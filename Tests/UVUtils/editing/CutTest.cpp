@@ -1,8 +1,8 @@
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "OpenSGUtils/UVConstraintData.h"
-#include "UVUtils/compactmesh/TopologySteps.h"
 #include "UVUtils/editing/CutAlongEdges.h"
 #include "UVUtils/editing/CutReference.h"
+#include "UVUtils/editing/EdgeTriangles.h"
 #include "UVUtils/editing/RandomNodes.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyTopologyBridge.h"
@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <cmath>
 #include <numeric>
 
 namespace
@@ -179,6 +180,73 @@ RC_GTEST_PROP(Cut, PartsFansOfAnyMeshAsToldAndReplays, ())
     RC_ASSERT(indicesOf(geometry) == expected.indices);
     RC_ASSERT(geometry->getPositions()->getValues() == positions);
     RC_ASSERT(getUVConstraints(geometry) == constraintsAfter);
+}
+
+TEST(Cut, OfASlitOrAlongABorderSplitsNothingAndIsRecordedAsSuch)
+{
+    const WithoutCompactMesh noMesh;
+    const osg::RefPtr<osg::Node> node(nodeOf(quad()));
+    const osg::GeometryPtr geometry = coreOf(node);
+    kyTopologyBridge bridge;
+    kyUVUtils::cutAlongEdges(geometry, node, slot, &bridge);
+    EXPECT_TRUE(bridge.getImpl()->next.shuffle.empty()) << "null list";
+    select(geometry, {0, 1, 3, 3, 1, 3, 7, 0, 2});
+    kyUVUtils::cutAlongEdges(geometry, node, slot, &bridge);
+    for (const kyTopologyData& data : {bridge.getImpl()->next, bridge.getImpl()->prev}) {
+        EXPECT_EQ(data.shuffle, (Ids{0, 1, 2, 3}));
+        EXPECT_EQ(data.indices->getValues(), (Ids{0, 1, 2, 0, 2, 3}));
+        EXPECT_NE(data.indices, geometry->getIndices());
+    }
+    select(geometry, {});
+    kyUVUtils::cutAlongEdges(geometry, node, slot, &bridge);
+    EXPECT_TRUE(bridge.getImpl()->next.shuffle.empty()) << "a bridge is emptied first";
+}
+
+TEST(Cut, GivesWiderIndicesAndTellsOfThem)
+{
+    const osg::RefPtr<osg::Geometry> geometry(quad());
+    const auto narrow = osg::GeoIndicesUI16::create();
+    narrow->setValues(geometry->getIndices()->getValues());
+    geometry->setIndices(narrow);
+    geometry->getPositions()->resize(65535);
+    geometry->setTexSlot(slot,
+                         tiny::texCoords({Vec2f(0, 0), Vec2f(1, 0), Vec2f(1, NAN), Vec2f(0, 1)}));
+    kyTopologyBridge bridge;
+    TopologyOpOutData out(bridge.getImpl());
+    const Ids diagonal{0, 2};
+    tiny::NoticeJournal journal;
+    journal.watch(geometry);
+    journal.watch(geometry->getTexSlot(slot));
+    doCutAlongEdges(geometry, diagonal.data(), 2, true, slot, &out);
+    EXPECT_EQ(indicesOf(geometry), (Ids{0, 1, 2, 65535, 65536, 3}));
+    EXPECT_TRUE(osg::dcast<osg::GeoIndicesUI32>(geometry->getIndices()));
+    EXPECT_TRUE(osg::dcast<osg::GeoIndicesUI16>(out.prevIndices->get()));
+    const UVs uvs = kyUVUtils::getUVValuesLocal(geometry, slot);
+    EXPECT_LT((uvs[0] - Vec2f(1.19e-5F, 0)).length(), 1e-6F) << "no way to a UV that is none";
+    const auto slotMask = osg::Geometry::PositionsFieldMask | osg::Geometry::TexCoordsFieldMask;
+    ASSERT_EQ(journal.notices.size(), 4U);
+    EXPECT_EQ(journal.notices[1].mask, slotMask) << "copied";
+    EXPECT_EQ(journal.notices[2].id, geometry->getTexSlot(slot)->getId()) << "moved apart";
+    EXPECT_TRUE((journal.notices[3].mask & osg::Geometry::IndicesFieldMask).any());
+}
+
+TEST(Cut, OfAShellPassesOverPairsOfTwoSurfacesAndBeyond)
+{
+    const osg::RefPtr<osg::Node> shell(twoSurfaceShell());
+    select(coreOf(shell), {1, 6, 0, 8, 6, 4, 77});
+    kyUVUtils::cutAlongEdges(coreOf(shell), shell, slot, nullptr);
+    EXPECT_EQ(indicesOf(surfaceOf(shell, 0)), (Ids{0, 1, 2, 0, 2, 3}));
+    EXPECT_EQ(countOf(surfaceOf(shell, 1)), 6U);
+}
+
+TEST(EdgeTriangles, StandAtEachEdge)
+{
+    std::unordered_map<Edge, std::vector<int>, EdgeHash> trianglesOfEdge{{Edge(7, 8), {9}}};
+    fillEdgeTrianglesMap(trianglesOfEdge, quad()->getIndices());
+    EXPECT_EQ(trianglesOfEdge.size(), 5U);
+    EXPECT_EQ(trianglesOfEdge[Edge(2, 0)], (std::vector<int>{0, 1}));
+    fillEdgeTrianglesMap(trianglesOfEdge, tiny::indices({0, 1}));
+    EXPECT_TRUE(trianglesOfEdge.empty());
 }
 
 } // namespace

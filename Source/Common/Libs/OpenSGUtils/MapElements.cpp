@@ -223,6 +223,12 @@ NewElements findAmong(std::span<const Id> ids, const std::vector<Copy>& copies)
     return found;
 }
 
+NewElements findNewElements(const std::vector<Copy>& copies,
+                            std::span<const unsigned int> triangles)
+{
+    return copies.empty() ? NewElements() : findAmong(triangles, copies);
+}
+
 NewElements findNewElements(const std::vector<Copy>& copies, const osg::GeoIndicesPtr& indices)
 {
     if (copies.empty())
@@ -297,12 +303,12 @@ Ids pointsInNewIds(const Ids& ids, const CopiesOf& copiesOf)
     return out;
 }
 
-template <class CopiesOf>
-void mapThrough(std::span<ElementList> lists, const CopiesOf& copiesOf,
-                const osg::GeoIndicesPtr& indices)
+/// triangles  where the edges and triangles are that split ones can have become
+template <class CopiesOf, class Triangles>
+void mapThrough(std::span<ElementList> lists, const CopiesOf& copiesOf, const Triangles& triangles)
 {
     const Ids sought = verticesOfSplit(lists, copiesOf);
-    const NewElements found = findNewElements(copiesOfAll(sought, copiesOf), indices);
+    const NewElements found = findNewElements(copiesOfAll(sought, copiesOf), triangles);
     for (ElementList& list : lists) {
         if (list.idsPerElement == 2)
             list.ids = elementsInNewIds<2>(list.ids, copiesOf, found.edges);
@@ -389,9 +395,9 @@ void mapToCopies(std::span<ElementList> lists, const std::vector<std::vector<uns
 }
 
 void mapToCopies(std::span<ElementList> lists, const AddedCopies& added,
-                 const osg::GeoIndicesPtr& indices)
+                 std::span<const unsigned int> triangles)
 {
-    mapThrough(lists, FewCopies(added), indices);
+    mapThrough(lists, FewCopies(added), triangles);
 }
 
 void mapToOne(std::span<ElementList> lists, std::span<const unsigned int> newIds)

@@ -26,8 +26,9 @@ struct AddedCopies
 /// indices  the triangles in new ids
 void mapToCopies(std::span<ElementList> lists, const std::vector<std::vector<unsigned int>>& newIds,
                  const osg::GeoIndicesPtr& indices);
+/// triangles  those that name a source or a copy, in new ids; repeats allowed
 void mapToCopies(std::span<ElementList> lists, const AddedCopies& added,
-                 const osg::GeoIndicesPtr& indices);
+                 std::span<const unsigned int> triangles);
 
 /// newIds  [old id]
 void mapToOne(std::span<ElementList> lists, std::span<const unsigned int> newIds);

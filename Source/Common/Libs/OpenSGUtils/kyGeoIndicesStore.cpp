@@ -68,10 +68,11 @@ void kyGeoIndicesStore::map(const std::vector<std::vector<unsigned int>>& newIds
 }
 
 void kyGeoIndicesStore::mapCopies(std::span<const unsigned int> sources,
-                                  std::span<const unsigned int> copies, unsigned int oldCount)
+                                  std::span<const unsigned int> copies, unsigned int oldCount,
+                                  std::span<const unsigned int> triangles)
 {
     if (!isEmpty())
-        mapToCopies(elements_, AddedCopies{sources, copies, oldCount}, geometry_->getIndices());
+        mapToCopies(elements_, AddedCopies{sources, copies, oldCount}, triangles);
 }
 
 void kyGeoIndicesStore::map(const std::vector<unsigned int>& newIds)

@@ -49,8 +49,11 @@ public:
     void map(const std::vector<std::vector<unsigned int>>& newIds);
     /// The same where vertices keep their ids and just some get copies behind the last one:
     /// copies[k] is made from sources[k]. Sources ascend; a source stands once for each copy.
+    ///
+    /// triangles  those that name a source or a copy, in new ids, in any order, repeats allowed:
+    ///            what was split is sought among these, so that all the others need no look
     void mapCopies(std::span<const unsigned int> sources, std::span<const unsigned int> copies,
-                   unsigned int oldCount);
+                   unsigned int oldCount, std::span<const unsigned int> triangles);
 
     /// Vertices become one: newIds is [old id] its new id. Edges and triangles of which two ends
     /// come together go. Of points, edges and triangles that were different ones and become the

@@ -3,7 +3,8 @@
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/WritableProperty.h"
 
-#include <numeric>
+#include <algorithm>
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -13,20 +14,26 @@ namespace kyGeoShuffle
 namespace
 {
 
-/// The copying form as a rearranging one: the old vertex of each new one.
-std::vector<unsigned int> sourceOfVertex(std::span<const unsigned int> ids,
-                                         std::span<const unsigned int> targets,
-                                         unsigned int newCount)
+/// Gives a property that many elements and copies some of its old ones, whatever they are: just
+/// those are touched, unless the property has to grow out of its memory.
+void copyElements(osg::GeoProperty& property, std::span<const unsigned int> sources,
+                  std::span<const unsigned int> targets, unsigned int newCount)
 {
-    std::vector<unsigned int> sources(newCount);
-    std::iota(sources.begin(), sources.end(), 0U);
-    for (std::size_t i = 0; i < ids.size(); ++i)
+    const std::size_t stride = property.getStride();
+    const auto elementsOf = [&] { return static_cast<std::byte*>(property.getData()); };
+    std::vector<std::byte> copies(stride * sources.size());
+    for (std::size_t i = 0; i < sources.size(); ++i)
+        if (sources[i] < property.getSize())
+            std::copy_n(elementsOf() + stride * sources[i], stride, copies.data() + stride * i);
+    property.resize(newCount);
+    for (std::size_t i = 0; i < sources.size(); ++i)
         if (targets[i] < newCount)
-            sources[targets[i]] = ids[i];
-    return sources;
+            std::copy_n(copies.data() + stride * i, stride, elementsOf() + stride * targets[i]);
 }
 
-void gatherProperties(const osg::GeometryPtr& geometry, std::span<const unsigned int> sources)
+/// `rewrite` gives one property its new elements.
+template <class Rewrite>
+void rewriteProperties(const osg::GeometryPtr& geometry, const Rewrite& rewrite)
 {
     osg::FieldMask written;
     std::vector<osg::RefPtr<osg::GeoProperty>> properties; // held, since a notice may replace them
@@ -35,7 +42,7 @@ void gatherProperties(const osg::GeometryPtr& geometry, std::span<const unsigned
         if (!property || property->getSize() == 0)
             continue;
         properties.push_back(osg::writable(property));
-        properties.back()->gather(sources);
+        rewrite(*properties.back());
         geometry->setVertexProperty(n, properties.back());
         written |= osg::Geometry::vertexPropertyFieldMask(n);
     }
@@ -55,9 +62,11 @@ void shuffleProperties(const osg::GeometryPtr& geometry, const unsigned int* ids
         return;
     const std::span sources(ids, count);
     if (rearrange)
-        gatherProperties(geometry, sources);
+        rewriteProperties(geometry, [&](osg::GeoProperty& property) { property.gather(sources); });
     else
-        gatherProperties(geometry, sourceOfVertex(sources, std::span(targets, count), newCount));
+        rewriteProperties(geometry, [&](osg::GeoProperty& property) {
+            copyElements(property, sources, std::span(targets, count), newCount);
+        });
 }
 
 } // namespace kyGeoShuffle

@@ -21,7 +21,8 @@ namespace kyGeoShuffle
 ///
 /// A property that others hold too is replaced, any other one rewritten in place. One notice goes
 /// out for each property and one for the geometry, with the fields of those properties. Does
-/// nothing for a null geometry. Linear in vertices times properties.
+/// nothing for a null geometry. Linear in vertices times properties; in the copying form a property
+/// that nobody else holds grows in place, so that the cost follows the number of ids.
 void shuffleProperties(const osg::GeometryPtr& geometry, const unsigned int* ids,
                        unsigned int count, const unsigned int* targets, unsigned int newCount,
                        bool rearrange);

@@ -77,6 +77,19 @@ void writeIndices(const osg::GeometryPtr& geometry, const CutRings& rings,
     osg::notifyChanged(indices, osg::FieldMask::all());
 }
 
+/// The triangles at cut vertices, as they are now.
+std::vector<unsigned int> trianglesAt(const CutRings& rings, const osg::GeoIndicesPtr& indices)
+{
+    std::vector<unsigned int> triangles;
+    osg::withIndices(indices, [&](const auto ids) {
+        for (const CutCorner& corner : rings.items()) {
+            const auto triangle = ids.subspan(corner.place - corner.place % 3, 3);
+            triangles.insert(triangles.end(), triangle.begin(), triangle.end());
+        }
+    });
+    return triangles;
+}
+
 /// Moves each side of a vertex that was split a little into its direction.
 void moveSidesApart(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set, const CutVertices& cut,
                     const CutSides& sides, const NewVertices& vertices)
@@ -146,7 +159,9 @@ void doCutAlongEdges(const osg::GeometryPtr& geometry, const unsigned int* edges
     if (uvs)
         moveSidesApart(geometry, set, cut, sides, vertices);
     osg::notifyChanged(geometry, vertexAndIndexFields());
-    store.mapCopies(vertices.sourceIds, vertices.newIds, oldCount);
+    if (!store.isEmpty())
+        store.mapCopies(vertices.sourceIds, vertices.newIds, oldCount,
+                        trianglesAt(rings, geometry->getIndices()));
     store.restore();
     if (out)
         out->storeAfter(geometry->getIndices(), store.getUVConstraints());

@@ -25,23 +25,26 @@ struct CutTriangle
     unsigned int cutVertices[3]; ///< noCutVertex for other vertices
 };
 
+/// [vertex] 1 or 0, a byte each: this is looked up for every corner of the mesh.
+using Flags = std::vector<unsigned char>;
+
 /// Where the triangles with a flagged corner begin.
 template <class Id>
-std::vector<unsigned int> placesOfFlagged(std::span<const Id> triangles,
-                                          const std::vector<bool>& isFlagged)
+std::vector<unsigned int> placesOfFlagged(std::span<const Id> triangles, const Flags& isFlagged)
 {
     std::vector<unsigned int> places;
     for (std::size_t i = 0; i + 3 <= triangles.size(); i += 3)
-        if (isFlagged[triangles[i]] || isFlagged[triangles[i + 1]] || isFlagged[triangles[i + 2]])
+        if ((isFlagged[triangles[i]] | isFlagged[triangles[i + 1]] | isFlagged[triangles[i + 2]]) !=
+            0)
             places.push_back(static_cast<unsigned int>(i));
     return places;
 }
 
-std::vector<bool> flagsOf(const std::vector<unsigned int>& ids, unsigned int vertexCount)
+Flags flagsOf(const std::vector<unsigned int>& ids, unsigned int vertexCount)
 {
-    std::vector<bool> isFlagged(vertexCount);
+    Flags isFlagged(vertexCount);
     for (const unsigned int id : ids)
-        isFlagged[id] = true;
+        isFlagged[id] = 1;
     return isFlagged;
 }
 
