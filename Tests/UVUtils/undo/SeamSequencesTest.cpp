@@ -202,6 +202,34 @@ bool isAsBuilt(const osg::NodePtr& node)
     return std::find(isOnSurface.begin(), isOnSurface.end(), false) == isOnSurface.end();
 }
 
+/// Do the triangles at each vertex of a surface hang together there through edges? Where they touch
+/// in the vertex alone, a cut of another surface can part on the mesh what stays one vertex here;
+/// the mesh follows the surface then, and a fresh one welds otherwise.
+bool haveOneFanAVertex(const osg::NodePtr& node)
+{
+    for (const ActiveSurface& surface : activeSurfaces(node)) {
+        std::map<unsigned int, std::vector<Edge>> cornersAt; // the other two vertices
+        const Ids ids = surface.geometry->getIndices()->getValues();
+        for (std::size_t i = 0; i < ids.size(); i += 3)
+            for (std::size_t k = 0; k < 3; ++k)
+                cornersAt[ids[i + k]].emplace_back(ids[i + (k + 1) % 3], ids[i + (k + 2) % 3]);
+        for (auto& [vertex, corners] : cornersAt) {
+            std::set<unsigned int> reached{corners.front().first};
+            for (bool grows = true; grows;)
+                grows = std::erase_if(corners, [&](const Edge& corner) {
+                            const bool isJoined =
+                                reached.contains(corner.first) || reached.contains(corner.second);
+                            if (isJoined)
+                                reached.insert({corner.first, corner.second});
+                            return isJoined;
+                        }) > 0;
+            if (!corners.empty())
+                return false;
+        }
+    }
+    return true;
+}
+
 /// A UV edit as a step of the stack.
 class EditUVs : public kyUndoCommand
 {
@@ -399,10 +427,11 @@ private:
         kyUVUtils::makeIndexForAllVertices(core(), node_);
     }
 
-    void checkMesh() const
+    void checkMesh()
     {
         const bool isShell = core()->getGeometryType() == osg::Geometry::ShellType;
-        if (isExact_ && isShell && isAsBuilt(node_))
+        isFollowed_ = isFollowed_ && haveOneFanAVertex(node_);
+        if (isExact_ && isShell && isFollowed_ && isAsBuilt(node_))
             steps::expectSameAsFreshBuild(node_);
     }
 
@@ -417,6 +446,7 @@ private:
     osg::RefPtr<osg::Node> node_;
     Random random_;
     bool isExact_;
+    bool isFollowed_ = haveOneFanAVertex(node_); ///< at each step so far
     kyUndoStack& stack_ = kyUndoStack::get(0);
     std::vector<Step> steps_;
     std::size_t done_ = 0;
