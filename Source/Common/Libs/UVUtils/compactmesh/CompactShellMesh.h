@@ -49,7 +49,8 @@ public:
     static CompactShellMesh* getCMesh(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                                       kyUVTypes::UVSet set);
 
-    /// Would getCMesh have to build the mesh for this slot, since there is none or it is out of date?
+    /// Would getCMesh have to build the mesh for this slot, since there is none or it is out of
+    /// date?
     static bool isBuildDue(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set);
 
     /// The mesh itself: a plain geometry of triangles with positions and UVs in getSlot().

@@ -3,7 +3,6 @@
 
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/editing/IslandLabels.h"
-#include "UVUtils/editing/kyUVSelection.h"
 #include "UVUtils/model/IndexView.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -208,17 +207,4 @@ void kyUVUtils::findUVIslands(const osg::GeometryPtr& geometry, const osg::NodeP
                  [mesh](const unsigned int* list, unsigned int size, Ids& out) {
                      mesh->mapVertsCToF(list, size, out, false);
                  });
-}
-
-std::vector<unsigned int> kyUVUtils::getAllIslandSeeds(const osg::GeometryPtr& geometry,
-                                                       const osg::NodePtr& node,
-                                                       kyUVTypes::UVSet uvSet)
-{
-    Ids triangles;
-    Ids triangleCounts;
-    Ids vertices;
-    Ids vertexCounts;
-    findUVIslands(geometry, node, uvSet, nullptr, 0, false, triangles, triangleCounts, vertices,
-                  vertexCounts);
-    return kyUVSelection::getIslandsSeeds(vertexCounts, vertices);
 }

@@ -98,3 +98,16 @@ kyUVSelection::getIslandsSeeds(const std::vector<unsigned int>& islandVertCounts
     }
     return seeds;
 }
+
+std::vector<unsigned int> kyUVUtils::getAllIslandSeeds(const osg::GeometryPtr& geometry,
+                                                       const osg::NodePtr& node,
+                                                       kyUVTypes::UVSet uvSet)
+{
+    Ids triangles;
+    Ids triangleCounts;
+    Ids vertices;
+    Ids vertexCounts;
+    findUVIslands(geometry, node, uvSet, nullptr, 0, false, triangles, triangleCounts, vertices,
+                  vertexCounts);
+    return kyUVSelection::getIslandsSeeds(vertexCounts, vertices);
+}
