@@ -9,12 +9,12 @@
 // bridge: whether the sew leaves a record for an undo. stale: whether the border list has to be
 // made first, as it has right after a cut.
 
+#include "FreshBuild.h"
 #include "RatioTimer.h"
 #include "SeamEdges.h"
 #include "ShellMeshes.h"
 
 #include "OpenSG/ChangeNotice.h"
-#include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -49,21 +49,6 @@ struct FlagPass
 
     std::vector<unsigned int> triangles;
     std::vector<char> isFlagged;
-};
-
-/// The first build of a mesh, as often as wanted. One that was built before keeps tables that make
-/// the next build quicker.
-class FreshBuild
-{
-public:
-    void makeReady()
-    {
-        shell_ = bench::sheetShell(triangleCount, surfaceCount, bench::WeldedBorders);
-    }
-    void operator()() const { CompactShellMesh::getCMesh(bench::coreOf(shell_), shell_, slot); }
-
-private:
-    osg::RefPtr<osg::Node> shell_;
 };
 
 template <class Reference>
@@ -109,7 +94,7 @@ void sewPlain(benchmark::State& state)
 void sewShell(benchmark::State& state)
 {
     const auto sheet = bench::sheetShell(triangleCount, surfaceCount, bench::WeldedBorders);
-    FreshBuild freshBuild;
+    bench::FreshBuild freshBuild(triangleCount, surfaceCount, slot);
     measureSew(state, sheet, freshBuild);
 }
 
