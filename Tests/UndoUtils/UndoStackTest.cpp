@@ -233,7 +233,8 @@ RC_GTEST_FIXTURE_PROP(UndoStack, LeadsToEveryStateInBothDirections, ())
         if (action == Wait) {
             time += 0.3;
         } else if (action == Add) {
-            stack.add(new SetNumber(number, ++next, key));
+            const auto* kept = stack.add(new SetNumber(number, ++next, key));
+            RC_ASSERT(kept == stack.command(stack.index() - 1)); // not the one that was taken in
             if (key == model.lastKey && time - model.lastTime <= 0.5)
                 model.values[model.done] = next;
             else

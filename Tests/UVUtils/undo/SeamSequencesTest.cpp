@@ -345,9 +345,9 @@ private:
         Step step;
         step.before = stateOf(node_);
         if (isCut)
-            kyUVUtils::cutAlongEdgesUndo({node_}, UVSet0);
+            kyUVUtils::cutAlongEdgesUndo({osg::NullFC, node_, coreless_}, UVSet0);
         else
-            kyUVUtils::sewAlongEdgesUndo({node_}, UVSet0);
+            kyUVUtils::sewAlongEdgesUndo({coreless_, node_}, UVSet0);
         checkMesh();
         renewLists();
         step.after = stateOf(node_);
@@ -444,6 +444,7 @@ private:
     }
 
     osg::RefPtr<osg::Node> node_;
+    const osg::RefPtr<osg::Node> coreless_{osg::Node::create()}; ///< is passed over
     Random random_;
     bool isExact_;
     bool isFollowed_ = haveOneFanAVertex(node_); ///< at each step so far

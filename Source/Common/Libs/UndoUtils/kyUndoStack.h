@@ -34,11 +34,13 @@ public:
     /// A redo that throws leaves the stack as it was, and the command is gone.
     ///
     /// Returns the command that is now on the stack: the one before it, if that took it in. Null
-    /// for a null command, which does nothing.
+    /// for a null command, which does nothing, and for one that is dropped since another is
+    /// running.
     kyUndoCommandBase* add(kyUndoCommandBase* command);
 
     /// Opens a step with that text: the commands that are added until endMultiCommand belong to it.
-    /// Inside an open step it opens a multi command that becomes a part of it.
+    /// Inside an open step it opens a multi command that becomes a part of it. Steps that were
+    /// undone go.
     ///
     /// merge  whether the step may become a part of the one before it when it is closed
     void beginMultiCommand(const QString& text, const QString& description, bool merge);

@@ -11,7 +11,7 @@
 ///
 /// Islands, and the order of triangles and vertices, are those of kyUVUtils::findUVIslands. A
 /// geometry without triangles, and one that is not valid, has no islands: the lists are empty then,
-/// not null.
+/// but for seeds that were given, and not null.
 class kyUVSelection
 {
 public:

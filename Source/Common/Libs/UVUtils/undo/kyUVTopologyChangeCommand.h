@@ -19,9 +19,9 @@
 /// the first redo does nothing.
 ///
 /// Undo and redo replay only onto the triangles that this command left. If those of the geometry
-/// are others by now, or a surface was hidden or shown since, they do nothing, without a word.
-/// Otherwise "VESelectionChanged" tells the application. An operation that changed nothing leaves
-/// empty records, which fit no geometry.
+/// are others by now, or a surface was hidden or shown since, they do nothing, without a word; see
+/// IndexChecksum.h for what is compared. Otherwise "VESelectionChanged" tells the application. An
+/// operation that had nothing to work on leaves empty records, which fit no triangles.
 ///
 /// A geometry or node that is gone counts as null; neither is kept alive.
 class kyUVTopologyChangeCommand : public kyUndoCommand
