@@ -46,7 +46,7 @@ RC_GTEST_PROP(TopologySteps, LeaveTheMeshAFreshBuildWouldMakeAndReplayBitForBit,
 {
     const auto seed = *rc::gen::arbitrary<std::uint32_t>();
     Random random(seed);
-    const auto shell = steps::randomManifoldShell(seed);
+    const auto shell = randomManifoldShell(seed);
     const osg::GeometryPtr core = coreOf(shell);
     steps::expectSameAsFreshBuild(shell);
     const auto stepCount = random.between(1, 4);

@@ -172,38 +172,7 @@ void expectTranslationGoesThereAndBack(const CompactShellMesh& mesh, const State
         }
 }
 
-/// Is no edge, wherever it lies, of more than two triangles, and no triangle without area? Of three
-/// triangles at an edge, a build welds the two that are left when one is lifted.
-bool isManifold(const osg::NodePtr& shell)
-{
-    using Place = std::array<float, 3>;
-    std::map<std::pair<Place, Place>, int> useOfEdge;
-    for (const ActiveSurface& surface : activeSurfaces(shell)) {
-        const Ids ids = surface.geometry->getIndices()->getValues();
-        const auto placeOf = [&](std::size_t i) -> Place {
-            const osg::Pnt3f p = surface.geometry->getPositions()->getValue(ids[i]);
-            return {p[0], p[1], p[2]};
-        };
-        for (std::size_t i = 0; i < ids.size(); ++i) {
-            const auto edge = std::minmax({placeOf(i), placeOf(i % 3 == 2 ? i - 2 : i + 1)});
-            if (edge.first == edge.second || ++useOfEdge[edge] > 2)
-                return false;
-        }
-    }
-    return true;
-}
-
 } // namespace
-
-osg::RefPtr<osg::Node> randomManifoldShell(std::uint32_t seed)
-{
-    ShellTraits traits;
-    traits.nearlyEqual = traits.extraSheets = false;
-    auto shell = randomShell(seed, kyUVTypes::UVSet0, traits);
-    while (!isManifold(shell))
-        shell = randomShell(++seed, kyUVTypes::UVSet0, traits);
-    return shell;
-}
 
 bool areTrianglesDistinct(const osg::NodePtr& shell)
 {

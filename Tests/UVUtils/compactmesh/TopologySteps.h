@@ -14,10 +14,6 @@
 namespace steps
 {
 
-/// A random shell on which a fresh build welds what the mesh kept up has welded: with at most two
-/// triangles at an edge, and nothing that is nearly equal.
-osg::RefPtr<osg::Node> randomManifoldShell(std::uint32_t seed);
-
 /// Has no triangle of the mesh the same corners as another?
 bool areTrianglesDistinct(const osg::NodePtr& shell);
 

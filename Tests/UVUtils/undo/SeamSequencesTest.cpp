@@ -464,7 +464,7 @@ void runHistory(const osg::RefPtr<osg::Node>& node, std::uint32_t seed, bool isE
 RC_GTEST_PROP(SeamSequences, OnShellsLeadBackBitForBit, ())
 {
     const auto seed = *rc::gen::arbitrary<std::uint32_t>();
-    runHistory(steps::randomManifoldShell(seed), seed, true);
+    runHistory(randomManifoldShell(seed), seed, true);
 }
 
 RC_GTEST_PROP(SeamSequences, OnShellsOfAnyKindLeadBackWithinTheTolerancesOfASew, ())
