@@ -104,22 +104,25 @@ std::optional<VertexLinks> linkThroughTriangles(std::span<const unsigned int> tr
 void linkLooseVertices(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,
                        kyUVTypes::UVSet set, std::vector<unsigned int>& vertFToC)
 {
-    const std::vector<LooseVertex> ofSurfaces = looseVertices(surfaces, set, vertFToC);
-    if (ofSurfaces.empty())
+    if (std::find(vertFToC.begin(), vertFToC.end(), noCompactId) == vertFToC.end())
         return;
-    const std::vector<LooseVertex> ofMesh = looseVertices(mesh, set, vertFToC);
-    for (const LooseVertex& vertex : ofSurfaces) {
-        vertFToC[vertex.id] = 0;
-        for (const std::ptrdiff_t bitCount : {5, 3, 0}) { // position and UV, position, any
-            const auto there = alike(ofMesh, vertex, bitCount);
+    const std::vector<LooseVertex> allOfMesh = looseVertices(mesh, set, vertFToC);
+    // What agrees more closely is linked first and leaves the others to one another: two surface
+    // vertices with one link would share their UVs from here on.
+    for (const std::ptrdiff_t bitCount : {5, 3, 0}) { // position and UV, position, any
+        const std::vector<LooseVertex> ofSurfaces = looseVertices(surfaces, set, vertFToC);
+        const std::vector<LooseVertex> ofMesh = looseVertices(mesh, set, vertFToC);
+        for (const LooseVertex& vertex : ofSurfaces) {
+            const auto left = alike(ofMesh, vertex, bitCount);
+            const auto there = left.empty() ? alike(allOfMesh, vertex, bitCount) : left;
             if (there.empty())
                 continue;
             const auto here = alike(ofSurfaces, vertex, bitCount);
             const auto rank = static_cast<std::size_t>(&vertex - here.data());
             vertFToC[vertex.id] = there[std::min(rank, there.size() - 1)].id;
-            break;
         }
     }
+    std::replace(vertFToC.begin(), vertFToC.end(), noCompactId, 0U);
 }
 
 bool agreeInPosition(const std::vector<ActiveSurface>& surfaces, const osg::Geometry& mesh,
