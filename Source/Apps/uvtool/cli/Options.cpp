@@ -6,6 +6,7 @@
 #include "cli/SeamArguments.h"
 #include "document/Format.h"
 #include "picture/LayoutPicture.h"
+#include "picture/SurfacePicture.h"
 
 #include <CLI/CLI.hpp>
 
@@ -31,6 +32,8 @@ void addCommonOptions(CLI::App& command, CommonOptions& common)
     command.add_flag("--shell", common.shell, "Take the meshes as the surfaces of one shell");
     command.add_flag("--json", common.json, "Print the report as one JSON object");
     command.add_option("--picture", common.picture, "Draw the UV layout: FILE.png or FILE.svg");
+    command.add_option("--view", common.view,
+                       "Render the mesh with a checker by its UVs, and its seams: FILE.png");
     CLI::Option* const quiet =
         command.add_flag("--quiet", common.quiet, "Print errors only to standard error");
     command.add_flag("--verbose", common.verbose, "Print what the library says as well")
@@ -69,6 +72,8 @@ void checkTogether(const Options& options)
             "--shell: shells are not supported; leave it out to work on each geometry by itself");
     if (!options.common.picture.empty() && !isPictureFormat(options.common.picture))
         refuse("--picture: \"" + options.common.picture.string() + "\" must end in .png or .svg");
+    if (!options.common.view.empty() && !isSurfacePictureFormat(options.common.view))
+        refuse("--view: \"" + options.common.view.string() + "\" must end in .png");
     if (!options.writesMesh())
         return;
     const FormatTraits format = traitsOfFormat(options.output);

@@ -20,7 +20,8 @@ struct CommonOptions
     std::size_t slot = 0;
     std::optional<std::size_t> geometry; ///< one of the file's; all without
     bool shell = false;                  ///< those of the file are surfaces of a single one
-    std::filesystem::path picture;       ///< empty for none
+    std::filesystem::path picture;       ///< of the layout; empty for none
+    std::filesystem::path view;          ///< picture of the mesh; empty for none
     bool json = false;
     bool quiet = false;
     bool verbose = false;

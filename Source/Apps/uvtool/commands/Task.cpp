@@ -4,6 +4,7 @@
 #include "document/Format.h"
 #include "document/OutputFile.h"
 #include "picture/LayoutPicture.h"
+#include "picture/SurfacePicture.h"
 #include "report/JsonReport.h"
 #include "report/Remarks.h"
 #include "report/TextReport.h"
@@ -93,21 +94,27 @@ void Task::run(const std::function<void()>& work, const std::function<void()>& t
     tell();
 }
 
-void Task::draw(const UVLayout& layout, const std::vector<UVBox>& boxes)
+void Task::draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes)
 {
-    if (options.common.picture.empty())
+    const CommonOptions& common = options.common;
+    if (common.picture.empty() && common.view.empty())
         return;
-    PictureOptions picture;
-    picture.title = options.common.input.filename().string();
-    picture.boxes = boxes;
     const Stopwatch watch;
-    drawLayout(layout, picture, options.common.picture);
+    if (!common.picture.empty()) {
+        PictureOptions picture;
+        picture.title = common.input.filename().string();
+        picture.boxes = boxes;
+        drawLayout(layout, picture, common.picture);
+    }
+    if (!common.view.empty())
+        drawSurface(surfaceOf(document, chosen, layout), common.view);
     report.stages.emplace_back("draw", watch.seconds());
 }
 
 void Task::probeOutputs() const
 {
-    for (const std::filesystem::path& file : {options.output, options.common.picture})
+    for (const std::filesystem::path& file :
+         {options.output, options.common.picture, options.common.view})
         if (!file.empty())
             OutputFile::probe(file);
 }

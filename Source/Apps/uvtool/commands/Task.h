@@ -5,8 +5,8 @@
 #include "cli/ProgressBar.h"
 #include "cli/Stopwatch.h"
 #include "document/Document.h"
+#include "layout/DocumentLayout.h"
 #include "layout/UVBox.h"
-#include "layout/UVLayout.h"
 #include "report/Report.h"
 
 #include "Utils/kyStackedProgress.h"
@@ -58,8 +58,9 @@ public:
     /// Fails where the files that were asked for cannot be written, before any work is done.
     void probeOutputs() const;
 
-    /// Draws the layout, where a picture was asked for; `boxes` as in PictureOptions.
-    void draw(const UVLayout& layout, const std::vector<UVBox>& boxes);
+    /// Draws the layout, and the mesh with it, where such pictures were asked for; `boxes` as in
+    /// PictureOptions.
+    void draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes);
 
 private:
     void finish(Outcome outcome, const std::string& error);

@@ -1,5 +1,7 @@
 #include "document/Triangulate.h"
 
+#include "document/Vec3Math.h"
+
 #include <cmath>
 #include <span>
 
@@ -14,27 +16,13 @@ constexpr double leastAreaShare = 1e-9;
 
 using Corners = std::span<const Vec3d>;
 
-Vec3d minus(const Vec3d& a, const Vec3d& b)
-{
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-
-Vec3d cross(const Vec3d& a, const Vec3d& b)
-{
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-
-double dot(const Vec3d& a, const Vec3d& b)
-{
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
 /// Twice the area of the polygon along its mean normal (Newell), relative to the first corner.
 Vec3d areaNormal(Corners corners)
 {
     Vec3d sum{};
     for (std::size_t i = 1; i + 1 < corners.size(); ++i) {
-        const Vec3d part = cross(minus(corners[i], corners[0]), minus(corners[i + 1], corners[0]));
+        const Vec3d part =
+            cross(difference(corners[i], corners[0]), difference(corners[i + 1], corners[0]));
         for (std::size_t k = 0; k < 3; ++k)
             sum[k] += part[k];
     }
@@ -62,8 +50,9 @@ public:
 private:
     double turn(std::size_t a, std::size_t b, std::size_t c) const
     {
-        return dot(cross(minus(corners_[b], corners_[a]), minus(corners_[c], corners_[a])),
-                   normal_);
+        return dot(
+            cross(difference(corners_[b], corners_[a]), difference(corners_[c], corners_[a])),
+            normal_);
     }
 
     bool isFanFromFirst() const

@@ -1,5 +1,6 @@
 #include "scene/SharpEdges.h"
 
+#include "document/Vec3Math.h"
 #include "mesh/SolverFrame.h"
 
 #include <algorithm>
@@ -17,21 +18,6 @@ constexpr double angleTolerance = 1e-3; ///< in degrees
 /// A triangle whose height is less than this part of its longest side has no normal: single
 /// precision, in which most files store positions, doesn't tell where it would point.
 constexpr double thinnestHeight = 1e-6;
-
-Vec3d difference(const Vec3d& a, const Vec3d& b)
-{
-    return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
-}
-
-Vec3d cross(const Vec3d& a, const Vec3d& b)
-{
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-
-double dot(const Vec3d& a, const Vec3d& b)
-{
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
 
 /// Zero for a triangle that has no normal.
 Vec3d unitNormal(const Vec3d& a, const Vec3d& b, const Vec3d& c)
