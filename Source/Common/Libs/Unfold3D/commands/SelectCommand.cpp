@@ -1,6 +1,8 @@
 #include "Unfold3D/commands/Commands.h"
+#include "Unfold3D/seams/FindSeams.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace unfold3d
 {
@@ -59,20 +61,57 @@ std::vector<int> selectedCornerEdges(Session& session)
     return pairs;
 }
 
+/// What seams are asked for, if any. Of several kinds the first counts.
+std::optional<SeamOptions> readSeamOptions(const Params& params)
+{
+    if (params.has("#Organic table")) {
+        OrganicOptions options;
+        options.usePipesCutter = params.flag("#Organic.UsePipesCutter bool", false);
+        options.segmentAmount = params.number("#Organic.SegAmount double", 0.0);
+        return options;
+    }
+    if (params.has("#Manufactured table")) {
+        ManufacturedOptions options;
+        options.angle = params.number("#Manufactured.Angle double", options.angle);
+        options.minPatchRatio = params.number("#Manufactured.MinPatchRatio double", 0.0);
+        return options;
+    }
+    if (params.has("#Baking table")) {
+        BakingOptions options;
+        options.angle = params.number("#Baking.Angle double", options.angle);
+        options.minPatchPolygons =
+            params.integer("#Baking.MinPatchNumPoly int", options.minPatchPolygons);
+        return options;
+    }
+    return std::nullopt;
+}
+
+/// The numbers of the edges at which to cut the mesh.
+std::vector<int> proposeSeams(Session& session, const Params& params, const SeamOptions& options,
+                              RunControl& control)
+{
+    if (params.text("#PrimType string \"Edge\"", "Edge") != "Edge")
+        throw CommandError("Seams are edges: select \"Edge\".");
+    const EdgeNumbers& edges = session.edgeNumbers();
+    std::vector<int> ids;
+    for (const auto& [triangle, corner] : findSeams(session.mesh, options, control))
+        ids.push_back(
+            edges.ofTriangle[static_cast<std::size_t>(triangle)][static_cast<std::size_t>(corner)]);
+    return ids;
+}
+
 } // namespace
 
-void runSelect(Session& session, const Params& params, Answer& answer, RunControl&)
+void runSelect(Session& session, const Params& params, Answer& answer, RunControl& control)
 {
-    for (const char* seams : {"#Organic table", "#Manufactured table", "#Baking table"})
-        if (params.has(seams))
-            throw CommandError("The engine can't propose seams yet.");
-
     const Choice choice = choiceFor(session, params.text("#PrimType string \"Edge\"", "Edge"));
     const bool select = params.flag("#Select bool", true);
     const bool all = params.flag("#All bool", false);
-    const std::vector<int> ids =
+    std::vector<int> ids =
         params.flag("#List bool", false) ? params.ints("#IDs ints") : std::vector<int>();
     checkIds(ids, choice);
+    if (const std::optional<SeamOptions> seams = readSeamOptions(params))
+        ids = proposeSeams(session, params, *seams, control);
 
     std::vector<char>& isSelected = *choice.isSelected;
     isSelected.resize(static_cast<std::size_t>(choice.count), 0);

@@ -1,7 +1,5 @@
 #include "Unfold3D/mesh/Winding.h"
 
-#include "Unfold3D/mesh/HalfEdges.h"
-
 #include <algorithm>
 #include <utility>
 
@@ -13,18 +11,19 @@ namespace
 
 constexpr char unseen = -1;
 
-bool runTheSameWay(const std::vector<Triangle>& triangles, int h, int twin)
+bool runTheSameWay(std::span<const Triangle> triangles, int h, int twin)
 {
     return originOf(triangles, h) == originOf(triangles, twin);
 }
 
-/// Spreads the side of `first` over all triangles that hang together with it; isTurned tells who
-/// faces the other side. False when a triangle would have to face both.
-bool spreadSide(const std::vector<Triangle>& triangles, const HalfEdges& edges, int first,
+/// Spreads the side of `first` over all triangles that hang together with it. False when a triangle
+/// would have to face both sides; it keeps the one that it got first.
+bool spreadSide(std::span<const Triangle> triangles, const HalfEdges& edges, int first,
                 std::vector<char>& isTurned, std::vector<int>& part)
 {
     part.assign(1, first);
     isTurned[static_cast<std::size_t>(first)] = 0;
+    bool isTwoSided = true;
     for (std::size_t next = 0; next < part.size(); ++next) {
         const int t = part[next];
         for (int h = 3 * t; h < 3 * t + 3; ++h) {
@@ -39,11 +38,11 @@ bool spreadSide(const std::vector<Triangle>& triangles, const HalfEdges& edges, 
                 known = side;
                 part.push_back(twin / 3);
             } else if (known != side) {
-                return false;
+                isTwoSided = false;
             }
         }
     }
-    return true;
+    return isTwoSided;
 }
 
 void letMajorityStay(const std::vector<int>& part, std::vector<char>& isTurned)
@@ -59,23 +58,31 @@ void letMajorityStay(const std::vector<int>& part, std::vector<char>& isTurned)
 
 } // namespace
 
+Sides findSides(std::span<const Triangle> triangles, const HalfEdges& edges)
+{
+    Sides sides;
+    sides.isTurned.assign(triangles.size(), unseen);
+    std::vector<int> part;
+    for (std::size_t t = 0; t < triangles.size(); ++t) {
+        if (sides.isTurned[t] != unseen)
+            continue;
+        if (!spreadSide(triangles, edges, static_cast<int>(t), sides.isTurned, part))
+            sides.oneSided = true;
+        letMajorityStay(part, sides.isTurned);
+    }
+    return sides;
+}
+
 Obstacle windConsistently(std::vector<Triangle>& triangles, int vertexCount)
 {
     const HalfEdges edges = pairHalfEdges(triangles, vertexCount);
     if (std::find(edges.twin.begin(), edges.twin.end(), HalfEdges::crowded) != edges.twin.end())
         return Obstacle::CrowdedEdge;
-
-    std::vector<char> isTurned(triangles.size(), unseen);
-    std::vector<int> part;
-    for (std::size_t t = 0; t < triangles.size(); ++t) {
-        if (isTurned[t] != unseen)
-            continue;
-        if (!spreadSide(triangles, edges, static_cast<int>(t), isTurned, part))
-            return Obstacle::OneSided;
-        letMajorityStay(part, isTurned);
-    }
+    const Sides sides = findSides(triangles, edges);
+    if (sides.oneSided)
+        return Obstacle::OneSided;
     for (std::size_t t = 0; t < triangles.size(); ++t)
-        if (isTurned[t])
+        if (sides.isTurned[t])
             std::swap(triangles[t][1], triangles[t][2]);
     return Obstacle::None;
 }

@@ -1,0 +1,151 @@
+#include "Unfold3D/seams/CheapestPaths.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <queue>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+std::size_t at(int index)
+{
+    return static_cast<std::size_t>(index);
+}
+
+/// Positions that went through floats are off by 1e-7 of the diagonal.
+constexpr double costsPerDiagonal = 1e6;
+constexpr double mostCost = 1e12;
+
+struct Visit
+{
+    PathCost cost;
+    int vertex;
+    friend bool operator>(const Visit& a, const Visit& b)
+    {
+        return a.cost != b.cost ? a.cost > b.cost : a.vertex > b.vertex;
+    }
+};
+
+} // namespace
+
+PathCost toPathCost(double cost)
+{
+    const double scaled = costsPerDiagonal * cost;
+    if (!(scaled > 1.0))
+        return 1;
+    return static_cast<PathCost>(std::llround(std::min(scaled, mostCost)));
+}
+
+CheapestPaths::CheapestPaths(const SeamMesh& mesh, std::span<const PathCost> costs,
+                             std::span<const char> isWall)
+    : mesh_(mesh), costs_(costs), isWall_(isWall), isEnd_(mesh.isOnBorder),
+      cost_(mesh.positions.size(), unreached), edgeTo_(mesh.positions.size(), -1),
+      isDone_(mesh.positions.size(), 0)
+{
+    for (int e = 0; e < mesh.edgeCount(); ++e)
+        if (isWall[at(e)])
+            for (const int v : mesh.verticesOf(e))
+                isEnd_[at(v)] = 1;
+}
+
+void CheapestPaths::refreshEnds(std::span<const int> triangles)
+{
+    for (const int t : triangles)
+        for (const int v : mesh_.triangles[at(t)])
+            isEnd_[at(v)] = mesh_.isOnBorder[at(v)];
+    for (const int t : triangles)
+        for (int h = 3 * t; h < 3 * t + 3; ++h) {
+            const int edge = mesh_.edgeOf[at(h)];
+            if (edge >= 0 && isWall_[at(edge)])
+                isEnd_[at(mesh_.originOf(h))] = isEnd_[at(mesh_.targetOf(h))] = 1;
+        }
+}
+
+void CheapestPaths::clear()
+{
+    for (const int v : touched_) {
+        cost_[at(v)] = unreached;
+        edgeTo_[at(v)] = -1;
+        isDone_[at(v)] = 0;
+    }
+    touched_.clear();
+    reached_.clear();
+}
+
+void CheapestPaths::search(std::span<const int> sources, const RunControl& control, PathCost limit)
+{
+    run(sources, {}, limit, control);
+}
+
+int CheapestPaths::searchNearest(std::span<const int> sources, std::span<const char> isGoal,
+                                 const RunControl& control)
+{
+    return run(sources, isGoal, unreached, control);
+}
+
+int CheapestPaths::run(std::span<const int> sources, std::span<const char> isGoal, PathCost limit,
+                       const RunControl& control)
+{
+    clear();
+    std::priority_queue<Visit, std::vector<Visit>, std::greater<>> queue;
+    for (const int v : sources)
+        if (cost_[at(v)] != 0) {
+            cost_[at(v)] = 0;
+            touched_.push_back(v);
+            queue.push({0, v});
+        }
+    constexpr std::size_t visitsPerCheckpoint = 1024;
+    while (!queue.empty()) {
+        const auto [cost, v] = queue.top();
+        queue.pop();
+        if (isDone_[at(v)])
+            continue;
+        if (cost > limit)
+            break;
+        isDone_[at(v)] = 1;
+        reached_.push_back(v);
+        if (reached_.size() % visitsPerCheckpoint == 0)
+            control.checkpoint();
+        const bool isSource = edgeTo_[at(v)] < 0;
+        if (!isSource && !isGoal.empty() && isGoal[at(v)])
+            return v;
+        if (!isSource && isEnd_[at(v)])
+            continue;
+        for (const auto& [edge, next] : mesh_.spokes[v]) {
+            if (isWall_[at(edge)] || isDone_[at(next)])
+                continue;
+            if (isSource && !region_.empty() && !region_[at(mesh_.trianglesOf(edge)[0])])
+                continue;
+            const PathCost costThere = cost + costs_[at(edge)];
+            PathCost& known = cost_[at(next)];
+            if (costThere > known || (costThere == known && edge >= edgeTo_[at(next)]))
+                continue;
+            if (known == unreached)
+                touched_.push_back(next);
+            known = costThere;
+            edgeTo_[at(next)] = edge;
+            queue.push({costThere, next});
+        }
+    }
+    return -1;
+}
+
+int CheapestPaths::previousOf(int vertex) const
+{
+    const auto [a, b] = mesh_.verticesOf(edgeTo(vertex));
+    return a == vertex ? b : a;
+}
+
+std::vector<int> CheapestPaths::pathTo(int vertex) const
+{
+    std::vector<int> path;
+    for (int v = vertex; edgeTo(v) >= 0; v = previousOf(v))
+        path.push_back(edgeTo(v));
+    return path;
+}
+
+} // namespace unfold3d

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/seams/SeamMesh.h"
+#include "Unfold3D/seams/SeamOptions.h"
+
+#include <vector>
+
+namespace unfold3d
+{
+
+std::vector<char> manufacturedSeams(const SeamMesh& mesh, const ManufacturedOptions& options,
+                                    RunControl& control);
+
+} // namespace unfold3d
