@@ -1,5 +1,8 @@
 #include "OpenSGExt/UVConstraintAttachment.h"
 
+#include "OpenSG/Geometry.h"
+#include "OpenSGExt/UVConstraintsTracker.h"
+
 namespace osg
 {
 
@@ -47,6 +50,15 @@ bool UVConstraintAttachment::hasConstrainedEdges() const
 {
     const auto hasEdges = [](const GeoIndicesPtr& edges) { return edges && edges->getSize() >= 2; };
     return hasEdges(getEdgesU()) || hasEdges(getEdgesV());
+}
+
+void UVConstraintAttachment::changed(FieldMask mask, unsigned origin)
+{
+    for (const Ptr<AttachmentContainer>& parent : getParents())
+        if (const auto geometry = dcast<Geometry>(parent))
+            UVConstraintsTracker::the()->noteChange(geometry, (mask & EdgesUFieldMask).any(),
+                                                    (mask & EdgesVFieldMask).any());
+    ConcreteContainer::changed(mask, origin);
 }
 
 } // namespace osg

@@ -45,7 +45,8 @@ protected:
 ///
 /// One list for each direction, with two of the geometry's vertex ids for each edge. Lists are
 /// chosen by a number: 0 for EdgesU (held at one v), any other for EdgesV (held at one u).
-/// Nothing here sends a notice; writers tell the list, then the attachment.
+/// Nothing here sends a notice; writers tell the list, then the attachment. A notice on the
+/// attachment makes the geometries that it hangs on known to UVConstraintsTracker.
 class UVConstraintAttachment final
     : public ConcreteContainer<UVConstraintAttachment, UVConstraintAttachmentBase>
 {
@@ -59,6 +60,9 @@ public:
     GeoIndicesPtr createEdgesField(unsigned direction);
     /// Does either list hold an edge?
     [[nodiscard]] bool hasConstrainedEdges() const;
+
+    /// Tells the tracker before the callbacks, so that these find it up to date.
+    void changed(FieldMask mask, unsigned origin) override;
 
 private:
     friend ConcreteContainer<UVConstraintAttachment, UVConstraintAttachmentBase>;

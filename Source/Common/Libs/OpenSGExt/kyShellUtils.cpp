@@ -2,6 +2,9 @@
 
 #include "OpenSG/SurfaceBase.h"
 
+#include <set>
+#include <vector>
+
 namespace kyShellUtils
 {
 
@@ -12,6 +15,24 @@ unsigned int sideOf(const osg::GeometryPtr& surface)
 {
     const auto sided = osg::dcast<osg::SurfaceBase>(surface);
     return sided ? sided->getSide() : unsigned{osg::SurfaceBase::SideA};
+}
+
+osg::GeometryPtr geometryOf(const osg::NodePtr& node)
+{
+    return node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
+}
+
+/// The nodes of the shells that a geometry is a surface of, each once.
+std::vector<osg::NodePtr> shellsOf(const osg::Geometry& surface)
+{
+    std::vector<osg::NodePtr> shells;
+    std::set<osg::NodePtr> found;
+    for (const osg::NodePtr& node : surface.getParents()) {
+        const osg::NodePtr shell = node->getParent();
+        if (isShell(geometryOf(shell)) && found.insert(shell).second)
+            shells.push_back(shell);
+    }
+    return shells;
 }
 
 } // namespace
@@ -25,6 +46,16 @@ bool isVisibleShellComponent(const osg::NodePtr& child, const osg::GeometryPtr& 
                              unsigned int shownSides)
 {
     return child && surface && child->getTravMask() != 0 && (sideOf(surface) & shownSides) != 0;
+}
+
+void forShellsOfComponent(
+    const osg::GeometryPtr& surface,
+    const std::function<void(const osg::NodePtr&, const osg::GeometryPtr&)>& function)
+{
+    if (!surface)
+        return;
+    for (const osg::NodePtr& shell : shellsOf(*surface))
+        function(shell, geometryOf(shell));
 }
 
 } // namespace kyShellUtils

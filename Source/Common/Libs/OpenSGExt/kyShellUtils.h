@@ -3,6 +3,8 @@
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
 
+#include <functional>
+
 /// Shells and their surfaces.
 namespace kyShellUtils
 {
@@ -17,5 +19,11 @@ bool isShell(const osg::GeometryPtr& geometry);
 /// shownSides  bits of osg::SurfaceBase::Side. A surface that is no SurfaceBase covers side A.
 bool isVisibleShellComponent(const osg::NodePtr& child, const osg::GeometryPtr& surface,
                              unsigned int shownSides);
+
+/// Calls a function for each shell that a geometry is a surface of, with the shell's node and its
+/// core: in the order in which the geometry's nodes took it, each shell node once.
+void forShellsOfComponent(
+    const osg::GeometryPtr& surface,
+    const std::function<void(const osg::NodePtr&, const osg::GeometryPtr&)>& function);
 
 } // namespace kyShellUtils

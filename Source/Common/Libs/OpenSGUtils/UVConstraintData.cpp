@@ -3,6 +3,9 @@
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSGExt/UVConstraintAttachment.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 namespace
 {
 
@@ -13,11 +16,6 @@ osg::UVConstraintAttachmentPtr attachmentOf(const osg::GeometryPtr& geometry)
 {
     return osg::dcast<osg::UVConstraintAttachment>(
         geometry->findAttachment(osg::UVConstraintAttachment::_type));
-}
-
-std::vector<unsigned int> valuesOf(const osg::GeoIndicesPtr& edges)
-{
-    return edges ? edges->getValues() : std::vector<unsigned int>();
 }
 
 osg::UVConstraintAttachmentPtr attachNew(const osg::GeometryPtr& geometry)
@@ -34,17 +32,43 @@ void detach(const osg::GeometryPtr& geometry, const osg::UVConstraintAttachmentP
     osg::notifyChanged(geometry, osg::Geometry::AttachmentsFieldMask);
 }
 
-void writeEdges(osg::UVConstraintAttachment& attachment, unsigned int direction,
-                const std::vector<unsigned int>& edges)
+/// The edges of one direction.
+struct DirectedEdges
+{
+    unsigned int direction;
+    const std::vector<unsigned int>& edges;
+};
+
+/// False where there was nothing to write and no list to write it to.
+bool writeEdges(osg::UVConstraintAttachment& attachment, const DirectedEdges& given)
 {
     osg::FieldMask mask;
-    osg::GeoIndicesPtr field = attachment.getEdgesField(direction, mask);
-    if (!field && edges.empty())
-        return;
+    osg::GeoIndicesPtr field = attachment.getEdgesField(given.direction, mask);
+    if (!field && given.edges.empty())
+        return false;
     if (!field)
-        field = attachment.createEdgesField(direction);
-    field->setValues(edges);
+        field = attachment.createEdgesField(given.direction);
+    field->setValues(given.edges);
     osg::notifyChanged(field, osg::FieldContainerPtr(&attachment), mask);
+    return true;
+}
+
+/// Writes some directions; the attachment comes with the first edge and goes with the last.
+void writeConstraints(const osg::GeometryPtr& geometry, std::initializer_list<DirectedEdges> lists)
+{
+    const bool hasEdges = std::any_of(lists.begin(), lists.end(), [](const DirectedEdges& given) {
+        return !given.edges.empty();
+    });
+    osg::UVConstraintAttachmentPtr attachment = attachmentOf(geometry);
+    if (!attachment && !hasEdges)
+        return;
+    if (!attachment)
+        attachment = attachNew(geometry);
+    bool isWritten = false;
+    for (const DirectedEdges& given : lists)
+        isWritten = writeEdges(*attachment, given) || isWritten;
+    if (isWritten && !attachment->hasConstrainedEdges())
+        detach(geometry, attachment);
 }
 
 } // namespace
@@ -53,10 +77,7 @@ std::vector<UVConstraintData> getUVConstraints(const osg::GeometryPtr& geometry)
 {
     if (!geometry)
         return {};
-    const osg::UVConstraintAttachmentPtr attachment = attachmentOf(geometry);
-    if (!attachment)
-        return {UVConstraintData()};
-    return {{valuesOf(attachment->getEdgesU()), valuesOf(attachment->getEdgesV())}};
+    return {{getUVConstraints(geometry, directionU), getUVConstraints(geometry, directionV)}};
 }
 
 void setUVConstraints(const osg::GeometryPtr& geometry,
@@ -65,13 +86,23 @@ void setUVConstraints(const osg::GeometryPtr& geometry,
     if (!geometry || constraints.empty())
         return;
     const UVConstraintData& data = constraints.front();
-    osg::UVConstraintAttachmentPtr attachment = attachmentOf(geometry);
-    if (!attachment && data == UVConstraintData())
-        return;
+    writeConstraints(geometry, {{directionU, data.edgesU}, {directionV, data.edgesV}});
+}
+
+std::vector<unsigned int> getUVConstraints(const osg::GeometryPtr& geometry, unsigned int direction)
+{
+    const osg::UVConstraintAttachmentPtr attachment =
+        geometry ? attachmentOf(geometry) : osg::NullFC;
     if (!attachment)
-        attachment = attachNew(geometry);
-    writeEdges(*attachment, directionU, data.edgesU);
-    writeEdges(*attachment, directionV, data.edgesV);
-    if (!attachment->hasConstrainedEdges())
-        detach(geometry, attachment);
+        return {};
+    osg::FieldMask mask;
+    const osg::GeoIndicesPtr edges = attachment->getEdgesField(direction, mask);
+    return edges ? edges->getValues() : std::vector<unsigned int>();
+}
+
+void setUVConstraints(const osg::GeometryPtr& geometry, unsigned int direction,
+                      const std::vector<unsigned int>& edges)
+{
+    if (geometry)
+        writeConstraints(geometry, {{direction, edges}});
 }

@@ -25,3 +25,13 @@ std::vector<UVConstraintData> getUVConstraints(const osg::GeometryPtr& geometry)
 /// constraints and leaves them alone, and so does a null geometry.
 void setUVConstraints(const osg::GeometryPtr& geometry,
                       const std::vector<UVConstraintData>& constraints);
+
+/// The edges of one direction, two vertex ids each; directions are numbered as in
+/// osg::UVConstraintAttachment. Empty for a null geometry and for one without constraints.
+std::vector<unsigned int> getUVConstraints(const osg::GeometryPtr& geometry,
+                                           unsigned int direction);
+
+/// Gives a geometry these edges of one direction, two vertex ids each, with notices; the other
+/// direction stays. With the last edge the attachment goes. Leaves a null geometry alone.
+void setUVConstraints(const osg::GeometryPtr& geometry, unsigned int direction,
+                      const std::vector<unsigned int>& edges);
