@@ -3,9 +3,6 @@
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 
-#include <algorithm>
-#include <iterator>
-
 FlatEdgeList copyOfList(const osg::GeometryPtr& geometry, kyUVTypes::TempIndexList number)
 {
     const osg::GeoTmpIndexEditInterface list(geometry, number);
@@ -15,14 +12,8 @@ FlatEdgeList copyOfList(const osg::GeometryPtr& geometry, kyUVTypes::TempIndexLi
 FlatEdgeList pairsOnSurfaces(std::span<const unsigned int> pairs,
                              std::span<const ActiveSurface> surfaces)
 {
-    return pairsWhere(pairs, [&](const Edge& edge) {
-        const auto next =
-            std::ranges::upper_bound(surfaces, edge.first, {}, &ActiveSurface::firstId);
-        if (next == surfaces.begin())
-            return false;
-        const ActiveSurface& surface = *std::prev(next);
-        return edge.second - surface.firstId < surface.vertexCount;
-    });
+    return pairsWhere(pairs,
+                      [&](const Edge& edge) { return surfaceOfEdge(edge, surfaces) != nullptr; });
 }
 
 FlatEdgeList toCompactIds(const CompactShellMesh& mesh, std::span<const unsigned int> pairs)

@@ -5,6 +5,9 @@
 #include "OpenSGUtils/kyRenderOptions.h"
 #include "UVUtils/model/UVSlot.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace
 {
 
@@ -46,4 +49,13 @@ std::vector<ActiveSurface> usableSurfaces(const osg::NodePtr& node)
     if (isPlain && kyGeoUtils::checkGeometryCore(surfaces[0].geometry, true) != 0)
         surfaces.clear();
     return surfaces;
+}
+
+const ActiveSurface* surfaceOfEdge(const Edge& edge, std::span<const ActiveSurface> surfaces)
+{
+    const auto next = std::ranges::upper_bound(surfaces, edge.first, {}, &ActiveSurface::firstId);
+    if (next == surfaces.begin())
+        return nullptr;
+    const ActiveSurface& surface = *std::prev(next);
+    return edge.second - surface.firstId < surface.vertexCount ? &surface : nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
+#include "UVUtils/model/Edge.h"
 
 #include <span>
 #include <vector>
@@ -35,3 +36,7 @@ inline unsigned int vertexCountOf(std::span<const ActiveSurface> surfaces)
 /// pass kyGeoUtils::checkGeometryCore, as the surfaces of a shell have done before they became
 /// active.
 std::vector<ActiveSurface> usableSurfaces(const osg::NodePtr& node);
+
+/// The surface that both ends of an edge are vertices of; null for an edge between two surfaces and
+/// for one beyond the last. One bisection.
+const ActiveSurface* surfaceOfEdge(const Edge& edge, std::span<const ActiveSurface> surfaces);

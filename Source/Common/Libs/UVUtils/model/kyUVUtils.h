@@ -18,6 +18,11 @@ class CompactMeshScope;
 class kyTopologyBridge;
 struct TopologyOpOutData;
 
+namespace osg
+{
+class GeoTmpIndexEditInterface;
+} // namespace osg
+
 /// The facade: every UV operation that an application calls is a static operation of this class.
 ///
 /// An operation takes a scene-graph node, its geometry core and a UV slot. A plain geometry holds
@@ -236,6 +241,35 @@ public:
     /// sewAlongEdges for each node.
     static void sewAlongEdgesUndo(std::vector<osg::NodePtr> nodes, kyUVTypes::UVSet uvSet);
 
+    // Edges held straight: an unfold leaves both ends of a horizontal one at one v, of a vertical
+    // one at one u. Each geometry keeps its own, on a shell each surface; they go with the vertices
+    // through cuts and sews. An edge held by constrainEdges is held one way. Nobody asks whether an
+    // edge is one of the mesh; between two surfaces of a shell there is none. Reading and writing a
+    // shell, hidden surfaces count for nothing: theirs stay as they are.
+
+    /// Holds the edges in the list SelectedEdges, and no longer the other way. Then the edges of
+    /// this direction ascend. False for a null list.
+    static bool constrainEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                               kyUVTypes::EdgeConstraint constraint);
+    /// Frees the edges in the list SelectedEdges from one direction, or all of that direction where
+    /// the list is null. False only for a null list on an invalid geometry.
+    static bool unconstrainEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                 kyUVTypes::EdgeConstraint constraint);
+    /// The edges held in a direction, surface by surface.
+    static std::vector<Edge> getConstrainedEdges(const osg::GeometryPtr& geometry,
+                                                 const osg::NodePtr& node,
+                                                 kyUVTypes::EdgeConstraint constraint);
+    /// Holds these edges in a direction and no others; the other direction stays. False for an
+    /// invalid geometry.
+    static bool setConstrainedEdges(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                    const std::vector<Edge>& edges,
+                                    kyUVTypes::EdgeConstraint constraint);
+    /// Brings the lists HorizontalEdges and VerticalEdges of all geometries and shells in the
+    /// process up to date: lines, null where no edge is held. Only lists that have been written
+    /// since, and those of geometries whose constraints have changed, are filled. Call it before
+    /// they are drawn.
+    static void updateConstrainedEdgesTempIndices();
+
     // UV values. A slot holds UVs when its property is of the kind GeoTexCoords2f; one of another
     // kind counts as absent here, but for hasUVSet and getLocalUVCount. Three views of them:
     //
@@ -402,6 +436,27 @@ private:
                                kyUVTypes::UVSet uvSet);
     static void setBorderClean(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                                kyUVTypes::UVSet uvSet);
+
+    // Edges held straight, of exactly one geometry and in its own ids; defined beside the
+    // operations that they serve.
+
+    static std::vector<Edge> getConstrainedEdges(const osg::GeometryPtr& geometry,
+                                                 kyUVTypes::EdgeConstraint constraint);
+    /// False for a null geometry.
+    static bool setConstrainedEdges(const osg::GeometryPtr& geometry,
+                                    const std::vector<Edge>& edges,
+                                    kyUVTypes::EdgeConstraint constraint);
+    /// Fills a list with edges, or makes it null without any. Was it touched? Not where it is null
+    /// and stays so.
+    static bool makeConstrainedEdgesTempIndices(const std::vector<Edge>& edges,
+                                                osg::GeoTmpIndexEditInterface& list);
+    /// Fills the list of a direction if it has another stamp than this one or is null, and takes
+    /// its new stamp. Was it touched?
+    static bool renewConstrainedEdgesTempIndices(const osg::GeometryPtr& geometry,
+                                                 kyUVTypes::EdgeConstraint constraint,
+                                                 unsigned int& stamp);
+    /// The pairs as edges; none for a null pointer.
+    static std::vector<Edge> getEdges(const unsigned int* pairs, unsigned int count);
 
     // Sewing; defined beside the operations that they serve. Lists of edges hold two ids each.
 
