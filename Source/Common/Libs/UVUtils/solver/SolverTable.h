@@ -24,6 +24,12 @@ public:
         table_->Add(key);
         return *this;
     }
+    /// Switches an option on.
+    SolverTable& enable(const char* key)
+    {
+        table_->Enable(key);
+        return *this;
+    }
 
     const NU3D::CRef& ref() const { return table_; }
 

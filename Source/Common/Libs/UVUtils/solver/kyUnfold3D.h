@@ -4,7 +4,9 @@
 #include "OpenSG/Vector.h"
 #include "UVUtils/model/Edge.h"
 #include "UVUtils/model/kyUVTypes.h"
+#include "UVUtils/solver/OptimizeSettings.h"
 #include "UVUtils/solver/PackSettings.h"
+#include "UVUtils/solver/SeamSettings.h"
 #include "UVUtils/solver/UVWInputMode.h"
 #include "UVUtils/solver/UnfoldSettings.h"
 
@@ -55,5 +57,27 @@ kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uv
 /// The same for the whole geometry.
 kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
                            std::vector<osg::Vector<float, 2>>& uvs, const PackSettings& settings);
+
+/// Relaxes the UVs that the slot holds; those that are empty or all zero are taken from the
+/// positions. Nothing is cut or packed, and vertices outside the selection stay.
+kyUVTypes::ReturnCode optimize(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                               std::vector<osg::Vector<float, 2>>& uvs,
+                               const OptimizeSettings& settings,
+                               const FlatEdgeList& horizontalEdges,
+                               const FlatEdgeList& verticalEdges,
+                               const std::vector<unsigned int>& selectedVertices);
+
+/// The same for the whole geometry.
+kyUVTypes::ReturnCode optimize(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                               std::vector<osg::Vector<float, 2>>& uvs,
+                               const OptimizeSettings& settings,
+                               const FlatEdgeList& horizontalEdges,
+                               const FlatEdgeList& verticalEdges);
+
+/// Finds the edges along which the geometry should be cut, and cuts nothing.
+///
+/// edges  written on `Success` only; empty where no seam is needed
+kyUVTypes::ReturnCode seam(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                           const SeamSettings& settings, FlatEdgeList& edges);
 
 } // namespace kyUnfold3D
