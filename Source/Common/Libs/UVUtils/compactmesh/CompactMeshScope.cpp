@@ -3,6 +3,8 @@
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/compactmesh/CopyUVs.h"
+#include "UVUtils/model/EdgeLists.h"
+#include "UVUtils/model/UVSlot.h"
 
 CompactMeshScope::CompactMeshScope(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                                    kyUVTypes::UVSet set)
@@ -57,9 +59,11 @@ void CompactMeshScope::toCallerIds(FlatEdgeList& edges) const
 {
     if (!mesh_ || edges.size() < 2)
         return;
-    FlatEdgeList ids;
-    mesh_->mapEdgesCToF(edges.data(), static_cast<unsigned int>(edges.size()), ids);
-    edges = std::move(ids);
+    const unsigned int vertexCount = vertexCountOf(mesh_->getGeomPtr());
+    const FlatEdgeList known =
+        pairsWhere(edges, [&](const Edge& edge) { return edge.second < vertexCount; });
+    edges.clear();
+    mesh_->mapEdgesCToF(known.data(), sizeOf(known), edges);
 }
 
 void CompactMeshScope::commit() const

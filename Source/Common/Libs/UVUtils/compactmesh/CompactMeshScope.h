@@ -39,7 +39,8 @@ public:
     /// Edges of the caller in ids of the work geometry: the ends of each in their order, which may
     /// leave the higher id first. Edges of vertices that the mesh does not have drop out.
     FlatEdgeList toWorkIds(const std::vector<Edge>& edges) const;
-    /// Turns edges of the work geometry into the caller's. Edges that no triangle has drop out.
+    /// Turns edges of the work geometry into the caller's. Edges that no triangle has drop out, and
+    /// so does an id left over at the end; lists of less than two ids stay as they are.
     void toCallerIds(FlatEdgeList& edges) const;
 
     /// Writes the mesh's UVs to the surfaces. Does nothing without a mesh.

@@ -1,11 +1,11 @@
 #include "UVUtils/model/kyUVUtils.h"
 
-#include "OpenSGExt/NodeUtils.h"
 #include "OpenSGExt/kyGeoUtils.h"
 #include "OpenSGExt/kyShellUtils.h"
 #include "OpenSGUtils/kyOpenSGUtils.h"
 #include "UVUtils/model/ActiveSurfaces.h"
 #include "UVUtils/model/DealIds.h"
+#include "UVUtils/model/NodeName.h"
 
 #include "Utils/kyLog.h"
 
@@ -19,12 +19,6 @@ void postSelectionChanged()
 {
     kyOpenSGUtils::call("VESelectionChanged", 0);
     kyOpenSGUtils::call("UVSelectionModeChanged", 0);
-}
-
-const char* nameForMessages(const osg::NodePtr& node)
-{
-    const char* name = NodeUtils::getName(node);
-    return name ? name : "<noname>";
 }
 
 bool isValidPlainGeometry(const osg::GeometryPtr& geometry, const osg::NodePtr& node, bool verbose)

@@ -16,7 +16,16 @@
 
 class CompactMeshScope;
 class kyTopologyBridge;
+struct SolverEdit;
 struct TopologyOpOutData;
+
+namespace kyUnfold3D
+{
+class OptimizeSettings;
+class PackSettings;
+class SeamSettings;
+class UnfoldSettings;
+} // namespace kyUnfold3D
 
 namespace osg
 {
@@ -270,6 +279,55 @@ public:
     /// they are drawn.
     static void updateConstrainedEdgesTempIndices();
 
+    // UVs from the solver (kyUnfold3D). Each operation works on the node's compact mesh where there
+    // is one and writes the result into the slot of all surfaces. Edges that are held straight are
+    // honoured where UVs are unfolded or optimised. Selections are read from the lists of the
+    // geometry; a mode that needs a selection fails where its list is empty.
+    //
+    // `Failure` is logged with the node's name, but not where there is nothing to work on: no
+    // triangles, no selection, or no slot for an operation that needs one. `Cancelled`: the user
+    // stopped it through kyStackedProgress. Both leave the UVs as they were. Each run writes lines
+    // on what it does to standard output.
+
+    /// Flattens the whole geometry into new UVs, starting from the 3D shape, and packs the islands.
+    /// The slot is made where there is none, or none of the right size.
+    static kyUVTypes::ReturnCode
+    unfoldGeometryUnfold3D(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                           kyUVTypes::UVSet uvSet, const kyUnfold3D::UnfoldSettings& unfoldSettings,
+                           const kyUnfold3D::PackSettings& packSettings);
+    /// Flattens the selected islands anew, starting from their UVs, and does not pack them.
+    static kyUVTypes::ReturnCode unfoldIslandsUnfold3D(const osg::GeometryPtr& geometry,
+                                                       const osg::NodePtr& node,
+                                                       kyUVTypes::UVSet uvSet,
+                                                       const kyUnfold3D::UnfoldSettings& settings);
+    /// Lays the islands out, all or the selected ones, whose vertices alone are moved then. The
+    /// mode is SelectAll or SelectIslands.
+    static kyUVTypes::ReturnCode packUVsUnfold3D(const osg::GeometryPtr& geometry,
+                                                 const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
+                                                 const kyUnfold3D::PackSettings& settings,
+                                                 ESelectMode selectMode);
+    /// Relaxes the UVs of all vertices, or of those that are selected.
+    static kyUVTypes::ReturnCode optimizeUVsUnfold3D(const osg::GeometryPtr& geometry,
+                                                     const osg::NodePtr& node,
+                                                     kyUVTypes::UVSet uvSet,
+                                                     const kyUnfold3D::OptimizeSettings& settings,
+                                                     ESelectMode selectMode);
+    /// Finds where the geometry should be cut and leaves it as it is.
+    ///
+    /// edges  becomes the edges to cut along, two ids each. Where the search did not go through,
+    ///        what stood there is taken for edges of the compact mesh and turned into the node's
+    static kyUVTypes::ReturnCode seamUVsUnfold3D(const osg::GeometryPtr& geometry,
+                                                 const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
+                                                 const kyUnfold3D::SeamSettings& settings,
+                                                 FlatEdgeList& edges);
+
+    /// Gives all vertices first UVs, without the solver. IslandsAABBProjection drops the thinnest
+    /// axis of each island's bounding box: the longest becomes u, the next one v, in the units of
+    /// the positions, so islands may overlap. Vertices of no triangle get (0, 0). Logged as a
+    /// failure where the slot is missing; an invalid geometry is left alone without a word.
+    static void createUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                          const osg::NodePtr& node, ECreateUVMethod method);
+
     // UV values. A slot holds UVs when its property is of the kind GeoTexCoords2f; one of another
     // kind counts as absent here, but for hasUVSet and getLocalUVCount. Three views of them:
     //
@@ -404,6 +462,28 @@ private:
     /// False unless the slot is there and of that size.
     static bool assignTexCoords(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set,
                                 const UVArray& uvs, const std::vector<unsigned int>& vertexIds);
+
+    // The solver on exactly one geometry; defined beside the operations that they serve.
+
+    static kyUVTypes::ReturnCode
+    doUnfoldGeometryUnfold3D(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                             const kyUnfold3D::UnfoldSettings& unfoldSettings,
+                             const kyUnfold3D::PackSettings& packSettings,
+                             const std::vector<unsigned int>& horizontal,
+                             const std::vector<unsigned int>& vertical);
+    /// What pack and optimise share: the selection goes to the solver, its answer to the slot.
+    static kyUVTypes::ReturnCode editUVsUnfold3D(const osg::GeometryPtr& geometry,
+                                                 const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
+                                                 ESelectMode selectMode, const SolverEdit& edit);
+    /// False without triangles, and where the slot is missing.
+    static bool doCreateUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                            ECreateUVMethod method);
+    /// positions      [vertexCount]
+    /// vertexIslands  [vertexCount]  the island of each vertex, 0xFFFFFFFF for none
+    /// Returns        [vertexCount]
+    static UVArray doCreateUVsFromIslandsAABBProjection(
+        unsigned int vertexCount, const osg::Point<float, 3>* positions, unsigned int islandCount,
+        const std::vector<unsigned int>& vertexIslands);
 
     // Islands of exactly one geometry; defined beside the operations that they serve.
 
