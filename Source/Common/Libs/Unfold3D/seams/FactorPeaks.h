@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Unfold3D/linear/VertexGraph.h"
+
+#include <span>
+#include <vector>
+
+namespace unfold3d
+{
+
+/// A place that a flattening strains more than all around it.
+struct FactorPeak
+{
+    int vertex = 0;
+    double excess = 0.0; ///< energy over that of an isometric layout in its surroundings, summed
+                         ///< over their area
+};
+
+/// The hills and hollows of a conformal factor, most excess first.
+///
+/// graph   the vertices of the surface
+/// u       [vertex] the factor; `level` is the value at which the map keeps its size
+/// areas   [vertex]
+///
+/// A hill that rises above the pass to its higher neighbour by less than a quarter of its height
+/// belongs to that neighbour. One sort.
+std::vector<FactorPeak> factorPeaks(const VertexGraph& graph, std::span<const double> u,
+                                    double level, std::span<const double> areas);
+
+} // namespace unfold3d
