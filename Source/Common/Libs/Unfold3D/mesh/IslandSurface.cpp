@@ -77,19 +77,18 @@ double meanLongestEdge(const IslandMesh& mesh)
     return sum / mesh.triangleCount();
 }
 
-void normalise(IslandSurface& surface)
+} // namespace
+
+double normalise(IslandMesh& mesh)
 {
-    IslandMesh& mesh = surface.mesh;
     const double side = fillUnitBox(mesh.positions);
     if (!(side > 0.0))
-        return; // one point: everything is a stand-in of a size of its own
+        return 1.0; // one point: everything is a stand-in of a size of its own
     const double scale = std::sqrt(restArea(mesh, meanLongestEdge(mesh)));
     for (Vec3& p : mesh.positions)
         p = (1.0 / scale) * p;
-    surface.size = side * scale;
+    return side * scale;
 }
-
-} // namespace
 
 IslandSurface takeIsland(const ImportedMesh& mesh, const Islands& islands, int island)
 {
@@ -104,7 +103,7 @@ IslandSurface takeIsland(const ImportedMesh& mesh, const Islands& islands, int i
     surface.mesh.positions.reserve(surface.vertices.size());
     for (const int v : surface.vertices)
         surface.mesh.positions.push_back(mesh.positions[static_cast<std::size_t>(v)]);
-    normalise(surface);
+    surface.size = normalise(surface.mesh);
     return surface;
 }
 

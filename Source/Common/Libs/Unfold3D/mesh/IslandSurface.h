@@ -20,9 +20,12 @@ struct IslandSurface
     double size = 1.0;          ///< length in the imported mesh of what has length 1 here
 };
 
-/// Takes an island out: numbered from 0, wound consistently, moved to the origin and scaled to unit
-/// area. An island without area gets the scale at which its stand-in shapes have unit area, or 1
-/// when it is one point.
+/// Moves a surface to the origin and scales it to unit area. Without area it gets the scale at
+/// which its stand-in shapes have unit area. Returns the length before of what has length 1 then; 1
+/// for a single point, which stays what it is.
+double normalise(IslandMesh& mesh);
+
+/// Takes an island out: numbered from 0, wound consistently and normalised.
 IslandSurface takeIsland(const ImportedMesh& mesh, const Islands& islands, int island);
 
 } // namespace unfold3d
