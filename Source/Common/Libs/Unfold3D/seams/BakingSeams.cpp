@@ -1,8 +1,7 @@
 #include "Unfold3D/seams/BakingSeams.h"
 
-#include "Unfold3D/seams/OpenPatches.h"
-#include "Unfold3D/seams/SeamCosts.h"
 #include "Unfold3D/seams/SharpEdges.h"
+#include "Unfold3D/seams/UnfoldablePatches.h"
 
 namespace unfold3d
 {
@@ -11,7 +10,7 @@ std::vector<char> bakingSeams(const SeamMesh& mesh, const BakingOptions& options
                               RunControl& control)
 {
     std::vector<char> isSeam = sharpEdges(mesh, options.angle);
-    openPatches(mesh, shapeCosts(mesh), isSeam, control);
+    makeUnfoldable(mesh, isSeam, control);
     return isSeam;
 }
 
