@@ -182,6 +182,16 @@ bool kyUVUtils::renewConstrainedEdgesTempIndices(const osg::GeometryPtr& geometr
     return isTouched;
 }
 
+void kyUVUtils::renewShellTempIndices(const osg::NodePtr& node, EdgeConstraint constraint)
+{
+    const auto shell = osg::dcast<osg::Geometry>(node->getCore());
+    const std::vector<Edge> edges = getConstrainedEdges(shell, node, constraint);
+    osg::GeoTmpIndexEditInterface list = listOf(shell, constraint);
+    // Edges of hidden surfaces bring their shell here each time: what stands is not written again.
+    if (list.isNull() || !std::ranges::equal(list.values(), flatListOf(edges)))
+        makeConstrainedEdgesTempIndices(edges, list);
+}
+
 void kyUVUtils::updateConstrainedEdgesTempIndices()
 {
     UVConstraintsTracker& tracker = *UVConstraintsTracker::the();
@@ -206,11 +216,7 @@ void kyUVUtils::updateConstrainedEdgesTempIndices()
                     shellsToUpdate.emplace(node->getId(), node);
             });
     }
-    for (const auto& [id, node] : shellsToUpdate) {
-        const auto shell = osg::dcast<osg::Geometry>(node->getCore());
-        for (const EdgeConstraint constraint : {kyUVTypes::Horizontal, kyUVTypes::Vertical}) {
-            osg::GeoTmpIndexEditInterface list = listOf(shell, constraint);
-            makeConstrainedEdgesTempIndices(getConstrainedEdges(shell, node, constraint), list);
-        }
-    }
+    for (const auto& [id, node] : shellsToUpdate)
+        for (const EdgeConstraint constraint : {kyUVTypes::Horizontal, kyUVTypes::Vertical})
+            renewShellTempIndices(node, constraint);
 }

@@ -535,6 +535,9 @@ private:
     static bool renewConstrainedEdgesTempIndices(const osg::GeometryPtr& geometry,
                                                  kyUVTypes::EdgeConstraint constraint,
                                                  unsigned int& stamp);
+    /// Fills the list of a direction on a shell if it says something else.
+    static void renewShellTempIndices(const osg::NodePtr& node,
+                                      kyUVTypes::EdgeConstraint constraint);
     /// The pairs as edges; none for a null pointer.
     static std::vector<Edge> getEdges(const unsigned int* pairs, unsigned int count);
 

@@ -73,6 +73,21 @@ std::vector<int> islandsToPack(const Session& session, bool selectedOnly)
     return islands;
 }
 
+/// [island] Has it pinned edges? Empty where nothing is pinned.
+std::vector<char> islandsWithPins(Session& session)
+{
+    if (session.pins.empty())
+        return {};
+    std::vector<char> hasPins(static_cast<std::size_t>(session.islands.count()), 0);
+    for (std::size_t e = 0; e < session.pins.size(); ++e) {
+        const auto vertex = static_cast<std::size_t>(session.edgeNumbers().vertices[e][0]);
+        const int island = session.islands.ofVertex[vertex];
+        if (session.pins[e] != EdgePin::Free && island != Islands::noIsland)
+            hasPins[static_cast<std::size_t>(island)] = 1;
+    }
+    return hasPins;
+}
+
 /// A vertex that only left-out triangles use goes to the place of its anchor.
 void moveIslands(Session& session, const std::vector<IslandMove>& moves)
 {
@@ -102,9 +117,10 @@ void runPack(Session& session, const Params& params, Answer& answer, RunControl&
         answer.warn("There is no island to pack.");
         return;
     }
+    const std::vector<char> hasPins = islandsWithPins(session);
     PackResult result;
     try {
-        const UVLayout layout{session.mesh, session.islands, session.uvs};
+        const UVLayout layout{session.mesh, session.islands, session.uvs, hasPins};
         result = packIslands(layout, islands, options, control);
     } catch (const std::invalid_argument& impossible) {
         throw CommandError(impossible.what());

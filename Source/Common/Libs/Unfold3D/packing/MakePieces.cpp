@@ -45,6 +45,18 @@ void evenlyThin(std::vector<Vec2>& turns, std::size_t count)
     turns.resize(count);
 }
 
+bool isHeldLevel(const UVLayout& layout, int island)
+{
+    return !layout.isHeldLevel.empty() && layout.isHeldLevel[static_cast<std::size_t>(island)];
+}
+
+void keepLevelTurns(std::vector<Vec2>& turns)
+{
+    std::erase_if(turns, [](Vec2 turn) { return turn.y != 0.0; });
+    if (turns.empty())
+        turns.push_back({1.0, 0.0});
+}
+
 /// `localPoints` [vertex] is filled for the vertices of the island.
 void shapePiece(const UVLayout& layout, const PackOptions& options, std::vector<Vec2>& localPoints,
                 Piece& piece)
@@ -56,7 +68,10 @@ void shapePiece(const UVLayout& layout, const PackOptions& options, std::vector<
             piece.size * (layout.uvs[static_cast<std::size_t>(v)] - piece.pivot);
     std::vector<OutlineEdge> outline = islandOutline(
         localPoints, layout.mesh.triangles, layout.islands.triangles[piece.island], vertices);
-    piece.preTurn = preRotationOf(options.preRotation, outline);
+    if (isHeldLevel(layout, piece.island))
+        keepLevelTurns(piece.turns);
+    else
+        piece.preTurn = preRotationOf(options.preRotation, outline);
     for (OutlineEdge& edge : outline) {
         edge.from = turned(edge.from, piece.preTurn);
         edge.to = turned(edge.to, piece.preTurn);

@@ -18,6 +18,9 @@ struct UVLayout
     const ImportedMesh& mesh;
     const Islands& islands;
     std::span<const Vec2> uvs; ///< [vertex]
+    /// [island] Are edges of it held along the axes, so that no turn but the half one may be done?
+    /// Empty where that is so for none.
+    std::span<const char> isHeldLevel = {};
 };
 
 struct Pieces
