@@ -321,4 +321,60 @@ TEST_F(Pack, StartsFromTheSlotThatItIsGiven)
     EXPECT_EQ(uvs, slot);
 }
 
+class OptimizeAndSeam : public SolverFixture
+{};
+
+TEST_F(OptimizeAndSeam, OptimizeSendsConstraintsSelectionAndSettings)
+{
+    OptimizeSettings settings;
+    settings.setIterations(0);
+    settings.setPower(0.25F);
+    settings.setPreventBorderIntersections(false);
+    EXPECT_EQ(optimize(settings), kyUVTypes::Success);
+    EXPECT_EQ(solver.commands(), (Texts{"Init", "Import", "Select", "Constrain", "Select",
+                                        "Constrain", "Select", "Optimize", "Export"}));
+    EXPECT_EQ(solver.table("Select", 2).back(), "#All bool = bool true");
+    EXPECT_EQ(solver.table("Optimize"),
+              (Texts{"#PrimType string Island = string Vertex",
+                     "#ProcessSelection bool = bool true", "#ProcessAllIfNoneSelected bool (name)",
+                     "#Iterations int 2 = int 0", "#BorderIntersection bool = bool false",
+                     "#TriangleFlips bool = bool true", "#RoomSpace double 0.001 = double 0",
+                     "#Mix double 1.0 = float 0.25", "#AngleDistanceMix double 1.0 = float 1"}));
+    EXPECT_EQ(uvs, (UVs{Vec2f(0.F, 0.F), Vec2f(1.F, 0.F), Vec2f(1.F, 1.F), Vec2f(0.F, 1.F)}))
+        << "without UVs from the positions";
+    EXPECT_NE(output.take().find("\nOptimizing...\nExported.\n"), std::string::npos);
+}
+
+TEST_F(OptimizeAndSeam, SeamsComeAsASelectionOfEdges)
+{
+    const std::pair<int, Texts> modes[] = {
+        {1,
+         {"#Organic table (name)", "#Organic.UsePipesCutter bool = bool false",
+          "#Organic.SegAmount double = double 0"}},
+        {2,
+         {"#Manufactured table (name)", "#Manufactured.Angle double = double 89",
+          "#Manufactured.MinPatchRatio double = double 0"}},
+        {3,
+         {"#Baking table (name)", "#Baking.Angle double = double 89",
+          "#Baking.MinPatchNumPoly int = int 5"}},
+        {4, {}}};
+    std::vector<int> answer{1, 1, 0, 2, 2, 0, 0, 3, -1, 0}; // the last three name no edge
+    solver.on("Select",
+              [&](const auto&) { return RecordingSolver::holding("#EdgeSelection Ints", answer); });
+    for (const auto& [mode, entries] : modes) {
+        SeamSettings settings;
+        settings.setMode(kyUVTypes::SeamMode(mode));
+        EXPECT_EQ(seam(settings), kyUVTypes::Success);
+        EXPECT_EQ(seams, (FlatEdgeList{2, 3, 2, 0}));
+        Texts table{R"(#PrimType string "Edge" = string Edge)", "#Select bool = bool true",
+                    "#ResetBefore bool = bool true", "#ReturnEdgesSel bool (enabled)"};
+        table.insert(table.end(), entries.begin(), entries.end());
+        EXPECT_EQ(solver.table("Select", mode - 1), table);
+    }
+    EXPECT_EQ(solver.commands().size(), 12U) << "nothing but Init, Import and Select";
+    answer.clear();
+    EXPECT_EQ(seam(), kyUVTypes::Success);
+    EXPECT_EQ(seams, FlatEdgeList());
+}
+
 } // namespace

@@ -52,10 +52,20 @@ protected:
         return kyUnfold3D::pack(mesh, kyUVTypes::UVSet0, uvs, kyUnfold3D::PackSettings(), selected);
     }
 
+    kyUVTypes::ReturnCode optimize(const kyUnfold3D::OptimizeSettings& settings = {})
+    {
+        return kyUnfold3D::optimize(mesh, kyUVTypes::UVSet0, uvs, settings, {1, 0}, {2, 0});
+    }
+    kyUVTypes::ReturnCode seam(const kyUnfold3D::SeamSettings& settings = {})
+    {
+        return kyUnfold3D::seam(mesh, kyUVTypes::UVSet0, settings, seams);
+    }
+
     RecordingSolver solver;
     LogCapture log;
     OutputCapture output;
     osg::RefPtr<osg::Geometry> mesh{quad()};
     UVs uvs;
+    FlatEdgeList seams{7, 7};
     const kyUnfold3D::PackSettings packSettings;
 };
