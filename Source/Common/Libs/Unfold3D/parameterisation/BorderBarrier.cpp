@@ -57,7 +57,8 @@ template <class Visit>
 void BorderBarrier::visitContact(std::span<const Vec2> positions, int point, int edge,
                                  double factor, const Visit& visit) const
 {
-    if (border_.touches(point, edge))
+    if (border_.touches(point, edge) ||
+        (isFixed(point) && isFixed(edge) && isFixed(border_.next(edge))))
         return;
     const BorderGap gap = gapBetween(border_, positions, point, edge);
     if (!(gap.distance < factor * reach_))

@@ -23,8 +23,10 @@ class BorderBarrier
 public:
     /// reach     distance from which on nothing is felt
     /// pressure  force per length of border when the distance is about half the reach
-    BorderBarrier(const Border& border, double reach, double pressure)
-        : border_(border), reach_(reach), pressure_(pressure)
+    /// isFixed   [vertex] fixed ones don't feel each other; may be empty, kept by reference
+    BorderBarrier(const Border& border, double reach, double pressure,
+                  std::span<const char> isFixed = {})
+        : border_(border), reach_(reach), pressure_(pressure), isFixed_(isFixed)
     {}
 
     const Border& border() const { return border_; }
@@ -53,10 +55,15 @@ private:
     void visitContact(std::span<const Vec2> positions, int point, int edge, double factor,
                       const Visit& visit) const;
     double forceAt(int point) const;
+    bool isFixed(int point) const
+    {
+        return !isFixed_.empty() && isFixed_[static_cast<std::size_t>(border_.vertexOf(point))];
+    }
 
     const Border& border_;
     double reach_;
     double pressure_;
+    std::span<const char> isFixed_;
 };
 
 } // namespace unfold3d

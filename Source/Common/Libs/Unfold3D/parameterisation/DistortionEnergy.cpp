@@ -17,6 +17,13 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
+TriangleMap mapOf(const FlatTriangle& triangle, std::span<const Vec2> uv)
+{
+    const Vec2 origin = uv[at(triangle.corners[0])];
+    return {triangle.metric, uv[at(triangle.corners[1])] - origin,
+            uv[at(triangle.corners[2])] - origin};
+}
+
 void addHessian(const FlatTriangle& triangle, const TriangleDerivatives& derivatives,
                 BlockMatrix& hessian)
 {
@@ -52,9 +59,16 @@ double smallestPositiveRoot(double a, double b, double c)
 
 } // namespace
 
-double Distortion::bestEnergy() const
+double Distortion::energy(double lengths) const
 {
-    return 2.0 * std::sqrt(stretch) * std::sqrt(shrink);
+    const double ofLengths = stretch + shrink;
+    return lengths == 1.0 ? ofLengths : lengths * ofLengths + (1.0 - lengths) * angles;
+}
+
+double Distortion::bestEnergy(double lengths) const
+{
+    const double ofLengths = 2.0 * std::sqrt(stretch) * std::sqrt(shrink);
+    return lengths == 1.0 ? ofLengths : lengths * ofLengths + (1.0 - lengths) * angles;
 }
 
 double Distortion::bestScale() const
@@ -66,26 +80,35 @@ Distortion measure(const EliminationMesh& mesh, std::span<const Vec2> uv)
 {
     Distortion sum;
     for (const FlatTriangle& triangle : mesh.triangles) {
-        const Vec2 origin = uv[at(triangle.corners[0])];
-        const TriangleMap map(triangle.metric, uv[at(triangle.corners[1])] - origin,
-                              uv[at(triangle.corners[2])] - origin);
+        const TriangleMap map = mapOf(triangle, uv);
         if (!(map.det > 0.0))
-            return {sum.stretch, infinity};
+            return {sum.stretch, infinity, infinity};
         const double squares = triangle.metric.area * map.squaredNorm();
+        const double perDet = squares / map.det;
         sum.stretch += squares;
-        sum.shrink += squares / map.det / map.det;
+        sum.shrink += perDet / map.det;
+        sum.angles += 2.0 * perDet;
     }
     return sum;
 }
 
-void addDerivatives(const EliminationMesh& mesh, std::span<const Vec2> uv, Curvature kind,
-                    std::span<Vec2> gradient, BlockMatrix& hessian)
+double softEnergy(const EliminationMesh& mesh, std::span<const Vec2> uv, double softness)
+{
+    double sum = 0.0;
+    for (const FlatTriangle& triangle : mesh.triangles) {
+        const TriangleMap map = mapOf(triangle, uv);
+        const EnergyTerms terms = EnergyTerms::soft(map.det, softness);
+        sum += triangle.metric.area * (map.squaredNorm() * terms.h[0] + terms.k[0]);
+    }
+    return sum;
+}
+
+void addDerivatives(const EliminationMesh& mesh, std::span<const Vec2> uv,
+                    const LayoutEnergy& energy, Curvature kind, std::span<Vec2> gradient,
+                    BlockMatrix& hessian)
 {
     for (const FlatTriangle& triangle : mesh.triangles) {
-        const Vec2 origin = uv[at(triangle.corners[0])];
-        const TriangleMap map(triangle.metric, uv[at(triangle.corners[1])] - origin,
-                              uv[at(triangle.corners[2])] - origin);
-        const TriangleDerivatives derivatives(triangle.metric, map, kind);
+        const TriangleDerivatives derivatives(triangle.metric, mapOf(triangle, uv), energy, kind);
         for (int i = 0; i < 3; ++i)
             gradient[at(triangle.corners[at(i)])] += derivatives.slope[i];
         addHessian(triangle, derivatives, hessian);
@@ -109,11 +132,12 @@ double firstFlip(const EliminationMesh& mesh, std::span<const Vec2> uv,
     return first;
 }
 
-bool isFlipFree(const EliminationMesh& mesh, std::span<const Vec2> uv)
+double leastDeterminant(const EliminationMesh& mesh, std::span<const Vec2> uv)
 {
-    return std::all_of(mesh.triangles.begin(), mesh.triangles.end(), [uv](const FlatTriangle& t) {
-        return doubleArea(uv[at(t.corners[0])], uv[at(t.corners[1])], uv[at(t.corners[2])]) > 0.0;
-    });
+    double least = infinity;
+    for (const FlatTriangle& triangle : mesh.triangles)
+        least = std::min(least, mapOf(triangle, uv).det);
+    return least;
 }
 
 } // namespace unfold3d

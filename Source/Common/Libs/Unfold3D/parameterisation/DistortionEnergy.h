@@ -9,33 +9,39 @@
 namespace unfold3d
 {
 
-/// The two halves of the symmetric Dirichlet energy of a layout. Scaled by c, it is
-/// c^2 * stretch + shrink / c^2.
+/// The parts of an energy of lengths and angles. Scaled by c, a layout has the energy of lengths
+/// c^2 * stretch + shrink / c^2, and that of angles as before.
 struct Distortion
 {
     double stretch = 0.0; ///< area-weighted mean of s1^2 + s2^2
     double shrink = 0.0;  ///< of 1/s1^2 + 1/s2^2; infinite when a triangle is flipped
+    double angles = 0.0;  ///< of 2 (s1/s2 + s2/s1); infinite when a triangle is flipped
 
-    double energy() const { return stretch + shrink; }
-    /// The energy at the best scale, and that scale.
-    double bestEnergy() const;
+    /// The mix with this share of lengths.
+    double energy(double lengths = 1.0) const;
+    /// The same at the best scale, and that scale.
+    double bestEnergy(double lengths = 1.0) const;
     double bestScale() const;
 };
 
 /// Measures a layout ([column]). Linear.
 Distortion measure(const EliminationMesh& mesh, std::span<const Vec2> uv);
 
+/// The soft energy of a layout ([column]), flipped triangles and all. Linear.
+double softEnergy(const EliminationMesh& mesh, std::span<const Vec2> uv, double softness);
+
 /// Adds the energy's gradient and its curvature to what stands in `gradient` ([column]) and
-/// `hessian`. No triangle of the layout may be flipped.
-void addDerivatives(const EliminationMesh& mesh, std::span<const Vec2> uv, Curvature kind,
-                    std::span<Vec2> gradient, BlockMatrix& hessian);
+/// `hessian`. No triangle of the layout may be flipped, unless the energy is soft.
+void addDerivatives(const EliminationMesh& mesh, std::span<const Vec2> uv,
+                    const LayoutEnergy& energy, Curvature kind, std::span<Vec2> gradient,
+                    BlockMatrix& hessian);
 
 /// How far the layout can move along `direction` until the first triangle has no area left, as a
 /// multiple of `direction`; infinite when none ever gets there.
 double firstFlip(const EliminationMesh& mesh, std::span<const Vec2> uv,
                  std::span<const Vec2> direction);
 
-/// Whether all triangles have a positive area as computed in doubles.
-bool isFlipFree(const EliminationMesh& mesh, std::span<const Vec2> uv);
+/// The least determinant of the maps from the rest triangles: negative when one is flipped.
+double leastDeterminant(const EliminationMesh& mesh, std::span<const Vec2> uv);
 
 } // namespace unfold3d

@@ -14,14 +14,15 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-/// The triangles of the island ordered by the lowest of their columns; ties keep their order.
-std::vector<int> trianglesByLowestColumn(const IslandMesh& mesh,
-                                         std::span<const int> columnOfVertex)
+/// The positions of the triangles in their list, ordered by the lowest of their columns; ties keep
+/// their order.
+std::vector<int> orderByLowestColumn(std::span<const Triangle> triangles,
+                                     std::span<const int> columnOfVertex)
 {
-    std::vector<int> lowest(mesh.triangles.size());
+    std::vector<int> lowest(triangles.size());
     std::vector<int> next(columnOfVertex.size() + 1, 0);
     for (std::size_t t = 0; t < lowest.size(); ++t) {
-        const auto& [a, b, c] = mesh.triangles[t];
+        const auto& [a, b, c] = triangles[t];
         lowest[t] = std::min({columnOfVertex[at(a)], columnOfVertex[at(b)], columnOfVertex[at(c)]});
         ++next[at(lowest[t]) + 1];
     }
@@ -34,20 +35,20 @@ std::vector<int> trianglesByLowestColumn(const IslandMesh& mesh,
 
 } // namespace
 
-EliminationMesh::EliminationMesh(const IslandMesh& mesh, SymbolicCholesky analysis)
+EliminationMesh::EliminationMesh(const MovablePart& part, SymbolicCholesky analysis)
     : symbolic(std::move(analysis))
 {
-    triangles.reserve(mesh.triangles.size());
+    triangles.reserve(part.triangles.size());
     double area = 0.0;
-    for (const int t : trianglesByLowestColumn(mesh, symbolic.newOfOld)) {
-        Triangle corners = mesh.triangles[at(t)];
+    for (const int t : orderByLowestColumn(part.corners, symbolic.newOfOld)) {
+        Triangle corners = part.corners[at(t)];
         for (int& corner : corners)
             corner = symbolic.newOfOld[at(corner)];
         triangles.push_back(
             {corners,
              {symbolic.entryOf(corners[0], corners[1]), symbolic.entryOf(corners[1], corners[2]),
               symbolic.entryOf(corners[2], corners[0])},
-             TriangleMetric(restTriangle(mesh, t))});
+             TriangleMetric(restTriangle(part.mesh, part.triangles[at(t)]))});
         area += triangles.back().metric.area;
     }
     // Stand-ins for triangles without height add a little to the area of the surface.

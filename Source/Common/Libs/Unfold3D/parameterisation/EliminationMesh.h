@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Unfold3D/base/IslandMesh.h"
 #include "Unfold3D/linear/SymbolicCholesky.h"
+#include "Unfold3D/parameterisation/MovablePart.h"
 #include "Unfold3D/parameterisation/TriangleEnergy.h"
 
 #include <array>
@@ -20,18 +20,18 @@ struct FlatTriangle
     TriangleMetric metric;
 };
 
-/// An island renumbered in the order of elimination, so that all passes and the factorisation run
-/// through memory in one direction. The areas of the rest triangles sum to 1.
+/// The movable part of an island, renumbered in the order of elimination, so that all passes and
+/// the factorisation run through memory in one direction. The areas of the rest triangles sum to 1.
 ///
 /// The nodes of the factorisation are the vertices of the island and, behind them, further unknowns
 /// that belong to no triangle.
 struct EliminationMesh
 {
-    explicit EliminationMesh(const IslandMesh& mesh)
-        : EliminationMesh(mesh, analyse(vertexGraph(mesh.triangles, mesh.vertexCount())))
+    explicit EliminationMesh(const MovablePart& part)
+        : EliminationMesh(part, analyse(vertexGraph(part.corners, part.mesh.vertexCount())))
     {}
     /// With an analysis of the vertices' graph and more.
-    EliminationMesh(const IslandMesh& mesh, SymbolicCholesky analysis);
+    EliminationMesh(const MovablePart& part, SymbolicCholesky analysis);
 
     int nodeCount() const { return symbolic.size(); }
     /// Values per node in the order of elimination, and back.

@@ -60,24 +60,29 @@ class Flattening
 public:
     Flattening(const IslandMesh& mesh, std::vector<Vec2> start, const FlattenOptions& options,
                const RunControl& control, const std::function<void(double)>& progress)
-        : mesh_(mesh), options_(options), control_(control), progress_(progress), border_(mesh),
-          minimiser_(mesh), stop_(stopRule(options.iterations)),
+        : mesh_(mesh), options_(options), control_(control), progress_(progress),
+          part_(mesh, options.isFixed), border_(mesh), minimiser_(part_),
+          stop_(stopRule(options.iterations)),
           reach_(std::max(plainReach, reachPerRoom * options.roomSpace)), uv_(std::move(start))
     {}
 
     FlattenResult run()
     {
+        if (options_.preventBorderCrossings && options_.mayStartCrossing)
+            crossingsOfStart_ = countBorderCrossings(border_, borderOf(uv_));
         if (!isLegal(uv_)) {
             report_.warnings.emplace_back("The first layout has flipped triangles or a border that "
                                           "crosses itself; it was left as it is.");
             return {std::move(uv_), std::move(report_)};
         }
         StraightLines lines(mesh_, options_.straight, report_.warnings);
+        if (!part_.isWhole())
+            lines.fix(part_.isFixed, uv_, report_.warnings);
         if (options_.iterations != 0)
             minimise(lines.count() > 0 ? 0.5 : 1.0);
         if (lines.count() > 0)
             straighten(lines);
-        if (options_.iterations == 0)
+        if (options_.iterations == 0 && !options_.keepScale && part_.isWhole())
             minimiser_.rescale(uv_);
         report_.energy = minimiser_.energy(uv_);
         report_.borderCrossings = countBorderCrossings(border_, borderOf(uv_));
@@ -91,9 +96,20 @@ private:
     }
     bool isLegal(std::span<const Vec2> uv) const
     {
-        return isFlipFree(mesh_.triangles, uv) &&
-               !(options_.preventBorderCrossings && doesBorderCross(border_, borderOf(uv)));
+        return isFlipFree(part_.corners, uv) &&
+               !(options_.preventBorderCrossings && doesCross(borderOf(uv)));
     }
+    /// Whether a border crosses itself where it didn't before.
+    bool doesCross(std::span<const Vec2> border) const
+    {
+        return crossingsOfStart_ == 0 ? doesBorderCross(border_, border)
+                                      : countBorderCrossings(border_, border) > crossingsOfStart_;
+    }
+    BorderBarrier barrier() const
+    {
+        return BorderBarrier(border_, reach_, pressure_, part_.isFixed);
+    }
+    LayoutRules rules() const { return {.energy = {.lengths = options_.lengths}}; }
 
     /// Without regard to the border first, which is quick and mostly all it takes. When the border
     /// crosses itself then, from the last layout on the way in which it didn't.
@@ -102,48 +118,49 @@ private:
         const double middle = options_.preventBorderCrossings ? 0.6 * progressEnd : progressEnd;
         std::vector<Vec2> clean = uv_;
         report_.method = "projected Newton";
-        step({}, stop_, 0.0, middle, [&](const NodeLayout& layout) {
-            if (!options_.preventBorderCrossings ||
-                doesBorderCross(border_, borderPositions(border_, layout)))
+        step(rules(), stop_, 0.0, middle, [&](const NodeLayout& layout) {
+            if (!options_.preventBorderCrossings || doesCross(borderPositions(border_, layout)))
                 return;
             for (std::size_t v = 0; v < clean.size(); ++v)
                 clean[v] = layout.at(static_cast<int>(v));
         });
         if (!options_.preventBorderCrossings)
             return;
-        if (doesBorderCross(border_, borderOf(uv_)))
+        if (doesCross(borderOf(uv_)))
             uv_ = std::move(clean);
-        else if (isRoomKept())
+        else if (crossingsOfStart_ == 0 && isRoomKept())
             return;
+        if (crossingsOfStart_ > 0)
+            return; // a barrier only works where nothing has crossed it
         report_.method += ", border barrier";
         for (;; pressure_ *= pressureGrowth) {
-            const BorderBarrier barrier(border_, reach_, pressure_);
-            step({.barrier = &barrier}, stop_, middle, progressEnd, {});
+            const BorderBarrier present = barrier();
+            LayoutRules apart = rules();
+            apart.barrier = &present;
+            step(apart, stop_, middle, progressEnd, {});
             if (isRoomKept() || pressure_ * pressureGrowth > lastPressure)
                 break;
         }
     }
 
-    bool isRoomKept() const
-    {
-        return BorderBarrier(border_, reach_, pressure_).leastDistance(borderOf(uv_)) >=
-               options_.roomSpace;
-    }
+    bool isRoomKept() const { return barrier().leastDistance(borderOf(uv_)) >= options_.roomSpace; }
 
     /// Draws the lines straight with rising force, until moving the vertices onto them flips
     /// nothing; then they stay, and the rest follows. Lines that resist to the end are given up.
     void straighten(StraightLines& lines)
     {
         report_.method += report_.method.empty() ? "straight lines" : ", straight lines";
-        turn(uv_, lines.bestTurn(uv_));
-        const BorderBarrier barrier(border_, reach_, pressure_);
-        LayoutRules rules;
-        rules.barrier = options_.preventBorderCrossings ? &barrier : nullptr;
-        rules.lines = &lines;
+        if (part_.isWhole())
+            turn(uv_, lines.bestTurn(uv_));
+        const BorderBarrier present = barrier();
+        LayoutRules straight = rules();
+        if (options_.preventBorderCrossings && crossingsOfStart_ == 0)
+            straight.barrier = &present;
+        straight.lines = &lines;
         const std::vector<Vec2> before = uv_;
         const bool wasConverged = report_.converged;
         const int asked = lines.count();
-        while (lines.count() > 0 && !drawStraight(rules)) {
+        while (lines.count() > 0 && !drawStraight(straight)) {
             lines.keep(snapOneByOne(lines));
             uv_ = before;
             report_.converged = wasConverged;
@@ -155,8 +172,8 @@ private:
                 "they fell.");
         if (options_.iterations == 0 || lines.count() == 0)
             return;
-        rules.pull = 0.0;
-        step(rules, stop_, 0.8, 1.0, {});
+        straight.pull = 0.0;
+        step(straight, stop_, 0.8, 1.0, {});
     }
 
     /// Returns whether all lines are straight then.
@@ -228,11 +245,13 @@ private:
     const FlattenOptions& options_;
     const RunControl& control_;
     const std::function<void(double)>& progress_;
+    const MovablePart part_;
     const Border border_;
     LayoutMinimiser minimiser_;
     const StopRule stop_;
     const double reach_; ///< of the barrier
     double pressure_ = plainPressure;
+    int crossingsOfStart_ = 0; ///< that are accepted
     std::vector<Vec2> uv_;
     double reported_ = 0.0;
     FlattenReport report_;

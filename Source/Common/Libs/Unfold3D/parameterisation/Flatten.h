@@ -34,6 +34,16 @@ struct FlattenOptions
     /// where the shape of the island leaves room.
     double roomSpace = 0.0;
     std::vector<StraightLine> straight;
+
+    /// Share of lengths in what is minimised, above 0 to 1; the rest are angles.
+    double lengths = 1.0;
+    /// [vertex] vertices that stay where they are in the start; empty when none does. With some of
+    /// them fixed the scale of the start counts: it should lie in a layout of area 1.
+    std::vector<char> isFixed;
+    /// Without minimisation, leave the start at its scale.
+    bool keepScale = false;
+    /// Take a start whose border crosses itself, and let it cross no more often.
+    bool mayStartCrossing = false;
 };
 
 struct FlattenReport
@@ -56,8 +66,9 @@ struct FlattenResult
 /// Dirichlet energy from a start without flipped triangles, and flips none on the way. The result
 /// has the scale of the surface in space.
 ///
-/// start     [vertex]  every triangle of positive area (exactly, however thin), the border without
-///                     crossings; what doesn't hold that comes back as it is with a warning
+/// start     [vertex]  every triangle of positive area (exactly, however thin), but for those of
+///                     which nothing moves, the border without crossings where they are prevented;
+///                     what doesn't hold that comes back as it is with a warning
 /// progress            called with 0 to 1 as the work goes on; may be empty
 ///
 /// One thread, the same bits on every run. Throws Stopped when `control` asks for it, at most one

@@ -42,28 +42,39 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 } // namespace
 
-LayoutMinimiser::LayoutMinimiser(const IslandMesh& mesh)
-    : island_(mesh), system_(std::make_unique<StepSystem>(mesh)),
+LayoutMinimiser::LayoutMinimiser(const MovablePart& part)
+    : part_(part), isFixed_(part.isFixed.begin(), part.isFixed.end()),
+      system_(std::make_unique<StepSystem>(EliminationMesh(part))),
       freshOperations_(system_->mesh().symbolic.operations)
 {}
 
-Distortion LayoutMinimiser::measureVertices(std::span<const Vec2> uv) const
+std::vector<Vec2> LayoutMinimiser::columnsOf(std::span<const Vec2> uv) const
 {
     std::vector<Vec2> nodes(uv.begin(), uv.end());
     nodes.resize(static_cast<std::size_t>(system_->mesh().nodeCount()));
-    return measure(system_->mesh(), system_->mesh().toColumns(nodes));
+    return system_->mesh().toColumns(nodes);
 }
 
 void LayoutMinimiser::rescale(std::vector<Vec2>& uv) const
 {
-    const double scale = measureVertices(uv).bestScale();
+    const double scale = measure(system_->mesh(), columnsOf(uv)).bestScale();
     for (Vec2& point : uv)
         point = scale * point;
 }
 
 double LayoutMinimiser::energy(std::span<const Vec2> uv) const
 {
-    return measureVertices(uv).energy();
+    return measure(system_->mesh(), columnsOf(uv)).energy();
+}
+
+double LayoutMinimiser::leastDeterminant(std::span<const Vec2> uv) const
+{
+    return unfold3d::leastDeterminant(system_->mesh(), columnsOf(uv));
+}
+
+bool LayoutMinimiser::isScaleFree() const
+{
+    return part_.isWhole() && !rules_.barrier && !rules_.lines && !rules_.energy.isSoft();
 }
 
 double LayoutMinimiser::rescaleColumns()
@@ -72,7 +83,7 @@ double LayoutMinimiser::rescaleColumns()
     const double scale = distortion.bestScale();
     for (Vec2& point : uv_)
         point = scale * point;
-    return distortion.bestEnergy();
+    return distortion.bestEnergy(rules_.energy.lengths);
 }
 
 std::vector<Vec2> LayoutMinimiser::borderOf(std::span<const Vec2> uv) const
@@ -124,9 +135,9 @@ void LayoutMinimiser::rebuildSystem(const NodeLayout& layout)
         for (int i = 1; i < spring.count; ++i)
             pairs.push_back({spring.nodes[0], spring.nodes[static_cast<std::size_t>(i)]});
     if (rules_.lines)
-        rules_.lines->addPairs(island_.triangles, pairs);
+        rules_.lines->addPairs(part_.corners, pairs);
     const auto nodeCount = static_cast<int>(layout.uv.size());
-    const VertexGraph graph = vertexGraph(island_.triangles, nodeCount, pairs);
+    const VertexGraph graph = vertexGraph(part_.corners, nodeCount, pairs);
 
     const bool hasOrder = systemLines_ == rules_.lines && system_->mesh().nodeCount() == nodeCount;
     std::vector<int> order = system_->mesh().symbolic.oldOfNew;
@@ -137,25 +148,39 @@ void LayoutMinimiser::rebuildSystem(const NodeLayout& layout)
         analysis = analyse(graph);
     if (isStale || !hasOrder)
         freshOperations_ = analysis.operations;
-    system_ = std::make_unique<StepSystem>(EliminationMesh(island_, std::move(analysis)));
+    system_ = std::make_unique<StepSystem>(EliminationMesh(part_, std::move(analysis)));
     systemLines_ = rules_.lines;
+    if (part_.isWhole())
+        return;
+    isFixed_.assign(part_.isFixed.begin(), part_.isFixed.end());
+    for (int l = 0; rules_.lines && l < rules_.lines->count(); ++l)
+        isFixed_.push_back(static_cast<char>(rules_.lines->isFixed(l)));
 }
 
 /// Returns how much the step's quadratic model promises to gain, doubled.
 double LayoutMinimiser::computeDirection(Curvature kind, const RunControl& control)
 {
     collectSprings();
-    system_->set(uv_, kind);
+    system_->set(uv_, rules_.energy, kind);
     for (const Spring& spring : springs_)
         system_->add(spring);
     if (rules_.lines && rules_.pull == 0.0)
         system_->hold(*rules_.lines);
+    if (!isFixed_.empty())
+        system_->fix(isFixed_);
     return system_->solve(control);
+}
+
+/// As a multiple of the direction; infinite where flips don't matter.
+double LayoutMinimiser::firstFlipAhead() const
+{
+    return rules_.energy.isSoft() ? infinity
+                                  : firstFlip(system_->mesh(), uv_, system_->direction());
 }
 
 double LayoutMinimiser::firstObstacle() const
 {
-    const double flip = firstFlip(system_->mesh(), uv_, system_->direction());
+    const double flip = firstFlipAhead();
     if (!rules_.barrier)
         return flip;
     const double farthest = std::end(strideFactors)[-1] / obstacleMargin;
@@ -168,7 +193,7 @@ void LayoutMinimiser::brakeContacts(double obstacle, double promised)
 {
     if (!rules_.barrier || obstacle >= 1.0)
         return;
-    const double flip = firstFlip(system_->mesh(), uv_, system_->direction());
+    const double flip = firstFlipAhead();
     addBrakes(rules_.barrier->border(), borderOf(uv_), borderOf(system_->direction()),
               std::min(1.0, flip), brakeWork * promised, brakes_);
 }
@@ -191,10 +216,11 @@ bool LayoutMinimiser::isTrialLegal() const
 
 double LayoutMinimiser::energyOf(std::span<const Vec2> uv) const
 {
-    const Distortion distortion = measure(system_->mesh(), uv);
-    if (rules_.areEmpty())
-        return distortion.bestEnergy();
-    double energy = distortion.energy();
+    const double lengths = rules_.energy.lengths;
+    if (isScaleFree())
+        return measure(system_->mesh(), uv).bestEnergy(lengths);
+    double energy = rules_.energy.isSoft() ? softEnergy(system_->mesh(), uv, rules_.energy.softness)
+                                           : measure(system_->mesh(), uv).energy(lengths);
     if (rules_.barrier)
         energy += rules_.barrier->energy(borderOf(uv));
     if (rules_.lines && rules_.pull > 0.0)
@@ -241,7 +267,7 @@ double LayoutMinimiser::search(double energy, double promised, const RunControl&
         }
     }
     uv_.swap(trial_);
-    return rules_.areEmpty() ? rescaleColumns() : best;
+    return isScaleFree() ? rescaleColumns() : best;
 }
 
 bool LayoutMinimiser::isDone(const StopRule& stop, double promised, double energy) const
@@ -257,7 +283,7 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
 {
     enter(uv, rules);
     Outcome outcome;
-    double energy = rules_.areEmpty() ? rescaleColumns() : energyOf(uv_);
+    double energy = isScaleFree() ? rescaleColumns() : energyOf(uv_);
     Curvature kind = Curvature::Capped;
     while (outcome.steps < stop.maxSteps) {
         const bool isBraked = !brakes_.empty();
@@ -279,7 +305,7 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
             kind = Curvature::Exact;
     }
     uv_ = system_->mesh().toNodes(uv_);
-    uv.assign(uv_.begin(), uv_.begin() + island_.vertexCount());
+    uv.assign(uv_.begin(), uv_.begin() + part_.mesh.vertexCount());
     return outcome;
 }
 

@@ -12,15 +12,14 @@
 namespace unfold3d
 {
 
-/// What holds for a layout beside that no triangle flips.
+/// What is asked of a layout.
 struct LayoutRules
 {
+    LayoutEnergy energy;                    ///< unless it is soft, no triangle flips
     const BorderBarrier* barrier = nullptr; ///< the border doesn't cross itself
     const StraightLines* lines = nullptr;
     /// How stiffly the lines' vertices are drawn towards them; 0: they are on them and stay there.
     double pull = 0.0;
-
-    bool areEmpty() const { return !barrier && !lines; }
 };
 
 /// When a minimisation is done.
@@ -34,11 +33,12 @@ struct StopRule
     int maxSteps = 200;
 };
 
-/// Projected Newton minimisation of the symmetric Dirichlet energy of an island's layout.
+/// Projected Newton minimisation of the energy of an island's layout.
 class LayoutMinimiser
 {
 public:
-    explicit LayoutMinimiser(const IslandMesh& mesh);
+    /// Keeps the part by reference.
+    explicit LayoutMinimiser(const MovablePart& part);
 
     struct Outcome
     {
@@ -50,8 +50,8 @@ public:
     /// the minimisation ends when it returns false.
     using Observer = std::function<bool(const NodeLayout&, double promisedShare)>;
 
-    /// Improves `uv` ([vertex]) in place until `stop` is met. It must obey the rules and have no
-    /// triangle flipped; both stay so. Without rules the result has its best scale.
+    /// Improves `uv` ([vertex]) in place until `stop` is met. It must obey the rules, which it does
+    /// then, too. A layout that nothing fixes, pushes or holds gets its best scale.
     Outcome minimise(std::vector<Vec2>& uv, const LayoutRules& rules, const StopRule& stop,
                      const RunControl& control, const Observer& observer);
 
@@ -61,7 +61,12 @@ public:
     /// Symmetric Dirichlet energy of `uv` ([vertex]); infinite when a triangle is flipped.
     double energy(std::span<const Vec2> uv) const;
 
+    /// The least determinant of the maps from the rest triangles to `uv` ([vertex]).
+    double leastDeterminant(std::span<const Vec2> uv) const;
+
 private:
+    bool isScaleFree() const;
+    double firstFlipAhead() const;
     void collectSprings();
     void enter(std::span<const Vec2> uv, const LayoutRules& rules);
     void rebuildSystem(const NodeLayout& layout);
@@ -75,12 +80,13 @@ private:
     double energyOf(std::span<const Vec2> uv) const;
     NodeLayout layoutOf(std::span<const Vec2> uv) const { return {uv, system_->columnOfNode()}; }
     double rescaleColumns();
-    Distortion measureVertices(std::span<const Vec2> uv) const;
+    std::vector<Vec2> columnsOf(std::span<const Vec2> uv) const;
     bool isDone(const StopRule& stop, double promised, double energy) const;
     std::vector<Vec2> borderOf(std::span<const Vec2> uv) const;
 
-    const IslandMesh& island_;
+    const MovablePart& part_;
     LayoutRules rules_;
+    std::vector<char> isFixed_; ///< [node] empty when everything moves
     std::unique_ptr<StepSystem> system_;
     const StraightLines* systemLines_ = nullptr; ///< that the system has nodes for
     double freshOperations_; ///< of the factorisation when its order was last found anew

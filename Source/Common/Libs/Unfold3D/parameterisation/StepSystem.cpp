@@ -36,12 +36,12 @@ bool StepSystem::covers(const Spring& spring) const
     return true;
 }
 
-void StepSystem::set(std::span<const Vec2> uv, Curvature kind)
+void StepSystem::set(std::span<const Vec2> uv, const LayoutEnergy& energy, Curvature kind)
 {
     held_.clear();
     hessian_.setZero();
     std::fill(gradient_.begin(), gradient_.end(), Vec2{});
-    addDerivatives(mesh_, uv, kind, gradient_, hessian_);
+    addDerivatives(mesh_, uv, energy, kind, gradient_, hessian_);
 }
 
 void StepSystem::add(const Spring& spring)
@@ -137,6 +137,27 @@ void StepSystem::hold(const StraightLines& lines)
     findHeld(lines);
     for (const Held& held : held_)
         hold(held);
+}
+
+void StepSystem::fix(std::span<const char> isFixed)
+{
+    const SymbolicCholesky& symbolic = mesh_.symbolic;
+    const auto isColumnFixed = [&](int column) {
+        return isFixed[at(symbolic.oldOfNew[at(column)])] != 0;
+    };
+    for (int column = 0; column < symbolic.size(); ++column) {
+        const bool isOwnFixed = isColumnFixed(column);
+        for (int e = symbolic.columnOffsets[at(column)]; e < symbolic.columnOffsets[at(column) + 1];
+             ++e)
+            if (isOwnFixed || isColumnFixed(symbolic.entryRows[at(e)]))
+                std::fill_n(hessian_.lower.begin() + 4 * e, 4, 0.0);
+        if (!isOwnFixed)
+            continue;
+        double* const own = hessian_.diagonal.data() + 4 * at(column);
+        own[0] = own[3] = 1.0;
+        own[1] = own[2] = 0.0;
+        gradient_[at(column)] = {};
+    }
 }
 
 double StepSystem::solve(const RunControl& control)

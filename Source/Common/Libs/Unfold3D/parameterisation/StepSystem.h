@@ -17,7 +17,6 @@ namespace unfold3d
 class StepSystem
 {
 public:
-    explicit StepSystem(const IslandMesh& mesh) : StepSystem(EliminationMesh(mesh)) {}
     explicit StepSystem(EliminationMesh mesh);
 
     const EliminationMesh& mesh() const { return mesh_; }
@@ -27,14 +26,18 @@ public:
     /// Whether all nodes of a spring meet in the pattern.
     bool covers(const Spring& spring) const;
 
-    /// Begins a step with the derivatives of the distortion at `uv` ([column], nothing flipped).
-    void set(std::span<const Vec2> uv, Curvature kind);
+    /// Begins a step with the derivatives of the energy at `uv` ([column]; nothing flipped unless
+    /// the energy is soft).
+    void set(std::span<const Vec2> uv, const LayoutEnergy& energy, Curvature kind);
     /// Adds a spring that the pattern covers.
     void add(const Spring& spring);
 
     /// Lets the vertices of each line move along with the line's node, in the line's coordinate. To
     /// be called after everything was added, with a pattern that StraightLines::addPairs completed.
     void hold(const StraightLines& lines);
+
+    /// Lets nodes stay where they are; isFixed [node]. To be called last.
+    void fix(std::span<const char> isFixed);
 
     /// Solves for the step; returns how much its quadratic model promises to gain, doubled.
     double solve(const RunControl& control);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace unfold3d
 {
@@ -17,6 +18,9 @@ std::size_t at(int index)
 {
     return static_cast<std::size_t>(index);
 }
+
+/// How far apart fixed vertices of one line may be, in an island of area 1.
+constexpr double straightEnough = 1e-7;
 
 using Line = StraightLines::Line;
 
@@ -182,6 +186,35 @@ StraightLines::StraightLines(const IslandMesh& mesh, std::span<const StraightLin
             weight = std::max(weight, least);
 }
 
+void StraightLines::fix(std::span<const char> isFixed, std::span<const Vec2> uv,
+                        std::vector<std::string>& warnings)
+{
+    isFixed_.assign(isFixed.begin(), isFixed.end());
+    std::vector<char> isKept(lines_.size(), 1);
+    std::ptrdiff_t apart = 0;
+    for (std::size_t l = 0; l < lines_.size(); ++l) {
+        Line& line = lines_[l];
+        double low = std::numeric_limits<double>::infinity();
+        double high = -low;
+        std::size_t fixedCount = 0;
+        for (const int v : line.vertices) {
+            if (!isFixedVertex(v))
+                continue;
+            ++fixedCount;
+            low = std::min(low, coordinate(uv[at(v)], line.axis));
+            high = std::max(high, coordinate(uv[at(v)], line.axis));
+        }
+        line.isFixed = fixedCount > 0;
+        const bool isApart = high - low > straightEnough;
+        apart += isApart;
+        isKept[l] = !isApart && fixedCount < line.vertices.size();
+    }
+    keep(isKept);
+    if (apart > 0)
+        warnings.push_back(countedLines(apart) + " can't be straight, since vertices that are to "
+                                                 "stay lie beside each other; left as they fell.");
+}
+
 void StraightLines::keep(std::span<const char> isKept)
 {
     std::size_t kept = 0;
@@ -213,6 +246,8 @@ double StraightLines::mean(int line, std::span<const Vec2> uv) const
     double sum = 0.0;
     double weights = 0.0;
     for (std::size_t i = 0; i < held.vertices.size(); ++i) {
+        if (held.isFixed && !isFixedVertex(held.vertices[i]))
+            continue;
         sum += held.weights[i] * coordinate(uv[at(held.vertices[i])], held.axis);
         weights += held.weights[i];
     }
@@ -223,7 +258,8 @@ void StraightLines::straighten(int line, std::vector<Vec2>& uv) const
 {
     const double place = mean(line, uv);
     for (const int vertex : lines_[at(line)].vertices)
-        coordinate(uv[at(vertex)], lines_[at(line)].axis) = place;
+        if (!isFixedVertex(vertex))
+            coordinate(uv[at(vertex)], lines_[at(line)].axis) = place;
 }
 
 double StraightLines::energy(const NodeLayout& layout, double stiffness) const

@@ -41,6 +41,7 @@ public:
         Axis axis;                   ///< of the common coordinate
         std::vector<int> vertices;   ///< ascending
         std::vector<double> weights; ///< [position in vertices] length of line it stands for
+        bool isFixed = false;        ///< has vertices that don't move, so the line doesn't either
     };
 
     /// Takes of the lines asked for what can be had. Lines along one axis that share a vertex
@@ -49,9 +50,15 @@ public:
     StraightLines(const IslandMesh& mesh, std::span<const StraightLine> asked,
                   std::vector<std::string>& warnings);
 
+    /// Fixes vertices where they are in `uv`; isFixed [vertex]. Leaves out, with a warning, lines
+    /// whose fixed vertices aren't on one, and without one those of which nothing can move.
+    void fix(std::span<const char> isFixed, std::span<const Vec2> uv,
+             std::vector<std::string>& warnings);
+
     int count() const { return static_cast<int>(lines_.size()); }
     std::span<const Line> lines() const { return lines_; }
     int nodeOf(int line) const { return vertexCount_ + line; }
+    bool isFixed(int line) const { return lines_[static_cast<std::size_t>(line)].isFixed; }
     /// Keeps the lines for which isKept [line] holds.
     void keep(std::span<const char> isKept);
 
@@ -59,9 +66,10 @@ public:
     /// as well as they can.
     double bestTurn(std::span<const Vec2> uv) const;
 
-    /// The coordinate that is nearest to the vertices of a line, uv [vertex or node].
+    /// The coordinate that is nearest to the vertices of a line, uv [vertex or node]; when some of
+    /// them are fixed, to those.
     double mean(int line, std::span<const Vec2> uv) const;
-    /// Moves the vertices of a line onto that.
+    /// Moves the vertices of a line onto that, but for the fixed ones.
     void straighten(int line, std::vector<Vec2>& uv) const;
 
     /// Energy and derivatives of springs between the vertices and their lines' nodes.
@@ -79,7 +87,13 @@ private:
         std::array<int, 2> vertices;
     };
 
+    bool isFixedVertex(int v) const
+    {
+        return !isFixed_.empty() && isFixed_[static_cast<std::size_t>(v)];
+    }
+
     int vertexCount_;
+    std::vector<char> isFixed_; ///< [vertex] empty when all move
     std::vector<Line> lines_;
     std::vector<Segment> segments_; ///< edges of the mesh between vertices of one line
 };

@@ -2,17 +2,18 @@
 
 #include "Unfold3D/base/RestTriangle.h"
 #include "Unfold3D/base/Vec.h"
+#include "Unfold3D/parameterisation/LayoutEnergy.h"
 
 #include <cmath>
+#include <numbers>
 
 namespace unfold3d
 {
 
-// The symmetric Dirichlet energy of one triangle (Smith and Schaefer 2015), with its gradient and
-// Hessian in closed form (the eigensystem follows Smith, de Goes and Kim 2019). With s1 >= s2 > 0,
-// the singular values of the map from the rest triangle to the plane,
+// The energy of one triangle (LayoutEnergy.h), with its gradient and Hessian in closed form (the
+// eigensystem follows Smith, de Goes and Kim 2019): of lengths alone, as it mostly is,
 //
-//     energy = area * (s1^2 + s2^2 + 1/s1^2 + 1/s2^2),    4 * area when nothing is distorted.
+//     energy = area * (s1^2 + s2^2 + 1/s1^2 + 1/s2^2)     (Smith and Schaefer 2015).
 
 /// What of a rest triangle the energy needs. The map's columns are
 ///     (u1 - u0) * inverseBase    and    ((u2 - u0) - shear * (u1 - u0)) * inverseHeight.
@@ -68,9 +69,150 @@ struct TriangleMap
 /// Which curvature a step is computed with.
 enum class Curvature
 {
-    Capped, ///< never steeper than the reweighted proxy of Rabinovich and others (2017): far
-            ///< strides
+    Capped, ///< of lengths never steeper than the reweighted proxy of Rabinovich and others (2017):
+            ///< far strides
     Exact   ///< Newton's, less its negative part: quick at the end
+};
+
+/// h and k of an energy F h(J) + k(J) per area, with two derivatives each.
+struct EnergyTerms
+{
+    double h[3];
+    double k[3];
+
+    /// For J above 0.
+    static EnergyTerms ofAngles(double det)
+    {
+        const double r = 1.0 / det;
+        return {{2.0 * r, -2.0 * r * r, 4.0 * r * r * r}, {0.0, 0.0, 0.0}};
+    }
+    /// For any J.
+    static EnergyTerms soft(double det, double softness)
+    {
+        const double root = std::sqrt(det * det + softness * softness);
+        // The sum cancels where J is negative.
+        const double chi =
+            det > 0.0 ? 0.5 * (det + root) : 0.5 * softness * softness / (root - det);
+        const double relativeSlope = 1.0 / root; // chi' / chi
+        const double r = 1.0 / chi;
+        const double r1 = -r * relativeSlope;
+        const double r2 = r * relativeSlope * relativeSlope * (1.0 + det * relativeSlope);
+        const double square = det * det + 1.0;
+        return {{r, r1, r2},
+                {square * r, 2.0 * det * r + square * r1, 2.0 * r + 4.0 * det * r1 + square * r2}};
+    }
+};
+
+/// How an energy per area changes with A = |a| and B = |b|, the sizes of a map's two parts.
+struct PartDerivatives
+{
+    double slopeA;
+    double slopeB;
+    double aa; ///< second derivatives
+    double ab;
+    double bb;
+    double twist; ///< slopeA / 2A, the curvature along a turn of a
+    double flip;  ///< slopeB / 2B, the same of b
+
+    /// F h(J) + k(J), where F = 2 (A^2 + B^2) and J = A^2 - B^2.
+    PartDerivatives(const EnergyTerms& terms, double A, double B)
+    {
+        const double F = 2.0 * (A * A + B * B);
+        const double byDet = F * terms.h[1] + terms.k[1];
+        const double byDet2 = F * terms.h[2] + terms.k[2];
+        twist = 2.0 * terms.h[0] + byDet;
+        flip = 2.0 * terms.h[0] - byDet;
+        slopeA = 2.0 * A * twist;
+        slopeB = 2.0 * B * flip;
+        aa = 2.0 * twist + 4.0 * A * A * (4.0 * terms.h[1] + byDet2);
+        ab = -4.0 * A * B * byDet2;
+        bb = 2.0 * flip + 4.0 * B * B * (byDet2 - 4.0 * terms.h[1]);
+    }
+    /// A mix of this with the energy of lengths, as its modes and their curvatures tell it.
+    void mixWithLengths(double share, const double (&slopes)[2], const double (&curvatures)[4])
+    {
+        const auto mix = [share](double& own, double ofLengths) {
+            own += share * (ofLengths - own);
+        };
+        mix(slopeA, slopes[0] + slopes[1]);
+        mix(slopeB, slopes[0] - slopes[1]);
+        mix(aa, curvatures[0] + curvatures[1]);
+        mix(ab, curvatures[0] - curvatures[1]);
+        mix(bb, curvatures[0] + curvatures[1]);
+        mix(twist, curvatures[2]);
+        mix(flip, curvatures[3]);
+    }
+};
+
+/// The derivatives of a triangle's energy per area in the modes of its map: two stretches, each a
+/// mix of the gradients of A and B, and the turns of a and of b.
+struct ModeDerivatives
+{
+    double stretch[2][2] = {{1.0, 1.0}, {1.0, -1.0}}; ///< [mode][A, B]; these are s1 and s2
+    double slope[2];                                  ///< of the stretches; turns have none
+    double curvature[4];                              ///< the negative ones too
+
+    ModeDerivatives(const TriangleMap& map, const LayoutEnergy& energy, Curvature kind)
+    {
+        const double A = length(map.a);
+        const double B = length(map.b);
+        if (energy.isSoft()) {
+            setPrincipal(PartDerivatives(EnergyTerms::soft(map.det, energy.softness), A, B));
+            return;
+        }
+        setLengths(A + B, map.det, kind);
+        if (energy.isLengthsOnly())
+            return;
+        PartDerivatives parts(EnergyTerms::ofAngles(map.det), A, B);
+        parts.mixWithLengths(energy.lengths, slope, curvature);
+        setPrincipal(parts);
+    }
+
+private:
+    void setLengths(double s1, double det, Curvature kind)
+    {
+        const double s2 = det / s1; // |a| - |b| would cancel
+        const auto slopeOf = [](double s) { return 2.0 * (s - 1.0 / (s * s * s)); };
+        const auto curvatureOf = [kind](double s) {
+            const double r = 1.0 / s;
+            const double exact = 2.0 + 6.0 * r * r * r * r;
+            const double secant = 2.0 * (1.0 + r * (1.0 + r * (1.0 + r)));
+            return kind == Curvature::Capped ? std::fmin(exact, secant) : exact;
+        };
+        const double product = s1 * s2;
+        const double cubedProduct = product * product * product;
+        slope[0] = slopeOf(s1);
+        slope[1] = slopeOf(s2);
+        curvature[0] = curvatureOf(s1);
+        curvature[1] = curvatureOf(s2);
+        curvature[2] = 2.0 - 2.0 * (s1 * s1 - product + s2 * s2) / cubedProduct;
+        curvature[3] = 2.0 + 2.0 * (s1 * s1 + product + s2 * s2) / cubedProduct;
+        if (kind == Curvature::Capped)
+            curvature[3] = std::fmin(curvature[3], std::fmax(curvature[0], curvature[1]));
+    }
+    /// The stretches along which the second derivatives don't mix.
+    void setPrincipal(const PartDerivatives& parts)
+    {
+        // Jacobi's rotation.
+        const double ratio = 0.5 * (parts.bb - parts.aa) / parts.ab;
+        const double tangent =
+            parts.ab == 0.0
+                ? 0.0
+                : std::copysign(1.0 / (std::abs(ratio) + std::sqrt(1.0 + ratio * ratio)), ratio);
+        const double c = 1.0 / std::sqrt(1.0 + tangent * tangent);
+        const double s = -tangent * c;
+        const double mixed = 2.0 * c * s * parts.ab;
+        stretch[0][0] = c;
+        stretch[0][1] = s;
+        stretch[1][0] = -s;
+        stretch[1][1] = c;
+        slope[0] = c * parts.slopeA + s * parts.slopeB;
+        slope[1] = c * parts.slopeB - s * parts.slopeA;
+        curvature[0] = c * c * parts.aa + mixed + s * s * parts.bb;
+        curvature[1] = s * s * parts.aa - mixed + c * c * parts.bb;
+        curvature[2] = parts.twist;
+        curvature[3] = parts.flip;
+    }
 };
 
 /// First and second derivatives of a triangle's energy by its three corners.
@@ -85,45 +227,28 @@ struct TriangleDerivatives
     Vec2 mode[4][3];
     double curvature[4];
 
-    TriangleDerivatives(const TriangleMetric& metric, const TriangleMap& map, Curvature kind);
+    TriangleDerivatives(const TriangleMetric& metric, const TriangleMap& map,
+                        const LayoutEnergy& energy, Curvature kind);
 };
 
 inline TriangleDerivatives::TriangleDerivatives(const TriangleMetric& metric,
-                                                const TriangleMap& map, Curvature kind)
+                                                const TriangleMap& map, const LayoutEnergy& energy,
+                                                Curvature kind)
 {
+    const ModeDerivatives modes(map, energy, kind);
+    for (int m = 0; m < 4; ++m)
+        curvature[m] = metric.area * std::fmax(modes.curvature[m], 0.0);
+
     const double lengthA = length(map.a);
     const double lengthB = length(map.b);
-    const double s1 = lengthA + lengthB;
-    const double s2 = map.det / s1; // |a| - |b| would cancel
-    const Vec2 directionA = (1.0 / lengthA) * map.a;
+    const Vec2 directionA = lengthA > 0.0 ? (1.0 / lengthA) * map.a : Vec2{1.0, 0.0};
     const Vec2 directionB = lengthB > 0.0 ? (1.0 / lengthB) * map.b : Vec2{1.0, 0.0};
-
-    const auto slopeOf = [](double s) { return 2.0 * (s - 1.0 / (s * s * s)); };
-    const auto stretch = [kind](double s) {
-        const double r = 1.0 / s;
-        const double exact = 2.0 + 6.0 * r * r * r * r;
-        const double secant = 2.0 * (1.0 + r * (1.0 + r * (1.0 + r)));
-        return kind == Curvature::Capped ? std::fmin(exact, secant) : exact;
-    };
-    const double product = s1 * s2;
-    const double cubedProduct = product * product * product;
-    const double stretch1 = stretch(s1);
-    const double stretch2 = stretch(s2);
-    const double twist = 2.0 - 2.0 * (s1 * s1 - product + s2 * s2) / cubedProduct;
-    double flip = 2.0 + 2.0 * (s1 * s1 + product + s2 * s2) / cubedProduct;
-    if (kind == Curvature::Capped)
-        flip = std::fmin(flip, std::fmax(stretch1, stretch2));
-    curvature[0] = metric.area * stretch1;
-    curvature[1] = metric.area * stretch2;
-    curvature[2] = metric.area * std::fmax(twist, 0.0);
-    curvature[3] = metric.area * flip;
-
     const Vec2 gradient1{metric.inverseBase, -metric.shear * metric.inverseHeight};
     const Vec2 gradient2{0.0, metric.inverseHeight};
     const Vec2 gradients[3] = {
         {-gradient1.x - gradient2.x, -gradient1.y - gradient2.y}, gradient1, gradient2};
-    const double slope1 = metric.area * slopeOf(s1);
-    const double slope2 = metric.area * slopeOf(s2);
+    const double slope1 = metric.area * modes.slope[0];
+    const double slope2 = metric.area * modes.slope[1];
     for (int corner = 0; corner < 3; ++corner) {
         // A corner's motion p changes a by p * conj(g) / 2 and b by p * g / 2, as complex numbers.
         const Vec2 g = gradients[corner];
@@ -131,11 +256,10 @@ inline TriangleDerivatives::TriangleDerivatives(const TriangleMetric& metric,
                           0.5 * (directionA.x * g.y + directionA.y * g.x)};
         const Vec2 alongB{0.5 * (directionB.x * g.x + directionB.y * g.y),
                           0.5 * (directionB.y * g.x - directionB.x * g.y)};
-        constexpr double squareRootOf2 = 1.41421356237309504880;
-        mode[0][corner] = alongA + alongB;
-        mode[1][corner] = alongA - alongB;
-        mode[2][corner] = {-squareRootOf2 * alongA.y, squareRootOf2 * alongA.x};
-        mode[3][corner] = {-squareRootOf2 * alongB.y, squareRootOf2 * alongB.x};
+        mode[0][corner] = modes.stretch[0][0] * alongA + modes.stretch[0][1] * alongB;
+        mode[1][corner] = modes.stretch[1][0] * alongA + modes.stretch[1][1] * alongB;
+        mode[2][corner] = {-std::numbers::sqrt2 * alongA.y, std::numbers::sqrt2 * alongA.x};
+        mode[3][corner] = {-std::numbers::sqrt2 * alongB.y, std::numbers::sqrt2 * alongB.x};
         slope[corner] = slope1 * mode[0][corner] + slope2 * mode[1][corner];
     }
 }
