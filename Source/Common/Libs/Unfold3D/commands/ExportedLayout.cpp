@@ -51,13 +51,16 @@ std::vector<Triangle> trianglesAsTheyTurn(const Session& session, int island)
     return result;
 }
 
-/// [vertex] what the pins of its edges hold; empty when there are no pins.
-std::vector<std::uint8_t> heldByPins(const Session& session)
+/// [vertex] what rounding must not move: vertices that a command left where they are, and what the
+/// pins of edges hold.
+std::vector<std::uint8_t> heldCoordinates(const Session& session)
 {
-    std::vector<std::uint8_t> held;
+    std::vector<std::uint8_t> held(session.uvs.size(), HoldNone);
+    for (std::size_t v = 0; v < held.size(); ++v)
+        if (session.isFixed[v])
+            held[v] = HoldU | HoldV;
     if (session.pins.empty() || !session.edges)
         return held;
-    held.assign(session.uvs.size(), HoldNone);
     for (std::size_t e = 0; e < session.pins.size(); ++e) {
         if (session.pins[e] == EdgePin::Free)
             continue;
@@ -84,8 +87,7 @@ FloatRounding roundIsland(const Session& session, int island,
     std::vector<std::uint8_t> held;
     for (const int v : vertices) {
         uv.push_back(session.uvs[static_cast<std::size_t>(v)]);
-        if (!heldOfVertex.empty())
-            held.push_back(heldOfVertex[static_cast<std::size_t>(v)]);
+        held.push_back(heldOfVertex[static_cast<std::size_t>(v)]);
     }
     const FloatRounding rounding = roundToFloats(trianglesAsTheyTurn(session, island), uv, held);
     for (std::size_t i = 0; i < vertices.size(); ++i) {
@@ -106,7 +108,7 @@ ExportedLayout exportedLayout(const Session& session, const RunControl& control)
 {
     ExportedLayout result;
     result.uv = session.uvs;
-    const std::vector<std::uint8_t> held = heldByPins(session);
+    const std::vector<std::uint8_t> held = heldCoordinates(session);
     std::atomic<int> flips = 0;
     std::atomic<int> touches = 0;
     tbb::parallel_for(0, session.islands.count(), [&](int island) {

@@ -23,6 +23,7 @@ Session startSession(ImportedMesh mesh, const std::vector<double>& coordsUVW)
     session.isChanged.assign(islandCount, 0);
     session.isIslandSelected.assign(islandCount, 0);
     session.isVertexSelected.assign(session.uvs.size(), 0);
+    session.isFixed.assign(session.uvs.size(), 0);
     return session;
 }
 

@@ -101,6 +101,7 @@ void moveIslands(Session& session, const std::vector<IslandMove>& moves)
         for (std::size_t i = 0; i < vertices.size(); ++i) {
             session.uvs[static_cast<std::size_t>(vertices[i])] = moved[i];
             session.w[static_cast<std::size_t>(vertices[i])] = 0.0;
+            session.isFixed[static_cast<std::size_t>(vertices[i])] = 0;
         }
         session.isChanged[static_cast<std::size_t>(move.island)] = 1;
     }

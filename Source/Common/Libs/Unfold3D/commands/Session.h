@@ -35,6 +35,7 @@ struct Session
     std::vector<Vec2> uvs;       ///< [vertex] the present layout, in doubles
     std::vector<double> w;       ///< [vertex] third coordinate: as imported, 0 once an island moved
     std::vector<char> isChanged; ///< [island] did a command move it since Import?
+    std::vector<char> isFixed;   ///< [vertex] did the last command that moved its island leave it?
 
     std::vector<char> isVertexSelected; ///< [vertex]
     std::vector<char> isEdgeSelected;   ///< [edge] empty until the first edge is selected

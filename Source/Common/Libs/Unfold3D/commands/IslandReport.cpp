@@ -1,4 +1,4 @@
-#include "Unfold3D/commands/UnfoldReport.h"
+#include "Unfold3D/commands/IslandReport.h"
 
 #include <algorithm>
 #include <map>
@@ -43,7 +43,7 @@ std::string sentence(std::size_t count, const ObstacleWords& words)
 }
 
 std::vector<std::string> reportObstacles(const Session& session, std::span<const int> chosen,
-                                         std::span<const IslandUnfold> results, Answer& answer)
+                                         std::span<const IslandLayout> results, Answer& answer)
 {
     std::vector<std::string> sentences;
     TopologyLines lines;
@@ -81,11 +81,11 @@ std::string tally(const std::map<std::string, std::size_t>& counts)
     return text;
 }
 
-void reportMethods(std::span<const IslandUnfold> results, Answer& answer)
+void reportMethods(std::span<const IslandLayout> results, Answer& answer)
 {
     std::map<std::string, std::size_t> methods;
     std::map<std::string, std::size_t> warnings;
-    for (const IslandUnfold& result : results) {
+    for (const IslandLayout& result : results) {
         if (result.obstacle != Obstacle::None)
             continue;
         ++methods[result.method];
@@ -99,11 +99,12 @@ void reportMethods(std::span<const IslandUnfold> results, Answer& answer)
 
 } // namespace
 
-void reportUnfold(const Session& session, std::span<const int> chosen,
-                  std::span<const IslandUnfold> results, Answer& answer)
+void reportIslands(const Session& session, std::span<const int> chosen,
+                   std::span<const IslandLayout> results, const CommandVerb& verb, Answer& answer)
 {
     if (results.empty()) {
-        answer.warn("There is nothing to unfold: no island with triangles is selected.");
+        answer.warn("There is nothing to " + verb.infinitive +
+                    ": no island with triangles is selected.");
         return;
     }
     const std::vector<std::string> obstacles = reportObstacles(session, chosen, results, answer);
@@ -111,7 +112,7 @@ void reportUnfold(const Session& session, std::span<const int> chosen,
         return result.obstacle == Obstacle::None;
     });
     if (noneServed) {
-        std::string text = "Nothing could be unfolded.";
+        std::string text = "Nothing could be " + verb.participle + ".";
         for (const std::string& obstacle : obstacles)
             text += " " + obstacle;
         throw CommandError(text);
