@@ -86,6 +86,19 @@ void SolverSession::unfold()
                    {"#RoomSpace double 000.1", 0.0}});
 }
 
+void SolverSession::optimize(const OptimizeKeys& keys)
+{
+    run("Optimize", {{"#PrimType string Island", "Vertex"},
+                     {"#ProcessSelection bool", true},
+                     {"#ProcessAllIfNoneSelected bool"},
+                     {"#Iterations int 2", keys.iterations},
+                     {"#BorderIntersection bool", keys.bordersApart},
+                     {"#TriangleFlips bool", keys.noFlips},
+                     {"#RoomSpace double 0.001", 0.0},
+                     {"#Mix double 1.0", keys.power},
+                     {"#AngleDistanceMix double 1.0", keys.lengths}});
+}
+
 std::vector<Vec2> SolverSession::exportUVs()
 {
     run("Export", {{"#Data table"}, {"#Data.UseImportedUVWPolygons bool", true}});

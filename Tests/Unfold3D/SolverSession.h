@@ -34,6 +34,16 @@ public:
     void selectAllVertices();
     void pinEdges(const std::vector<int>& ids, bool vertical);
     void unfold();
+    /// The keys of Optimize, at what the application passes by default.
+    struct OptimizeKeys
+    {
+        int iterations = 1;
+        bool bordersApart = true;
+        bool noFlips = true;
+        float power = 1.0F;
+        float lengths = 1.0F;
+    };
+    void optimize(const OptimizeKeys& keys);
     std::vector<unfold3d::Vec2> exportUVs();
 
     std::string error() const { return NU3D::CUnfold3DAPI::GetErrorString(last_); }

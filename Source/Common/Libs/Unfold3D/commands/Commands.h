@@ -18,6 +18,7 @@ Command runImport;
 Command runSelect;
 Command runConstrain;
 Command runUnfold;
+Command runOptimize;
 Command runPack;
 Command runExport;
 

@@ -21,9 +21,9 @@ struct NamedCommand
 };
 
 constexpr NamedCommand commands[] = {
-    {"Init", runInit, false},          {"Import", runImport, false}, {"Select", runSelect, true},
-    {"Constrain", runConstrain, true}, {"Unfold", runUnfold, true},  {"Pack", runPack, true},
-    {"Export", runExport, true},
+    {"Init", runInit, false},          {"Import", runImport, false},    {"Select", runSelect, true},
+    {"Constrain", runConstrain, true}, {"Unfold", runUnfold, true},     {"Pack", runPack, true},
+    {"Export", runExport, true},       {"Optimize", runOptimize, true},
 };
 
 class Engine : public NU3D::Backend

@@ -1,5 +1,7 @@
 #include "Unfold3D/commands/IslandLayout.h"
 
+#include "Unfold3D/layout/Placement.h"
+
 #include <algorithm>
 
 namespace unfold3d
@@ -23,8 +25,19 @@ std::vector<Vec2> layoutOf(const Session& session, const std::vector<int>& verti
     return uvs;
 }
 
+void layNewInRows(std::vector<IslandLayout>& layouts)
+{
+    std::vector<std::vector<Vec2>*> withoutPlace;
+    for (IslandLayout& layout : layouts)
+        if (layout.obstacle == Obstacle::None && !layout.hadLayout && !layout.isUnchanged)
+            withoutPlace.push_back(&layout.uv);
+    layInRows(withoutPlace);
+}
+
 void putIntoSession(Session& session, int island, const IslandLayout& layout)
 {
+    if (layout.obstacle != Obstacle::None || layout.isUnchanged)
+        return;
     const auto isFixed = [&](std::size_t i) {
         return !layout.isFixed.empty() && layout.isFixed[i];
     };

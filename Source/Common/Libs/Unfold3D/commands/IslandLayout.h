@@ -30,7 +30,10 @@ bool hasLayout(const Session& session, const std::vector<int>& vertices);
 /// The UVs of vertices, [position in vertices].
 std::vector<Vec2> layoutOf(const Session& session, const std::vector<int>& vertices);
 
-/// Makes a layout that isn't unchanged the present one of an island.
+/// Lays islands that had no layout into rows.
+void layNewInRows(std::vector<IslandLayout>& layouts);
+
+/// Makes a layout the present one of an island, unless it has an obstacle or is unchanged.
 void putIntoSession(Session& session, int island, const IslandLayout& layout);
 
 } // namespace unfold3d

@@ -3,7 +3,6 @@
 #include "Unfold3D/commands/IslandReport.h"
 #include "Unfold3D/commands/IslandWork.h"
 #include "Unfold3D/commands/UnfoldIsland.h"
-#include "Unfold3D/layout/Placement.h"
 
 namespace unfold3d
 {
@@ -23,23 +22,6 @@ FlattenOptions readOptions(const Params& params)
     return options;
 }
 
-/// Lays the islands where they belong: around where they were, or into rows when they were nowhere.
-void place(const Session& session, std::vector<IslandLayout>& results)
-{
-    std::vector<std::vector<Vec2>*> withoutPlace;
-    for (IslandLayout& result : results) {
-        if (result.obstacle != Obstacle::None)
-            continue;
-        if (!result.hadLayout) {
-            withoutPlace.push_back(&result.uv);
-            continue;
-        }
-        moveMiddleTo(boxAround(layoutOf(session, result.vertices)).centre(),
-                     static_cast<int>(result.triangles.size()), result.uv);
-    }
-    layInRows(withoutPlace);
-}
-
 } // namespace
 
 void runUnfold(Session& session, const Params& params, Answer& answer, RunControl& control)
@@ -53,11 +35,10 @@ void runUnfold(Session& session, const Params& params, Answer& answer, RunContro
         },
         control);
     reportIslands(session, chosen, results, {"unfold", "unfolded"}, answer);
-    place(session, results);
+    layNewInRows(results);
     control.checkpoint();
     for (std::size_t i = 0; i < results.size(); ++i)
-        if (results[i].obstacle == Obstacle::None)
-            putIntoSession(session, chosen[i], results[i]);
+        putIntoSession(session, chosen[i], results[i]);
 }
 
 } // namespace unfold3d

@@ -2,6 +2,7 @@
 
 #include "Unfold3D/commands/IslandFlattener.h"
 #include "Unfold3D/commands/PinnedLines.h"
+#include "Unfold3D/layout/Placement.h"
 #include "Unfold3D/mesh/IslandSurface.h"
 
 namespace unfold3d
@@ -33,6 +34,8 @@ IslandLayout unfoldIsland(const Session& session, int island, const FlattenOptio
     result.uv = std::move(best.uv);
     for (Vec2& p : result.uv)
         p = surface.size * p;
+    if (result.hadLayout)
+        moveMiddleTo(boxAround(old).centre(), surface.mesh.triangleCount(), result.uv);
     result.vertices = std::move(surface.vertices);
     result.triangles = std::move(surface.mesh.triangles);
     return result;

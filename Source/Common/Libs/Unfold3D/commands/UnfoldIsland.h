@@ -10,8 +10,8 @@ namespace unfold3d
 {
 
 /// Unfolds one island: takes it out of the session's mesh, finds a start, flattens it, checks the
-/// result and brings it to the scale of space and the side on which a user expects it. Where it
-/// lies is the caller's to say.
+/// result and brings it to the scale of space and the side on which a user expects it; to the place
+/// where it was, too, when it had one.
 ///
 /// `progress` is called with 0 to 1 as the work goes on, rising. The session's edge numbers must
 /// have been made where it has pins. Reads the session only; calls for different islands may run at
