@@ -14,8 +14,9 @@ namespace
 
 /// Share of its height by which a hill must stand over its pass.
 constexpr double leastProminence = 0.25;
-/// Heights that differ by less are one, so that rounding decides nothing.
+/// Heights and excesses that differ by less are one, so that rounding decides nothing.
 constexpr double heightStep = 1e-4;
+constexpr double excessStep = 1e-8;
 
 std::size_t at(int index)
 {
@@ -92,16 +93,18 @@ private:
 
 } // namespace
 
-std::vector<FactorPeak> factorPeaks(const VertexGraph& graph, std::span<const double> u,
-                                    double level, std::span<const double> areas)
+std::vector<FactorPeak> factorPeaks(const VertexGraph& graph, std::span<const double> strain,
+                                    std::span<const double> areas)
 {
     std::vector<FactorPeak> peaks;
     for (const double sign : {-1.0, 1.0}) {
-        std::vector<double> height(u.size());
-        for (std::size_t v = 0; v < u.size(); ++v)
-            height[v] = heightStep * std::round(sign * (u[v] - level) / heightStep);
+        std::vector<double> height(strain.size());
+        for (std::size_t v = 0; v < strain.size(); ++v)
+            height[v] = heightStep * std::round(sign * strain[v] / heightStep);
         Hills(graph, std::move(height), areas).findPeaks(peaks);
     }
+    for (FactorPeak& peak : peaks)
+        peak.excess = excessStep * std::round(peak.excess / excessStep);
     std::stable_sort(peaks.begin(), peaks.end(),
                      [](const FactorPeak& a, const FactorPeak& b) { return a.excess > b.excess; });
     return peaks;

@@ -16,15 +16,15 @@ struct FactorPeak
                          ///< over their area
 };
 
-/// The hills and hollows of a conformal factor, most excess first.
+/// The hills and hollows of the strain of a flattening, most excess first.
 ///
 /// graph   the vertices of the surface
-/// u       [vertex] the factor; `level` is the value at which the map keeps its size
+/// strain  [vertex] logarithm of the scale, 0 where the map keeps its size
 /// areas   [vertex]
 ///
 /// A hill that rises above the pass to its higher neighbour by less than a quarter of its height
 /// belongs to that neighbour. One sort.
-std::vector<FactorPeak> factorPeaks(const VertexGraph& graph, std::span<const double> u,
-                                    double level, std::span<const double> areas);
+std::vector<FactorPeak> factorPeaks(const VertexGraph& graph, std::span<const double> strain,
+                                    std::span<const double> areas);
 
 } // namespace unfold3d

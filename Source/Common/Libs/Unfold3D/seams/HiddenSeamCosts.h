@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/seams/SeamMesh.h"
+
+#include <vector>
+
+namespace unfold3d
+{
+
+/// What it costs to lay a seam along each edge of a body [edge]: its length, times a factor from
+/// about a quarter to two. Cheap is where few look (seams/Visibility.h) and along creases, the more
+/// so in a valley; dear are edges in the open, and edges across flat places, which most often are
+/// the inner diagonals of polygons. Throws Stopped.
+std::vector<double> hiddenSeamCosts(const SeamMesh& mesh, const RunControl& control);
+
+} // namespace unfold3d

@@ -1,0 +1,219 @@
+#include "Unfold3D/seams/SeamGrowth.h"
+
+#include "Unfold3D/seams/FactorPeaks.h"
+#include "Unfold3D/seams/SeamWorth.h"
+
+#include <algorithm>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+/// A seam takes about this share of the excess around its end away.
+constexpr double expectedShare = 0.7;
+/// Share of the best gain from which on tips are taken together with the best.
+constexpr double nearlyBest = 0.4;
+/// Tips of a part to look at in a round.
+constexpr int mostTips = 24;
+
+std::size_t at(int index)
+{
+    return static_cast<std::size_t>(index);
+}
+
+/// The way from a peak to the nearest cut.
+struct Tip
+{
+    int vertex;
+    int part;
+    double gain; ///< what it is expected to win, less its price
+};
+
+/// Seams that were laid on a part in one round, to be judged by the next forecast.
+struct Attempt
+{
+    std::vector<int> tips;
+    std::vector<int> edges;
+};
+
+class SeamGrower
+{
+public:
+    SeamGrower(SeamDraft& draft, SeamForecaster& forecaster, const GrowthOptions& options,
+               RunControl& control)
+        : draft_(draft), mesh_(draft.mesh), forecaster_(forecaster), options_(options),
+          control_(control), noWalls_(draft.isSeam.size(), 0),
+          paths_(mesh_, draft.pathCosts, noWalls_), isCut_(draft.cutVertices()),
+          isBanned_(mesh_.positions.size(), 0), isCareful_(at(draft.parts.count()), 0)
+    {}
+
+    void run()
+    {
+        SeamForecast now = forecaster_.forecast(draft_);
+        std::vector<double> worth = objectives(draft_, now, options_);
+        while (forecaster_.count() < options_.growthForecasts) {
+            const std::vector<Attempt> attempts = attemptAll(now);
+            if (std::all_of(attempts.begin(), attempts.end(),
+                            [](const Attempt& a) { return a.tips.empty(); }))
+                break;
+            const SeamForecast next = forecaster_.forecast(draft_);
+            const std::vector<double> after = objectives(draft_, next, options_);
+            std::vector<char> isBetter(worth.size(), 0);
+            for (std::size_t part = 0; part < worth.size(); ++part) {
+                isBetter[part] = static_cast<char>(after[part] < worth[part]);
+                judge(attempts[part], part, isBetter[part] != 0);
+                worth[part] = std::min(worth[part], after[part]);
+            }
+            adopt(next, isBetter, now);
+            isCut_ = draft_.cutVertices();
+            control_.approach(1.0, 0.05);
+        }
+    }
+
+private:
+    /// Lays seams to the best tips of each part.
+    std::vector<Attempt> attemptAll(const SeamForecast& now)
+    {
+        const std::vector<Tip> tips = worthyTips(now);
+        std::vector<double> best(at(draft_.parts.count()), 0.0);
+        for (const Tip& tip : tips)
+            best[at(tip.part)] = std::max(best[at(tip.part)], tip.gain);
+        std::vector<Attempt> attempts(best.size());
+        for (const Tip& tip : tips) {
+            Attempt& attempt = attempts[at(tip.part)];
+            const double least = (isCareful_[at(tip.part)] ? 1.0 : nearlyBest) * best[at(tip.part)];
+            const bool isEnough = isCareful_[at(tip.part)] && !attempt.tips.empty();
+            if (tip.gain < least || isEnough || isCut_[at(tip.vertex)])
+                continue;
+            attempt.tips.push_back(tip.vertex);
+            for (const int e : wayToCut(tip.vertex)) {
+                attempt.edges.push_back(e);
+                lay(e);
+            }
+        }
+        return attempts;
+    }
+
+    std::vector<Tip> worthyTips(const SeamForecast& now)
+    {
+        std::vector<int> seen(at(draft_.parts.count()), 0);
+        std::vector<Tip> tips;
+        for (const FactorPeak& peak :
+             factorPeaks(forecaster_.graph(), now.strain, forecaster_.areas()))
+        {
+            const int part = draft_.parts.ofVertex[at(peak.vertex)];
+            const double gain = expectedShare * peak.excess / draft_.parts.areas[at(part)];
+            if (isBanned_[at(peak.vertex)] || isCut_[at(peak.vertex)] ||
+                ++seen[at(part)] > mostTips)
+                continue;
+            const bool isUrgent = now.energies[at(part)] > options_.highEnergy;
+            const double price = priceOf(draft_.costOf(wayToCut(peak.vertex)),
+                                         draft_.parts.diagonals[at(part)], options_) /
+                                 (isUrgent ? 5.0 : 1.0);
+            if (gain > price)
+                tips.push_back({peak.vertex, part, gain - price});
+        }
+        return tips;
+    }
+
+    std::vector<int> wayToCut(int vertex)
+    {
+        const int end = paths_.searchNearest(std::span(&vertex, 1), isCut_, control_);
+        return end < 0 ? std::vector<int>() : paths_.pathTo(end);
+    }
+
+    void lay(int edge)
+    {
+        draft_.set(std::span(&edge, 1), true);
+        for (const int v : mesh_.verticesOf(edge))
+            isCut_[at(v)] = 1;
+    }
+
+    /// Takes back what didn't pay. After that the part tries one tip at a time, and a tip that
+    /// didn't pay on its own not again.
+    void judge(const Attempt& attempt, std::size_t part, bool isBetter)
+    {
+        if (attempt.tips.empty())
+            return;
+        isCareful_[part] = static_cast<char>(!isBetter);
+        if (isBetter)
+            return;
+        draft_.set(attempt.edges, false);
+        if (attempt.tips.size() == 1)
+            isBanned_[at(attempt.tips.front())] = 1;
+    }
+
+    void adopt(const SeamForecast& next, const std::vector<char>& isBetter, SeamForecast& now) const
+    {
+        for (std::size_t part = 0; part < isBetter.size(); ++part)
+            if (isBetter[part])
+                now.energies[part] = next.energies[part];
+        for (std::size_t v = 0; v < now.strain.size(); ++v)
+            if (isBetter[at(draft_.parts.ofVertex[v])])
+                now.strain[v] = next.strain[v];
+    }
+
+    SeamDraft& draft_;
+    const SeamMesh& mesh_;
+    SeamForecaster& forecaster_;
+    const GrowthOptions& options_;
+    RunControl& control_;
+    std::vector<char> noWalls_; ///< [edge] searches end at the first cut vertex anyway
+    CheapestPaths paths_;
+    std::vector<char> isCut_;     ///< [vertex]
+    std::vector<char> isBanned_;  ///< [vertex] a seam to it was tried and didn't pay
+    std::vector<char> isCareful_; ///< [part] what was tried last didn't pay
+};
+
+/// The two places of each part that stick out most.
+std::vector<std::vector<int>> outermostVertices(const SeamDraft& draft, SeamForecaster& forecaster)
+{
+    std::vector<std::vector<int>> ends(at(draft.parts.count()));
+    const std::vector<double> u = forecaster.factors(draft);
+    for (const FactorPeak& peak : factorPeaks(forecaster.graph(), u, forecaster.areas())) {
+        std::vector<int>& ofPart = ends[at(draft.parts.ofVertex[at(peak.vertex)])];
+        if (ofPart.size() < 2 && u[at(peak.vertex)] < 0.0)
+            ofPart.push_back(peak.vertex);
+    }
+    // An even sphere has no such places: any vertex will do for one end.
+    for (int v = 0; v < draft.mesh.vertexCount(); ++v) {
+        std::vector<int>& ofPart = ends[at(draft.parts.ofVertex[at(v)])];
+        if (ofPart.empty())
+            ofPart.push_back(v);
+    }
+    return ends;
+}
+
+} // namespace
+
+void openClosedParts(SeamDraft& draft, SeamForecaster& forecaster, const RunControl& control)
+{
+    std::vector<char> isOpen(at(draft.parts.count()), 0);
+    const std::vector<char> isCut = draft.cutVertices();
+    for (std::size_t v = 0; v < isCut.size(); ++v)
+        if (isCut[v])
+            isOpen[at(draft.parts.ofVertex[v])] = 1;
+    if (std::find(isOpen.begin(), isOpen.end(), 0) == isOpen.end())
+        return;
+
+    const std::vector<std::vector<int>> ends = outermostVertices(draft, forecaster);
+    CheapestPaths paths(draft.mesh, draft.pathCosts, draft.isSeam);
+    for (std::size_t part = 0; part < ends.size(); ++part) {
+        if (isOpen[part])
+            continue;
+        paths.search(std::span(ends[part]).first(1), control);
+        const int farEnd = ends[part].size() > 1 ? ends[part][1] : paths.reached().back();
+        for (const int e : paths.pathTo(farEnd))
+            draft.isSeam[at(e)] = 1;
+    }
+}
+
+void growSeams(SeamDraft& draft, SeamForecaster& forecaster, const GrowthOptions& options,
+               RunControl& control)
+{
+    SeamGrower(draft, forecaster, options, control).run();
+}
+
+} // namespace unfold3d
