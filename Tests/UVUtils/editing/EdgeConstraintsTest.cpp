@@ -81,11 +81,11 @@ void expectListsShow(const osg::NodePtr& node)
         RC_ASSERT(held.empty() || list.getType() == osg::GeoPrimitive::Lines);
     };
     for (const EdgeConstraint constraint : {Horizontal, Vertical}) {
-        const unsigned int number = kyUVTypes::HorizontalEdges + (constraint == Vertical ? 1 : 0);
+        const unsigned int number = constraint == Horizontal ? 9 : 10;
         expectShown(coreOf(node), number, heldOn(node, constraint));
         for (const ActiveSurface& surface : activeSurfaces(node))
             expectShown(surface.geometry, number,
-                        edgesOf(getUVConstraints(surface.geometry, constraint)));
+                        edgesOf(getUVConstraints(surface.geometry, number - 9)));
     }
 }
 
@@ -151,9 +151,10 @@ RC_GTEST_PROP(EdgeConstraints, AreHeldMovedFreedAndShown, ())
         const auto stamps = stampsOf(node);
         kyUVUtils::updateConstrainedEdgesTempIndices();
         RC_ASSERT(stampsOf(node) == stamps);
-        if (*rc::gen::inRange(0, 3) == 0) // as after a change of topology
-            osg::GeoTmpIndexEditInterface::setNullforAll(
-                geometriesOf(node)[*rc::gen::inRange<std::size_t>(0, node->getNChildren() > 0)]);
+        // As after a change of topology.
+        const auto geometries = geometriesOf(node);
+        osg::GeoTmpIndexEditInterface::setNullforAll(
+            geometries[*rc::gen::inRange<std::size_t>(0, geometries.size())]);
     }
 }
 
@@ -171,6 +172,7 @@ TEST(EdgeConstraints, AreNotTakenByABrokenGeometry)
 TEST(EdgeConstraints, AreStraightAfterAnUnfoldAndItsPacking)
 {
     const OutputCapture output;
+    const LogCapture log;
     const osg::RefPtr<osg::Node> node(twoSurfaceShell());
     const Edge diagonal(0, 2);
     const Edge bottom(4, 5); // on the other surface

@@ -176,10 +176,13 @@ bool kyUVUtils::renewConstrainedEdgesTempIndices(const osg::GeometryPtr& geometr
     osg::GeoTmpIndexEditInterface list = listOf(geometry, constraint);
     if (list.getStamp() == stamp && !list.isNull())
         return false;
+    // Where edges went while the list was null, nothing is to be done here, but shells still show
+    // them.
+    const bool isOutdated = stamp == UVConstraintsTracker::Stamp::Outdated;
     const bool isTouched =
         makeConstrainedEdgesTempIndices(getConstrainedEdges(geometry, constraint), list);
     stamp = list.getStamp();
-    return isTouched;
+    return isTouched || isOutdated;
 }
 
 void kyUVUtils::renewShellTempIndices(const osg::NodePtr& node, EdgeConstraint constraint)

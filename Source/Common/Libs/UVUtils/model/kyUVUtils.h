@@ -531,7 +531,7 @@ private:
     static bool makeConstrainedEdgesTempIndices(const std::vector<Edge>& edges,
                                                 osg::GeoTmpIndexEditInterface& list);
     /// Fills the list of a direction if it has another stamp than this one or is null, and takes
-    /// its new stamp. Was it touched?
+    /// its new stamp. Was the list touched, or have the edges changed since it was last filled?
     static bool renewConstrainedEdgesTempIndices(const osg::GeometryPtr& geometry,
                                                  kyUVTypes::EdgeConstraint constraint,
                                                  unsigned int& stamp);
