@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cmath>
+#include <map>
+#include <numbers>
 #include <string>
 
 namespace uvtool::test
@@ -53,6 +56,60 @@ public:
                 text_ += " " + corners.substr(at, 2) + "/-1";
             text_ += "\n";
         }
+        return *this;
+    }
+
+    /// A closed cube of n by n quads a side, its middle at the origin; blown up to a sphere it is
+    /// round.
+    ObjBuilder& cube(int n, bool isRound = false)
+    {
+        std::map<std::array<int, 3>, int> numbers;
+        const auto corner = [&](const std::array<int, 3>& at) {
+            const auto [entry, isNew] = numbers.try_emplace(at, positions_ + 1);
+            if (isNew) {
+                std::array<double, 3> p{};
+                for (std::size_t k = 0; k < 3; ++k)
+                    p[k] = 2.0 * at[k] / n - 1;
+                const double size = isRound ? std::hypot(p[0], p[1], p[2]) : 1.0;
+                position(p[0] / size, p[1] / size, p[2] / size);
+            }
+            return std::to_string(entry->second);
+        };
+        for (std::size_t axis = 0; axis < 3; ++axis)
+            for (const int side : {0, n})
+                for (int i = 0; i < n; ++i)
+                    for (int j = 0; j < n; ++j) {
+                        const auto at = [&](int u, int v) {
+                            std::array<int, 3> place{};
+                            place[axis] = side;
+                            place[(axis + (side == 0 ? 2 : 1)) % 3] = u;
+                            place[(axis + (side == 0 ? 1 : 2)) % 3] = v;
+                            return corner(place);
+                        };
+                        text_ += "f " + at(i, j) + " " + at(i + 1, j) + " " + at(i + 1, j + 1) +
+                                 " " + at(i, j + 1) + "\n";
+                    }
+        return *this;
+    }
+
+    /// A torus of n by m quads around the z axis.
+    ObjBuilder& torus(int n, int m)
+    {
+        const int first = positions_ + 1;
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < m; ++j) {
+                const double u = 2 * std::numbers::pi * i / n;
+                const double v = 2 * std::numbers::pi * j / m;
+                const double radius = 1 + 0.4 * std::cos(v);
+                position(radius * std::cos(u), radius * std::sin(u), 0.4 * std::sin(v));
+            }
+        const auto corner = [&](int i, int j) {
+            return " " + std::to_string(first + (i % n) * m + j % m);
+        };
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < m; ++j)
+                text_ += "f" + corner(i, j) + corner(i + 1, j) + corner(i + 1, j + 1) +
+                         corner(i, j + 1) + "\n";
         return *this;
     }
 

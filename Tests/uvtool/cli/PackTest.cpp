@@ -135,6 +135,7 @@ public:
         options.pack.margin = 10;
         task.read();
         work.start(WithUVs);
+        work.makeParts();
         for (std::size_t i = 0; i < 2; ++i) {
             takeUVs(work.parts[i], task.geometry(i), 0);
             for (Vec2f& uv : work.parts[i].uvs)

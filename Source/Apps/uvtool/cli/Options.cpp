@@ -4,6 +4,7 @@
 #include "cli/NumberRange.h"
 #include "cli/PackArguments.h"
 #include "cli/SeamArguments.h"
+#include "cli/SeamSearchArguments.h"
 #include "document/Format.h"
 #include "picture/LayoutPicture.h"
 #include "picture/SurfacePicture.h"
@@ -70,6 +71,9 @@ void checkTogether(const Options& options)
     if (options.common.shell && options.callsSolver())
         refuse(
             "--shell: shells are not supported; leave it out to work on each geometry by itself");
+    const std::string misplaced = misplacedSeamOption(options.search);
+    if (!misplaced.empty())
+        refuse(misplaced);
     if (!options.common.picture.empty() && !isPictureFormat(options.common.picture))
         refuse("--picture: \"" + options.common.picture.string() + "\" must end in .png or .svg");
     if (!options.common.view.empty() && !isSurfacePictureFormat(options.common.view))
@@ -124,6 +128,7 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     addCommonOptions(*unfold, options.common);
     addOutput(*unfold, options.output);
     addUnfoldOptions(*unfold, options.unfold);
+    addSeamSearch(*unfold, "--seams", options.search);
     addPackOptions(*unfold, options.pack);
     CLI::App* const pack =
         app.add_subcommand("pack", "Lays the UV islands of a file out in the unit square");

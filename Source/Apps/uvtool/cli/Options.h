@@ -45,6 +45,28 @@ struct PackOptions
     double marginTexels() const { return margin.value_or(gap / 2); }
 };
 
+/// Where seams come from that open a mesh.
+enum SeamChoice : std::int32_t
+{
+    NoSeams,
+    OrganicSeams,
+    ManufacturedSeams,
+    BakingSeams,
+    AutoSeams ///< organic or manufactured ones, by the kind of the surface
+};
+
+/// How the library shall search for seams; its own values where nothing is given.
+struct SeamSearchOptions
+{
+    /// Without, AutoSeams for a geometry that has no UVs, else NoSeams.
+    std::optional<SeamChoice> choice;
+    std::optional<double> angle;         ///< manufactured, baking: in degrees
+    std::optional<double> amount;        ///< organic: 0 to 1
+    bool pipes = false;                  ///< organic
+    std::optional<double> minPatchArea;  ///< manufactured: as a part of the whole, 0 to 1
+    std::optional<int> minPatchPolygons; ///< baking
+};
+
 struct UnfoldOptions
 {
     std::optional<int> iterations; ///< the library's default without
@@ -96,6 +118,7 @@ struct Options
     std::filesystem::path output; ///< of the commands that write a mesh
     IslandsOptions islands;
     UnfoldOptions unfold;
+    SeamSearchOptions search;
     PackOptions pack;
     SeamOptions seams;
     CutOptions cut;

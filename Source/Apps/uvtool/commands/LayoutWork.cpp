@@ -2,6 +2,7 @@
 
 #include "cli/ExitStatus.h"
 #include "document/Format.h"
+#include "mesh/CornerVertices.h"
 #include "solver/PackParts.h"
 #include "solver/RoundingRepair.h"
 #include "solver/WriteBack.h"
@@ -41,9 +42,61 @@ void LayoutWork::start(UVNeed need)
         task_.throwIfCancelled();
         const DocumentGeometry& geometry = task_.document.geometries[number];
         surveys_.push_back(surveyGeometry(geometry, slot, need));
-        parts.push_back(makePart(geometry, number, surveys_.back()));
         task_.report.geometries.push_back(describe(geometry, number, surveys_.back()));
     }
+}
+
+void LayoutWork::openAlongSeams()
+{
+    std::size_t all = 0;
+    for (const Survey& survey : surveys_)
+        all += survey.mesh.triangleCount();
+    for (std::size_t i = 0; i < surveys_.size(); ++i) {
+        task_.throwIfCancelled();
+        if (surveys_[i].mesh.triangleCount() == 0)
+            continue;
+        task_.beginPartOfStage(static_cast<double>(surveys_[i].mesh.triangleCount()) /
+                               static_cast<double>(all));
+        openAlongSeams(i);
+    }
+}
+
+void LayoutWork::openAlongSeams(std::size_t chosen)
+{
+    const DocumentGeometry& geometry = task_.geometry(chosen);
+    SeamSearchOptions options = task_.options.search;
+    const std::size_t slot = task_.options.common.slot;
+    const bool isByDefault = !options.choice;
+    if (isByDefault)
+        options.choice = geometry.uvs[slot].exists() ? NoSeams : AutoSeams;
+    if (options.choice == NoSeams)
+        return;
+    if (geometry.uvs[slot].exists())
+        surveys_[chosen] = surveyGeometry(geometry, slot, RegardlessOfUVs);
+    const SeamPlaces places = isByDefault && isCutOpen(geometry) ? InClosedIslands : WhereverUseful;
+    SeamProposal seams = proposeSeams(geometry, surveys_[chosen], options, places, task_.console);
+    if (seams.answer.outcome == Success)
+        seams.answer = cutMesh(geometry, seams.sides, task_.console, surveys_[chosen]);
+    noteSeams(seams, chosen);
+}
+
+void LayoutWork::noteSeams(SeamProposal& seams, std::size_t chosen)
+{
+    if (seams.answer.outcome == Cancelled)
+        throw CommandError(Interrupted, "cancelled; nothing was written");
+    if (seams.answer.outcome == Failure) {
+        entry(chosen).warnings.push_back("no seams could be found: " + seams.answer.error());
+        return;
+    }
+    seams.found.islands = surveys_[chosen].islands.count();
+    entry(chosen).foundSeams = seams.found;
+    entry(chosen).closedIslands = islandsThat(surveys_[chosen], surveys_[chosen].islands.isClosed);
+}
+
+void LayoutWork::makeParts()
+{
+    for (std::size_t i = 0; i < surveys_.size(); ++i)
+        parts.push_back(makePart(task_.geometry(i), task_.chosen[i], surveys_[i]));
 }
 
 bool LayoutWork::isEmpty() const

@@ -3,6 +3,7 @@
 #include "commands/Task.h"
 #include "mesh/Survey.h"
 #include "report/CheckReport.h"
+#include "seams/MeshSeams.h"
 #include "solver/Part.h"
 
 #include <vector>
@@ -18,6 +19,13 @@ public:
 
     /// Looks at the chosen geometries and adds them to the report of the task.
     void start(UVNeed need);
+
+    /// Opens the geometries that have no seams, or shall get others, along new ones. One in which
+    /// the search fails stays as it is, with a warning.
+    void openAlongSeams();
+
+    /// Takes the open islands of the geometries as they are now.
+    void makeParts();
 
     std::vector<Part> parts; ///< [chosen] the islands to work on; an empty part keeps its UVs
 
@@ -40,6 +48,8 @@ public:
     void writeFiles(double share);
 
 private:
+    void openAlongSeams(std::size_t chosen);
+    void noteSeams(SeamProposal& seams, std::size_t chosen);
     void noteKeptIslands(std::size_t chosen);
     std::vector<char> trianglesLeftOut(std::size_t chosen) const;
     void check(LayoutDemands demands);

@@ -15,6 +15,7 @@ void pack(Task& task)
     LayoutWork work(task);
     task.stage("prepare", 0.05, [&] {
         work.start(WithUVs);
+        work.makeParts();
         for (std::size_t i = 0; i < work.parts.size(); ++i)
             takeUVs(work.parts[i], task.geometry(i), slot);
     });

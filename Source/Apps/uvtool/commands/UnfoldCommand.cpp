@@ -67,12 +67,16 @@ void unfold(Task& task)
     task.probeOutputs();
     LayoutWork work(task);
     task.stage("prepare", 0.05, [&] { work.start(WithoutUVs); });
+    task.stage("seams", 0.2, [&] {
+        work.openAlongSeams();
+        work.makeParts();
+    });
     if (work.isEmpty())
         throw CommandError(Failed,
                            task.report.input + ": nothing to unfold, " + whyNothing(task.report));
-    task.stage("unfold", options.pack ? 0.5 : 0.8, [&] { unfoldParts(task, work); });
+    task.stage("unfold", options.pack ? 0.35 : 0.6, [&] { unfoldParts(task, work); });
     if (options.pack)
-        task.stage("pack", 0.3, [&] { work.pack(); });
+        task.stage("pack", 0.25, [&] { work.pack(); });
 
     LayoutDemands demands;
     demands.withoutOverlapsWithin = !options.allowCrossings;

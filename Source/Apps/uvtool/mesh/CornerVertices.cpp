@@ -113,10 +113,15 @@ CornerVertices cornersByPosition(const DocumentGeometry& geometry)
     return vertices;
 }
 
+CornerVertices cornersOfSurface(const DocumentGeometry& geometry)
+{
+    return isCutOpen(geometry) ? cornersByPositionNumber(geometry) : cornersByPosition(geometry);
+}
+
 CornerVertices cornersByUV(const DocumentGeometry& geometry, std::size_t slot)
 {
-    if (!geometry.uvs[slot].exists() && isCutOpen(geometry))
-        return cornersByPositionNumber(geometry);
+    if (!geometry.uvs[slot].exists())
+        return cornersOfSurface(geometry);
     CornerVertices vertices = cornersByPosition(geometry);
     splitBy(geometry.uvs[slot], geometry.triangles, vertices);
     return vertices;

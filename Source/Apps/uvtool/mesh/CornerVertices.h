@@ -35,4 +35,8 @@ bool isCutOpen(const DocumentGeometry& geometry);
 /// Corners are one vertex where positions are equal.
 CornerVertices cornersByPosition(const DocumentGeometry& geometry);
 
+/// The vertices of a geometry as if it had no UVs: by position, in one that was cut open by the
+/// numbers of positions.
+CornerVertices cornersOfSurface(const DocumentGeometry& geometry);
+
 } // namespace uvtool

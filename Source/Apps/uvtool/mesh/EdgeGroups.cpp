@@ -1,6 +1,7 @@
 #include "mesh/EdgeGroups.h"
 
 #include <algorithm>
+#include <array>
 
 namespace uvtool
 {
@@ -43,6 +44,32 @@ EdgeGroups::EdgeGroups(std::span<const std::uint32_t> triangles, std::size_t ver
                 offsets_.push_back(i + 1);
         }
     }
+}
+
+std::optional<std::size_t> findEdge(const EdgeGroups& edges,
+                                    std::span<const std::uint32_t> triangles, std::uint32_t a,
+                                    std::uint32_t b)
+{
+    const auto ordered = [](std::uint32_t one, std::uint32_t other) {
+        return std::array{std::min(one, other), std::max(one, other)};
+    };
+    const auto endsOf = [&](std::size_t edge) {
+        const std::uint32_t side = edges[edge].front();
+        return ordered(triangles[side], triangles[endCorner(side)]);
+    };
+    const auto wanted = ordered(a, b);
+    std::size_t low = 0;
+    std::size_t high = edges.size();
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        if (endsOf(middle) < wanted)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    if (low < edges.size() && endsOf(low) == wanted)
+        return low;
+    return std::nullopt;
 }
 
 } // namespace uvtool

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -30,6 +31,13 @@ private:
     std::vector<std::uint32_t> sides_;
     std::vector<std::uint32_t> offsets_;
 };
+
+/// The group between two vertices; none where no triangle has such a side. A binary search.
+///
+/// triangles  that the groups were made of
+std::optional<std::size_t> findEdge(const EdgeGroups& edges,
+                                    std::span<const std::uint32_t> triangles, std::uint32_t a,
+                                    std::uint32_t b);
 
 /// True for a triangle that names a vertex twice.
 inline bool repeatsVertex(std::span<const std::uint32_t> triangles, std::size_t triangle)

@@ -50,6 +50,15 @@ Vec3f SolverFrame::toFrame(const Vec3d& point) const
     return out;
 }
 
+FramedPoints intoFrame(std::span<const Vec3d> points)
+{
+    FramedPoints framed{SolverFrame(points), {}};
+    framed.points.reserve(points.size());
+    for (const Vec3d& point : points)
+        framed.points.push_back(framed.frame.toFrame(point));
+    return framed;
+}
+
 std::vector<Vec3d> positionsOfCorners(const DocumentGeometry& geometry,
                                       std::span<const std::uint32_t> corners)
 {

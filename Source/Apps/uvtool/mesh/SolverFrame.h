@@ -28,6 +28,15 @@ private:
     int exponent_ = 0;
 };
 
+/// Points as single precision holds them in a frame of theirs.
+struct FramedPoints
+{
+    SolverFrame frame;
+    std::vector<Vec3f> points;
+};
+
+FramedPoints intoFrame(std::span<const Vec3d> points);
+
 /// Positions of the given polygon corners, in the geometry's own space or in the scene's.
 std::vector<Vec3d> positionsOfCorners(const DocumentGeometry& geometry,
                                       std::span<const std::uint32_t> corners);

@@ -46,7 +46,8 @@ SolverMesh takeTriangles(const std::vector<std::uint32_t>& triangles, std::size_
 SolverMesh buildSolverMesh(const DocumentGeometry& geometry, std::size_t slot, UVNeed need,
                            SolverMeshReport& report)
 {
-    CornerVertices vertices = cornersByUV(geometry, slot);
+    const CornerVertices vertices =
+        need == RegardlessOfUVs ? cornersOfSurface(geometry) : cornersByUV(geometry, slot);
     std::vector<char> isChosen(geometry.triangleCount(), 1);
     for (std::size_t t = 0; t < geometry.triangleCount(); ++t) {
         const bool isDegenerate = repeatsVertex(vertices.vertexOfCorner, t);

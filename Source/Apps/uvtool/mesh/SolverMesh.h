@@ -33,8 +33,9 @@ struct SolverMeshReport
 /// Which triangles a command can work on.
 enum UVNeed : std::int32_t
 {
-    WithoutUVs, ///< all; where there is no UV, corners are joined by position
-    WithUVs     ///< those with a UV in the slot at every corner
+    WithoutUVs,      ///< all; where there is no UV, corners are joined by position
+    WithUVs,         ///< those with a UV in the slot at every corner
+    RegardlessOfUVs, ///< all, as if there were no UVs
 };
 
 /// Joins corners into vertices by position and UV, separates sheets and closed parts that touch

@@ -1,5 +1,7 @@
 #include "report/JsonReport.h"
 
+#include "report/TextReport.h"
+
 #include <nlohmann/json.hpp>
 
 #include <cmath>
@@ -128,6 +130,15 @@ void addSeams(Json& json, const GeometryReport& geometry, const Report& report)
                      {"borderEdges", seams.borderEdges}};
 }
 
+Json foundSeamsJson(const FoundSeams& seams)
+{
+    return {{"mode", nameOfMode(seams.mode)},
+            {"chosen", seams.isModeChosen},
+            {"edges", seams.edges},
+            {"length", seams.length},
+            {"islands", seams.islands}};
+}
+
 Json geometryJson(const GeometryReport& geometry, const Report& report)
 {
     Json json;
@@ -150,6 +161,8 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
         json["islandList"] = islandListJson(*geometry.islandList, report.listsSeeds);
     if (geometry.seams)
         addSeams(json, geometry, report);
+    if (geometry.foundSeams)
+        json["seams"] = foundSeamsJson(*geometry.foundSeams);
     if (geometry.result) {
         json["result"] = wordFor(*geometry.result);
         if (!geometry.seams) {

@@ -5,6 +5,8 @@
 #include "report/CheckReport.h"
 #include "scene/SceneIslands.h"
 
+#include "UVUtils/model/kyUVTypes.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -50,6 +52,16 @@ struct SeamReport
     std::size_t givenEdges() const { return usedEdges + edgesPassedOver + edgesNotInMesh; }
 };
 
+/// The seams that were found for a geometry.
+struct FoundSeams
+{
+    kyUVTypes::SeamMode mode = kyUVTypes::Organic;
+    bool isModeChosen = false; ///< by the kind of the surface, not by name
+    std::size_t edges = 0;
+    double length = 0.0;     ///< in diagonals of the geometry's box
+    std::size_t islands = 0; ///< that they leave
+};
+
 struct GeometryReport
 {
     std::size_t number = 0; ///< as --geometry counts
@@ -69,7 +81,8 @@ struct GeometryReport
     std::optional<CheckReport> check;
     std::optional<std::vector<SceneIslands::Island>> islandList; ///< of a command about islands
 
-    std::optional<SeamReport> seams; ///< of commands that make or close some
+    std::optional<SeamReport> seams;      ///< of commands that make or close some
+    std::optional<FoundSeams> foundSeams; ///< where some were searched for
 
     std::optional<Outcome> result; ///< of commands that change UVs; empty if not reached
     std::size_t islandsDone = 0;   ///< that got new UVs

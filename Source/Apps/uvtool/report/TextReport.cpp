@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <map>
 
 namespace uvtool
 {
@@ -163,6 +164,32 @@ std::string lineOnSeams(const Report& report)
            "; vertices in UV: " + change(compactVertices, done.compactVertices);
 }
 
+/// "seams: 412 edges, 3.61 box diagonals; organic by the kind of the surface".
+std::string lineOnSearch(const Report& report)
+{
+    std::size_t edges = 0;
+    std::size_t searched = 0;
+    double length = 0.0;
+    std::map<std::string, std::size_t> countOfMode;
+    for (const GeometryReport& geometry : report.geometries) {
+        if (!geometry.foundSeams)
+            continue;
+        const FoundSeams& seams = *geometry.foundSeams;
+        ++searched;
+        edges += seams.edges;
+        length += seams.length;
+        ++countOfMode[std::string(nameOfMode(seams.mode)) +
+                      (seams.isModeChosen ? " by the kind of the surface" : "")];
+    }
+    std::string line = "seams: " + counted(edges, "edge", "edges") + ", ";
+    if (searched == 1)
+        line += decimal(length, 2) + " box diagonals";
+    for (const auto& [mode, count] : countOfMode)
+        line += (line.ends_with(", ") ? "" : "; ") + mode +
+                (searched == 1 ? "" : " in " + counted(count, "geometry", "geometries"));
+    return line;
+}
+
 std::string lineOnTime(const Report& report)
 {
     std::string stages;
@@ -205,12 +232,28 @@ std::vector<std::string> textOfResult(const Report& report)
     std::vector<std::string> lines;
     if (!report.geometries.empty() && report.geometries.front().seams)
         lines.push_back(lineOnSeams(report));
+    if (std::any_of(report.geometries.begin(), report.geometries.end(),
+                    [](const GeometryReport& geometry) { return geometry.foundSeams; }))
+        lines.push_back(lineOnSearch(report));
     if (report.check) {
         lines.push_back(lineOnLayout(report.check->found, report.texelsPerUnit) + ", " +
                         lineOnFaults(*report.check));
     }
     lines.push_back(report.output + ": written in " + lineOnTime(report));
     return lines;
+}
+
+const char* nameOfMode(kyUVTypes::SeamMode mode)
+{
+    switch (mode) {
+    case kyUVTypes::Organic:
+        return "organic";
+    case kyUVTypes::Manufactured:
+        return "manufactured";
+    case kyUVTypes::Baking:
+        return "baking";
+    }
+    return "";
 }
 
 } // namespace uvtool

@@ -18,4 +18,7 @@ std::vector<std::string> textOfIslands(const Report& report);
 /// like, and what took the time.
 std::vector<std::string> textOfResult(const Report& report);
 
+/// "organic", "manufactured", "baking".
+const char* nameOfMode(kyUVTypes::SeamMode mode);
+
 } // namespace uvtool

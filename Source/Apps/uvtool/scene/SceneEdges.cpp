@@ -35,19 +35,7 @@ SceneEdges::SceneEdges(const SceneGeometry& scene, std::span<const std::uint32_t
 
 std::optional<std::size_t> SceneEdges::find(std::uint32_t a, std::uint32_t b) const
 {
-    const Ends wanted = ordered(compactOfVertex_[a], compactOfVertex_[b]);
-    std::size_t low = 0;
-    std::size_t high = size();
-    while (low < high) {
-        const std::size_t middle = low + (high - low) / 2;
-        if (compactEnds(middle) < wanted)
-            low = middle + 1;
-        else
-            high = middle;
-    }
-    if (low < size() && compactEnds(low) == wanted)
-        return low;
-    return std::nullopt;
+    return findEdge(groups_, triangles_, compactOfVertex_[a], compactOfVertex_[b]);
 }
 
 std::vector<char> SceneEdges::joinedSides() const
@@ -58,12 +46,6 @@ std::vector<char> SceneEdges::joinedSides() const
             for (const std::uint32_t side : sides(e))
                 isJoined[side] = 1;
     return isJoined;
-}
-
-std::array<std::uint32_t, 2> SceneEdges::compactEnds(std::size_t edge) const
-{
-    const std::uint32_t side = sides(edge).front();
-    return ordered(triangles_[side], triangles_[endCorner(side)]);
 }
 
 std::vector<unsigned int> vertexPairsOf(const SceneGeometry& scene, const SceneEdges& edges,

@@ -3,7 +3,6 @@
 #include "mesh/EdgeGroups.h"
 #include "scene/SceneGeometry.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -41,8 +40,6 @@ public:
     std::vector<char> joinedSides() const;
 
 private:
-    std::array<std::uint32_t, 2> compactEnds(std::size_t edge) const;
-
     std::vector<std::uint32_t> compactOfVertex_;
     std::vector<std::uint32_t> triangles_; ///< [3 * triangle] compact vertices
     EdgeGroups groups_;

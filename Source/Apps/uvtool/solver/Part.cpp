@@ -25,12 +25,8 @@ void turnFlatOnesWithTheirIsland(Part& part)
 Part makePart(const DocumentGeometry& geometry, std::size_t number, const Survey& survey)
 {
     SolverMesh mesh = withoutIslands(survey.mesh, survey.islands, survey.islands.isClosed);
-    const std::vector<Vec3d> points = scenePositionsOfCorners(geometry, mesh.cornerOfVertex);
-    Part part{number, std::move(mesh), SolverFrame(points), {}, {}, {}};
-    part.positions.reserve(points.size());
-    for (const Vec3d& point : points)
-        part.positions.push_back(part.frame.toFrame(point));
-    return part;
+    FramedPoints framed = intoFrame(scenePositionsOfCorners(geometry, mesh.cornerOfVertex));
+    return {number, std::move(mesh), framed.frame, std::move(framed.points), {}, {}};
 }
 
 void takeUVs(Part& part, const DocumentGeometry& geometry, std::size_t slot)

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "cli/Console.h"
+#include "cli/Options.h"
+#include "mesh/Survey.h"
+#include "solver/SolverAnswer.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace uvtool
+{
+
+/// Seams that the library proposes for a mesh.
+struct SeamProposal
+{
+    SolverAnswer answer;
+    FoundSeams found;
+    std::vector<std::uint32_t> sides; ///< one side of the survey's mesh along each seam
+};
+
+/// Which islands of a mesh get seams.
+enum SeamPlaces : std::int32_t
+{
+    WhereverUseful,
+    InClosedIslands ///< those with a border have seams already
+};
+
+/// Asks the library where a mesh should be cut, and moves what it answers from the diagonals of
+/// polygons to their sides. In the mode AutoSeams the kind of the surface decides between organic
+/// and manufactured seams. On anything but Success there are no seams.
+///
+/// survey   of the geometry, with a triangle at least
+/// options  with a choice
+SeamProposal proposeSeams(const DocumentGeometry& geometry, const Survey& survey,
+                          const SeamSearchOptions& options, SeamPlaces places, Console& console);
+
+/// Has the library cut a mesh along edges. Triangles and their order stay, the survey has the
+/// vertices and islands of afterwards.
+///
+/// sides  of the survey's mesh, one along each edge
+SolverAnswer cutMesh(const DocumentGeometry& geometry, std::span<const std::uint32_t> sides,
+                     Console& console, Survey& survey);
+
+} // namespace uvtool
