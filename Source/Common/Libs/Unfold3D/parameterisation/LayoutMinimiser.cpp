@@ -284,6 +284,7 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
     enter(uv, rules);
     Outcome outcome;
     double energy = isScaleFree() ? rescaleColumns() : energyOf(uv_);
+    outcome.energyBefore = energy;
     Curvature kind = Curvature::Capped;
     while (outcome.steps < stop.maxSteps) {
         const bool isBraked = !brakes_.empty();
@@ -304,6 +305,7 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
         if (gained < lateGain)
             kind = Curvature::Exact;
     }
+    outcome.energyAfter = energy;
     uv_ = system_->mesh().toNodes(uv_);
     uv.assign(uv_.begin(), uv_.begin() + part_.mesh.vertexCount());
     return outcome;

@@ -44,6 +44,8 @@ public:
     {
         int steps = 0;
         bool converged = false;
+        double energyBefore = 0.0;
+        double energyAfter = 0.0;
     };
 
     /// Gets the layout after each step, and which share of the energy the step promised to gain;

@@ -1,0 +1,154 @@
+#include "Unfold3D/parameterisation/Untangle.h"
+
+#include "Unfold3D/base/FlipCheck.h"
+#include "Unfold3D/parameterisation/LayoutMinimiser.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+/// How many rings of triangles around the flipped ones move in the first attempts. An attempt that
+/// would move more than the given share of all vertices is left to the last, which moves them all.
+constexpr int ringsOfAttempts[] = {3, 12};
+constexpr double largestShareOfAttempt = 0.3;
+
+/// The softness to begin with, as a share of the worst determinant, and at least.
+constexpr double firstSoftness = 0.2;
+constexpr double leastFirstSoftness = 1e-4;
+constexpr double leastSoftness = 1e-12;
+/// What the regularised determinant of the worst triangle falls by at least each time.
+constexpr double leastFall = 0.1;
+
+/// Each round needs to be good enough for the next softness only.
+constexpr StopRule roundStop{.promisedShare = 1e-3, .promisedShareOfExcess = 1.0, .maxSteps = 5};
+constexpr int maxRounds = 60;
+/// Rounds without fewer flips after which it is given up.
+constexpr int maxIdleRounds = 20;
+
+std::size_t at(int index)
+{
+    return static_cast<std::size_t>(index);
+}
+
+double regularised(double determinant, double softness)
+{
+    const double root = std::sqrt(determinant * determinant + softness * softness);
+    return determinant > 0.0 ? 0.5 * (determinant + root)
+                             : 0.5 * softness * softness / (root - determinant);
+}
+
+/// The softness for which the worst triangle's regularised determinant falls by what the energy
+/// fell.
+double nextSoftness(double softness, double determinant, double energyShareKept)
+{
+    const double fall = std::max(1.0 - energyShareKept, leastFall);
+    const double aim = (1.0 - fall) * regularised(determinant, softness);
+    const double next = aim > determinant ? 2.0 * std::sqrt(aim * (aim - determinant)) : 0.0;
+    return std::max(next, leastSoftness);
+}
+
+/// [vertex] all but those within some rings of triangles around the flipped ones, which can move.
+std::vector<char> fixedBeyond(int rings, const MovablePart& part, std::span<const int> flipped)
+{
+    std::vector<char> isNear(at(part.mesh.vertexCount()), 0);
+    for (const int t : flipped)
+        for (const int v : part.corners[at(t)])
+            isNear[at(v)] = 1;
+    for (int ring = 1; ring < rings; ++ring) {
+        const std::vector<char> before = isNear;
+        for (const Triangle& corners : part.corners)
+            if (std::any_of(corners.begin(), corners.end(), [&](int v) { return before[at(v)]; }))
+                for (const int v : corners)
+                    isNear[at(v)] = 1;
+    }
+    std::vector<char> isFixed(isNear.size());
+    for (std::size_t v = 0; v < isFixed.size(); ++v)
+        isFixed[v] = static_cast<char>(!isNear[v] || (!part.isWhole() && part.isFixed[v]));
+    return isFixed;
+}
+
+/// The continuation with one set of vertices that move.
+class Untangling
+{
+public:
+    Untangling(const MovablePart& part, const RunControl& control, UntangleResult& result)
+        : part_(part), control_(control), result_(result), minimiser_(part)
+    {}
+
+    void run(const std::function<void(double)>& progress)
+    {
+        std::vector<Vec2> uv = result_.uv;
+        double determinant = minimiser_.leastDeterminant(uv);
+        double softness = std::hypot(leastFirstSoftness, firstSoftness * determinant);
+        std::size_t fewest = flippedTriangles(part_.corners, uv).size();
+        int idle = 0;
+        for (int round = 0; round < maxRounds && fewest > 0 && idle < maxIdleRounds; ++round) {
+            const double kept = improve(uv, softness);
+            determinant = minimiser_.leastDeterminant(uv);
+            softness = nextSoftness(softness, determinant, kept);
+            const std::size_t flips = flippedTriangles(part_.corners, uv).size();
+            ++idle;
+            if (flips < fewest) {
+                idle = 0;
+                fewest = flips;
+                result_.uv = uv;
+            }
+            progress((round + 1.0) / maxRounds);
+        }
+        result_.isDone = fewest == 0;
+    }
+
+private:
+    /// Returns the share of the energy that is left.
+    double improve(std::vector<Vec2>& uv, double softness)
+    {
+        const LayoutMinimiser::Outcome outcome =
+            minimiser_.minimise(uv, {.energy = {.softness = softness}}, roundStop, control_,
+                                [](const NodeLayout&, double) { return true; });
+        result_.steps += outcome.steps;
+        return outcome.energyAfter / outcome.energyBefore;
+    }
+
+    const MovablePart& part_;
+    const RunControl& control_;
+    UntangleResult& result_;
+    LayoutMinimiser minimiser_;
+};
+
+} // namespace
+
+UntangleResult untangle(const MovablePart& part, std::vector<Vec2> uv, const RunControl& control,
+                        const std::function<void(double)>& progress)
+{
+    UntangleResult result;
+    result.uv = std::move(uv);
+    double done = 0.0;
+    const auto attempt = [&](std::span<const char> isFixed) {
+        const MovablePart own(part.mesh, isFixed);
+        const double begin = done;
+        done += 0.5 * (1.0 - done);
+        Untangling(own, control, result).run([&](double fraction) {
+            progress(begin + fraction * (done - begin));
+        });
+    };
+    for (const int rings : ringsOfAttempts) {
+        const std::vector<int> flipped = flippedTriangles(part.corners, result.uv);
+        const std::vector<char> isFixed = fixedBeyond(rings, part, flipped);
+        const auto moving = std::count(isFixed.begin(), isFixed.end(), 0);
+        if (static_cast<double>(moving) >
+            largestShareOfAttempt * static_cast<double>(isFixed.size()))
+            break;
+        attempt(isFixed);
+        if (result.isDone)
+            return result;
+    }
+    attempt(part.isFixed);
+    return result;
+}
+
+} // namespace unfold3d
