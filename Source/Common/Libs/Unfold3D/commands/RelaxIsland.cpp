@@ -38,10 +38,10 @@ Obstacle obstacleOf(const IslandSurface& surface)
 }
 
 /// Winds the triangles counter-clockwise in the layout, as far as they agree.
-void windAsItLies(std::span<const Vec2> uv, std::vector<Triangle>& triangles)
+void windAsItLies(std::span<const Vec2> uv, std::span<const char> isFixed, IslandMesh& mesh)
 {
-    if (layoutArea(triangles, uv).signedSum < 0.0)
-        for (auto& [a, b, c] : triangles)
+    if (isMirrored(mesh, uv, isFixed))
+        for (auto& [a, b, c] : mesh.triangles)
             std::swap(b, c);
 }
 
@@ -116,6 +116,13 @@ private:
                crossingsOf(uv) <= crossingsBefore_;
     }
 
+    /// What was untangled may have become flat only by lying around itself twice.
+    bool isGood(const RelaxResult& relaxed) const
+    {
+        const bool mayCross = !options_.preventBorderCrossings && !relaxed.wasTangled;
+        return relaxed.flips == 0 && (mayCross || relaxed.report.borderCrossings == 0);
+    }
+
     /// The whole way, back in UV.
     std::vector<Vec2> relaxed(std::string& method, std::vector<std::string>& warnings)
     {
@@ -123,7 +130,7 @@ private:
             progress_(progressOfRelaxing * fraction);
         });
         method = std::move(relaxed.report.method);
-        if (isWhole() && !relaxed.isSound)
+        if (isWhole() && !isGood(relaxed))
             layOutAnew(relaxed);
         for (std::string& warning : relaxed.report.warnings)
             warnings.push_back(std::move(warning));
@@ -236,7 +243,7 @@ IslandLayout relaxIsland(const Session& session, int island, std::span<const cha
         unfoldNew(surface, flatten, control, progress, result);
     else {
         result.hadLayout = true;
-        windAsItLies(before, surface.mesh.triangles);
+        windAsItLies(before, result.isFixed, surface.mesh);
         IslandRelaxer(surface, std::move(before), flatten, options, control, progress).run(result);
     }
     result.vertices = std::move(surface.vertices);

@@ -17,8 +17,8 @@ constexpr double tellingShare = 0.01;
 /// Share of what a tangle covers, with its folds or as a box, that counts as its area at least.
 constexpr double leastOfTangle = 0.1;
 
-/// Area of the layout for each area of the surface, over triangles all of whose corners are fixed;
-/// 0 when they don't tell.
+/// Signed area of the layout for each area of the surface, over triangles all of whose corners are
+/// fixed; 0 when they don't tell.
 double scaleOfFixed(const IslandMesh& mesh, std::span<const Vec2> uv, std::span<const char> isFixed)
 {
     double flat = 0.0;
@@ -33,7 +33,7 @@ double scaleOfFixed(const IslandMesh& mesh, std::span<const Vec2> uv, std::span<
         flat += 0.5 * doubleArea(uv[ia], uv[ib], uv[ic]);
         rest += restTriangle(mesh, t).area();
     }
-    return rest > tellingShare ? std::max(flat, 0.0) / rest : 0.0;
+    return rest > tellingShare ? flat / rest : 0.0;
 }
 
 } // namespace
@@ -49,6 +49,12 @@ LayoutArea layoutArea(std::span<const Triangle> triangles, std::span<const Vec2>
         area.sizes += std::abs(own);
     }
     return area;
+}
+
+bool isMirrored(const IslandMesh& mesh, std::span<const Vec2> uv, std::span<const char> isFixed)
+{
+    const double ofFixed = scaleOfFixed(mesh, uv, isFixed);
+    return (ofFixed != 0.0 ? ofFixed : layoutArea(mesh.triangles, uv).signedSum) < 0.0;
 }
 
 LayoutFrame frameOf(const IslandMesh& mesh, std::span<const Vec2> uv, std::span<const char> isFixed,

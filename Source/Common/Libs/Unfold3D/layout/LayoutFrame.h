@@ -28,6 +28,10 @@ struct LayoutArea
 };
 LayoutArea layoutArea(std::span<const Triangle> triangles, std::span<const Vec2> uv);
 
+/// Whether a layout is mirrored: most of its area turns clockwise. Where some of the surface lies
+/// fixed with all corners of its triangles, this part tells it.
+bool isMirrored(const IslandMesh& mesh, std::span<const Vec2> uv, std::span<const char> isFixed);
+
 /// Finds the frame of a layout. Folds don't count twice for its scale: they cancel. Where some of
 /// the surface lies fixed with all corners of its triangles, the scale is that of this part.
 ///

@@ -92,12 +92,13 @@ Distortion measure(const EliminationMesh& mesh, std::span<const Vec2> uv)
     return sum;
 }
 
-double softEnergy(const EliminationMesh& mesh, std::span<const Vec2> uv, double softness)
+double energyWithFlips(const EliminationMesh& mesh, std::span<const Vec2> uv,
+                       const LayoutEnergy& energy)
 {
     double sum = 0.0;
     for (const FlatTriangle& triangle : mesh.triangles) {
         const TriangleMap map = mapOf(triangle, uv);
-        const EnergyTerms terms = EnergyTerms::soft(map.det, softness);
+        const EnergyTerms terms = EnergyTerms::withFlips(map.det, energy);
         sum += triangle.metric.area * (map.squaredNorm() * terms.h[0] + terms.k[0]);
     }
     return sum;

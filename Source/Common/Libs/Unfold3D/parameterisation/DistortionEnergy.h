@@ -27,11 +27,12 @@ struct Distortion
 /// Measures a layout ([column]). Linear.
 Distortion measure(const EliminationMesh& mesh, std::span<const Vec2> uv);
 
-/// The soft energy of a layout ([column]), flipped triangles and all. Linear.
-double softEnergy(const EliminationMesh& mesh, std::span<const Vec2> uv, double softness);
+/// An energy that allows flips, of a layout ([column]). Linear.
+double energyWithFlips(const EliminationMesh& mesh, std::span<const Vec2> uv,
+                       const LayoutEnergy& energy);
 
 /// Adds the energy's gradient and its curvature to what stands in `gradient` ([column]) and
-/// `hessian`. No triangle of the layout may be flipped, unless the energy is soft.
+/// `hessian`. No triangle of the layout may be flipped, unless the energy allows it.
 void addDerivatives(const EliminationMesh& mesh, std::span<const Vec2> uv,
                     const LayoutEnergy& energy, Curvature kind, std::span<Vec2> gradient,
                     BlockMatrix& hessian);

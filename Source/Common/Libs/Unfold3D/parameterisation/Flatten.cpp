@@ -35,13 +35,6 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-void turn(std::vector<Vec2>& uv, double angle)
-{
-    const Vec2 axis{std::cos(angle), std::sin(angle)};
-    for (Vec2& p : uv)
-        p = {axis.x * p.x - axis.y * p.y, axis.y * p.x + axis.x * p.y};
-}
-
 StopRule stopRule(int iterations)
 {
     StopRule rule;
@@ -151,7 +144,7 @@ private:
     {
         report_.method += report_.method.empty() ? "straight lines" : ", straight lines";
         if (part_.isWhole())
-            turn(uv_, lines.bestTurn(uv_));
+            lines.turnAlong(uv_);
         const BorderBarrier present = barrier();
         LayoutRules straight = rules();
         if (options_.preventBorderCrossings && crossingsOfStart_ == 0)
@@ -166,10 +159,7 @@ private:
             report_.converged = wasConverged;
         }
         if (const int given = asked - lines.count(); given > 0)
-            report_.warnings.push_back(
-                std::to_string(given) + (given == 1 ? " line" : " lines") +
-                " of constrained edges can't be straight without flipping triangles; left as "
-                "they fell.");
+            report_.warnings.push_back(StraightLines::givenUp(given));
         if (options_.iterations == 0 || lines.count() == 0)
             return;
         straight.pull = 0.0;

@@ -16,13 +16,17 @@ namespace unfold3d
 ///
 /// (Garanzha and others 2021). The nearer its softness is to 0, the steeper is the way from flipped
 /// to not, and 4 is its least value up to that softness.
+///
+/// The conformal energy F - 2 J is quadratic, so that it has one minimum only, wherever one comes
+/// from; with two vertices fixed it is that of Levy and others (2002). It allows flips as well.
 struct LayoutEnergy
 {
-    double lengths = 1.0;  ///< their share of the mix, above 0 to 1; the rest are the angles
-    double softness = 0.0; ///< above 0: the soft energy, whatever the mix
+    double lengths = 1.0;     ///< their share of the mix, above 0 to 1; the rest are the angles
+    double softness = 0.0;    ///< above 0: the soft energy, whatever the mix
+    bool isConformal = false; ///< the conformal energy, whatever the others
 
-    bool isSoft() const { return softness > 0.0; }
-    bool isLengthsOnly() const { return lengths == 1.0 && !isSoft(); }
+    bool allowsFlips() const { return softness > 0.0 || isConformal; }
+    bool isLengthsOnly() const { return lengths == 1.0 && !allowsFlips(); }
 };
 
 } // namespace unfold3d

@@ -74,7 +74,7 @@ double LayoutMinimiser::leastDeterminant(std::span<const Vec2> uv) const
 
 bool LayoutMinimiser::isScaleFree() const
 {
-    return part_.isWhole() && !rules_.barrier && !rules_.lines && !rules_.energy.isSoft();
+    return part_.isWhole() && !rules_.barrier && !rules_.lines && !rules_.energy.allowsFlips();
 }
 
 double LayoutMinimiser::rescaleColumns()
@@ -174,8 +174,8 @@ double LayoutMinimiser::computeDirection(Curvature kind, const RunControl& contr
 /// As a multiple of the direction; infinite where flips don't matter.
 double LayoutMinimiser::firstFlipAhead() const
 {
-    return rules_.energy.isSoft() ? infinity
-                                  : firstFlip(system_->mesh(), uv_, system_->direction());
+    return rules_.energy.allowsFlips() ? infinity
+                                       : firstFlip(system_->mesh(), uv_, system_->direction());
 }
 
 double LayoutMinimiser::firstObstacle() const
@@ -219,8 +219,9 @@ double LayoutMinimiser::energyOf(std::span<const Vec2> uv) const
     const double lengths = rules_.energy.lengths;
     if (isScaleFree())
         return measure(system_->mesh(), uv).bestEnergy(lengths);
-    double energy = rules_.energy.isSoft() ? softEnergy(system_->mesh(), uv, rules_.energy.softness)
-                                           : measure(system_->mesh(), uv).energy(lengths);
+    double energy = rules_.energy.allowsFlips()
+                        ? energyWithFlips(system_->mesh(), uv, rules_.energy)
+                        : measure(system_->mesh(), uv).energy(lengths);
     if (rules_.barrier)
         energy += rules_.barrier->energy(borderOf(uv));
     if (rules_.lines && rules_.pull > 0.0)

@@ -15,7 +15,7 @@ namespace unfold3d
 /// What is asked of a layout.
 struct LayoutRules
 {
-    LayoutEnergy energy;                    ///< unless it is soft, no triangle flips
+    LayoutEnergy energy;                    ///< unless it allows that, no triangle flips
     const BorderBarrier* barrier = nullptr; ///< the border doesn't cross itself
     const StraightLines* lines = nullptr;
     /// How stiffly the lines' vertices are drawn towards them; 0: they are on them and stay there.

@@ -27,7 +27,7 @@ public:
     bool covers(const Spring& spring) const;
 
     /// Begins a step with the derivatives of the energy at `uv` ([column]; nothing flipped unless
-    /// the energy is soft).
+    /// the energy allows it).
     void set(std::span<const Vec2> uv, const LayoutEnergy& energy, Curvature kind);
     /// Adds a spring that the pattern covers.
     void add(const Spring& spring);

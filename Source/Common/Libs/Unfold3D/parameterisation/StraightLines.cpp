@@ -234,10 +234,26 @@ double StraightLines::bestTurn(std::span<const Vec2> uv) const
     Vec2 sum;
     for (const Segment& segment : segments_) {
         const Vec2 edge = uv[at(segment.vertices[1])] - uv[at(segment.vertices[0])];
+        if (edge == Vec2{})
+            continue;
         const double weight = (segment.axis == Axis::V ? 1.0 : -1.0) / length(edge);
         sum += weight * Vec2{edge.x * edge.x - edge.y * edge.y, 2.0 * edge.x * edge.y};
     }
     return -0.5 * std::atan2(sum.y, sum.x);
+}
+
+void StraightLines::turnAlong(std::vector<Vec2>& uv) const
+{
+    const double angle = bestTurn(uv);
+    const Vec2 axis{std::cos(angle), std::sin(angle)};
+    for (Vec2& p : uv)
+        p = {axis.x * p.x - axis.y * p.y, axis.y * p.x + axis.x * p.y};
+}
+
+std::string StraightLines::givenUp(int lines)
+{
+    return std::to_string(lines) + (lines == 1 ? " line" : " lines") +
+           " of constrained edges can't be straight without flipping triangles; left as they fell.";
 }
 
 double StraightLines::mean(int line, std::span<const Vec2> uv) const

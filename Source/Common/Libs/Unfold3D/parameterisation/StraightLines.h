@@ -65,6 +65,8 @@ public:
     /// The angle by which a layout ([vertex]) is to be turned for the lines to run along their axes
     /// as well as they can.
     double bestTurn(std::span<const Vec2> uv) const;
+    /// Turns a layout by that.
+    void turnAlong(std::vector<Vec2>& uv) const;
 
     /// The coordinate that is nearest to the vertices of a line, uv [vertex or node]; when some of
     /// them are fixed, to those.
@@ -75,6 +77,9 @@ public:
     /// Energy and derivatives of springs between the vertices and their lines' nodes.
     double energy(const NodeLayout& layout, double stiffness) const;
     void addSprings(const NodeLayout& layout, double stiffness, std::vector<Spring>& springs) const;
+
+    /// The warning about lines that can't be had.
+    static std::string givenUp(int lines);
 
     /// Adds the pairs of nodes that meet once vertices share the unknown of their line, in a mesh
     /// whose vertices meet in triangles and in the pairs that stand in `pairs` already.

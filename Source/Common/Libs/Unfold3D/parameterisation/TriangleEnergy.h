@@ -86,9 +86,12 @@ struct EnergyTerms
         const double r = 1.0 / det;
         return {{2.0 * r, -2.0 * r * r, 4.0 * r * r * r}, {0.0, 0.0, 0.0}};
     }
-    /// For any J.
-    static EnergyTerms soft(double det, double softness)
+    /// Of an energy that allows flips, for any J.
+    static EnergyTerms withFlips(double det, const LayoutEnergy& energy)
     {
+        if (energy.isConformal)
+            return {{1.0, 0.0, 0.0}, {-2.0 * det, -2.0, 0.0}};
+        const double softness = energy.softness;
         const double root = std::sqrt(det * det + softness * softness);
         // The sum cancels where J is negative.
         const double chi =
@@ -156,8 +159,8 @@ struct ModeDerivatives
     {
         const double A = length(map.a);
         const double B = length(map.b);
-        if (energy.isSoft()) {
-            setPrincipal(PartDerivatives(EnergyTerms::soft(map.det, energy.softness), A, B));
+        if (energy.allowsFlips()) {
+            setPrincipal(PartDerivatives(EnergyTerms::withFlips(map.det, energy), A, B));
             return;
         }
         setLengths(A + B, map.det, kind);

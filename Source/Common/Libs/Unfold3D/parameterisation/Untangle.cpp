@@ -30,6 +30,10 @@ constexpr int maxRounds = 60;
 /// Rounds without fewer flips after which it is given up.
 constexpr int maxIdleRounds = 20;
 
+/// What is left flipped is relaxed with this softness.
+constexpr double softnessOfRest = 0.1;
+constexpr StopRule restStop{.promisedShare = 1e-3, .promisedShareOfExcess = 1.0, .maxSteps = 20};
+
 std::size_t at(int index)
 {
     return static_cast<std::size_t>(index);
@@ -121,6 +125,18 @@ private:
 };
 
 } // namespace
+
+void continueFixedPart(const MovablePart& part, std::vector<Vec2>& uv, const RunControl& control)
+{
+    LayoutMinimiser(part).minimise(uv, {.energy = {.isConformal = true}}, {.maxSteps = 1}, control,
+                                   [](const NodeLayout&, double) { return true; });
+}
+
+void settleWithFlips(const MovablePart& part, std::vector<Vec2>& uv, const RunControl& control)
+{
+    LayoutMinimiser(part).minimise(uv, {.energy = {.softness = softnessOfRest}}, restStop, control,
+                                   [](const NodeLayout&, double) { return true; });
+}
 
 UntangleResult untangle(const MovablePart& part, std::vector<Vec2> uv, const RunControl& control,
                         const std::function<void(double)>& progress)

@@ -21,12 +21,19 @@ struct UntangleResult
 /// code" (2021), by Newton steps. First only near the flipped triangles, then farther around them,
 /// then everywhere.
 ///
-/// uv        [vertex]  finite, about where a layout of area 1 around the origin would be
-/// progress            called with 0 to 1 as the work goes on
+/// uv        [vertex]  finite, with a flipped triangle, about where a layout of area 1 around the
+/// origin would be progress            called with 0 to 1 as the work goes on
 ///
 /// When it isn't done the layout is the one with the fewest flipped triangles on the way. A layout
 /// without flips may still lie over itself. The same bits on every run. Throws Stopped.
 UntangleResult untangle(const MovablePart& part, std::vector<Vec2> uv, const RunControl& control,
                         const std::function<void(double)>& progress);
+
+/// Lays the vertices that move where the fixed ones, at least two, are continued with the best
+/// angles, whatever the place they had. May flip triangles. One factorisation.
+void continueFixedPart(const MovablePart& part, std::vector<Vec2>& uv, const RunControl& control);
+
+/// Lets a layout with flipped triangles settle where the soft energy is least.
+void settleWithFlips(const MovablePart& part, std::vector<Vec2>& uv, const RunControl& control);
 
 } // namespace unfold3d
