@@ -85,8 +85,9 @@ public:
 
 private:
     const std::map<std::string, Command*> commands_{
-        {"Import", runImport}, {"Select", runSelect}, {"Constrain", runConstrain},
-        {"Unfold", runUnfold}, {"Pack", runPack},     {"Export", runExport}};
+        {"Import", runImport}, {"Select", runSelect},     {"Constrain", runConstrain},
+        {"Unfold", runUnfold}, {"Optimize", runOptimize}, {"Pack", runPack},
+        {"Export", runExport}};
     Session session_;
 };
 
@@ -122,7 +123,7 @@ patchwork::Layout sideBySide(std::initializer_list<IslandMesh> meshes)
 }
 
 // A finger crosses its border when it is laid flat, its pinned edges have to be drawn straight, and
-// the tube has a hole to fill: all stages have something to do.
+// the tube has a hole to fill, and both come tangled: all stages have something to do.
 TEST(Stop, AtAnyCheckpointLeavesTheSessionAsItWas)
 {
     StoppingEngine::stopsOf.clear();
@@ -131,7 +132,12 @@ TEST(Stop, AtAnyCheckpointLeavesTheSessionAsItWas)
         sideBySide({surfaces::finger(6, 8, 0.3, 0.3), surfaces::tube(6, 2, 1.0, 1.0)});
     PackRun run(layout);
     run.pinEdges({0, 5, 9}, true);
+    run.select("Vertex", {0, 1, 2, 3, 4, 5, 20, 21, 22, 50, 51, 52, 53, 54, 55, 56, 57, 58});
+    run.optimize({.power = 0.5F});
+    EXPECT_FALSE(run.hasError()) << run.error();
     run.selectAllVertices();
+    run.optimize({});
+    EXPECT_FALSE(run.hasError()) << run.error();
     run.unfold();
     EXPECT_FALSE(run.hasError()) << run.error();
     PackKeys keys;
@@ -142,7 +148,7 @@ TEST(Stop, AtAnyCheckpointLeavesTheSessionAsItWas)
     NU3D::CUnfold3DAPI::setBackendFactory(nullptr);
 
     for (const auto& [command, least] :
-         {std::pair{"Import", 3}, {"Unfold", 8}, {"Pack", 8}, {"Export", 1}})
+         {std::pair{"Import", 3}, {"Unfold", 8}, {"Optimize", 16}, {"Pack", 8}, {"Export", 1}})
         EXPECT_GE(StoppingEngine::stopsOf[command], least) << command;
 }
 

@@ -1,9 +1,11 @@
 #include "LayoutChecks.h"
 #include "PackChecks.h"
 #include "PackRun.h"
+#include "SolverSession.h"
 #include "Surfaces.h"
 
 #include "Unfold3D/base/DisjointSets.h"
+#include "Unfold3D/base/ExactPredicates.h"
 #include "Unfold3D/parameterisation/Flatten.h"
 #include "Unfold3D/start/FlatStart.h"
 
@@ -13,6 +15,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <numeric>
 #include <sstream>
 #include <string>
 
@@ -169,6 +172,52 @@ Layout readLayout(const std::filesystem::path& path)
     for (const Triangle& t : layout.mesh.triangles)
         layout.patchOfTriangle.push_back(layout.patchOfVertex[static_cast<std::size_t>(t[0])]);
     return layout;
+}
+
+/// [patch] triangles that turn against the larger area of their patch.
+std::vector<int> flipsOfPatches(const Layout& layout, const std::vector<Vec2>& uvs)
+{
+    std::vector<double> area(static_cast<std::size_t>(layout.patchCount), 0.0);
+    std::vector<int> flips(area.size(), 0);
+    const auto visit = [&](const auto& use) {
+        for (std::size_t t = 0; t < layout.mesh.triangles.size(); ++t) {
+            const auto& [a, b, c] = layout.mesh.triangles[t];
+            use(static_cast<std::size_t>(layout.patchOfTriangle[t]),
+                uvs[static_cast<std::size_t>(a)], uvs[static_cast<std::size_t>(b)],
+                uvs[static_cast<std::size_t>(c)]);
+        }
+    };
+    visit([&](std::size_t patch, Vec2 a, Vec2 b, Vec2 c) { area[patch] += doubleArea(a, b, c); });
+    visit([&](std::size_t patch, Vec2 a, Vec2 b, Vec2 c) {
+        flips[patch] += (area[patch] < 0.0 ? -1 : 1) * orient2d(a, b, c) <= 0;
+    });
+    return flips;
+}
+
+TEST_F(RealMeshes, RelaxingUndoesFlips)
+{
+    struct Case
+    {
+        const char* file;
+        bool isWarned; ///< of islands that can't be laid flat, which keep their flips
+    };
+    for (const Case& c :
+         {Case{"hele_shaw.obj", false}, Case{"milk_truck.obj", false},
+          Case{"pizza_scan.obj", false}, Case{"spot.obj", false}, Case{"race_car.obj", true}})
+    {
+        SCOPED_TRACE(c.file);
+        const Layout layout = readLayout(folder / c.file);
+        SolverSession session(layout.mesh, layout.uvs);
+        const std::vector<int> before = flipsOfPatches(layout, session.exportUVs());
+        session.selectAllVertices();
+        session.optimize({});
+        ASSERT_FALSE(session.hasError()) << session.error();
+        EXPECT_EQ(NU3D::CUnfold3DAPI::HasWarning(session.last()), c.isWarned) << session.warning();
+        const std::vector<int> after = flipsOfPatches(layout, session.exportUVs());
+        for (std::size_t patch = 0; patch < after.size(); ++patch)
+            EXPECT_LE(after[patch], before[patch]);
+        EXPECT_EQ(std::accumulate(after.begin(), after.end(), 0) > 0, c.isWarned);
+    }
 }
 
 TEST_F(RealMeshes, PackedIslandsKeepTheirGapsAndCoverTheSquare)

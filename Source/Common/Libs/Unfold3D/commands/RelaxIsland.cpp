@@ -143,6 +143,7 @@ private:
             progress_(progressOfRelaxing + (1.0 - progressOfRelaxing) * fraction);
         };
         FlattenAttempt best = IslandFlattener(mesh_, inside_, flatten_, control_, progress).run();
+        relaxed.report.method += "; anew: " + best.methods();
         relaxed.uv = std::move(best.uv);
         relaxed.report.warnings = std::move(best.report.warnings);
     }

@@ -14,8 +14,11 @@ namespace
 
 /// Least share of the surface that speaks for the scale of the whole.
 constexpr double tellingShare = 0.01;
-/// Share of what a tangle covers, with its folds or as a box, that counts as its area at least.
-constexpr double leastOfTangle = 0.1;
+/// A layout is a tangle when folds leave less than this share of the sizes of its triangles.
+constexpr double shareOfTangle = 0.5;
+/// A tangle has the area of its triangles, but not more than this many times its box: it may be
+/// folded once, as symmetric islands are whose halves lie on each other.
+constexpr double boxesOfTangle = 2.0;
 
 /// Signed area of the layout for each area of the surface, over triangles all of whose corners are
 /// fixed; 0 when they don't tell.
@@ -53,8 +56,10 @@ LayoutArea layoutArea(std::span<const Triangle> triangles, std::span<const Vec2>
 
 bool isMirrored(const IslandMesh& mesh, std::span<const Vec2> uv, std::span<const char> isFixed)
 {
-    const double ofFixed = scaleOfFixed(mesh, uv, isFixed);
-    return (ofFixed != 0.0 ? ofFixed : layoutArea(mesh.triangles, uv).signedSum) < 0.0;
+    const LayoutArea area = layoutArea(mesh.triangles, uv);
+    const bool isTangle = std::abs(area.signedSum) < shareOfTangle * area.sizes;
+    const double ofFixed = isTangle ? scaleOfFixed(mesh, uv, isFixed) : 0.0;
+    return (ofFixed != 0.0 ? ofFixed : area.signedSum) < 0.0;
 }
 
 LayoutFrame frameOf(const IslandMesh& mesh, std::span<const Vec2> uv, std::span<const char> isFixed,
@@ -75,7 +80,9 @@ LayoutFrame frameOf(const IslandMesh& mesh, std::span<const Vec2> uv, std::span<
     if (!(area > 0.0)) {
         const LayoutArea whole = layoutArea(mesh.triangles, inBox);
         const double ofBox = box.width() / side * (box.height() / side);
-        area = std::max(whole.signedSum, leastOfTangle * std::min(whole.sizes, ofBox));
+        area = whole.signedSum;
+        if (area < shareOfTangle * whole.sizes)
+            area = std::max(area, std::min(whole.sizes, boxesOfTangle * ofBox));
     }
     if (area > 0.0)
         frame.scale *= std::sqrt(area);

@@ -28,12 +28,13 @@ struct LayoutArea
 };
 LayoutArea layoutArea(std::span<const Triangle> triangles, std::span<const Vec2> uv);
 
-/// Whether a layout is mirrored: most of its area turns clockwise. Where some of the surface lies
-/// fixed with all corners of its triangles, this part tells it.
+/// Whether a layout is mirrored: most of its area turns clockwise. In a tangle, of whose area folds
+/// leave less than half, triangles tell it whose corners are all fixed, where there are some.
 bool isMirrored(const IslandMesh& mesh, std::span<const Vec2> uv, std::span<const char> isFixed);
 
-/// Finds the frame of a layout. Folds don't count twice for its scale: they cancel. Where some of
-/// the surface lies fixed with all corners of its triangles, the scale is that of this part.
+/// Finds the frame of a layout. Its scale is the root of its area by that of the surface; folds
+/// don't count twice, unless most of it is folded. Where some of the surface lies fixed with all
+/// corners of its triangles, the scale is that of this part.
 ///
 /// mesh     turns in uv the way that most of its area does
 /// uv       [vertex]  finite
