@@ -4,61 +4,25 @@
 // 10 000 separate pieces show what many islands cost. Run it optimised, on a quiet machine; compare
 // ratios within one run rather than times between runs.
 
+#include "EngineRun.h"
 #include "PatchMeshes.h"
 #include "PeakMemory.h"
 
-#include "Unfold3D/Unfold3D.h"
-
 #include <benchmark/benchmark.h>
-
-#include <stdexcept>
 
 namespace
 {
 
+using bench::import;
+using bench::report;
+using bench::unfold;
 using NU3D::CRef;
 using NU3D::CUnfold3DAPI;
 using NU3D::VALPROP_VALUE;
 
-CRef table()
-{
-    return {NU3D::VALTYPE_TABLE, VALPROP_VALUE};
-}
-
-void expectSuccess(const CRef& result)
-{
-    if (CUnfold3DAPI::HasError(result))
-        throw std::runtime_error(CUnfold3DAPI::GetErrorString(result));
-}
-
-void import(CUnfold3DAPI& api, const bench::FlatMesh& mesh)
-{
-    const CRef params = table();
-    const std::vector<int> sizes(static_cast<std::size_t>(mesh.triangleCount()), 3);
-    params->Add("#Data.PolySizes ints", CRef(sizes, VALPROP_VALUE));
-    params->Add("#Data.PolyXYZIDs ints", CRef(mesh.triangles, VALPROP_VALUE));
-    params->Add("#Data.CoordsXYZ doubles", CRef(mesh.coordsXYZ, VALPROP_VALUE));
-    params->Add("#Data.PolyUVWIDs ints", CRef(mesh.triangles, VALPROP_VALUE));
-    params->Add("#Data.CoordsUVW doubles", CRef(mesh.coordsUVW, VALPROP_VALUE));
-    expectSuccess(api.Do("Import", params));
-}
-
-void unfold(CUnfold3DAPI& api, bool preventCrossings)
-{
-    const CRef params = table();
-    params->Add("#PrimType string Island", CRef("Vertex", VALPROP_VALUE));
-    params->Add("#ProcessSelection bool", CRef(true, VALPROP_VALUE));
-    params->Add("#ProcessAllIfNoneSelected bool");
-    params->Add("#Iterations int 1", CRef(1, VALPROP_VALUE));
-    params->Add("#BorderIntersections bool", CRef(preventCrossings, VALPROP_VALUE));
-    params->Add("#TriangleFlips bool", CRef(true, VALPROP_VALUE));
-    params->Add("#RoomSpace double 000.1", CRef(0.0, VALPROP_VALUE));
-    expectSuccess(api.Do("Unfold", params));
-}
-
 void pack(CUnfold3DAPI& api, int mutations)
 {
-    const CRef params = table();
+    const CRef params = bench::table();
     params->Add("#Translate bool", CRef(true, VALPROP_VALUE));
     params->Add("#Rotate.Min double 0.0", CRef(0.0, VALPROP_VALUE));
     params->Add("#Rotate.Max double 360.0", CRef(360.0, VALPROP_VALUE));
@@ -74,17 +38,7 @@ void pack(CUnfold3DAPI& api, int mutations)
     params->Add("#MultiTile.SizeU int", CRef(1, VALPROP_VALUE));
     params->Add("#MultiTile.SizeV int", CRef(1, VALPROP_VALUE));
     params->Add("#TileAssignMode string \"Specified\"", CRef("Distribute", VALPROP_VALUE));
-    expectSuccess(api.Do("Pack", params));
-}
-
-void report(benchmark::State& state, const bench::FlatMesh& mesh)
-{
-    state.SetComplexityN(mesh.triangleCount());
-    state.counters["triangles"] = mesh.triangleCount();
-    state.counters["ns/triangle"] = benchmark::Counter(
-        1e-9 * mesh.triangleCount(),
-        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-    state.counters["peakMB"] = bench::peakMemoryBytes() / 1e6;
+    bench::expectSuccess(api.Do("Pack", params));
 }
 
 void importPatch(benchmark::State& state)
