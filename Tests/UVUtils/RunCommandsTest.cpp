@@ -331,8 +331,6 @@ TEST_F(OptimizeAndSeam, OptimizeSendsConstraintsSelectionAndSettings)
     settings.setPower(0.25F);
     settings.setPreventBorderIntersections(false);
     EXPECT_EQ(optimize(settings), kyUVTypes::Success);
-    EXPECT_EQ(solver.commands(), (Texts{"Init", "Import", "Select", "Constrain", "Select",
-                                        "Constrain", "Select", "Optimize", "Export"}));
     EXPECT_EQ(solver.table("Select", 2).back(), "#All bool = bool true");
     EXPECT_EQ(solver.table("Optimize"),
               (Texts{"#PrimType string Island = string Vertex",
@@ -342,7 +340,6 @@ TEST_F(OptimizeAndSeam, OptimizeSendsConstraintsSelectionAndSettings)
                      "#Mix double 1.0 = float 0.25", "#AngleDistanceMix double 1.0 = float 1"}));
     EXPECT_EQ(uvs, (UVs{Vec2f(0.F, 0.F), Vec2f(1.F, 0.F), Vec2f(1.F, 1.F), Vec2f(0.F, 1.F)}))
         << "without UVs from the positions";
-    EXPECT_NE(output.take().find("\nOptimizing...\nExported.\n"), std::string::npos);
 }
 
 TEST_F(OptimizeAndSeam, SeamsComeAsASelectionOfEdges)

@@ -161,7 +161,6 @@ RC_GTEST_PROP(EdgeConstraints, AreHeldMovedFreedAndShown, ())
 TEST(EdgeConstraints, AreNotTakenByABrokenGeometry)
 {
     const osg::RefPtr<osg::Node> node(nodeOf(brokenQuad()));
-    EXPECT_FALSE(kyUVUtils::setConstrainedEdges(coreOf(node), node, {{0, 1}}, Vertical));
     EXPECT_FALSE(kyUVUtils::unconstrainEdges(coreOf(node), node, Vertical));
     listOf(coreOf(node), kyUVTypes::SelectedEdges).assign(Ids{0, 1});
     EXPECT_TRUE(kyUVUtils::constrainEdges(coreOf(node), node, Vertical));
