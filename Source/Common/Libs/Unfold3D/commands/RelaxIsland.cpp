@@ -238,7 +238,11 @@ IslandLayout relaxIsland(const Session& session, int island, std::span<const cha
     FlattenOptions flatten = flattenOptions(options);
     flatten.straight = pinnedLines(session, surface);
     flatten.isFixed = result.isFixed;
-    if ((options.iterations == 0 || options.power == 0.0) && flatten.straight.empty())
+    const bool isAllFixed =
+        !result.isFixed.empty() &&
+        std::find(result.isFixed.begin(), result.isFixed.end(), 0) == result.isFixed.end();
+    const bool isLeft = options.iterations == 0 || options.power == 0.0;
+    if (isAllFixed || (isLeft && flatten.straight.empty()))
         result.isUnchanged = true;
     else if (!result.hadLayout && result.isFixed.empty())
         unfoldNew(surface, flatten, control, progress, result);

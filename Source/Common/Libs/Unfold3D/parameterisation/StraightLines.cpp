@@ -20,7 +20,7 @@ std::size_t at(int index)
 }
 
 /// How far apart fixed vertices of one line may be, in an island of area 1.
-constexpr double straightEnough = 1e-7;
+constexpr double straightEnough = 1e-6;
 
 using Line = StraightLines::Line;
 
