@@ -24,7 +24,7 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-OrderedGraph orderWell(const VertexGraph& graph)
+OrderedGraph orderConnected(const VertexGraph& graph)
 {
     const int n = graph.size();
     if (n >= smallestAlwaysDissected)
@@ -35,6 +35,29 @@ OrderedGraph orderWell(const VertexGraph& graph)
     OrderedGraph dissected = followElimination(graph, dissectionOrder(graph));
     return dissected.tree.operations() < byDegree.tree.operations() ? std::move(dissected)
                                                                     : std::move(byDegree);
+}
+
+/// Nodes that meet no other come first, so that only the rest has to be ordered.
+OrderedGraph orderWell(const VertexGraph& graph)
+{
+    std::vector<int> order;
+    std::vector<int> connected;
+    std::vector<int> placeAmongConnected(at(graph.size()));
+    for (int node = 0; node < graph.size(); ++node) {
+        placeAmongConnected[at(node)] = static_cast<int>(connected.size());
+        (graph.of(node).empty() ? order : connected).push_back(node);
+    }
+    if (order.empty())
+        return orderConnected(graph);
+    VertexGraph rest;
+    for (const int node : connected) {
+        for (const int neighbour : graph.of(node))
+            rest.neighbours.push_back(placeAmongConnected[at(neighbour)]);
+        rest.offsets.push_back(static_cast<int>(rest.neighbours.size()));
+    }
+    for (const int place : orderConnected(rest).oldOfNew)
+        order.push_back(connected[at(place)]);
+    return followElimination(graph, std::move(order));
 }
 
 /// Numbers the columns supernode by supernode in the sequence of their elimination.

@@ -76,6 +76,34 @@ std::vector<char> fixedBeyond(int rings, const MovablePart& part, std::span<cons
     return isFixed;
 }
 
+/// The triangles of an island that can change, as an island of their own.
+struct Excerpt
+{
+    IslandMesh mesh;
+    std::vector<int> vertices; ///< [vertex of mesh] in the island
+    std::vector<char> isFixed; ///< [vertex of mesh]
+
+    explicit Excerpt(const MovablePart& part)
+    {
+        std::vector<int> own(part.mesh.positions.size(), -1);
+        for (Triangle corners : part.corners) {
+            for (int& v : corners) {
+                int& place = own[at(v)];
+                if (place < 0) {
+                    place = static_cast<int>(vertices.size());
+                    vertices.push_back(v);
+                }
+                v = place;
+            }
+            mesh.triangles.push_back(corners);
+        }
+        for (const int v : vertices) {
+            mesh.positions.push_back(part.mesh.positions[at(v)]);
+            isFixed.push_back(static_cast<char>(!part.isWhole() && part.isFixed[at(v)]));
+        }
+    }
+};
+
 /// The continuation with one set of vertices that move.
 class Untangling
 {
@@ -124,6 +152,22 @@ private:
     LayoutMinimiser minimiser_;
 };
 
+/// So that what is far away and can't move costs nothing.
+void untangleExcerpt(const Excerpt& excerpt, const RunControl& control, UntangleResult& result,
+                     const std::function<void(double)>& progress)
+{
+    UntangleResult own;
+    own.steps = result.steps;
+    for (const int v : excerpt.vertices)
+        own.uv.push_back(result.uv[at(v)]);
+    const MovablePart part(excerpt.mesh, excerpt.isFixed);
+    Untangling(part, control, own).run(progress);
+    for (std::size_t v = 0; v < own.uv.size(); ++v)
+        result.uv[at(excerpt.vertices[v])] = own.uv[v];
+    result.steps = own.steps;
+    result.isDone = own.isDone;
+}
+
 } // namespace
 
 void continueFixedPart(const MovablePart& part, std::vector<Vec2>& uv, const RunControl& control)
@@ -145,12 +189,14 @@ UntangleResult untangle(const MovablePart& part, std::vector<Vec2> uv, const Run
     result.uv = std::move(uv);
     double done = 0.0;
     const auto attempt = [&](std::span<const char> isFixed) {
-        const MovablePart own(part.mesh, isFixed);
         const double begin = done;
         done += 0.5 * (1.0 - done);
-        Untangling(own, control, result).run([&](double fraction) {
-            progress(begin + fraction * (done - begin));
-        });
+        const auto tell = [&](double fraction) { progress(begin + fraction * (done - begin)); };
+        const MovablePart own(part.mesh, isFixed);
+        if (own.isWhole())
+            Untangling(own, control, result).run(tell);
+        else
+            untangleExcerpt(Excerpt(own), control, result, tell);
     };
     for (const int rings : ringsOfAttempts) {
         const std::vector<int> flipped = flippedTriangles(part.corners, result.uv);
