@@ -1,5 +1,6 @@
 #include "commands/Commands.h"
 
+#include "commands/SceneWork.h"
 #include "commands/SeamWork.h"
 #include "scene/SeamPlaces.h"
 #include "scene/SharpEdges.h"

@@ -1,5 +1,7 @@
 #include "commands/SceneWork.h"
 
+#include "cli/ExitStatus.h"
+
 namespace uvtool
 {
 
@@ -18,6 +20,26 @@ void forEachScene(Task& task,
         task.throwIfCancelled();
         useScene(makePlainScene(task.document, number, slot));
     }
+}
+
+void throwUnlessOneScene(const Task& task, const char* option)
+{
+    if (task.chosen.size() == 1 || task.options.common.shell)
+        return;
+    throw CommandError(WrongUsage, std::string(option) + ": " + task.report.input + " holds " +
+                                       std::to_string(task.chosen.size()) +
+                                       " geometries with vertices of their own; choose one with "
+                                       "--geometry, or take all as one with --shell");
+}
+
+void throwUnlessInScene(std::span<const unsigned int> ids, const SceneGeometry& scene,
+                        const char* option)
+{
+    for (const unsigned int id : ids)
+        if (id >= scene.vertexCount)
+            throw CommandError(WrongUsage, std::string(option) + ": there is no vertex " +
+                                               std::to_string(id) + "; ids go from 0 to " +
+                                               std::to_string(scene.vertexCount - 1));
 }
 
 } // namespace uvtool

@@ -4,6 +4,7 @@
 #include "scene/SceneIslands.h"
 
 #include <functional>
+#include <span>
 
 namespace uvtool
 {
@@ -12,5 +13,15 @@ namespace uvtool
 /// of all as one shell. `use` gets one after the other; each is gone when it is done with it.
 void forEachScene(Task& task,
                   const std::function<void(const SceneGeometry&, const SceneIslands&)>& use);
+
+/// A CommandError of status WrongUsage when ids of vertices were given and there are several
+/// geometries that they may belong to.
+///
+/// option  by which they were given
+void throwUnlessOneScene(const Task& task, const char* option);
+
+/// The same for ids that no vertex of the scene has.
+void throwUnlessInScene(std::span<const unsigned int> ids, const SceneGeometry& scene,
+                        const char* option);
 
 } // namespace uvtool

@@ -161,14 +161,4 @@ void SeamWork::writeFiles(double share)
     task_.draw(layout_, {});
 }
 
-void throwUnlessOneScene(const Task& task, const char* option)
-{
-    if (task.chosen.size() == 1 || task.options.common.shell)
-        return;
-    throw CommandError(WrongUsage, std::string(option) + ": " + task.report.input + " holds " +
-                                       std::to_string(task.chosen.size()) +
-                                       " geometries with vertices of their own; choose one with "
-                                       "--geometry, or take all as one with --shell");
-}
-
 } // namespace uvtool

@@ -62,10 +62,4 @@ private:
     DocumentLayout layout_; ///< of all scenes, as it stands in the document
 };
 
-/// A CommandError of status WrongUsage when ids of vertices were given and there are several
-/// geometries that they may belong to.
-///
-/// option  by which they were given
-void throwUnlessOneScene(const Task& task, const char* option);
-
 } // namespace uvtool

@@ -1,5 +1,6 @@
 #include "commands/Commands.h"
 
+#include "commands/SceneWork.h"
 #include "commands/SeamWork.h"
 #include "scene/SeamPlaces.h"
 
@@ -23,15 +24,6 @@ void planEdges(const Task& task, const SceneGeometry& scene, const SceneEdges& e
         plan.sides.push_back(edges.sides(edge).front());
 }
 
-void throwUnlessInScene(const std::vector<unsigned int>& seeds, const SceneGeometry& scene)
-{
-    for (const unsigned int seed : seeds)
-        if (seed >= scene.vertexCount)
-            throw CommandError(WrongUsage, "--selected-by-seeds: there is no vertex " +
-                                               std::to_string(seed) + "; ids go from 0 to " +
-                                               std::to_string(scene.vertexCount - 1));
-}
-
 void planIslands(const Task& task, const SceneGeometry& scene, const SceneIslands& found,
                  const SceneEdges& edges, SeamPlan& plan)
 {
@@ -45,7 +37,7 @@ void planIslands(const Task& task, const SceneGeometry& scene, const SceneIsland
         operation.kind = SeamOperation::SewAllIslands;
     } else {
         operation.kind = SeamOperation::SewSelectedIslands;
-        throwUnlessInScene(options.seeds, scene);
+        throwUnlessInScene(options.seeds, scene, "--selected-by-seeds");
         isChosen = islandsOf(scene, found, options.seeds);
     }
     plan.sides = touchingBorders(scene, edges, found, isChosen, options.otherIslandOnly);
