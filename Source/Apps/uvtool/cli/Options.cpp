@@ -3,6 +3,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/NumberRange.h"
 #include "cli/PackArguments.h"
+#include "cli/RelaxArguments.h"
 #include "cli/SeamArguments.h"
 #include "cli/SeamSearchArguments.h"
 #include "document/Format.h"
@@ -145,6 +146,18 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     addCommonOptions(*sew, options.common);
     addOutput(*sew, options.output);
     addSewOptions(*sew, options.sew, options.seams);
+    CLI::App* const optimize =
+        app.add_subcommand("optimize", "Relaxes the UVs of a file where they lie");
+    addCommonOptions(*optimize, options.common);
+    addOutput(*optimize, options.output);
+    addRelaxOptions(*optimize, options.relax);
+    addStraightOptions(*optimize, options.straight, MayHoldEdges);
+    CLI::App* const constrain = app.add_subcommand(
+        "constrain", "Relaxes the UVs of a file with edges laid straight along an axis");
+    addCommonOptions(*constrain, options.common);
+    addOutput(*constrain, options.output);
+    addRelaxOptions(*constrain, options.relax);
+    addStraightOptions(*constrain, options.straight, HasToHoldEdges);
 
     checkCommand(app, arguments);
     try {
@@ -159,12 +172,14 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     }
     if (pack->parsed() && pack->get_option("--scale-mode")->empty())
         options.pack.settings.setPreScaleMode(kyUVTypes::PreScale0);
-    options.command = unfold->parsed()    ? Options::Unfold
-                      : pack->parsed()    ? Options::Pack
-                      : islands->parsed() ? Options::Islands
-                      : cut->parsed()     ? Options::Cut
-                      : sew->parsed()     ? Options::Sew
-                                          : Options::Info;
+    options.command = unfold->parsed()      ? Options::Unfold
+                      : pack->parsed()      ? Options::Pack
+                      : islands->parsed()   ? Options::Islands
+                      : cut->parsed()       ? Options::Cut
+                      : sew->parsed()       ? Options::Sew
+                      : optimize->parsed()  ? Options::Optimize
+                      : constrain->parsed() ? Options::Constrain
+                                            : Options::Info;
     checkTogether(options);
     return options;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "UVUtils/solver/OptimizeSettings.h"
 #include "UVUtils/solver/PackSettings.h"
 
 #include <cstddef>
@@ -95,6 +96,26 @@ struct SewOptions
     bool matchUVs = false;
 };
 
+/// What is relaxed, and how; one of the selections at most. Without any all is.
+struct RelaxOptions
+{
+    std::vector<unsigned int> islands; ///< a vertex of each island
+    std::vector<unsigned int> vertices;
+    std::optional<std::filesystem::path> vertexFile;
+    kyUnfold3D::OptimizeSettings settings;
+};
+
+/// Files of edges that are to lie along an axis of the UV plane.
+struct StraightOptions
+{
+    std::optional<std::filesystem::path> horizontal;
+    std::optional<std::filesystem::path> vertical;
+
+    bool isGiven() const { return horizontal || vertical; }
+    /// The option by which they were given, for messages.
+    const char* name() const { return horizontal ? "--horizontal" : "--vertical"; }
+};
+
 struct IslandsOptions
 {
     bool list = false; ///< tell the seeds as well
@@ -110,7 +131,9 @@ struct Options
         Unfold,
         Pack,
         Cut,
-        Sew
+        Sew,
+        Optimize,
+        Constrain
     };
 
     Command command = Info;
@@ -123,6 +146,8 @@ struct Options
     SeamOptions seams;
     CutOptions cut;
     SewOptions sew;
+    RelaxOptions relax;
+    StraightOptions straight;
 
     bool writesMesh() const { return command != Info && command != Islands; }
     bool callsSolver() const { return command == Unfold || command == Pack; }

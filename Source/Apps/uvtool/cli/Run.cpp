@@ -30,6 +30,10 @@ ExitStatus perform(const Options& options, Console& console)
         return runCut(options, console);
     case Options::Sew:
         return runSew(options, console);
+    case Options::Optimize:
+        return runOptimize(options, console);
+    case Options::Constrain:
+        return runConstrain(options, console);
     }
     return WrongUsage;
 }

@@ -16,5 +16,7 @@ ExitStatus runUnfold(const Options& options, Console& console);
 ExitStatus runPack(const Options& options, Console& console);
 ExitStatus runCut(const Options& options, Console& console);
 ExitStatus runSew(const Options& options, Console& console);
+ExitStatus runOptimize(const Options& options, Console& console);
+ExitStatus runConstrain(const Options& options, Console& console);
 
 } // namespace uvtool

@@ -139,6 +139,25 @@ Json foundSeamsJson(const FoundSeams& seams)
             {"islands", seams.islands}};
 }
 
+Json qualityJson(const LayoutQuality& quality)
+{
+    return {{"energy", finiteOrNull(quality.distortion.energy())},
+            {"angles", finiteOrNull(quality.distortion.angles())},
+            {"flipped", quality.flipped},
+            {"crossingsWithin", quality.crossings}};
+}
+
+void addLines(Json& json, const LineReport& lines)
+{
+    json["lines"] = {{"horizontalEdges", lines.horizontalEdges},
+                     {"verticalEdges", lines.verticalEdges},
+                     {"notInMesh", lines.notInMesh},
+                     {"inBoth", lines.inBoth},
+                     {"lines", lines.lines},
+                     {"crooked", lines.crooked},
+                     {"deviation", lines.deviation}};
+}
+
 Json geometryJson(const GeometryReport& geometry, const Report& report)
 {
     Json json;
@@ -163,6 +182,12 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
         addSeams(json, geometry, report);
     if (geometry.foundSeams)
         json["seams"] = foundSeamsJson(*geometry.foundSeams);
+    if (geometry.relax) {
+        json["before"] = qualityJson(geometry.relax->before);
+        json["after"] = qualityJson(geometry.relax->after);
+    }
+    if (geometry.lines)
+        addLines(json, *geometry.lines);
     if (geometry.result) {
         json["result"] = wordFor(*geometry.result);
         if (!geometry.seams) {

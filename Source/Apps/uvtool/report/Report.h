@@ -3,6 +3,7 @@
 #include "document/Document.h"
 #include "mesh/Survey.h"
 #include "report/CheckReport.h"
+#include "report/RelaxReport.h"
 #include "scene/SceneIslands.h"
 
 #include "UVUtils/model/kyUVTypes.h"
@@ -83,6 +84,8 @@ struct GeometryReport
 
     std::optional<SeamReport> seams;      ///< of commands that make or close some
     std::optional<FoundSeams> foundSeams; ///< where some were searched for
+    std::optional<RelaxReport> relax;     ///< of commands that relax what is there
+    std::optional<LineReport> lines;      ///< where edges were named that are to be straight
 
     std::optional<Outcome> result; ///< of commands that change UVs; empty if not reached
     std::size_t islandsDone = 0;   ///< that got new UVs

@@ -1,5 +1,6 @@
 #include "report/TextReport.h"
 
+#include "report/RelaxText.h"
 #include "report/Remarks.h"
 
 #include <algorithm>
@@ -235,6 +236,8 @@ std::vector<std::string> textOfResult(const Report& report)
     if (std::any_of(report.geometries.begin(), report.geometries.end(),
                     [](const GeometryReport& geometry) { return geometry.foundSeams; }))
         lines.push_back(lineOnSearch(report));
+    for (const auto& text : {textOfRelaxing(report), textOfLines(report)})
+        lines.insert(lines.end(), text.begin(), text.end());
     if (report.check) {
         lines.push_back(lineOnLayout(report.check->found, report.texelsPerUnit) + ", " +
                         lineOnFaults(*report.check));

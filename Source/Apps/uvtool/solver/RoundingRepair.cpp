@@ -38,9 +38,9 @@ class Repair
 {
 public:
     Repair(std::span<const std::uint32_t> triangles, std::span<const std::int8_t> wantedTurns,
-           bool vIsTurned, std::vector<Vec2f>& uvs)
+           bool vIsTurned, std::vector<Vec2f>& uvs, std::span<const char> isFixed)
         : triangles_(triangles), wantedTurns_(wantedTurns), vIsTurned_(vIsTurned), uvs_(uvs),
-          step_(coarsestStep(uvs, vIsTurned))
+          isFixed_(isFixed), step_(coarsestStep(uvs, vIsTurned))
     {
         offsets_.assign(uvs.size() + 1, 0);
         for (const std::uint32_t vertex : triangles)
@@ -93,6 +93,8 @@ private:
                 vertices.push_back(triangles_[3 * std::size_t{t} + k]);
         std::sort(vertices.begin(), vertices.end());
         vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
+        if (!isFixed_.empty())
+            std::erase_if(vertices, [&](std::uint32_t v) { return isFixed_[v] != 0; });
         return vertices;
     }
 
@@ -158,6 +160,7 @@ private:
     std::span<const std::int8_t> wantedTurns_;
     bool vIsTurned_;
     std::vector<Vec2f>& uvs_;
+    std::span<const char> isFixed_;
     double step_;
     std::vector<std::uint32_t> offsets_;
     std::vector<std::uint32_t> trianglesAt_; ///< by vertex, [offsets_[v], offsets_[v + 1])
@@ -184,7 +187,7 @@ std::vector<std::int8_t> turnsOf(std::span<const std::uint32_t> triangles,
 
 void repairRounding(std::span<const std::uint32_t> triangles,
                     std::span<const std::int8_t> wantedTurns, bool vIsTurned,
-                    std::vector<Vec2f>& uvs)
+                    std::vector<Vec2f>& uvs, std::span<const char> isFixed)
 {
     const std::vector<std::int8_t> turns = turnsOf(triangles, uvs);
     std::vector<std::uint32_t> bad;
@@ -192,7 +195,7 @@ void repairRounding(std::span<const std::uint32_t> triangles,
         if (wantedTurns[t] != 0 && turns[t] != wantedTurns[t])
             bad.push_back(t);
     if (!bad.empty())
-        Repair(triangles, wantedTurns, vIsTurned, uvs).run(std::move(bad));
+        Repair(triangles, wantedTurns, vIsTurned, uvs, isFixed).run(std::move(bad));
 }
 
 } // namespace uvtool
