@@ -21,6 +21,16 @@ const char* optionWithIds(const Options& options)
                                         : nullptr;
 }
 
+/// It is what `constrain` is for; `optimize` has done something without.
+void throwUnlessOneIsStraight(const Task& task)
+{
+    const GeometryReport& entry = task.report.geometries.front();
+    if (entry.lines->crooked < entry.lines->lines || entry.warnings.empty())
+        return;
+    throw CommandError(Failed, task.report.input +
+                                   ": none of the edges can be straight: " + entry.warnings.back());
+}
+
 void relax(Task& task)
 {
     task.read();
@@ -29,6 +39,8 @@ void relax(Task& task)
         throwUnlessOneScene(task, option);
     RelaxWork work(task);
     task.stage("relax", 0.8, [&] { work.relax(); });
+    if (task.options.command == Options::Constrain)
+        throwUnlessOneIsStraight(task);
     task.stage("check", 0.05, [&] { work.lookAtAll(); });
     work.writeFiles(0.05);
 }

@@ -1,0 +1,299 @@
+// `optimize` and `constrain`: layouts get better where they were asked to, and nothing else in the
+// file has changed.
+
+#include "uvtool/SameButUVs.h"
+#include "uvtool/TempFolder.h"
+#include "uvtool/ToolRun.h"
+
+#include "document/Format.h"
+#include "mesh/CornerVertices.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+
+namespace
+{
+
+using namespace uvtool;
+using namespace uvtool::test;
+using testing::HasSubstr;
+
+constexpr int cells = 5;
+
+/// Disorder that turns triangles over, and such that doesn't.
+constexpr double tangled = 0.25;
+constexpr double slight = 0.04;
+
+/// A curved sheet of quads, in objects of `cells` by `cells` of them side by side in space. Their
+/// UVs are in disorder, `disorder` off at most; those of neighbours meet, or lie apart so that each
+/// is an island.
+std::string sheets(int objects, double disorder, bool apart)
+{
+    std::string text;
+    for (int object = 0; object < objects; ++object) {
+        text += "o sheet" + std::to_string(object) + "\n";
+        for (int row = 0; row <= cells; ++row)
+            for (int i = object * cells; i <= (object + 1) * cells; ++i) {
+                const double x = double(i) / cells;
+                const double y = double(row) / cells;
+                const double u =
+                    x + disorder * std::sin(12.9 * i + 78.2 * row) + (apart ? object : 0);
+                const double v = y + disorder * std::sin(39.3 * i + 11.1 * row);
+                text += "v " + std::to_string(x) + " " + std::to_string(y) + " " +
+                        std::to_string(0.3 * (x * (2 - x) + y * (1 - y))) + "\nvt " +
+                        std::to_string(u) + " " + std::to_string(v) + "\n";
+            }
+        for (int row = 0; row < cells; ++row)
+            for (int column = 0; column < cells; ++column) {
+                const int first = (object * (cells + 1) + row) * (cells + 1) + column + 1;
+                text += "f";
+                for (const int corner : {first, first + 1, first + cells + 2, first + cells + 1})
+                    text += " " + std::to_string(corner) + "/" + std::to_string(corner);
+                text += "\n";
+            }
+    }
+    return text;
+}
+
+/// A corner of a triangle, with the id that the command line knows it by.
+struct Corner
+{
+    std::size_t geometry;
+    unsigned int id;
+    Vec3d position;
+    Vec2f uv;
+};
+
+std::vector<Corner> cornersOf(const std::filesystem::path& file)
+{
+    const Document document = readDocument(file);
+    std::vector<Corner> corners;
+    std::size_t first = 0;
+    for (std::size_t g = 0; g < document.geometries.size(); ++g) {
+        const DocumentGeometry& geometry = document.geometries[g];
+        const CornerVertices vertices = distinctCorners(geometry);
+        for (std::size_t i = 0; i < geometry.triangles.size(); ++i)
+            corners.push_back({g, static_cast<unsigned int>(first + vertices.vertexOfCorner[i]),
+                               geometry.positions.at(geometry.triangles[i]),
+                               geometry.uvs[0].at(geometry.triangles[i])});
+        first += vertices.vertexCount;
+    }
+    return corners;
+}
+
+/// The edges along a row of the sheet, or a column, as a file of edges.
+std::string edgesAlong(const std::vector<Corner>& corners, std::size_t axis, double place)
+{
+    const auto isOn = [&](const Corner& c) { return std::abs(c.position[axis] - place) < 1e-6; };
+    std::string text;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const std::size_t next = i % 3 == 2 ? i - 2 : i + 1;
+        if (isOn(corners[i]) && isOn(corners[next]))
+            text += std::to_string(corners[i].id) + " " + std::to_string(corners[next].id) + "\n";
+    }
+    return text;
+}
+
+/// How far the UVs of a row or column lie apart across it.
+float spreadAlong(const std::vector<Corner>& corners, std::size_t axis, double place)
+{
+    float low = 1e9F;
+    float high = -1e9F;
+    for (const Corner& c : corners)
+        if (std::abs(c.position[axis] - place) < 1e-6) {
+            low = std::min(low, c.uv[axis]);
+            high = std::max(high, c.uv[axis]);
+        }
+    return high - low;
+}
+
+class Relax : public testing::Test
+{
+protected:
+    ToolRun run(std::vector<std::string> arguments) const
+    {
+        arguments.insert(arguments.begin() + 1, folder / in);
+        arguments.insert(arguments.end(), {"-o", folder / out});
+        return runTool(arguments);
+    }
+    /// Names the files of a case, and writes the first of them.
+    void prepare(const std::string& obj, const std::string& extension)
+    {
+        in = "in." + extension;
+        out = "out." + extension;
+        writeDocument(readDocument(folder.write("start.obj", obj)), folder / in);
+    }
+
+    const TempFolder folder;
+    std::string in = "in.obj";
+    std::string out = "out.obj";
+};
+
+TEST_F(Relax, UntanglesGridsAndLaysLinesStraight)
+{
+    for (const std::string extension : {"obj", "glb"})
+        for (const bool isShell : {false, true}) {
+            SCOPED_TRACE(extension + (isShell ? " as a shell" : ""));
+            prepare(sheets(isShell ? 2 : 1, tangled, false), extension);
+            const std::vector<Corner> before = cornersOf(folder / in);
+            std::vector<std::string> options{"--json"};
+            if (isShell)
+                options.emplace_back("--shell");
+            options.insert(options.begin(), "optimize");
+            const ToolRun optimized = run(options);
+            ASSERT_EQ(optimized.status, Done) << optimized.err;
+            const nlohmann::json report = optimized.json()["geometries"][0];
+            EXPECT_GT(report["before"]["flipped"], 0);
+            EXPECT_EQ(report["after"]["flipped"], 0);
+            EXPECT_LT(report["after"]["energy"], 4.2);
+            EXPECT_EQ(report["check"]["sound"], true);
+            expectSameButUVs(folder / out, folder / in);
+
+            options.front() = "constrain";
+            options.insert(options.end(),
+                           {"--horizontal", folder.write("h", edgesAlong(before, 1, 0.4)),
+                            "--vertical", folder.write("v", edgesAlong(before, 0, 0.6))});
+            EXPECT_GT(spreadAlong(before, 1, 0.4), 0.1F);
+            const ToolRun constrained = run(options);
+            ASSERT_EQ(constrained.status, Done) << constrained.err;
+            const nlohmann::json lines = constrained.json()["geometries"][0]["lines"];
+            EXPECT_EQ(lines["horizontalEdges"], isShell ? 2 * cells : cells);
+            EXPECT_EQ(lines["lines"], 2);
+            EXPECT_EQ(lines["crooked"], 0);
+            const std::vector<Corner> after = cornersOf(folder / out);
+            EXPECT_LT(spreadAlong(after, 1, 0.4), 1e-6F);
+            EXPECT_LT(spreadAlong(after, 0, 0.6), 1e-6F);
+        }
+}
+
+TEST_F(Relax, MovesNothingThatIsNotSelected)
+{
+    for (const std::string extension : {"obj", "glb"}) {
+        prepare(sheets(2, slight, true), extension);
+        const std::vector<Corner> before = cornersOf(folder / in);
+        const auto idAt = [&](double x, double y) {
+            for (const Corner& c : before)
+                if (std::abs(c.position[0] - x) + std::abs(c.position[1] - y) < 1e-6)
+                    return c.id;
+            return 0U;
+        };
+        const std::string island = std::to_string(idAt(1.4, 0.4));
+        const std::set<unsigned int> some{idAt(0.4, 0.4), idAt(0.6, 0.4), idAt(1.8, 0.8)};
+        std::string list;
+        for (const unsigned int id : some)
+            list += (list.empty() ? "" : ",") + std::to_string(id);
+        std::string lines = list;
+        std::replace(lines.begin(), lines.end(), ',', '\n');
+        const std::pair<std::string, std::string> selections[] = {
+            {"--islands", island},
+            {"--vertices", list},
+            {"--vertex-file", folder.write("ids", "# some\n" + lines)}};
+        for (const auto& [option, value] : selections) {
+            SCOPED_TRACE(extension + " " + option);
+            const ToolRun selected = run({"optimize", "--shell", option, value, "--json"});
+            ASSERT_EQ(selected.status, Done) << selected.err;
+            const std::vector<Corner> after = cornersOf(folder / out);
+            std::set<unsigned int> moved;
+            ASSERT_EQ(after.size(), before.size());
+            for (std::size_t i = 0; i < after.size(); ++i)
+                if (after[i].uv != before[i].uv)
+                    moved.insert(before[i].id);
+            if (option == "--islands") {
+                EXPECT_GE(moved.size(), std::size_t{30});
+                EXPECT_GE(*moved.begin(), 36U); // those of the second sheet
+            } else {
+                EXPECT_EQ(moved, some);
+            }
+        }
+    }
+}
+
+TEST_F(Relax, WithoutPowerWritesTheSameUVs)
+{
+    for (const std::string extension : {"obj", "glb"}) {
+        prepare(sheets(2, tangled, false), extension);
+        const ToolRun powerless = run({"optimize", "--power", "0", "--json"});
+        ASSERT_EQ(powerless.status, Done) << powerless.err;
+        EXPECT_EQ(powerless.json()["geometries"][0]["islandsDone"], 0);
+        EXPECT_EQ(bytesOf(folder / out), bytesOf(folder / in));
+    }
+}
+
+TEST_F(Relax, SaysWhatCannotBeDone)
+{
+    const std::string twoSheets = sheets(2, slight, true);
+    const std::string bare = "o bare\nv 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
+    const std::string some = folder.write("some", "0 1\n");
+    const std::string far = folder.write("far", "0 35\n");
+    const std::string odd = folder.write("odd", "0 x\n");
+    const std::string ring = folder.write("ring", "0 1\n1 2\n2 3\n3 0\n");
+    struct Case
+    {
+        const char* name;
+        std::string obj;
+        std::vector<std::string> arguments;
+        int status;
+        const char* says;
+    };
+    const Case cases[] = {
+        {"no UVs at all", bare, {"optimize"}, Failed, "no UVs in slot 0"},
+        {"no UVs in some",
+         twoSheets + bare.substr(0, 7) + "v 0 0 0\nv 1 0 0\nv 0 1 0\nf -1 -2 -3\n",
+         {"optimize"},
+         Done,
+         "\"bare\": no UVs in slot 0, nothing to relax"},
+        {"no lines", twoSheets, {"constrain"}, WrongUsage, "--horizontal"},
+        {"whose vertices", twoSheets, {"optimize", "--vertices", "1"}, WrongUsage, "2 geometries"},
+        {"whose edges", twoSheets, {"constrain", "--vertical", some}, WrongUsage, "--vertical"},
+        {"two selections",
+         twoSheets,
+         {"optimize", "--islands", "1", "--vertices", "1"},
+         WrongUsage,
+         "--islands"},
+        {"no such vertex",
+         twoSheets,
+         {"optimize", "--geometry", "0", "--islands", "36"},
+         WrongUsage,
+         "--islands: there is no vertex 36; ids go from 0 to 35"},
+        {"no such file",
+         twoSheets,
+         {"optimize", "--shell", "--vertex-file", "none"},
+         Unreadable,
+         "none"},
+        {"no ids in it",
+         twoSheets,
+         {"optimize", "--shell", "--vertex-file", odd},
+         Unreadable,
+         "line 1: \"x\" is no vertex id"},
+        {"no edge",
+         twoSheets,
+         {"constrain", "--shell", "--vertical", far},
+         Failed,
+         "none of the pairs of vertices is an edge"},
+        {"no line",
+         twoSheets,
+         {"constrain", "--shell", "--vertical", ring},
+         Failed,
+         "none of the edges can be straight"},
+        {"in both",
+         twoSheets,
+         {"optimize", "--shell", "--vertical", some, "--horizontal", some},
+         Done,
+         "held vertical"},
+        {"too much power", twoSheets, {"optimize", "--power", "1.5"}, WrongUsage, "--power"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        folder.write(in, c.obj);
+        std::filesystem::remove(folder / out);
+        const ToolRun refused = run(c.arguments);
+        EXPECT_EQ(refused.status, c.status);
+        EXPECT_THAT(refused.err, HasSubstr(c.says));
+        EXPECT_EQ(std::filesystem::exists(folder / out), c.status == Done);
+    }
+}
+
+} // namespace
