@@ -1,8 +1,7 @@
 #include "Unfold3D/seams/MeshParts.h"
 
-#include "Unfold3D/base/DisjointSets.h"
-
 #include <algorithm>
+#include <utility>
 
 namespace unfold3d
 {
@@ -32,29 +31,26 @@ struct Box3
 
 } // namespace
 
-MeshParts findParts(const SeamMesh& mesh)
+MeshParts findParts(const SeamMesh& mesh, std::span<const char> isSeam)
 {
-    DisjointSets sets(mesh.vertexCount());
-    for (const Triangle& t : mesh.triangles) {
-        sets.join(t[0], t[1]);
-        sets.join(t[0], t[2]);
-    }
+    Patches patches = findPatches(mesh, isSeam);
     MeshParts parts;
-    std::vector<Box3> boxes;
-    for (int v = 0; v < mesh.vertexCount(); ++v) {
-        const int lowest = sets.find(v);
-        const Vec3 p = mesh.positions[at(v)];
-        if (lowest == v)
-            boxes.push_back({p, p});
-        parts.ofVertex.push_back(lowest == v ? static_cast<int>(boxes.size()) - 1
-                                             : parts.ofVertex[at(lowest)]);
-        boxes[at(parts.ofVertex[at(v)])].add(p);
-    }
-    for (const Box3& box : boxes)
+    parts.ofVertex.assign(mesh.positions.size(), 0);
+    parts.areas = std::move(patches.areas);
+    for (double& area : parts.areas)
+        area = std::max(area, leastDiagonal * leastDiagonal);
+    for (int patch = 0; patch < patches.count(); ++patch) {
+        const std::span<const int> triangles = patches.triangles[patch];
+        Box3 box;
+        box.low = box.high = mesh.positions[at(mesh.triangles[at(triangles.front())][0])];
+        for (const int t : triangles)
+            for (const int v : mesh.triangles[at(t)]) {
+                box.add(mesh.positions[at(v)]);
+                parts.ofVertex[at(v)] = patch;
+            }
         parts.diagonals.push_back(std::max(length(box.high - box.low), leastDiagonal));
-    parts.areas.assign(boxes.size(), leastDiagonal * leastDiagonal);
-    for (int t = 0; t < mesh.triangleCount(); ++t)
-        parts.areas[at(parts.ofVertex[at(mesh.triangles[at(t)][0])])] += mesh.areas[at(t)];
+    }
+    parts.ofTriangle = std::move(patches.ofTriangle);
     return parts;
 }
 

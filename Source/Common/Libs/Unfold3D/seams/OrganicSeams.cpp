@@ -1,10 +1,12 @@
 #include "Unfold3D/seams/OrganicSeams.h"
 
 #include "Unfold3D/seams/HiddenSeamCosts.h"
+#include "Unfold3D/seams/LimbEnds.h"
 #include "Unfold3D/seams/OpenPatches.h"
 #include "Unfold3D/seams/SeamForecast.h"
 #include "Unfold3D/seams/SeamGrowth.h"
 #include "Unfold3D/seams/ShorterSeams.h"
+#include "Unfold3D/seams/TubeRings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -57,6 +59,7 @@ void openAll(SeamDraft& draft, const SeamForecaster& forecaster, const RunContro
             isFlat(draft.mesh, forecaster.angleDefects(), isCut, patches.triangles[patch]));
         opener.open(patches.triangles[patch]);
     }
+    draft.parts = findParts(draft.mesh, draft.isSeam);
 }
 
 } // namespace
@@ -68,6 +71,11 @@ std::vector<char> organicSeams(const SeamMesh& mesh, const OrganicOptions& optio
     SeamDraft draft(mesh, hiddenSeamCosts(mesh, control));
     SeamForecaster forecaster(mesh, control);
     control.setProgress(0.1);
+    if (options.usePipesCutter) {
+        TubeRingOptions rings;
+        layTubeRings(draft, limbEnds(draft, forecaster), rings, control);
+        draft.parts = findParts(mesh, draft.isSeam);
+    }
     openClosedParts(draft, forecaster, control);
     openAll(draft, forecaster, control);
     growSeams(draft, forecaster, growth, control);

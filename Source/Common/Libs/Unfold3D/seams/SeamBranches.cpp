@@ -26,7 +26,7 @@ public:
                         isKnot_[at(v)] = 1;
                 }
         for (std::size_t v = 0; v < degree_.size(); ++v)
-            if (degree_[v] != 2)
+            if (degree_[v] != 2 || draft.isTip[v])
                 isKnot_[v] = 1;
     }
 

@@ -12,12 +12,13 @@ struct SeamBranch
 {
     std::vector<int> edges;
     int from = -1;
-    int to = -1; ///< vertices at its ends, a fork or the border; the same where it closes a ring
+    int to =
+        -1; ///< vertices at its ends, a fork, a tip or the border; the same where it closes a ring
     bool dangles = false; ///< ends at `from` without meeting anything
 };
 
-/// The branches of the seams that may go: they end at forks, at the border, at other seams and
-/// where they dangle.
+/// The branches of the seams that may go: they end at forks, at tips, at the border and at
+/// other seams.
 std::vector<SeamBranch> findBranches(const SeamDraft& draft);
 
 } // namespace unfold3d

@@ -16,20 +16,22 @@ struct SeamDraft
 {
     /// costs  [edge] of a seam along it, in diagonals of the mesh
     SeamDraft(const SeamMesh& surface, std::vector<double> costsOfEdges)
-        : mesh(surface), parts(findParts(surface)), costs(std::move(costsOfEdges)),
-          isSeam(costs.size(), 0), mayGo(costs.size(), 0)
+        : mesh(surface), costs(std::move(costsOfEdges)), isSeam(costs.size(), 0),
+          mayGo(costs.size(), 0), isTip(surface.positions.size(), 0),
+          parts(findParts(surface, isSeam))
     {
         for (const double cost : costs)
             pathCosts.push_back(toPathCost(cost));
     }
 
     const SeamMesh& mesh;
-    const MeshParts parts;
     const std::vector<double> costs;
     std::vector<PathCost> pathCosts; ///< [edge] the same for searches
     std::vector<char> isSeam;        ///< [edge]
     std::vector<char> mayGo;         ///< [edge] a seam that only lowers the energy: without it the
                                      ///< surface is as open as with it
+    std::vector<char> isTip;         ///< [vertex] a seam that may go was laid to get here
+    MeshParts parts;                 ///< as of the last findParts(); seams that may go part nothing
 
     double costOf(std::span<const int> edges) const
     {

@@ -13,7 +13,7 @@ namespace unfold3d
 /// What is to be expected when a surface is laid flat along the seams of a draft.
 struct SeamForecast
 {
-    std::vector<double> strain; ///< [vertex] logarithm of the scale, 0 where its patch keeps its
+    std::vector<double> strain; ///< [vertex] logarithm of the scale, 0 where its part keeps its
                                 ///< size
     std::vector<double>
         energies; ///< [part] symmetric Dirichlet, mean over the area; 4 is isometric

@@ -88,6 +88,7 @@ private:
             if (tip.gain < least || isEnough || isCut_[at(tip.vertex)])
                 continue;
             attempt.tips.push_back(tip.vertex);
+            draft_.isTip[at(tip.vertex)] = 1;
             for (const int e : wayToCut(tip.vertex)) {
                 attempt.edges.push_back(e);
                 lay(e);
@@ -141,6 +142,8 @@ private:
         if (isBetter)
             return;
         draft_.set(attempt.edges, false);
+        for (const int tip : attempt.tips)
+            draft_.isTip[at(tip)] = 0;
         if (attempt.tips.size() == 1)
             isBanned_[at(attempt.tips.front())] = 1;
     }
@@ -167,7 +170,7 @@ private:
     std::vector<char> isCareful_; ///< [part] what was tried last didn't pay
 };
 
-/// The two places of each part that stick out most.
+/// The places of each part that stick out most, up to two [part].
 std::vector<std::vector<int>> outermostVertices(const SeamDraft& draft, SeamForecaster& forecaster)
 {
     std::vector<std::vector<int>> ends(at(draft.parts.count()));
@@ -192,9 +195,10 @@ void openClosedParts(SeamDraft& draft, SeamForecaster& forecaster, const RunCont
 {
     std::vector<char> isOpen(at(draft.parts.count()), 0);
     const std::vector<char> isCut = draft.cutVertices();
-    for (std::size_t v = 0; v < isCut.size(); ++v)
-        if (isCut[v])
-            isOpen[at(draft.parts.ofVertex[v])] = 1;
+    for (int t = 0; t < draft.mesh.triangleCount(); ++t)
+        for (const int v : draft.mesh.triangles[at(t)])
+            if (isCut[at(v)])
+                isOpen[at(draft.parts.ofTriangle[at(t)])] = 1;
     if (std::find(isOpen.begin(), isOpen.end(), 0) == isOpen.end())
         return;
 

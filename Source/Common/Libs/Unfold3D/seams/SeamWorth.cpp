@@ -26,7 +26,7 @@ std::vector<double> objectives(const SeamDraft& draft, const SeamForecast& forec
     const MeshParts& parts = draft.parts;
     std::vector<double> costs(parts.areas.size(), 0.0);
     for (int e = 0; e < draft.mesh.edgeCount(); ++e)
-        if (draft.isSeam[static_cast<std::size_t>(e)])
+        if (draft.mayGo[static_cast<std::size_t>(e)])
             costs[static_cast<std::size_t>(parts.ofEdge(draft.mesh, e))] +=
                 draft.costs[static_cast<std::size_t>(e)];
     std::vector<double> result;
