@@ -51,7 +51,7 @@ PatchSurface PatchTaker::take(std::span<const int> triangles, std::span<const ch
                  g = neighbourAcross(nextHalfEdge(g), isSeam))
                 vertexAt(nextHalfEdge(g)) = vertex;
         }
-    normalise(patch.mesh);
+    patch.size = normalise(patch.mesh);
     for (const int t : triangles)
         placeOf_[at(t)] = -1;
     return patch;

@@ -14,6 +14,7 @@ struct PatchSurface
 {
     IslandMesh mesh;           ///< triangles in the order in which they were given
     std::vector<int> vertices; ///< [vertex of mesh] the vertex of the seam mesh that it comes from
+    double size = 1.0;         ///< length in the seam mesh of what has length 1 here
 };
 
 /// Takes patches out of a mesh. Keeps storage for the whole mesh, so that taking a patch costs by

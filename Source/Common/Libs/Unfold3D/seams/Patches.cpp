@@ -15,15 +15,6 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-/// The half-edge of the border that follows h: the first of the patch around its end.
-int nextOnBorder(const SeamMesh& mesh, std::span<const char> isSeam, int h)
-{
-    int next = nextHalfEdge(h);
-    while (!endsPatch(mesh, isSeam, next))
-        next = nextHalfEdge(mesh.twin[at(next)]);
-    return next;
-}
-
 } // namespace
 
 Patches findPatches(const SeamMesh& mesh, std::span<const char> isSeam)
@@ -46,6 +37,14 @@ Patches findPatches(const SeamMesh& mesh, std::span<const char> isSeam)
     for (int t = 0; t < mesh.triangleCount(); ++t)
         patches.areas[at(patches.ofTriangle[at(t)])] += mesh.areas[at(t)];
     return patches;
+}
+
+int nextOnBorder(const SeamMesh& mesh, std::span<const char> isSeam, int h)
+{
+    int next = nextHalfEdge(h);
+    while (!endsPatch(mesh, isSeam, next))
+        next = nextHalfEdge(mesh.twin[at(next)]);
+    return next;
 }
 
 std::vector<BorderLoop> LoopFinder::loopsOf(std::span<const int> triangles)

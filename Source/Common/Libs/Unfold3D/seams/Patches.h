@@ -53,6 +53,9 @@ inline bool endsPatch(const SeamMesh& mesh, std::span<const char> isSeam, int h)
     return edge < 0 || isSeam[static_cast<std::size_t>(edge)];
 }
 
+/// The half-edge that follows h, one on the border of its patch, on that border.
+int nextOnBorder(const SeamMesh& mesh, std::span<const char> isSeam, int h);
+
 /// Vertices minus edges plus triangles of each patch: 2 minus twice the handles minus the border
 /// loops. Linear.
 std::vector<int> eulerCharacteristics(const SeamMesh& mesh, std::span<const char> isSeam,

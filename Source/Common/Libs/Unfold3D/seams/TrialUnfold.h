@@ -2,6 +2,11 @@
 
 #include "Unfold3D/base/IslandMesh.h"
 #include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/base/Vec.h"
+#include "Unfold3D/seams/PatchLayout.h"
+
+#include <span>
+#include <vector>
 
 namespace unfold3d
 {
@@ -11,16 +16,21 @@ struct TrialUnfold
 {
     double energy = 0.0;   ///< symmetric Dirichlet, mean over the area; 4 is undistorted, infinite
                            ///< where there is no layout at all
-    bool overlaps = false; ///< its border would cross itself
+    bool overlaps = false; ///< the border crosses itself
+    std::vector<Vec2> uv;  ///< [vertex] in the scale of the patch; empty where there is none
 
     bool isWithin(double limit) const { return !overlaps && energy <= limit; }
 };
 
-/// Lays a patch flat as Unfold would, but with nothing to keep its border apart. Costs a few sparse
-/// factorisations; only a pass over it where it is flat. Throws Stopped.
+/// Lays a patch flat as Unfold does, with a border that is kept from crossing itself. Costs a few
+/// sparse factorisations, more where the border would cross; only a pass over the patch where it is
+/// flat. Throws Stopped.
 TrialUnfold tryUnfold(const IslandMesh& patch, const RunControl& control);
 
-/// The same with a border that is kept from crossing itself, as Unfold does; dear where it would.
-TrialUnfold tryUnfoldApart(const IslandMesh& patch, const RunControl& control);
+/// The same from places for the corners of each triangle ([triangle]) that nearly agree, without
+/// keeping the border apart: as they are where the energy is at most `enough` then, else minimised.
+/// Corners may miss each other where the patch was put together.
+TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> corners,
+                          double enough, const RunControl& control);
 
 } // namespace unfold3d

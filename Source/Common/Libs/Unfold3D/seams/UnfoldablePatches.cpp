@@ -1,14 +1,13 @@
 #include "Unfold3D/seams/UnfoldablePatches.h"
 
 #include "Unfold3D/seams/DevelopableRegions.h"
+#include "Unfold3D/seams/HalvePatch.h"
 #include "Unfold3D/seams/OpenPatches.h"
-#include "Unfold3D/seams/PatchSurface.h"
+#include "Unfold3D/seams/PatchTrials.h"
 #include "Unfold3D/seams/Patches.h"
 #include "Unfold3D/seams/SeamCosts.h"
-#include "Unfold3D/seams/TrialUnfold.h"
 
-#include <tbb/enumerable_thread_specific.h>
-#include <tbb/parallel_for.h>
+#include <utility>
 
 namespace unfold3d
 {
@@ -21,37 +20,131 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
+/// A whole patch between sharp edges is left alone up to this energy.
 constexpr double goodEnergy = 4.06;
+/// A region that rolls out nearly does better than that unless it would overlap.
+constexpr double regionEnergy = 4.06;
 
-std::vector<char> areGood(const SeamMesh& mesh, const std::vector<char>& isSeam,
-                          const Patches& patches, const RunControl& control)
+class Maker
 {
-    std::vector<char> isGood(at(patches.count()), 0);
-    tbb::enumerable_thread_specific<PatchTaker> takers([&] { return PatchTaker(mesh); });
-    tbb::parallel_for(0, patches.count(), [&](int p) {
-        const PatchSurface patch = takers.local().take(patches.triangles[p], isSeam);
-        isGood[at(p)] = tryUnfoldApart(patch.mesh, control).isWithin(goodEnergy);
-    });
-    return isGood;
-}
+public:
+    Maker(const SeamMesh& mesh, std::vector<char>& isSeam, RunControl& control)
+        : mesh_(mesh), isSeam_(isSeam), control_(control), costs_(shapeCosts(mesh)), given_(isSeam),
+          opener_(mesh, costs_, isSeam, control), trials_(mesh, isSeam, control)
+    {}
+
+    std::vector<PatchLayout> run()
+    {
+        std::vector<PatchLayout> good;
+        const std::vector<char> isBad = keepWhatIsGood(openAll(), good);
+        dropCutsIn(isBad);
+        partIntoDevelopables(mesh_, isBad, isSeam_, control_);
+        std::vector<PatchLayout> pieces = halveWhatIsBad(tryAll(openAll(isBad)));
+
+        std::vector<char> maySew(at(mesh_.edgeCount()), 0);
+        for (int e = 0; e < mesh_.edgeCount(); ++e)
+            maySew[at(e)] = isBad[at(mesh_.trianglesOf(e)[0])] &&
+                            isBad[at(mesh_.trianglesOf(e)[1])] && !given_[at(e)];
+        JoinRules rules;
+        rules.maySew = maySew;
+        joinPieces(mesh_, rules, pieces, isSeam_, control_);
+        std::erase_if(pieces, [](const PatchLayout& piece) { return piece.isEmpty(); });
+        for (PatchLayout& piece : pieces)
+            good.push_back(std::move(piece));
+        return good;
+    }
+
+private:
+    using Parts = std::vector<std::vector<int>>;
+
+    /// Opens the patches, those with wanted triangles or all; returns them.
+    Parts openAll(const std::vector<char>& isWanted = {})
+    {
+        const Patches before = findPatches(mesh_, isSeam_);
+        for (int p = 0; p < before.count(); ++p)
+            if (isWanted.empty() || isWanted[at(before.triangles[p].front())])
+                opener_.open(before.triangles[p]);
+        const Patches after = findPatches(mesh_, isSeam_);
+        Parts parts;
+        for (int p = 0; p < after.count(); ++p)
+            if (isWanted.empty() || isWanted[at(after.triangles[p].front())])
+                parts.emplace_back(after.triangles[p].begin(), after.triangles[p].end());
+        return parts;
+    }
+
+    std::vector<PatchLayout> tryAll(Parts parts)
+    {
+        std::vector<PatchLayout> pieces(parts.size());
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            pieces[i].triangles = std::move(parts[i]);
+        trials_.run(pieces);
+        return pieces;
+    }
+
+    /// [triangle] whether it is in none of the patches that can stay.
+    std::vector<char> keepWhatIsGood(Parts parts, std::vector<PatchLayout>& good)
+    {
+        std::vector<char> isBad(mesh_.triangles.size(), 0);
+        for (PatchLayout& piece : tryAll(std::move(parts))) {
+            if (piece.energy <= goodEnergy) {
+                good.push_back(std::move(piece));
+                continue;
+            }
+            for (const int t : piece.triangles)
+                isBad[at(t)] = 1;
+        }
+        return isBad;
+    }
+
+    /// Regions that are strained all the same, or would lie over themselves, in halves of halves.
+    std::vector<PatchLayout> halveWhatIsBad(std::vector<PatchLayout> pieces)
+    {
+        constexpr int mostHalvings = 12;
+        for (int round = 0; round < mostHalvings; ++round) {
+            std::vector<char> isBad(mesh_.triangles.size(), 0);
+            std::size_t kept = 0;
+            for (std::size_t i = 0; i < pieces.size(); ++i) {
+                if (pieces[i].energy <= regionEnergy || pieces[i].triangles.size() < 2) {
+                    if (kept != i)
+                        pieces[kept] = std::move(pieces[i]);
+                    ++kept;
+                    continue;
+                }
+                for (const int t : pieces[i].triangles)
+                    isBad[at(t)] = 1;
+                halvePatch(mesh_, pieces[i].triangles, isSeam_);
+            }
+            if (kept == pieces.size())
+                break;
+            pieces.resize(kept);
+            for (PatchLayout& half : tryAll(openAll(isBad)))
+                pieces.push_back(std::move(half));
+        }
+        return pieces;
+    }
+
+    void dropCutsIn(const std::vector<char>& isBad)
+    {
+        for (int e = 0; e < mesh_.edgeCount(); ++e)
+            if (isBad[at(mesh_.trianglesOf(e)[0])])
+                isSeam_[at(e)] = given_[at(e)];
+    }
+
+    const SeamMesh& mesh_;
+    std::vector<char>& isSeam_;
+    RunControl& control_;
+    const std::vector<PathCost> costs_;
+    const std::vector<char> given_;
+    PatchOpener opener_;
+    PatchTrials trials_;
+};
 
 } // namespace
 
-void makeUnfoldable(const SeamMesh& mesh, std::vector<char>& isSeam, RunControl& control)
+std::vector<PatchLayout> makeUnfoldable(const SeamMesh& mesh, std::vector<char>& isSeam,
+                                        RunControl& control)
 {
-    const std::vector<PathCost> costs = shapeCosts(mesh);
-    const std::vector<char> sharp = isSeam;
-    openPatches(mesh, costs, isSeam, control);
-    const Patches patches = findPatches(mesh, isSeam);
-    const std::vector<char> isGood = areGood(mesh, isSeam, patches, control);
-    std::vector<char> isBad(mesh.triangles.size(), 0);
-    for (int t = 0; t < mesh.triangleCount(); ++t)
-        isBad[at(t)] = !isGood[at(patches.ofTriangle[at(t)])];
-    for (int e = 0; e < mesh.edgeCount(); ++e)
-        if (isBad[at(mesh.trianglesOf(e)[0])] && isBad[at(mesh.trianglesOf(e)[1])])
-            isSeam[at(e)] = sharp[at(e)];
-    partIntoDevelopables(mesh, isBad, isSeam, control);
-    openPatches(mesh, costs, isSeam, control);
+    return Maker(mesh, isSeam, control).run();
 }
 
 } // namespace unfold3d

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/seams/JoinPatches.h"
 #include "Unfold3D/seams/SeamMesh.h"
 
 #include <vector>
@@ -13,6 +14,10 @@ namespace unfold3d
 ///
 /// A patch that can be opened and laid flat as a whole stays whole. Others are parted into regions
 /// that roll out, and these are sewn again as long as the union unfolds well.
-void makeUnfoldable(const SeamMesh& mesh, std::vector<char>& isSeam, RunControl& control);
+///
+/// isSeam  [edge]  on entry the seams that have to be; they stay
+/// Returns the patches.
+std::vector<PatchLayout> makeUnfoldable(const SeamMesh& mesh, std::vector<char>& isSeam,
+                                        RunControl& control);
 
 } // namespace unfold3d

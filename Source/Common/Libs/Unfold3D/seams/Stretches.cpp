@@ -1,0 +1,102 @@
+#include "Unfold3D/seams/Stretches.h"
+
+#include "Unfold3D/seams/AngleDefects.h"
+#include "Unfold3D/seams/Patches.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace unfold3d
+{
+
+namespace
+{
+
+std::size_t at(int index)
+{
+    return static_cast<std::size_t>(index);
+}
+
+/// Radians that may be missing around a vertex that comes to lie inside.
+constexpr double mostDefect = 0.6;
+/// What a stretch along an edge of this angle (radians) or more counts, by what a smooth one does.
+constexpr double sharpAngle = 1.0;
+constexpr double weightOfSharp = 0.5;
+
+constexpr int noRun = -2;
+constexpr int endOfRun = -1;
+
+double lengthAlong(const SeamMesh& mesh, int edge)
+{
+    const double sharpness = std::min(std::abs(mesh.angles[at(edge)]) / sharpAngle, 1.0);
+    return mesh.lengths[at(edge)] * (1.0 + (weightOfSharp - 1.0) * sharpness);
+}
+
+} // namespace
+
+StretchFinder::StretchFinder(const SeamMesh& mesh, std::span<const char> isSeam,
+                             std::span<const int> pieceOf)
+    : mesh_(mesh), isSeam_(isSeam), pieceOf_(pieceOf), defects_(angleDefects(mesh)),
+      next_(mesh.twin.size(), noRun)
+{}
+
+Stretch StretchFinder::longest(int pieceA, int pieceB, std::span<const int> edges)
+{
+    std::vector<int> halves;
+    halves.reserve(edges.size());
+    for (const int edge : edges) {
+        const auto [h, g] = mesh_.halvesOf(edge);
+        halves.push_back(pieceOf_[at(h / 3)] == pieceA ? h : g);
+    }
+    for (const int h : halves)
+        next_[at(h)] = endOfRun;
+    std::vector<int> starts;
+    for (const int h : halves)
+        next_[at(h)] = nextInRun(h, pieceB);
+    std::vector<int> followers;
+    for (const int h : halves)
+        if (next_[at(h)] >= 0)
+            followers.push_back(next_[at(h)]);
+    std::sort(followers.begin(), followers.end());
+    for (const int h : halves)
+        if (!std::binary_search(followers.begin(), followers.end(), h))
+            starts.push_back(h);
+    starts.insert(starts.end(), halves.begin(), halves.end()); // what is left then is closed
+
+    Stretch best;
+    for (const int h : starts) {
+        if (next_[at(h)] == noRun)
+            continue;
+        Stretch stretch = follow(h);
+        if (stretch.length > best.length)
+            best = std::move(stretch);
+    }
+    std::sort(best.edges.begin(), best.edges.end());
+    return best;
+}
+
+/// Takes a run out, from its first half-edge on.
+Stretch StretchFinder::follow(int first)
+{
+    Stretch stretch;
+    for (int h = first; h >= 0 && next_[at(h)] != noRun; h = std::exchange(next_[at(h)], noRun)) {
+        const int edge = mesh_.edgeOf[at(h)];
+        stretch.edges.push_back(edge);
+        stretch.length += lengthAlong(mesh_, edge);
+    }
+    return stretch;
+}
+
+int StretchFinder::nextInRun(int h, int other) const
+{
+    if (std::abs(defects_[at(mesh_.targetOf(h))]) > mostDefect)
+        return endOfRun;
+    const int next = nextOnBorder(mesh_, isSeam_, h);
+    const int twin = mesh_.twin[at(next)];
+    if (next_[at(next)] == noRun || pieceOf_[at(twin / 3)] != other)
+        return endOfRun;
+    return nextOnBorder(mesh_, isSeam_, twin) == mesh_.twin[at(h)] ? next : endOfRun;
+}
+
+} // namespace unfold3d
