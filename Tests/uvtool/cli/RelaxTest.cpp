@@ -1,6 +1,7 @@
 // `optimize` and `constrain`: layouts get better where they were asked to, and nothing else in the
 // file has changed.
 
+#include "uvtool/ObjBuilders.h"
 #include "uvtool/SameButUVs.h"
 #include "uvtool/TempFolder.h"
 #include "uvtool/ToolRun.h"
@@ -76,9 +77,10 @@ std::vector<Corner> cornersOf(const std::filesystem::path& file)
         const DocumentGeometry& geometry = document.geometries[g];
         const CornerVertices vertices = distinctCorners(geometry);
         for (std::size_t i = 0; i < geometry.triangles.size(); ++i)
-            corners.push_back({g, static_cast<unsigned int>(first + vertices.vertexOfCorner[i]),
-                               geometry.positions.at(geometry.triangles[i]),
-                               geometry.uvs[0].at(geometry.triangles[i])});
+            corners.push_back(
+                {g, static_cast<unsigned int>(first + vertices.vertexOfCorner[i]),
+                 geometry.positions.at(geometry.triangles[i]),
+                 geometry.uvs[0].exists() ? geometry.uvs[0].at(geometry.triangles[i]) : Vec2f{}});
         first += vertices.vertexCount;
     }
     return corners;
@@ -222,6 +224,39 @@ TEST_F(Relax, WithoutPowerWritesTheSameUVs)
     }
 }
 
+TEST_F(Relax, UnfoldingLaysLinesStraightOnBothSidesOfNewSeams)
+{
+    // Four edges of a cube that go the same way: at one of them at least it comes apart.
+    const auto isOn = [](const Corner& c) {
+        return std::abs(std::abs(c.position[0]) - 1) + std::abs(std::abs(c.position[1]) - 1) < 1e-6;
+    };
+    const auto sidesOn = [&isOn](const std::vector<Corner>& corners) {
+        std::vector<std::pair<Corner, Corner>> sides;
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            const Corner& next = corners[i % 3 == 2 ? i - 2 : i + 1];
+            if (isOn(corners[i]) && isOn(next) && corners[i].position[2] != next.position[2])
+                sides.emplace_back(corners[i], next);
+        }
+        return sides;
+    };
+    for (const std::string extension : {"obj", "glb"}) {
+        SCOPED_TRACE(extension);
+        prepare(ObjBuilder().cube(3).text(), extension);
+        std::string edges;
+        for (const auto& [a, b] : sidesOn(cornersOf(folder / in)))
+            edges += std::to_string(a.id) + " " + std::to_string(b.id) + "\n";
+        const ToolRun unfolded = run({"unfold", "--seams", "manufactured", "--resolution", "64",
+                                      "--json", "--horizontal", folder.write("h", edges)});
+        ASSERT_EQ(unfolded.status, Done) << unfolded.err;
+        const nlohmann::json lines = unfolded.json()["geometries"][0]["lines"];
+        EXPECT_EQ(lines["horizontalEdges"], 12);
+        EXPECT_GT(lines["lines"], 4);
+        EXPECT_EQ(lines["crooked"], 0);
+        for (const auto& [a, b] : sidesOn(cornersOf(folder / out)))
+            EXPECT_NEAR(a.uv[1], b.uv[1], 1e-6);
+    }
+}
+
 TEST_F(Relax, SaysWhatCannotBeDone)
 {
     const std::string twoSheets = sheets(2, slight, true);
@@ -283,6 +318,11 @@ TEST_F(Relax, SaysWhatCannotBeDone)
          {"optimize", "--shell", "--vertical", some, "--horizontal", some},
          Done,
          "held vertical"},
+        {"packed askew",
+         ObjBuilder().dome(2).text(),
+         {"unfold", "--vertical", some, "--align", "box"},
+         WrongUsage,
+         "--align would turn the edges"},
         {"too much power", twoSheets, {"optimize", "--power", "1.5"}, WrongUsage, "--power"},
     };
     for (const Case& c : cases) {

@@ -79,7 +79,27 @@ void addLines(const UVLayout& layout, std::span<const std::uint32_t> sides, std:
     }
 }
 
+std::vector<std::uint32_t> sidesAmong(std::span<const std::uint32_t> triangles,
+                                      std::span<const std::uint32_t> sides)
+{
+    std::vector<std::uint32_t> own;
+    std::size_t t = 0;
+    for (const std::uint32_t side : sides) {
+        while (t < triangles.size() && triangles[t] < side / 3)
+            ++t;
+        if (t < triangles.size() && triangles[t] == side / 3)
+            own.push_back(static_cast<std::uint32_t>(3 * t) + side % 3);
+    }
+    return own;
+}
+
 } // namespace
+
+HeldSides sidesAmong(std::span<const std::uint32_t> triangles, const HeldSides& held)
+{
+    return {sidesAmong(triangles, std::span(held.horizontal)),
+            sidesAmong(triangles, std::span(held.vertical))};
+}
 
 std::vector<HeldLine> findLines(const UVLayout& layout, const HeldSides& held)
 {

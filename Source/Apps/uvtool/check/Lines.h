@@ -3,13 +3,14 @@
 #include "layout/UVLayout.h"
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace uvtool
 {
 
 /// Sides of the triangles of a layout that are to lie along an axis; side 3 * t + k runs from
-/// corner k of triangle t to the next one.
+/// corner k of triangle t to the next one. Ascending.
 struct HeldSides
 {
     std::vector<std::uint32_t> horizontal;
@@ -17,6 +18,9 @@ struct HeldSides
 
     bool isEmpty() const { return horizontal.empty() && vertical.empty(); }
 };
+
+/// The sides of some of the triangles, ascending, as sides of a list of these alone.
+HeldSides sidesAmong(std::span<const std::uint32_t> triangles, const HeldSides& held);
 
 /// How far a straight line may be off, as a share of the size of the layout.
 inline constexpr double straightEnough = 1e-6;

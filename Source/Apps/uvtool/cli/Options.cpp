@@ -131,6 +131,7 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     addUnfoldOptions(*unfold, options.unfold);
     addSeamSearch(*unfold, "--seams", options.search);
     addPackOptions(*unfold, options.pack);
+    addStraightOptions(*unfold, options.straight, MayHoldEdges);
     CLI::App* const pack =
         app.add_subcommand("pack", "Lays the UV islands of a file out in the unit square");
     addCommonOptions(*pack, options.common);
@@ -172,6 +173,8 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     }
     if (pack->parsed() && pack->get_option("--scale-mode")->empty())
         options.pack.settings.setPreScaleMode(kyUVTypes::PreScale0);
+    if (unfold->parsed() && options.straight.isGiven())
+        keepLinesAligned(*unfold, options.pack.settings);
     options.command = unfold->parsed()      ? Options::Unfold
                       : pack->parsed()      ? Options::Pack
                       : islands->parsed()   ? Options::Islands

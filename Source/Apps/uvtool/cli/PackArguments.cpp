@@ -1,5 +1,6 @@
 #include "cli/PackArguments.h"
 
+#include "cli/ExitStatus.h"
 #include "cli/NumberRange.h"
 
 #include <algorithm>
@@ -20,6 +21,9 @@ constexpr int mostTexels = 16384;
 
 /// Along each axis; the solver takes no more.
 constexpr int mostTiles = 1000;
+
+/// Degrees.
+constexpr double upsideDown = 180.0;
 
 /// "2x3": tiles along the two axes.
 std::string readTiles(const std::string& text, Settings& settings)
@@ -109,6 +113,24 @@ void setTurnStep(double step, kyUnfold3D::PackSettings& settings)
 {
     settings.setRotate(step > 0);
     settings.setRotateStep(step);
+}
+
+void keepLinesAligned(const CLI::App& command, kyUnfold3D::PackSettings& settings)
+{
+    const auto refuse = [](const char* option, const char* others) {
+        throw CommandError(WrongUsage, std::string(option) +
+                                           " would turn the edges that are to lie along an axis; "
+                                           "leave it out, or give " +
+                                           others);
+    };
+    if (command.get_option("--align")->empty())
+        settings.setPreRotateMode(kyUVTypes::PreRotate0);
+    else if (settings.getPreRotateMode() != kyUVTypes::PreRotate0)
+        refuse("--align", "none");
+    if (command.get_option("--rotate-step")->empty())
+        setTurnStep(upsideDown, settings);
+    else if (std::fmod(settings.getRotateStep(), upsideDown) != 0.0)
+        refuse("--rotate-step", "0 or 180");
 }
 
 void addPackOptions(CLI::App& command, PackOptions& pack)

@@ -1,8 +1,10 @@
 #include "commands/LayoutWork.h"
 
 #include "cli/ExitStatus.h"
+#include "commands/LineWork.h"
 #include "document/Format.h"
 #include "mesh/CornerVertices.h"
+#include "mesh/EdgeGroups.h"
 #include "solver/PackParts.h"
 #include "solver/RoundingRepair.h"
 #include "solver/WriteBack.h"
@@ -26,11 +28,17 @@ void throwUnlessSuccess(const SolverAnswer& answer, const std::string& what)
 }
 
 /// Takes the UVs of a part to values that the file can hold.
-void round(Part& part, bool vIsTurned)
+///
+/// held  sides whose ends stay on their lines
+void round(Part& part, const HeldSides& held, bool vIsTurned)
 {
     if (vIsTurned)
         roundForTurnedV(part.uvs);
-    repairRounding(part.mesh.triangles, part.turns, vIsTurned, part.uvs);
+    std::vector<char> isFixed(part.mesh.vertexCount(), 0);
+    for (const std::vector<std::uint32_t>* const sides : {&held.horizontal, &held.vertical})
+        for (const std::uint32_t side : *sides)
+            isFixed[part.mesh.triangles[side]] = isFixed[part.mesh.triangles[endCorner(side)]] = 1;
+    repairRounding(part.mesh.triangles, part.turns, vIsTurned, part.uvs, isFixed);
 }
 
 } // namespace
@@ -139,7 +147,7 @@ void LayoutWork::putIntoDocument(LayoutDemands demands, bool isPacked)
         noteKeptIslands(i);
         if (parts[i].isEmpty())
             continue;
-        round(parts[i], vIsTurned);
+        round(parts[i], heldOf(parts[i]), vIsTurned);
         entry(i).splitPolygons = writeUVs(parts[i], task_.options.common.slot, task_.geometry(i));
     }
     check(demands);
@@ -191,6 +199,9 @@ void LayoutWork::check(LayoutDemands demands)
         const Survey survey = surveyGeometry(geometry, slot, WithUVs);
         const std::vector<char> isLeftOut = trianglesLeftOut(i);
         layout_.add(geometry, number, slot, survey, isLeftOut);
+        if (!held.isEmpty())
+            noteLines(findLines(layout_, sidesAmong(survey.mesh.sourceTriangle, held)),
+                      std::vector<char>(survey.islands.count(), 1), entry(i));
         if (parts.size() == 1)
             continue;
         DocumentLayout own;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "check/Lines.h"
 #include "commands/Task.h"
 #include "mesh/Survey.h"
 #include "report/CheckReport.h"
@@ -31,6 +32,10 @@ public:
 
     /// The part's entry in the report.
     GeometryReport& entry(std::size_t chosen) { return task_.report.geometries[chosen]; }
+
+    /// Sides of triangles of the geometry that are to lie along an axis; of a single part only.
+    HeldSides held;
+    HeldSides heldOf(const Part& part) const { return sidesAmong(part.mesh.sourceTriangle, held); }
 
     bool isEmpty() const;
 

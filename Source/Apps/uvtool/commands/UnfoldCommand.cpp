@@ -1,6 +1,8 @@
 #include "commands/Commands.h"
 
 #include "commands/LayoutWork.h"
+#include "commands/LineWork.h"
+#include "commands/SceneWork.h"
 #include "solver/UnfoldPart.h"
 
 namespace uvtool
@@ -28,7 +30,8 @@ void noteAnswer(const SolverAnswer& answer, double seconds, GeometryReport& entr
 {
     entry.result = answer.outcome;
     entry.seconds = seconds;
-    entry.warnings = answer.log.warnings;
+    entry.warnings.insert(entry.warnings.end(), answer.log.warnings.begin(),
+                          answer.log.warnings.end());
     entry.warnings.insert(entry.warnings.end(), answer.log.errors.begin(), answer.log.errors.end());
 }
 
@@ -45,7 +48,8 @@ void unfoldParts(Task& task, LayoutWork& work)
         task.throwIfCancelled();
         task.beginPartOfStage(static_cast<double>(part.mesh.triangleCount()) / all);
         const Stopwatch watch;
-        const SolverAnswer answer = unfoldPart(part, task.options.unfold, task.console);
+        const SolverAnswer answer =
+            unfoldPart(part, task.options.unfold, work.heldOf(part), task.console);
         noteAnswer(answer, watch.seconds(), work.entry(i));
         if (answer.outcome == Cancelled)
             throw CommandError(Interrupted, "cancelled; nothing was written");
@@ -60,13 +64,31 @@ void unfoldParts(Task& task, LayoutWork& work)
                            task.report.input + ": nothing could be unfolded: " + firstError);
 }
 
+/// Finds the edges that are to be straight, by the vertices that the file has.
+void holdEdges(Task& task, LayoutWork& work)
+{
+    const StraightOptions& options = task.options.straight;
+    forEachScene(task, [&](const SceneGeometry& scene, const SceneIslands& found) {
+        const SceneEdges edges(scene, found.compactOfVertex, found.compactVertices);
+        const StraightEdges straight = findStraightEdges(scene, edges, options);
+        noteStraightEdges(straight, options, work.entry(0));
+        work.held = sidesInDocument(task.document, task.chosen, scene, sidesAlong(edges, straight));
+    });
+}
+
 void unfold(Task& task)
 {
     const UnfoldOptions& options = task.options.unfold;
     task.read();
     task.probeOutputs();
+    if (task.options.straight.isGiven())
+        throwUnlessOneScene(task, task.options.straight.name());
     LayoutWork work(task);
-    task.stage("prepare", 0.05, [&] { work.start(WithoutUVs); });
+    task.stage("prepare", 0.05, [&] {
+        work.start(WithoutUVs);
+        if (task.options.straight.isGiven())
+            holdEdges(task, work);
+    });
     task.stage("seams", 0.2, [&] {
         work.openAlongSeams();
         work.makeParts();

@@ -35,6 +35,18 @@ std::vector<std::uint32_t> sidesOf(const SceneEdges& edges, const std::vector<st
     return sides;
 }
 
+std::vector<std::uint32_t> moved(const std::vector<std::uint32_t>& sides,
+                                 const SceneGeometry& scene,
+                                 const std::vector<std::uint32_t>& firstTriangleOf)
+{
+    std::vector<std::uint32_t> all;
+    for (const std::uint32_t side : sides) {
+        const TriangleSource& source = scene.sourceOfTriangle[side / 3];
+        all.push_back(3 * (firstTriangleOf[source.geometry] + source.triangle) + side % 3);
+    }
+    return all;
+}
+
 } // namespace
 
 StraightEdges findStraightEdges(const SceneGeometry& scene, const SceneEdges& edges,
@@ -53,6 +65,19 @@ StraightEdges findStraightEdges(const SceneGeometry& scene, const SceneEdges& ed
 HeldSides sidesAlong(const SceneEdges& edges, const StraightEdges& straight)
 {
     return {sidesOf(edges, straight.horizontal), sidesOf(edges, straight.vertical)};
+}
+
+HeldSides sidesInDocument(const Document& document, std::span<const std::size_t> numbers,
+                          const SceneGeometry& scene, const HeldSides& held)
+{
+    std::vector<std::uint32_t> firstTriangleOf(document.geometries.size(), 0);
+    std::uint32_t next = 0;
+    for (const std::size_t number : numbers) {
+        firstTriangleOf[number] = next;
+        next += static_cast<std::uint32_t>(document.geometries[number].triangleCount());
+    }
+    return {moved(held.horizontal, scene, firstTriangleOf),
+            moved(held.vertical, scene, firstTriangleOf)};
 }
 
 } // namespace uvtool

@@ -5,6 +5,7 @@
 #include "scene/SceneEdges.h"
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 namespace uvtool
@@ -28,5 +29,10 @@ StraightEdges findStraightEdges(const SceneGeometry& scene, const SceneEdges& ed
 
 /// All sides of triangles along these edges, ascending.
 HeldSides sidesAlong(const SceneEdges& edges, const StraightEdges& straight);
+
+/// Sides of the scene's triangles as sides of all triangles of these geometries, those of one after
+/// those of the one before; the scene is made of them, but for surfaces with a fault.
+HeldSides sidesInDocument(const Document& document, std::span<const std::size_t> numbers,
+                          const SceneGeometry& scene, const HeldSides& held);
 
 } // namespace uvtool

@@ -1,6 +1,7 @@
 #include "solver/UnfoldPart.h"
 
 #include "check/Orientation.h"
+#include "mesh/EdgeGroups.h"
 #include "solver/SolverGeometry.h"
 
 #include "UVUtils/solver/kyUnfold3D.h"
@@ -20,6 +21,17 @@ kyUnfold3D::UnfoldSettings settingsOf(const UnfoldOptions& options, const Solver
     settings.setPreventBorderIntersections(!options.allowCrossings);
     settings.setRoomSpace(std::ldexp(options.room, frame.exponent()));
     return settings;
+}
+
+/// Sides as pairs of vertices.
+std::vector<unsigned int> pairsOf(const Part& part, const std::vector<std::uint32_t>& sides)
+{
+    std::vector<unsigned int> pairs;
+    for (const std::uint32_t side : sides) {
+        pairs.push_back(part.mesh.triangles[side]);
+        pairs.push_back(part.mesh.triangles[endCorner(side)]);
+    }
+    return pairs;
 }
 
 /// The islands that the solver left alone. They still have what it starts from, x and y of the
@@ -57,13 +69,15 @@ void takeOver(Part& part, const std::vector<osg::Vector<float, 2>>& uvs)
 
 } // namespace
 
-SolverAnswer unfoldPart(Part& part, const UnfoldOptions& options, Console& console)
+SolverAnswer unfoldPart(Part& part, const UnfoldOptions& options, const HeldSides& held,
+                        Console& console)
 {
     const auto geometry = makeGeometry({part.positions, part.mesh.triangles, {}}, 0);
     std::vector<osg::Vector<float, 2>> uvs;
     SolverAnswer answer = askLibrary(console, [&] {
         return kyUnfold3D::unfold(geometry, kyUVTypes::UVSet0, uvs, kyUnfold3D::Positions3D,
-                                  settingsOf(options, part.frame), nullptr, {}, {});
+                                  settingsOf(options, part.frame), nullptr,
+                                  pairsOf(part, held.horizontal), pairsOf(part, held.vertical));
     });
     if (answer.outcome != Success)
         return answer;
