@@ -63,32 +63,19 @@ public:
     /// round.
     ObjBuilder& cube(int n, bool isRound = false)
     {
-        std::map<std::array<int, 3>, int> numbers;
-        const auto corner = [&](const std::array<int, 3>& at) {
-            const auto [entry, isNew] = numbers.try_emplace(at, positions_ + 1);
-            if (isNew) {
-                std::array<double, 3> p{};
-                for (std::size_t k = 0; k < 3; ++k)
-                    p[k] = 2.0 * at[k] / n - 1;
-                const double size = isRound ? std::hypot(p[0], p[1], p[2]) : 1.0;
-                position(p[0] / size, p[1] / size, p[2] / size);
-            }
-            return std::to_string(entry->second);
-        };
-        for (std::size_t axis = 0; axis < 3; ++axis)
-            for (const int side : {0, n})
-                for (int i = 0; i < n; ++i)
-                    for (int j = 0; j < n; ++j) {
-                        const auto at = [&](int u, int v) {
-                            std::array<int, 3> place{};
-                            place[axis] = side;
-                            place[(axis + (side == 0 ? 2 : 1)) % 3] = u;
-                            place[(axis + (side == 0 ? 1 : 2)) % 3] = v;
-                            return corner(place);
-                        };
-                        text_ += "f " + at(i, j) + " " + at(i + 1, j) + " " + at(i + 1, j + 1) +
-                                 " " + at(i, j + 1) + "\n";
-                    }
+        LatticeNumbers numbers;
+        for (std::size_t face = 0; face < 6; ++face)
+            cubeFace(n, face, isRound, numbers);
+        return *this;
+    }
+
+    /// The sides of a cube as six objects that share nothing but places.
+    ObjBuilder& cubeOfPatches(int n)
+    {
+        for (std::size_t face = 0; face < 6; ++face) {
+            LatticeNumbers numbers;
+            object("side" + std::to_string(face)).cubeFace(n, face, false, numbers);
+        }
         return *this;
     }
 
@@ -127,6 +114,34 @@ public:
     const std::string& text() const { return text_; }
 
 private:
+    using LatticeNumbers = std::map<std::array<int, 3>, int>;
+
+    void cubeFace(int n, std::size_t face, bool isRound, LatticeNumbers& numbers)
+    {
+        const std::size_t axis = face / 2;
+        const bool isFar = face % 2 != 0;
+        const auto corner = [&](int u, int v) {
+            std::array<int, 3> at{};
+            at[axis] = isFar ? n : 0;
+            at[(axis + (isFar ? 1 : 2)) % 3] = u;
+            at[(axis + (isFar ? 2 : 1)) % 3] = v;
+            const auto [entry, isNew] = numbers.try_emplace(at, positions_ + 1);
+            if (isNew) {
+                const std::array<double, 3> p{2.0 * at[0] / n - 1, 2.0 * at[1] / n - 1,
+                                              2.0 * at[2] / n - 1};
+                const double size = isRound ? std::hypot(p[0], p[1], p[2]) : 1.0;
+                position(p[0] / size, p[1] / size, p[2] / size);
+            }
+            return " " + std::to_string(entry->second);
+        };
+        std::string faces;
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < n; ++j)
+                faces += "f" + corner(i, j) + corner(i + 1, j) + corner(i + 1, j + 1) +
+                         corner(i, j + 1) + "\n";
+        text_ += faces;
+    }
+
     void position(double x, double y, double z)
     {
         ++positions_;

@@ -24,10 +24,12 @@ struct WrittenIslands
     std::size_t faces = 0;
     std::size_t facesWithoutUVs = 0;
 
-    bool areDisks() const
+    /// Disks, or rings, which a plane has room for as well.
+    bool areFlat() const
     {
-        return std::all_of(eulerCharacteristics.begin(), eulerCharacteristics.end(),
-                           [](int characteristic) { return characteristic == 1; });
+        return std::all_of(
+            eulerCharacteristics.begin(), eulerCharacteristics.end(),
+            [](int characteristic) { return characteristic == 0 || characteristic == 1; });
     }
 };
 

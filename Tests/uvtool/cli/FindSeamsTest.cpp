@@ -26,12 +26,12 @@ protected:
         return runTool(options);
     }
     /// The written file, looked at by `info` and by an own count of its islands.
-    void expectSoundDisks(std::size_t faces) const
+    void expectSoundIslands(std::size_t faces) const
     {
         const nlohmann::json check = runTool({"info", out, "--json"}).json()["check"];
         EXPECT_EQ(check["sound"], true) << check;
         const WrittenIslands islands = writtenIslands(out);
-        EXPECT_TRUE(islands.areDisks()) << testing::PrintToString(islands.eulerCharacteristics);
+        EXPECT_TRUE(islands.areFlat()) << testing::PrintToString(islands.eulerCharacteristics);
         EXPECT_EQ(islands.faces, faces);
         EXPECT_EQ(islands.facesWithoutUVs, 0U);
     }
@@ -67,7 +67,7 @@ TEST_F(FindSeams, EveryModeOpensClosedMeshesAndLeavesTheirPolygonsWhole)
             EXPECT_EQ(geometry["seams"]["islands"], geometry["islandsDone"]);
             EXPECT_EQ(geometry["splitPolygons"], 0);
             EXPECT_TRUE(geometry["closedIslands"].empty());
-            expectSoundDisks(c.faces);
+            expectSoundIslands(c.faces);
         }
     }
 }
@@ -80,7 +80,7 @@ TEST_F(FindSeams, SeamsOfTheUVsStayUntilAModeReplacesThem)
     const auto islandsWith = [&](const std::vector<std::string>& options) {
         const ToolRun run = unfold(options);
         EXPECT_EQ(run.status, Done) << run.err;
-        expectSoundDisks(54);
+        expectSoundIslands(54);
         return writtenIslands(out).eulerCharacteristics.size();
     };
     const std::size_t islands = writtenIslands(in).eulerCharacteristics.size();
@@ -93,6 +93,37 @@ TEST_F(FindSeams, SeamsOfTheUVsStayUntilAModeReplacesThem)
     write(ObjBuilder().cube(3));
     EXPECT_THAT(unfold({"--seams", "none"}).err, HasSubstr("closed"));
     EXPECT_EQ(unfold().json()["geometries"][0]["seams"]["chosen"], true);
+}
+
+TEST_F(FindSeams, AShellIsOneSurfaceAcrossItsGeometries)
+{
+    write(ObjBuilder().cubeOfPatches(3));
+    const auto islandsIn = [](const std::string& file) {
+        return runTool({"islands", file, "--shell", "--json"}).json()["geometries"][0]["islands"];
+    };
+    const ToolRun run = unfold({"--shell", "--seams", "organic"});
+    ASSERT_EQ(run.status, Done) << run.err;
+    const nlohmann::json shell = run.json()["geometries"];
+    ASSERT_EQ(shell.size(), 1U);
+    EXPECT_EQ(shell[0]["surfaces"], 6);
+    EXPECT_EQ(shell[0]["vertices"], 96);
+    EXPECT_EQ(shell[0]["triangles"], 108);
+    EXPECT_EQ(shell[0]["islandsDone"], 1);
+    EXPECT_EQ(islandsIn(out), 1);
+    // Along a tree of seams a disk has a vertex more for each of them but one; surfaces that go on
+    // in each other have their UVs in common.
+    const std::string text = bytesOf(out);
+    std::size_t lines = 0;
+    for (std::size_t at = text.find("vt "); at != std::string::npos; at = text.find("vt ", at + 1))
+        ++lines;
+    EXPECT_EQ(lines, 56 + shell[0]["seams"]["edges"].get<std::size_t>() - 1);
+
+    // Packed as a shell the island stays one, by themselves its parts are six.
+    const std::string packed = folder / "packed.obj";
+    ASSERT_EQ(runTool({"pack", out, "-o", packed, "--shell"}).status, Done);
+    EXPECT_EQ(islandsIn(packed), 1);
+    ASSERT_EQ(runTool({"pack", out, "-o", packed}).status, Done);
+    EXPECT_EQ(islandsIn(packed), 6);
 }
 
 TEST_F(FindSeams, OptionsThatDontFitTheModeAreRefused)

@@ -69,9 +69,6 @@ void addUnfoldOptions(CLI::App& command, UnfoldOptions& unfold)
 void checkTogether(const Options& options)
 {
     const auto refuse = [](const std::string& why) { throw CommandError(WrongUsage, why); };
-    if (options.common.shell && options.callsSolver())
-        refuse(
-            "--shell: shells are not supported; leave it out to work on each geometry by itself");
     const std::string misplaced = misplacedSeamOption(options.search);
     if (!misplaced.empty())
         refuse(misplaced);

@@ -150,7 +150,6 @@ struct Options
     StraightOptions straight;
 
     bool writesMesh() const { return command != Info && command != Islands; }
-    bool callsSolver() const { return command == Unfold || command == Pack; }
 };
 
 /// Reads a command line without the program's name. Empty when it only asked for help or the

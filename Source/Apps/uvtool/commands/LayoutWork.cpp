@@ -46,11 +46,15 @@ void round(Part& part, const HeldSides& held, bool vIsTurned)
 void LayoutWork::start(UVNeed need)
 {
     const std::size_t slot = task_.options.common.slot;
-    for (const std::size_t number : task_.chosen) {
+    if (task_.options.common.shell)
+        subjects_.emplace_back(task_.document, task_.chosen, slot);
+    else
+        for (const std::size_t number : task_.chosen)
+            subjects_.emplace_back(task_.document, number);
+    for (const LayoutSubject& subject : subjects_) {
         task_.throwIfCancelled();
-        const DocumentGeometry& geometry = task_.document.geometries[number];
-        surveys_.push_back(surveyGeometry(geometry, slot, need));
-        task_.report.geometries.push_back(describe(geometry, number, surveys_.back()));
+        surveys_.push_back(surveyGeometry(subject.geometry(), slot, need));
+        task_.report.geometries.push_back(subject.describe(surveys_.back()));
     }
 }
 
@@ -69,42 +73,42 @@ void LayoutWork::openAlongSeams()
     }
 }
 
-void LayoutWork::openAlongSeams(std::size_t chosen)
+void LayoutWork::openAlongSeams(std::size_t part)
 {
-    const DocumentGeometry& geometry = task_.geometry(chosen);
+    const DocumentGeometry& subject = geometry(part);
     SeamSearchOptions options = task_.options.search;
     const std::size_t slot = task_.options.common.slot;
     const bool isByDefault = !options.choice;
     if (isByDefault)
-        options.choice = geometry.uvs[slot].exists() ? NoSeams : AutoSeams;
+        options.choice = subject.uvs[slot].exists() ? NoSeams : AutoSeams;
     if (options.choice == NoSeams)
         return;
-    if (geometry.uvs[slot].exists())
-        surveys_[chosen] = surveyGeometry(geometry, slot, RegardlessOfUVs);
-    const SeamPlaces places = isByDefault && isCutOpen(geometry) ? InClosedIslands : WhereverUseful;
-    SeamProposal seams = proposeSeams(geometry, surveys_[chosen], options, places, task_.console);
+    if (subject.uvs[slot].exists())
+        surveys_[part] = surveyGeometry(subject, slot, RegardlessOfUVs);
+    const SeamPlaces places = isByDefault && isCutOpen(subject) ? InClosedIslands : WhereverUseful;
+    SeamProposal seams = proposeSeams(subject, surveys_[part], options, places, task_.console);
     if (seams.answer.outcome == Success)
-        seams.answer = cutMesh(geometry, seams.sides, task_.console, surveys_[chosen]);
-    noteSeams(seams, chosen);
+        seams.answer = cutMesh(subject, seams.sides, task_.console, surveys_[part]);
+    noteSeams(seams, part);
 }
 
-void LayoutWork::noteSeams(SeamProposal& seams, std::size_t chosen)
+void LayoutWork::noteSeams(SeamProposal& seams, std::size_t part)
 {
     if (seams.answer.outcome == Cancelled)
         throw CommandError(Interrupted, "cancelled; nothing was written");
     if (seams.answer.outcome == Failure) {
-        entry(chosen).warnings.push_back("no seams could be found: " + seams.answer.error());
+        entry(part).warnings.push_back("no seams could be found: " + seams.answer.error());
         return;
     }
-    seams.found.islands = surveys_[chosen].islands.count();
-    entry(chosen).foundSeams = seams.found;
-    entry(chosen).closedIslands = islandsThat(surveys_[chosen], surveys_[chosen].islands.isClosed);
+    seams.found.islands = surveys_[part].islands.count();
+    entry(part).foundSeams = seams.found;
+    entry(part).closedIslands = islandsThat(surveys_[part], surveys_[part].islands.isClosed);
 }
 
 void LayoutWork::makeParts()
 {
     for (std::size_t i = 0; i < surveys_.size(); ++i)
-        parts.push_back(makePart(task_.geometry(i), task_.chosen[i], surveys_[i]));
+        parts.push_back(makePart(geometry(i), subjects_[i].number(), surveys_[i]));
 }
 
 bool LayoutWork::isEmpty() const
@@ -148,7 +152,9 @@ void LayoutWork::putIntoDocument(LayoutDemands demands, bool isPacked)
         if (parts[i].isEmpty())
             continue;
         round(parts[i], heldOf(parts[i]), vIsTurned);
-        entry(i).splitPolygons = writeUVs(parts[i], task_.options.common.slot, task_.geometry(i));
+        const std::size_t slot = task_.options.common.slot;
+        const CornerVertices before = verticesFor(geometry(i), slot, surveys_[i].need);
+        entry(i).splitPolygons = subjects_[i].write(valuesOf(parts[i], before, geometry(i)), slot);
     }
     check(demands);
 }
@@ -160,10 +166,10 @@ void LayoutWork::writeFiles(double share)
 }
 
 /// Islands that were neither closed nor given new UVs.
-void LayoutWork::noteKeptIslands(std::size_t chosen)
+void LayoutWork::noteKeptIslands(std::size_t part)
 {
-    const Survey& survey = surveys_[chosen];
-    const std::vector<char> isLeftOut = trianglesLeftOut(chosen);
+    const Survey& survey = surveys_[part];
+    const std::vector<char> isLeftOut = trianglesLeftOut(part);
     std::vector<char> isKept(survey.islands.count(), 0);
     std::size_t islandsDone = survey.islands.count();
     for (std::size_t t = 0; t < survey.mesh.triangleCount(); ++t) {
@@ -174,16 +180,15 @@ void LayoutWork::noteKeptIslands(std::size_t chosen)
         }
     }
     std::replace(isKept.begin(), isKept.end(), char{2}, char{0});
-    entry(chosen).islandsDone = islandsDone;
-    entry(chosen).keptIslands = islandsThat(survey, isKept);
+    entry(part).islandsDone = islandsDone;
+    entry(part).keptIslands = islandsThat(survey, isKept);
 }
 
 /// [triangle of the geometry] 1 for those that the part is without.
-std::vector<char> LayoutWork::trianglesLeftOut(std::size_t chosen) const
+std::vector<char> LayoutWork::trianglesLeftOut(std::size_t part) const
 {
-    const Part& part = parts[chosen];
-    std::vector<char> isLeftOut(task_.document.geometries[part.geometry].triangleCount(), 1);
-    for (const std::uint32_t triangle : part.mesh.sourceTriangle)
+    std::vector<char> isLeftOut(geometry(part).triangleCount(), 1);
+    for (const std::uint32_t triangle : parts[part].mesh.sourceTriangle)
         isLeftOut[triangle] = 0;
     return isLeftOut;
 }
@@ -194,18 +199,16 @@ void LayoutWork::check(LayoutDemands demands)
     const std::size_t slot = task_.options.common.slot;
     std::string lacks;
     for (std::size_t i = 0; i < parts.size(); ++i) {
-        const DocumentGeometry& geometry = task_.geometry(i);
-        const auto number = static_cast<std::uint32_t>(parts[i].geometry);
-        const Survey survey = surveyGeometry(geometry, slot, WithUVs);
+        const Survey survey = surveyGeometry(geometry(i), slot, WithUVs);
         const std::vector<char> isLeftOut = trianglesLeftOut(i);
-        layout_.add(geometry, number, slot, survey, isLeftOut);
+        subjects_[i].addTo(layout_, slot, survey, isLeftOut);
         if (!held.isEmpty())
             noteLines(findLines(layout_, sidesAmong(survey.mesh.sourceTriangle, held)),
                       std::vector<char>(survey.islands.count(), 1), entry(i));
         if (parts.size() == 1)
             continue;
         DocumentLayout own;
-        own.add(geometry, number, slot, survey, isLeftOut);
+        subjects_[i].addTo(own, slot, survey, isLeftOut);
         const CheckReport found = checkDocumentLayout(own, boxes_);
         if (!isShared && lacks.empty())
             lacks = shortcomings(found, demands);

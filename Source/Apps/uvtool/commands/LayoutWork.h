@@ -1,6 +1,7 @@
 #pragma once
 
 #include "check/Lines.h"
+#include "commands/LayoutSubject.h"
 #include "commands/Task.h"
 #include "mesh/Survey.h"
 #include "report/CheckReport.h"
@@ -12,7 +13,8 @@
 namespace uvtool
 {
 
-/// Geometries on their way to new UVs: what the commands that change a layout have in common.
+/// Geometries on their way to new UVs, or all as one shell: what the commands that change a layout
+/// have in common.
 class LayoutWork
 {
 public:
@@ -28,10 +30,11 @@ public:
     /// Takes the open islands of the geometries as they are now.
     void makeParts();
 
-    std::vector<Part> parts; ///< [chosen] the islands to work on; an empty part keeps its UVs
+    std::vector<Part> parts; ///< the islands to work on; an empty part keeps its UVs
 
-    /// The part's entry in the report.
-    GeometryReport& entry(std::size_t chosen) { return task_.report.geometries[chosen]; }
+    // Of each part: its geometry, a shell being one, and its entry in the report.
+    const DocumentGeometry& geometry(std::size_t part) const { return subjects_[part].geometry(); }
+    GeometryReport& entry(std::size_t part) { return task_.report.geometries[part]; }
 
     /// Sides of triangles of the geometry that are to lie along an axis; of a single part only.
     HeldSides held;
@@ -53,14 +56,15 @@ public:
     void writeFiles(double share);
 
 private:
-    void openAlongSeams(std::size_t chosen);
-    void noteSeams(SeamProposal& seams, std::size_t chosen);
-    void noteKeptIslands(std::size_t chosen);
-    std::vector<char> trianglesLeftOut(std::size_t chosen) const;
+    void openAlongSeams(std::size_t part);
+    void noteSeams(SeamProposal& seams, std::size_t part);
+    void noteKeptIslands(std::size_t part);
+    std::vector<char> trianglesLeftOut(std::size_t part) const;
     void check(LayoutDemands demands);
 
     Task& task_;
-    std::vector<Survey> surveys_; ///< [chosen] before the work
+    std::vector<LayoutSubject> subjects_; ///< [part]
+    std::vector<Survey> surveys_;         ///< [part] before the work, opened along seams
     std::vector<UVBox> boxes_;
     DocumentLayout layout_; ///< of all parts, as it stands in the document
 };

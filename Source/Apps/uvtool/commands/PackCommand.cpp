@@ -17,7 +17,7 @@ void pack(Task& task)
         work.start(WithUVs);
         work.makeParts();
         for (std::size_t i = 0; i < work.parts.size(); ++i)
-            takeUVs(work.parts[i], task.geometry(i), slot);
+            takeUVs(work.parts[i], work.geometry(i), slot);
     });
     if (work.isEmpty())
         throw CommandError(Failed, task.report.input + ": nothing to pack, slot " +

@@ -1,7 +1,6 @@
 #include "mesh/SolverMesh.h"
 
 #include "mesh/ClosedParts.h"
-#include "mesh/CornerVertices.h"
 #include "mesh/EdgeGroups.h"
 
 #include <algorithm>
@@ -43,11 +42,15 @@ SolverMesh takeTriangles(const std::vector<std::uint32_t>& triangles, std::size_
 
 } // namespace
 
+CornerVertices verticesFor(const DocumentGeometry& geometry, std::size_t slot, UVNeed need)
+{
+    return need == RegardlessOfUVs ? cornersOfSurface(geometry) : cornersByUV(geometry, slot);
+}
+
 SolverMesh buildSolverMesh(const DocumentGeometry& geometry, std::size_t slot, UVNeed need,
                            SolverMeshReport& report)
 {
-    const CornerVertices vertices =
-        need == RegardlessOfUVs ? cornersOfSurface(geometry) : cornersByUV(geometry, slot);
+    const CornerVertices vertices = verticesFor(geometry, slot, need);
     std::vector<char> isChosen(geometry.triangleCount(), 1);
     for (std::size_t t = 0; t < geometry.triangleCount(); ++t) {
         const bool isDegenerate = repeatsVertex(vertices.vertexOfCorner, t);

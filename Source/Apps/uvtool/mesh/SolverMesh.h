@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/Document.h"
+#include "mesh/CornerVertices.h"
 #include "mesh/Islands.h"
 #include "mesh/SheetSeparation.h"
 
@@ -37,6 +38,9 @@ enum UVNeed : std::int32_t
     WithUVs,         ///< those with a UV in the slot at every corner
     RegardlessOfUVs, ///< all, as if there were no UVs
 };
+
+/// The vertices that corners are joined into, before anything is separated.
+CornerVertices verticesFor(const DocumentGeometry& geometry, std::size_t slot, UVNeed need);
 
 /// Joins corners into vertices by position and UV, separates sheets and closed parts that touch
 /// others, leaves out what no solver can work on.

@@ -11,6 +11,7 @@ namespace uvtool
 /// slot.
 struct Survey
 {
+    UVNeed need = WithoutUVs; ///< by which corners were joined
     SolverMesh mesh;
     SolverMeshReport report;
     Islands islands; ///< of mesh
@@ -24,6 +25,7 @@ struct Survey
 inline Survey surveyGeometry(const DocumentGeometry& geometry, std::size_t slot, UVNeed need)
 {
     Survey survey;
+    survey.need = need;
     survey.mesh = buildSolverMesh(geometry, slot, need, survey.report);
     survey.islands = findIslands(survey.mesh.triangles, survey.mesh.vertexCount());
     return survey;

@@ -20,14 +20,6 @@ std::vector<std::size_t> slotsInUse(const DocumentGeometry& geometry)
     return slots;
 }
 
-void addSlots(const DocumentGeometry& geometry, std::vector<std::size_t>& slots)
-{
-    std::vector<std::size_t> all;
-    const std::vector<std::size_t> own = slotsInUse(geometry);
-    std::set_union(slots.begin(), slots.end(), own.begin(), own.end(), std::back_inserter(all));
-    slots = std::move(all);
-}
-
 std::vector<KeptIsland> closedIslandsOf(const SceneIslands& found)
 {
     std::vector<KeptIsland> closed;
@@ -38,6 +30,14 @@ std::vector<KeptIsland> closedIslandsOf(const SceneIslands& found)
 }
 
 } // namespace
+
+void addSlots(const DocumentGeometry& geometry, std::vector<std::size_t>& slots)
+{
+    std::vector<std::size_t> all;
+    const std::vector<std::size_t> own = slotsInUse(geometry);
+    std::set_union(slots.begin(), slots.end(), own.begin(), own.end(), std::back_inserter(all));
+    slots = std::move(all);
+}
 
 std::vector<KeptIsland> islandsThat(const Survey& survey, const std::vector<char>& isWanted)
 {

@@ -115,6 +115,9 @@ struct Report
 /// The islands of a survey for which isWanted [island] isn't 0.
 std::vector<KeptIsland> islandsThat(const Survey& survey, const std::vector<char>& isWanted);
 
+/// Adds the slots in use by a geometry to a list of slots; ascending.
+void addSlots(const DocumentGeometry& geometry, std::vector<std::size_t>& slots);
+
 /// What there is to tell about a geometry before anything is done with it, as the solver takes it.
 GeometryReport describe(const DocumentGeometry& geometry, std::size_t number, const Survey& survey);
 

@@ -150,7 +150,8 @@ double flatShare(const Bending& bending)
     return all > 0.0 ? flat / all : 0.0;
 }
 
-/// Of the area around inner vertices, where they are flat or curved in one direction.
+/// Of the area around vertices, where the surface is flat or curved in one direction. Nothing is
+/// curved twice at a border, where triangles can always be laid flat.
 double developableShare(const Bending& bending)
 {
     std::vector<double> squares(bending.areaAtVertex.size(), 0.0);
@@ -160,14 +161,12 @@ double developableShare(const Bending& bending)
     double all = 0.0;
     double developable = 0.0;
     for (std::size_t v = 0; v < squares.size(); ++v) {
-        if (bending.isAtBorder[v] != 0)
-            continue;
         all += bending.areaAtVertex[v];
-        if (squares[v] < flatSquares ||
+        if (bending.isAtBorder[v] != 0 || squares[v] < flatSquares ||
             std::abs(bending.defectAtVertex[v]) < singlyCurved * squares[v])
             developable += bending.areaAtVertex[v];
     }
-    return all > 0.0 ? developable / all : 1.0; // without inner vertices all can be laid flat
+    return all > 0.0 ? developable / all : 0.0;
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "solver/WriteBack.h"
 
-#include "document/SlotWriter.h"
-#include "mesh/CornerVertices.h"
 #include "mesh/EdgeGroups.h"
 
 #include <utility>
@@ -11,7 +9,7 @@ namespace uvtool
 namespace
 {
 
-SlotValues valuesOf(const Part& part, const DocumentGeometry& geometry)
+SlotValues valuesOfPart(const Part& part, const DocumentGeometry& geometry)
 {
     SlotValues values{part.uvs, std::vector<std::uint32_t>(geometry.triangles.size(), absentIndex)};
     for (std::size_t i = 0; i < part.mesh.triangles.size(); ++i)
@@ -37,11 +35,12 @@ void followNeighbours(const CornerVertices& before, SlotValues& values)
 
 } // namespace
 
-std::size_t writeUVs(const Part& part, std::size_t slot, DocumentGeometry& geometry)
+SlotValues valuesOf(const Part& part, const CornerVertices& before,
+                    const DocumentGeometry& geometry)
 {
-    SlotValues values = valuesOf(part, geometry);
-    followNeighbours(cornersByUV(geometry, slot), values);
-    return writeSlot(geometry, slot, values);
+    SlotValues values = valuesOfPart(part, geometry);
+    followNeighbours(before, values);
+    return values;
 }
 
 } // namespace uvtool

@@ -1,8 +1,10 @@
 #include "formats/obj/ObjRewrite.h"
 
 #include "document/NumberText.h"
+#include "mesh/EqualValues.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <functional>
 
@@ -65,7 +67,8 @@ class Rewriter
 public:
     Rewriter(const Document& document, const ObjPayload& payload)
         : document_(document), payload_(payload), faces_(polygonsOfFaces(document)),
-          lineEnd_(payload.text.find("\r\n") == std::string::npos ? "\n" : "\r\n")
+          lineEnd_(payload.text.find("\r\n") == std::string::npos ? "\n" : "\r\n"),
+          isStarted_(document.geometries.size(), 0)
     {}
 
     std::string rewrite()
@@ -120,16 +123,57 @@ private:
     void numberValues()
     {
         numberOfRead_.assign(payload_.vtCount, absentIndex);
-        firstNew_.assign(document_.geometries.size(), absentIndex);
+        numberOfNew_.resize(document_.geometries.size());
+        SharedNumbers shared;
         std::uint32_t next = 0;
         forStatements([&](const ObjStatement& statement) {
             if (statement.keyword == "vt" && kept_[vtRead_] != 0)
                 numberOfRead_[vtRead_] = next++;
             if (const std::size_t g = geometryStartingHere(statement); g != absentIndex) {
-                firstNew_[g] = next;
-                next += newCount(g);
+                isStarted_[g] = 1;
+                numberNewValues(g, shared, next);
             }
         });
+    }
+
+    /// Values that geometries have in common, one UV at one position, are one line.
+    using Place = std::array<double, 5>;
+    struct SharedNumbers
+    {
+        FirstUseNumbers<Place, ValueHash> places{0};
+        std::vector<std::uint32_t> numberOfPlace;
+    };
+
+    void numberNewValues(std::size_t g, SharedNumbers& shared, std::uint32_t& next)
+    {
+        std::vector<std::uint32_t>& numbers = numberOfNew_[g];
+        for (const std::uint32_t place : placesOfNewValues(g, shared)) {
+            if (place == absentIndex) {
+                numbers.push_back(next++);
+                continue;
+            }
+            if (shared.numberOfPlace[place] == absentIndex)
+                shared.numberOfPlace[place] = next++;
+            numbers.push_back(shared.numberOfPlace[place]);
+        }
+    }
+
+    /// [new value] a number of what it stands for, and where; absentIndex where it isn't used.
+    std::vector<std::uint32_t> placesOfNewValues(std::size_t g, SharedNumbers& shared) const
+    {
+        const DocumentGeometry& geometry = document_.geometries[g];
+        const CornerAttribute<Vec2f>& uvs = geometry.uvs[0];
+        std::vector<std::uint32_t> places(newCount(g), absentIndex);
+        for (std::size_t c = 0; c < geometry.cornerCount(); ++c) {
+            if (!uvs.has(c) || uvs.ofCorner[c] < readCount(g))
+                continue;
+            std::uint32_t& place = places[uvs.ofCorner[c] - readCount(g)];
+            const Vec3d& at = geometry.positions.at(c);
+            if (place == absentIndex)
+                place = shared.places.of({at[0], at[1], at[2], uvs.at(c)[0], uvs.at(c)[1]});
+        }
+        shared.numberOfPlace.resize(shared.places.size(), absentIndex);
+        return places;
     }
 
     std::string emit()
@@ -137,7 +181,7 @@ private:
         std::string out;
         out.reserve(payload_.text.size() + payload_.text.size() / 4);
         const char* done = payload_.text.data();
-        std::fill(firstNew_.begin(), firstNew_.end(), absentIndex);
+        std::fill(isStarted_.begin(), isStarted_.end(), char{0});
         forStatements([&](const ObjStatement& statement) {
             out.append(done, statement.line.data());
             done = statement.line.data() + statement.line.size();
@@ -181,15 +225,17 @@ private:
     void emitNewValues(std::size_t g, std::string& out)
     {
         const std::vector<Vec2f>& values = document_.geometries[g].uvs[0].values;
-        firstNew_[g] = vtWritten_;
+        isStarted_[g] = 1;
         for (std::size_t i = readCount(g); i < values.size(); ++i) {
+            if (numberOfNew_[g][i - readCount(g)] != vtWritten_)
+                continue; // written before
             out += "vt ";
             appendExactNumber(out, values[i][0]);
             out += ' ';
             appendExactNumber(out, values[i][1]);
             out += lineEnd_;
+            ++vtWritten_;
         }
-        vtWritten_ += newCount(g);
     }
 
     /// The face as it stands, with the `vt` numbers of its corners changed where they have to.
@@ -272,7 +318,7 @@ private:
         const std::uint32_t value = uvs.ofCorner[corner];
         if (value < readCount(g))
             return numberOfRead_[numbersOf(g).vtOfValue[value]];
-        return firstNew_[g] + value - static_cast<std::uint32_t>(readCount(g));
+        return numberOfNew_[g][value - readCount(g)];
     }
 
     /// The geometry whose first face this statement is and that has new values; else absentIndex.
@@ -281,7 +327,7 @@ private:
         if (statement.keyword != "f" || facesRead_ >= faces_.size())
             return absentIndex;
         const std::size_t g = faces_[facesRead_].geometry;
-        if (g == absentIndex || firstNew_[g] != absentIndex || newCount(g) == 0)
+        if (g == absentIndex || isStarted_[g] != 0 || newCount(g) == 0)
             return absentIndex;
         return g;
     }
@@ -318,7 +364,9 @@ private:
 
     std::vector<char> kept_;                  ///< by `vt` of the file: 1 = its line stays
     std::vector<std::uint32_t> numberOfRead_; ///< by `vt` of the file: its number in the new one
-    std::vector<std::uint32_t> firstNew_;     ///< by geometry: number of its first new `vt`
+    std::vector<char> isStarted_;             ///< by geometry: its first face was met
+    /// By geometry and new value: its number in the new file.
+    std::vector<std::vector<std::uint32_t>> numberOfNew_;
 
     std::uint32_t vtRead_ = 0;
     std::uint32_t facesRead_ = 0;

@@ -11,9 +11,10 @@ namespace uvtool
 /// The text that was read, with the new UVs in it.
 ///
 /// Where slot 0 of a geometry was changed, its new `vt` lines stand before its first face and the
-/// `vt` numbers of its faces point at them; `vt` lines that nothing uses any more go. A polygon
-/// that was split is written as its triangles. Every other character stays as it stood; when
-/// nothing was changed, so does the whole text.
+/// `vt` numbers of its faces point at them, or at those of an earlier geometry where a position
+/// that they have in common has one new UV in both; `vt` lines that nothing uses any more go. A
+/// polygon that was split is written as its triangles. Every other character stays as it stood;
+/// when nothing was changed, so does the whole text.
 std::string rewriteObj(const Document& document, const ObjPayload& payload);
 
 } // namespace uvtool
