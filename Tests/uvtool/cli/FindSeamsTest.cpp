@@ -126,6 +126,41 @@ TEST_F(FindSeams, AShellIsOneSurfaceAcrossItsGeometries)
     EXPECT_EQ(islandsIn(packed), 6);
 }
 
+TEST_F(FindSeams, ProposedEdgesCutTheMeshAsTheCommandItselfDoes)
+{
+    const std::string edges = folder / "edges.txt";
+    const std::string cut = folder / "cut.obj";
+    const auto islandsIn = [](const std::string& file) {
+        nlohmann::json found =
+            runTool({"islands", file, "--shell", "--json"}).json()["geometries"][0];
+        return std::pair(found["islands"], found["borderEdges"]);
+    };
+    for (const ObjBuilder& mesh : {ObjBuilder().cubeOfPatches(3), ObjBuilder().torus(16, 9)})
+        for (const char* const mode : {"organic", "manufactured"}) {
+            SCOPED_TRACE(mode);
+            write(mesh);
+            const ToolRun found = runTool(
+                {"seams", in, "--shell", "--mode", mode, "--edges", edges, "-o", out, "--json"});
+            ASSERT_EQ(found.status, Done) << found.err;
+            const nlohmann::json report = found.json()["geometries"][0];
+            const nlohmann::json seams = report["seams"];
+            const std::string text = bytesOf(edges);
+            EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), seams["edges"]);
+            EXPECT_EQ(report["after"]["islands"], seams["islands"]);
+            EXPECT_EQ(islandsIn(out).first, seams["islands"]);
+
+            ASSERT_EQ(runTool({"cut", in, "--shell", "--edges", edges, "-o", cut}).status, Done);
+            EXPECT_EQ(islandsIn(cut), islandsIn(out));
+            ASSERT_EQ(runTool({"unfold", cut, "--shell", "-o", out}).status, Done);
+            EXPECT_EQ(islandsIn(out), islandsIn(cut));
+
+            // A proposal alone changes nothing.
+            const ToolRun told = runTool({"seams", in, "--shell", "--mode", mode});
+            EXPECT_EQ(told.status, Done) << told.err;
+            EXPECT_THAT(told.out, HasSubstr(mode));
+        }
+}
+
 TEST_F(FindSeams, OptionsThatDontFitTheModeAreRefused)
 {
     write(ObjBuilder().cube(2));

@@ -117,15 +117,27 @@ std::string mappedDome()
 
 TEST(Process, CtrlCEndsItWithoutAFile)
 {
-    const std::pair<std::string, std::string> cases[] = {{"unfold", "Unfolding..."},
-                                                         {"optimize", "Optimizing..."}};
-    for (const auto& [command, start] : cases) {
-        SCOPED_TRACE(command);
+    const std::string dome = mappedDome();
+    const std::string sphere = ObjBuilder().cube(70, true).text();
+    struct Case
+    {
+        const char* command;
+        std::string obj;
+        const char* says; ///< when it is time
+    };
+    const Case cases[] = {{"unfold", dome, "Unfolding..."},
+                          {"optimize", dome, "Optimizing..."},
+                          {"unfold", sphere, "Importing..."}, // seams are searched for next
+                          {"seams", sphere, "Importing..."}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.command) + " " + c.says);
         const TempFolder folder;
-        const std::string in = folder.write("in.obj", mappedDome());
-        const Process process({command, in, "-o", folder / "out.obj", "--verbose"},
-                              folder / "stdout", folder / "stderr");
-        while (bytesOf(folder / "stderr").find(start) == std::string::npos)
+        const std::string in = folder.write("in.obj", c.obj);
+        std::vector<std::string> arguments{c.command, in, "-o", folder / "out.obj", "--verbose"};
+        if (c.command == std::string("seams"))
+            arguments.insert(arguments.end(), {"--edges", folder / "edges.txt"});
+        const Process process(arguments, folder / "stdout", folder / "stderr");
+        while (bytesOf(folder / "stderr").find(c.says) == std::string::npos)
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         process.interrupt();
         EXPECT_EQ(process.wait(), Interrupted);

@@ -134,6 +134,12 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     addCommonOptions(*pack, options.common);
     addOutput(*pack, options.output);
     addPackOptions(*pack, options.pack);
+    CLI::App* const seams =
+        app.add_subcommand("seams", "Finds seams along which the meshes of a file can be unfolded");
+    addCommonOptions(*seams, options.common);
+    seams->add_option("-o,--output", options.output, "The mesh file to write, cut along the seams");
+    seams->add_option("--edges", options.edgesOutput, "The file of edges to write, for cut");
+    addSeamSearch(*seams, "--mode", options.search);
     CLI::App* const cut =
         app.add_subcommand("cut", "Cuts the UVs of the meshes of a file open along edges");
     addCommonOptions(*cut, options.common);
@@ -175,6 +181,7 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     options.command = unfold->parsed()      ? Options::Unfold
                       : pack->parsed()      ? Options::Pack
                       : islands->parsed()   ? Options::Islands
+                      : seams->parsed()     ? Options::Seams
                       : cut->parsed()       ? Options::Cut
                       : sew->parsed()       ? Options::Sew
                       : optimize->parsed()  ? Options::Optimize

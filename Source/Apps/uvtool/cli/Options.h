@@ -133,12 +133,14 @@ struct Options
         Cut,
         Sew,
         Optimize,
-        Constrain
+        Constrain,
+        Seams
     };
 
     Command command = Info;
     CommonOptions common;
-    std::filesystem::path output; ///< of the commands that write a mesh
+    std::filesystem::path output;      ///< of the commands that write a mesh; empty for none
+    std::filesystem::path edgesOutput; ///< a file of edges; empty for none
     IslandsOptions islands;
     UnfoldOptions unfold;
     SeamSearchOptions search;
@@ -149,7 +151,10 @@ struct Options
     RelaxOptions relax;
     StraightOptions straight;
 
-    bool writesMesh() const { return command != Info && command != Islands; }
+    bool writesMesh() const
+    {
+        return command != Info && command != Islands && (command != Seams || !output.empty());
+    }
 };
 
 /// Reads a command line without the program's name. Empty when it only asked for help or the

@@ -22,6 +22,8 @@ ExitStatus perform(const Options& options, Console& console)
         return runInfo(options, console);
     case Options::Islands:
         return runIslands(options, console);
+    case Options::Seams:
+        return runSeams(options, console);
     case Options::Unfold:
         return runUnfold(options, console);
     case Options::Pack:

@@ -35,6 +35,12 @@ public:
         return shell_ ? shell_->whole() : document_.geometries[number_];
     }
 
+    /// The triangle of its geometry that one of the file is.
+    std::uint32_t triangleOf(const TriangleSource& source) const
+    {
+        return shell_ ? shell_->triangleOf(source) : source.triangle;
+    }
+
     /// What there is to tell about it before anything is done.
     GeometryReport describe(const Survey& survey) const;
 

@@ -76,17 +76,14 @@ void LayoutWork::openAlongSeams()
 void LayoutWork::openAlongSeams(std::size_t part)
 {
     const DocumentGeometry& subject = geometry(part);
-    SeamSearchOptions options = task_.options.search;
+    const SeamSearchOptions& options = task_.options.search;
     const std::size_t slot = task_.options.common.slot;
-    const bool isByDefault = !options.choice;
-    if (isByDefault)
-        options.choice = subject.uvs[slot].exists() ? NoSeams : AutoSeams;
-    if (options.choice == NoSeams)
+    const bool isMapped = subject.uvs[slot].exists();
+    if (options.choice.value_or(isMapped ? NoSeams : AutoSeams) == NoSeams)
         return;
-    if (subject.uvs[slot].exists())
+    if (isMapped)
         surveys_[part] = surveyGeometry(subject, slot, RegardlessOfUVs);
-    const SeamPlaces places = isByDefault && isCutOpen(subject) ? InClosedIslands : WhereverUseful;
-    SeamProposal seams = proposeSeams(subject, surveys_[part], options, places, task_.console);
+    SeamProposal seams = proposeSeams(subject, surveys_[part], options, task_.console);
     if (seams.answer.outcome == Success)
         seams.answer = cutMesh(subject, seams.sides, task_.console, surveys_[part]);
     noteSeams(seams, part);

@@ -157,7 +157,9 @@ void SeamWork::noteResult(const SceneGeometry& scene, const SceneIslands& found,
 
 void SeamWork::writeFiles(double share)
 {
-    task_.stage("write", share, [this] { writeDocument(task_.document, task_.options.output); });
+    if (task_.options.writesMesh())
+        task_.stage("write", share,
+                    [this] { writeDocument(task_.document, task_.options.output); });
     task_.draw(layout_, {});
 }
 

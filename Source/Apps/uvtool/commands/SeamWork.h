@@ -46,7 +46,7 @@ public:
     /// Has the library find the islands of the document as it stands now, for the report.
     void lookAgain();
 
-    /// Writes the document and, where one was asked for, the picture; a stage of this share.
+    /// Writes the document and the pictures, each where it was asked for; a stage of this share.
     void writeFiles(double share);
 
 private:

@@ -114,7 +114,7 @@ void Task::draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes)
 void Task::probeOutputs() const
 {
     for (const std::filesystem::path& file :
-         {options.output, options.common.picture, options.common.view})
+         {options.output, options.edgesOutput, options.common.picture, options.common.view})
         if (!file.empty())
             OutputFile::probe(file);
 }

@@ -1,5 +1,6 @@
 #include "mesh/EdgeFile.h"
 
+#include "document/OutputFile.h"
 #include "mesh/IdFile.h"
 
 #include <algorithm>
@@ -23,6 +24,16 @@ std::vector<VertexPair> readEdgeFile(const std::filesystem::path& path, std::siz
     std::sort(pairs.begin(), pairs.end());
     pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());
     return pairs;
+}
+
+void writeEdgeFile(const std::filesystem::path& path, std::span<const VertexPair> pairs)
+{
+    std::string text;
+    for (const VertexPair& pair : pairs)
+        text += std::to_string(pair[0]) + ' ' + std::to_string(pair[1]) + '\n';
+    OutputFile file(path);
+    file.write(text);
+    file.commit();
 }
 
 } // namespace uvtool

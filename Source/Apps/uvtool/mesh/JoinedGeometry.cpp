@@ -41,6 +41,13 @@ TriangleSource JoinedGeometry::sourceOf(std::uint32_t triangle) const
             triangle - static_cast<std::uint32_t>(firstTriangles_[surface])};
 }
 
+std::uint32_t JoinedGeometry::triangleOf(const TriangleSource& source) const
+{
+    const auto at = std::lower_bound(numbers_.begin(), numbers_.end(), source.geometry);
+    const auto surface = static_cast<std::size_t>(at - numbers_.begin());
+    return static_cast<std::uint32_t>(firstTriangles_[surface]) + source.triangle;
+}
+
 std::size_t JoinedGeometry::write(const SlotValues& uvs, std::size_t slot, Document& document) const
 {
     std::size_t replaced = 0;

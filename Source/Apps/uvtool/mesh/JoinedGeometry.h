@@ -21,11 +21,14 @@ namespace uvtool
 class JoinedGeometry
 {
 public:
+    /// numbers  of the geometries, ascending
     JoinedGeometry(const Document& document, std::span<const std::size_t> numbers,
                    std::size_t slot);
 
     const DocumentGeometry& whole() const { return whole_; }
     TriangleSource sourceOf(std::uint32_t triangle) const;
+    /// The triangle of the whole that a triangle of one of the geometries is.
+    std::uint32_t triangleOf(const TriangleSource& source) const;
 
     /// Puts new UVs of the whole into the slot of the geometries that it was made of, which have to
     /// be as they were then; the number of polygons replaced, as writeSlot.

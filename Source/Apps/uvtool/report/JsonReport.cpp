@@ -117,7 +117,7 @@ void addSeams(Json& json, const GeometryReport& geometry, const Report& report)
                      {"unchanged", seams.unchangedEdges},
                      {"passedOver", seams.edgesPassedOver},
                      {"notInMesh", seams.edgesNotInMesh}};
-    if (report.command == "cut")
+    if (report.command != "sew")
         json["surfacesWithoutUVs"] = seams.surfacesWithoutUVs;
     json["undoChecked"] = seams.isUndoChecked;
     if (!geometry.result)

@@ -116,6 +116,28 @@ void addMeshes(const Report& report, Remarks& remarks)
         "polygons are crossed by a seam and written as their triangles");
 }
 
+/// Surfaces whose UVs are no layout to use.
+void addStartUVs(const Report& report, Remarks& remarks)
+{
+    if (report.output.empty())
+        return;
+    const Tally tally = tallyOf(report, [](const GeometryReport& geometry) {
+        return geometry.seams ? geometry.seams->surfacesWithoutUVs : std::size_t{0};
+    });
+    if (report.command == "seams")
+        remarks.add(
+            tally,
+            "surface has its positions for UVs now, cut along the seams; uvtool unfold makes "
+            "a layout",
+            "surfaces have their positions for UVs now, cut along the seams; uvtool unfold "
+            "makes a layout");
+    else
+        remarks.add(
+            tally,
+            "surface had no UVs, its positions stand in for them; uvtool unfold makes a layout",
+            "surfaces had no UVs, their positions stand in for them; uvtool unfold makes a layout");
+}
+
 /// Edges that a seam command could do nothing with.
 void addSeams(const Report& report, Remarks& remarks)
 {
@@ -124,7 +146,7 @@ void addSeams(const Report& report, Remarks& remarks)
             return geometry.seams ? *geometry.seams.*count : std::size_t{0};
         });
     };
-    const bool isCut = report.command == "cut";
+    const bool isCut = report.command != "sew";
     remarks.add(tallyOfSeams(&SeamReport::edgesNotInMesh),
                 "pair of vertices is no edge of the mesh",
                 "pairs of vertices are no edges of the mesh");
@@ -136,10 +158,7 @@ void addSeams(const Report& report, Remarks& remarks)
                       : "edge stays open",
                 isCut ? "edges stay closed; a cut opens from a border, or where edges to cut meet"
                       : "edges stay open");
-    remarks.add(tallyOfSeams(&SeamReport::surfacesWithoutUVs),
-                "surface had no UVs, its positions stand in for them; uvtool unfold makes a layout",
-                "surfaces had no UVs, their positions stand in for them; uvtool unfold makes a "
-                "layout");
+    addStartUVs(report, remarks);
 }
 
 /// The same warning about several geometries is one line.

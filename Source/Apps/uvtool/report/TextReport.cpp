@@ -159,7 +159,7 @@ std::string lineOnSeams(const Report& report)
         compactVertices += geometry.compactVertices.value_or(0);
     }
     return counted(done.usedEdges - done.unchangedEdges, "edge ", "edges ") +
-           (report.command == "cut" ? "cut" : "sewn") +
+           (report.command == "sew" ? "sewn" : "cut") +
            "; islands: " + change(before.islands, done.islands) +
            "; border edges: " + change(before.borderEdges, done.borderEdges) +
            "; vertices in UV: " + change(compactVertices, done.compactVertices);
@@ -243,6 +243,22 @@ std::vector<std::string> textOfResult(const Report& report)
                         lineOnFaults(*report.check));
     }
     lines.push_back(report.output + ": written in " + lineOnTime(report));
+    return lines;
+}
+
+std::vector<std::string> textOfSeams(const Report& report)
+{
+    std::vector<std::string> lines{lineOnInput(report)};
+    std::vector<std::vector<std::string>> rows{
+        {"#", "seam edges", "box diagonals", "islands", "mode", "name"}};
+    for (const GeometryReport& geometry : report.geometries) {
+        const FoundSeams& seams = *geometry.foundSeams;
+        rows.push_back({std::to_string(geometry.number), std::to_string(seams.edges),
+                        decimal(seams.length, 2), std::to_string(seams.islands),
+                        nameOfMode(seams.mode), nameIn(geometry)});
+    }
+    for (std::string& line : tableOf(rows, Names))
+        lines.push_back(std::move(line));
     return lines;
 }
 

@@ -1,5 +1,6 @@
 #include "seams/MeshSeams.h"
 
+#include "mesh/CornerVertices.h"
 #include "mesh/SolverFrame.h"
 #include "scene/SeamOperation.h"
 #include "seams/PolygonSeams.h"
@@ -129,14 +130,15 @@ void takeSeams(const SeamSet& seams, std::span<const Vec3f> positions, SeamPropo
 } // namespace
 
 SeamProposal proposeSeams(const DocumentGeometry& geometry, const Survey& survey,
-                          const SeamSearchOptions& options, SeamPlaces places, Console& console)
+                          const SeamSearchOptions& options, Console& console)
 {
     const SolverMesh& mesh = survey.mesh;
     const std::vector<Vec3f> positions =
         intoFrame(scenePositionsOfCorners(geometry, mesh.cornerOfVertex)).points;
+    const SeamChoice choice = options.choice.value_or(AutoSeams);
     SeamProposal proposal;
-    proposal.found.mode = modeFor(*options.choice, mesh, positions);
-    proposal.found.isModeChosen = *options.choice == AutoSeams;
+    proposal.found.mode = modeFor(choice, mesh, positions);
+    proposal.found.isModeChosen = choice == AutoSeams;
     const SceneGeometry scene = sceneOf(mesh, positions);
     const PlainGeometryScope plain;
     FlatEdgeList edges;
@@ -148,7 +150,7 @@ SeamProposal proposeSeams(const DocumentGeometry& geometry, const Survey& survey
         return proposal;
     SeamSet seams(mesh.triangles, mesh.vertexCount());
     seams.markPairs(edges);
-    if (places == InClosedIslands)
+    if (!options.choice && isCutOpen(geometry))
         clearOpenIslands(survey, seams);
     moveSeamsOffDiagonals(mesh.triangles, polygonsOf(geometry, mesh), positions, seams);
     takeSeams(seams, positions, proposal);

@@ -20,21 +20,14 @@ struct SeamProposal
     std::vector<std::uint32_t> sides; ///< one side of the survey's mesh along each seam
 };
 
-/// Which islands of a mesh get seams.
-enum SeamPlaces : std::int32_t
-{
-    WhereverUseful,
-    InClosedIslands ///< those with a border have seams already
-};
-
 /// Asks the library where a mesh should be cut, and moves what it answers from the diagonals of
 /// polygons to their sides. In the mode AutoSeams the kind of the surface decides between organic
-/// and manufactured seams. On anything but Success there are no seams.
+/// and manufactured seams; so without a mode, but only closed islands get seams then where the
+/// geometry was cut open. On anything but Success there are no seams.
 ///
-/// survey   of the geometry, with a triangle at least
-/// options  with a choice
+/// survey  of the geometry, with a triangle at least
 SeamProposal proposeSeams(const DocumentGeometry& geometry, const Survey& survey,
-                          const SeamSearchOptions& options, SeamPlaces places, Console& console);
+                          const SeamSearchOptions& options, Console& console);
 
 /// Has the library cut a mesh along edges. Triangles and their order stay, the survey has the
 /// vertices and islands of afterwards.
