@@ -143,7 +143,7 @@ TEST_F(FindSeams, ProposedEdgesCutTheMeshAsTheCommandItselfDoes)
                 {"seams", in, "--shell", "--mode", mode, "--edges", edges, "-o", out, "--json"});
             ASSERT_EQ(found.status, Done) << found.err;
             const nlohmann::json report = found.json()["geometries"][0];
-            const nlohmann::json seams = report["seams"];
+            const nlohmann::json& seams = report["seams"];
             const std::string text = bytesOf(edges);
             EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), seams["edges"]);
             EXPECT_EQ(report["after"]["islands"], seams["islands"]);

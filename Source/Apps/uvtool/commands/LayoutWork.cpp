@@ -81,8 +81,7 @@ void LayoutWork::openAlongSeams(std::size_t part)
     const bool isMapped = subject.uvs[slot].exists();
     if (options.choice.value_or(isMapped ? NoSeams : AutoSeams) == NoSeams)
         return;
-    if (isMapped)
-        surveys_[part] = surveyGeometry(subject, slot, RegardlessOfUVs);
+    surveys_[part] = surveyForSeams(subject, slot);
     SeamProposal seams = proposeSeams(subject, surveys_[part], options, task_.console);
     if (seams.answer.outcome == Success)
         seams.answer = cutMesh(subject, seams.sides, task_.console, surveys_[part]);
@@ -197,15 +196,15 @@ void LayoutWork::check(LayoutDemands demands)
     std::string lacks;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         const Survey survey = surveyGeometry(geometry(i), slot, WithUVs);
-        const std::vector<char> isLeftOut = trianglesLeftOut(i);
-        subjects_[i].addTo(layout_, slot, survey, isLeftOut);
+        DocumentLayout own;
+        subjects_[i].addTo(own, slot, survey, trianglesLeftOut(i));
+        entry(i).distortion = measureDistortion(own, scenePositions(task_.document, own));
+        layout_.add(own);
         if (!held.isEmpty())
             noteLines(findLines(layout_, sidesAmong(survey.mesh.sourceTriangle, held)),
                       std::vector<char>(survey.islands.count(), 1), entry(i));
         if (parts.size() == 1)
             continue;
-        DocumentLayout own;
-        subjects_[i].addTo(own, slot, survey, isLeftOut);
         const CheckReport found = checkDocumentLayout(own, boxes_);
         if (!isShared && lacks.empty())
             lacks = shortcomings(found, demands);

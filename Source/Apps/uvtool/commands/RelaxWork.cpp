@@ -5,7 +5,6 @@
 #include "commands/SceneWork.h"
 #include "document/Format.h"
 #include "mesh/IdFile.h"
-#include "mesh/SolverFrame.h"
 #include "scene/CornerUVs.h"
 
 #include <algorithm>
@@ -15,19 +14,10 @@ namespace uvtool
 namespace
 {
 
-LayoutQuality qualityOf(const Document& document, const SceneGeometry& scene,
-                        const DocumentLayout& layout, const CheckReport& found)
+LayoutQuality qualityOf(const Document& document, const DocumentLayout& layout,
+                        const CheckReport& found)
 {
-    std::vector<Vec3d> positions;
-    positions.reserve(scene.triangles.size());
-    for (const SceneGeometry::Surface& surface : scene.surfaces) {
-        if (!surface.fault.empty())
-            continue;
-        const DocumentGeometry& geometry = document.geometries[surface.number];
-        const std::vector<Vec3d> own = scenePositionsOfCorners(geometry, geometry.triangles);
-        positions.insert(positions.end(), own.begin(), own.end());
-    }
-    return {measureDistortion(layout, positions), found.found.flipped.count,
+    return {measureDistortion(layout, scenePositions(document, layout)), found.found.flipped.count,
             found.found.overlaps.crossingsWithin.count};
 }
 
@@ -85,7 +75,7 @@ void RelaxWork::relax(const SceneGeometry& scene, const SceneIslands& found)
     ++relaxed_;
     const CheckReport foundBefore = checkDocumentLayout(before);
     RelaxReport& report = entry.relax.emplace();
-    report.before = qualityOf(task_.document, scene, before, foundBefore);
+    report.before = qualityOf(task_.document, before, foundBefore);
     putIntoDocument(scene, found, edit, entry);
     const std::vector<char> isChanged = changedIslands(found, edit);
     report.islandsMoved =
@@ -94,7 +84,7 @@ void RelaxWork::relax(const SceneGeometry& scene, const SceneIslands& found)
 
     const DocumentLayout after = sceneLayout(task_.document, scene, found, slot, OpenIslands);
     entry.check = checkDocumentLayout(after);
-    report.after = qualityOf(task_.document, scene, after, *entry.check);
+    report.after = qualityOf(task_.document, after, *entry.check);
     if (entry.lines)
         noteLines(findLines(after, edit.held), isChanged, entry);
     check(foundBefore, *entry.check);

@@ -80,7 +80,7 @@ private:
 CutProposal propose(Task& task, LayoutSubject subject)
 {
     const DocumentGeometry& geometry = subject.geometry();
-    Survey survey = surveyGeometry(geometry, task.options.common.slot, RegardlessOfUVs);
+    Survey survey = surveyForSeams(geometry, task.options.common.slot);
     SeamProposal seams;
     if (survey.mesh.triangleCount() > 0) {
         seams = proposeSeams(geometry, survey, task.options.search, task.console);

@@ -1,5 +1,7 @@
 #include "layout/DocumentLayout.h"
 
+#include "document/Transform.h"
+
 namespace uvtool
 {
 
@@ -39,6 +41,20 @@ void DocumentLayout::add(const DocumentLayout& other)
     sourceOfTriangle.insert(sourceOfTriangle.end(), other.sourceOfTriangle.begin(),
                             other.sourceOfTriangle.end());
     islandCount += other.islandCount;
+}
+
+std::vector<Vec3d> scenePositions(const Document& document, const DocumentLayout& layout)
+{
+    std::vector<Vec3d> positions;
+    positions.reserve(layout.corners.size());
+    for (const TriangleSource& source : layout.sourceOfTriangle) {
+        const DocumentGeometry& geometry = document.geometries[source.geometry];
+        for (std::size_t k = 0; k < 3; ++k)
+            positions.push_back(toScene(
+                geometry.toWorld,
+                geometry.positions.at(geometry.triangles[3 * std::size_t{source.triangle} + k])));
+    }
+    return positions;
 }
 
 } // namespace uvtool

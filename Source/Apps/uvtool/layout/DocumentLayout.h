@@ -43,4 +43,7 @@ struct DocumentLayout
     void add(const DocumentLayout& other);
 };
 
+/// [3 * triangleCount of the layout] Where the corners of its triangles lie in the scene.
+std::vector<Vec3d> scenePositions(const Document& document, const DocumentLayout& layout);
+
 } // namespace uvtool

@@ -68,11 +68,16 @@ SolverMesh buildSolverMesh(const DocumentGeometry& geometry, std::size_t slot, U
     std::size_t vertexCount = mesh.vertexCount();
     report.sheets = separateSheets(mesh.triangles, vertexCount);
     detachClosedParts(mesh.triangles, vertexCount);
+    nameCorners(geometry, vertexCount, mesh);
+    return mesh;
+}
+
+void nameCorners(const DocumentGeometry& geometry, std::size_t vertexCount, SolverMesh& mesh)
+{
     mesh.cornerOfVertex.resize(vertexCount);
     for (std::size_t i = 0; i < mesh.triangles.size(); ++i)
         mesh.cornerOfVertex[mesh.triangles[i]] =
             geometry.triangles[3 * std::size_t{mesh.sourceTriangle[i / 3]} + i % 3];
-    return mesh;
 }
 
 SolverMesh withoutIslands(const SolverMesh& mesh, const Islands& islands,

@@ -47,6 +47,10 @@ CornerVertices verticesFor(const DocumentGeometry& geometry, std::size_t slot, U
 SolverMesh buildSolverMesh(const DocumentGeometry& geometry, std::size_t slot, UVNeed need,
                            SolverMeshReport& report);
 
+/// Finds a corner for each vertex of a mesh whose triangles have got other vertices; every one is
+/// in use.
+void nameCorners(const DocumentGeometry& geometry, std::size_t vertexCount, SolverMesh& mesh);
+
 /// A mesh without some of its islands.
 ///
 /// islands    of the mesh

@@ -194,6 +194,10 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
             json["islandsDone"] = geometry.islandsDone;
             json["keptIslands"] = islandsJson(geometry.keptIslands);
         }
+        if (geometry.distortion) {
+            json["energy"] = finiteOrNull(geometry.distortion->energy());
+            json["angles"] = finiteOrNull(geometry.distortion->angles());
+        }
         json["splitPolygons"] = geometry.splitPolygons;
         json["seconds"] = geometry.seconds;
     }

@@ -87,10 +87,11 @@ struct GeometryReport
     std::optional<RelaxReport> relax;     ///< of commands that relax what is there
     std::optional<LineReport> lines;      ///< where edges were named that are to be straight
 
-    std::optional<Outcome> result; ///< of commands that change UVs; empty if not reached
-    std::size_t islandsDone = 0;   ///< that got new UVs
-    std::size_t splitPolygons = 0; ///< written as their triangles, for a seam crosses them
-    double seconds = 0.0;          ///< in the library, without the packing
+    std::optional<Outcome> result;        ///< of commands that change UVs; empty if not reached
+    std::size_t islandsDone = 0;          ///< that got new UVs
+    std::optional<Distortion> distortion; ///< of the islands that were laid out
+    std::size_t splitPolygons = 0;        ///< written as their triangles, for a seam crosses them
+    double seconds = 0.0;                 ///< in the library, without the packing
     std::vector<std::string> warnings;
 };
 

@@ -191,6 +191,15 @@ std::string lineOnSearch(const Report& report)
     return line;
 }
 
+/// "distortion energy 4.086, 4 being none"; empty where nothing was laid out.
+std::string lineOnDistortion(const Report& report)
+{
+    Distortion sum;
+    for (const GeometryReport& geometry : report.geometries)
+        sum += geometry.distortion.value_or(Distortion{});
+    return sum.area > 0.0 ? "distortion energy " + decimal(sum.energy(), 3) + ", 4 being none" : "";
+}
+
 std::string lineOnTime(const Report& report)
 {
     std::string stages;
@@ -242,6 +251,9 @@ std::vector<std::string> textOfResult(const Report& report)
         lines.push_back(lineOnLayout(report.check->found, report.texelsPerUnit) + ", " +
                         lineOnFaults(*report.check));
     }
+    const std::string distortion = lineOnDistortion(report);
+    if (!distortion.empty())
+        lines.push_back(distortion);
     lines.push_back(report.output + ": written in " + lineOnTime(report));
     return lines;
 }

@@ -2,6 +2,7 @@
 
 #include "mesh/CornerVertices.h"
 #include "mesh/SolverFrame.h"
+#include "mesh/VertexFans.h"
 #include "scene/SeamOperation.h"
 #include "seams/PolygonSeams.h"
 #include "seams/SeamSet.h"
@@ -129,6 +130,17 @@ void takeSeams(const SeamSet& seams, std::span<const Vec3f> positions, SeamPropo
 
 } // namespace
 
+Survey surveyForSeams(const DocumentGeometry& geometry, std::size_t slot)
+{
+    Survey survey = surveyGeometry(geometry, slot, RegardlessOfUVs);
+    SolverMesh& mesh = survey.mesh;
+    std::size_t vertexCount = mesh.vertexCount();
+    separateVertexFans(mesh.triangles, vertexCount);
+    nameCorners(geometry, vertexCount, mesh);
+    survey.islands = findIslands(mesh.triangles, vertexCount);
+    return survey;
+}
+
 SeamProposal proposeSeams(const DocumentGeometry& geometry, const Survey& survey,
                           const SeamSearchOptions& options, Console& console)
 {
@@ -177,10 +189,7 @@ SolverAnswer cutMesh(const DocumentGeometry& geometry, std::span<const std::uint
     if (answer.outcome != Success)
         return answer;
     mesh.triangles = scene.core()->getIndices()->getValues();
-    mesh.cornerOfVertex.resize(scene.core()->getPositions()->getSize());
-    for (std::size_t i = 0; i < mesh.triangles.size(); ++i)
-        mesh.cornerOfVertex[mesh.triangles[i]] =
-            geometry.triangles[3 * std::size_t{mesh.sourceTriangle[i / 3]} + i % 3];
+    nameCorners(geometry, scene.core()->getPositions()->getSize(), mesh);
     survey.islands = findIslands(mesh.triangles, mesh.vertexCount());
     return answer;
 }

@@ -20,6 +20,10 @@ struct SeamProposal
     std::vector<std::uint32_t> sides; ///< one side of the survey's mesh along each seam
 };
 
+/// A geometry as seams are found for it: as if it had no UVs in the slot, and nothing hanging
+/// together in a single vertex.
+Survey surveyForSeams(const DocumentGeometry& geometry, std::size_t slot);
+
 /// Asks the library where a mesh should be cut, and moves what it answers from the diagonals of
 /// polygons to their sides. In the mode AutoSeams the kind of the surface decides between organic
 /// and manufactured seams; so without a mode, but only closed islands get seams then where the
