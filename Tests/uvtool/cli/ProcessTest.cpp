@@ -108,8 +108,11 @@ std::string mappedDome()
         std::string kind;
         words >> kind;
         text += kind;
-        for (std::string word; words >> word;)
-            text += kind == "f" ? " " + word + "/" + word : " " + word;
+        for (std::string word; words >> word;) {
+            text.append(" ").append(word);
+            if (kind == "f")
+                text.append("/").append(word);
+        }
         text += "\n" + (kind == "v" ? "vt " + line.substr(2, line.rfind(' ') - 2) + "\n" : "");
     }
     return text;

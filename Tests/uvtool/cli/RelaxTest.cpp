@@ -194,7 +194,7 @@ TEST_F(Relax, MovesNothingThatIsNotSelected)
             {"--vertices", list},
             {"--vertex-file", folder.write("ids", "# some\n" + lines)}};
         for (const auto& [option, value] : selections) {
-            SCOPED_TRACE(extension + " " + option);
+            SCOPED_TRACE(testing::Message() << extension << " " << option);
             const ToolRun selected = run({"optimize", "--shell", option, value, "--json"});
             ASSERT_EQ(selected.status, Done) << selected.err;
             const std::vector<Corner> after = cornersOf(folder / out);
