@@ -11,7 +11,9 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <cstddef>
 #include <ctime>
+#include <numeric>
 
 namespace
 {
@@ -55,8 +57,9 @@ void tangle(bench::FlatMesh& mesh)
 {
     const double way = 3.0 / std::sqrt(mesh.triangleCount());
     for (int v = 0; v < mesh.vertexCount(); v += 100) {
-        mesh.coordsUVW[static_cast<std::size_t>(3 * v)] += way * std::cos(v);
-        mesh.coordsUVW[static_cast<std::size_t>(3 * v + 1)] += way * std::sin(v);
+        double* const uv = mesh.coordsUVW.data() + std::ptrdiff_t{3} * v;
+        uv[0] += way * std::cos(v);
+        uv[1] += way * std::sin(v);
     }
 }
 
@@ -100,9 +103,8 @@ void relaxTangledCorner(benchmark::State& state)
 {
     Unfolded patch = unfoldedPatch(static_cast<int>(state.range(0)));
     tangle(patch.mesh);
-    std::vector<int> corner;
-    for (int v = 0; v < patch.mesh.vertexCount() / 20; ++v)
-        corner.push_back(v);
+    std::vector<int> corner(static_cast<std::size_t>(patch.mesh.vertexCount() / 20));
+    std::iota(corner.begin(), corner.end(), 0);
     relax(state, patch, corner);
 }
 

@@ -48,6 +48,7 @@ void windAsItLies(std::span<const Vec2> uv, std::span<const char> isFixed, Islan
 std::vector<char> fixedVertices(const std::vector<int>& vertices, std::span<const char> isChosen)
 {
     std::vector<char> isFixed;
+    isFixed.reserve(vertices.size());
     for (const int v : vertices)
         isFixed.push_back(static_cast<char>(!isChosen[static_cast<std::size_t>(v)]));
     if (std::find(isFixed.begin(), isFixed.end(), 1) == isFixed.end())

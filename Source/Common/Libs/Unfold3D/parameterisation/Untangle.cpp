@@ -26,9 +26,16 @@ constexpr double leastFall = 0.1;
 
 /// Each round needs to be good enough for the next softness only.
 constexpr StopRule roundStop{.promisedShare = 1e-3, .promisedShareOfExcess = 1.0, .maxSteps = 5};
-constexpr int maxRounds = 60;
-/// Rounds without fewer flips after which it is given up.
-constexpr int maxIdleRounds = 20;
+
+/// Rounds until it is given up, in all and without fewer flips.
+struct Patience
+{
+    int rounds;
+    int idleRounds;
+};
+constexpr Patience patienceWithFixed{60, 20};
+/// A whole island can always be laid out anew, which is quicker than a long untangling.
+constexpr Patience patienceWithWhole{15, 6};
 
 /// What is left flipped is relaxed with this softness.
 constexpr double softnessOfRest = 0.1;
@@ -118,8 +125,11 @@ public:
         double determinant = minimiser_.leastDeterminant(uv);
         double softness = std::hypot(leastFirstSoftness, firstSoftness * determinant);
         std::size_t fewest = flippedTriangles(part_.corners, uv).size();
+        const Patience patience = part_.isWhole() ? patienceWithWhole : patienceWithFixed;
         int idle = 0;
-        for (int round = 0; round < maxRounds && fewest > 0 && idle < maxIdleRounds; ++round) {
+        for (int round = 0; round < patience.rounds && fewest > 0 && idle < patience.idleRounds;
+             ++round)
+        {
             const double kept = improve(uv, softness);
             determinant = minimiser_.leastDeterminant(uv);
             softness = nextSoftness(softness, determinant, kept);
@@ -130,7 +140,7 @@ public:
                 fewest = flips;
                 result_.uv = uv;
             }
-            progress((round + 1.0) / maxRounds);
+            progress((round + 1.0) / patience.rounds);
         }
         result_.isDone = fewest == 0;
     }
