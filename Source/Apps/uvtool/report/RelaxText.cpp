@@ -39,9 +39,9 @@ std::vector<std::string> textOfRelaxing(const Report& report)
     std::size_t islands = 0;
     bool isRelaxed = false;
     for (const GeometryReport& geometry : report.geometries) {
-        islands += geometry.islands;
         if (!geometry.relax)
             continue;
+        islands += geometry.islands;
         isRelaxed = true;
         all.before += geometry.relax->before;
         all.after += geometry.relax->after;

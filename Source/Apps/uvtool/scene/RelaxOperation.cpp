@@ -38,13 +38,18 @@ SolverAnswer runRelaxOperation(const SceneGeometry& scene, const SceneEdges& edg
                                std::size_t slot, const RelaxOperation& operation, Console& console)
 {
     const auto set = static_cast<kyUVTypes::UVSet>(slot);
-    return askLibrary(console, [&] {
+    SolverAnswer answer = askLibrary(console, [&] {
         select(scene, set, operation);
         hold(scene, edges, operation.straight.horizontal, kyUVTypes::Horizontal);
         hold(scene, edges, operation.straight.vertical, kyUVTypes::Vertical);
         return kyUVUtils::optimizeUVsUnfold3D(scene.core(), scene.node, set, operation.settings,
                                               operation.mode);
     });
+    // That it failed, for a node that has no name here, goes without saying.
+    std::erase_if(answer.log.errors, [](const std::string& line) {
+        return line.starts_with("Optimizing UVs failed for node");
+    });
+    return answer;
 }
 
 } // namespace uvtool
