@@ -1,6 +1,7 @@
 #include "Unfold3D/seams/BakingSeams.h"
 
 #include "Unfold3D/seams/SharpEdges.h"
+#include "Unfold3D/seams/SmallPatches.h"
 #include "Unfold3D/seams/UnfoldablePatches.h"
 
 namespace unfold3d
@@ -10,7 +11,8 @@ std::vector<char> bakingSeams(const SeamMesh& mesh, const BakingOptions& options
                               RunControl& control)
 {
     std::vector<char> isSeam = sharpEdges(mesh, options.angle);
-    makeUnfoldable(mesh, isSeam, control);
+    std::vector<PatchLayout> patches = makeUnfoldable(mesh, isSeam, control);
+    joinSmallPatches(mesh, {.minTriangles = options.minPatchPolygons}, patches, isSeam, control);
     return isSeam;
 }
 

@@ -33,6 +33,8 @@ constexpr std::size_t nearbyCount = 20;
 constexpr double nearbyTolerance = 1.5;
 /// So many pieces are sewn to one at a time; less after a trial that failed.
 constexpr int firstArms = 64;
+/// What may be due to a minimisation that ended a step earlier or later.
+constexpr double roundingOfEnergy = 1e-4;
 /// A layout that was only put together is good enough with this share of the strain it may have.
 constexpr double enoughShare = 0.25;
 
@@ -56,7 +58,7 @@ class Joiner
 {
 public:
     Joiner(const SeamMesh& mesh, const JoinRules& rules, std::vector<PatchLayout>& pieces,
-           std::vector<char>& isSeam, const RunControl& control)
+           std::vector<char>& isSeam, RunControl& control)
         : mesh_(mesh), rules_(rules), pieces_(pieces), isSeam_(isSeam), control_(control),
           trials_(mesh, isSeam, control), pieceOf_(mesh.triangles.size(), -1),
           stretches_(mesh, isSeam, pieceOf_), isNear_(mesh.triangles.size(), 0),
@@ -75,8 +77,9 @@ public:
 
     void run()
     {
+        constexpr double shareOfRound = 0.1;
         while (joinRound())
-            control_.checkpoint();
+            control_.approach(1.0, shareOfRound);
     }
 
 private:
@@ -201,7 +204,7 @@ private:
         if (a.corners.empty() || b.corners.empty() || rejected_.contains(keyOf(arm)) ||
             (rules_.areWanted && !rules_.areWanted(a, b)))
             return false;
-        return a.area * a.energy + b.area * b.energy <= (a.area + b.area) * rules_.mostEnergy;
+        return a.strain() + b.strain() <= (a.area + b.area) * (rules_.mostEnergy - leastEnergy);
     }
 
     /// A small piece as it is, and a large one whatever it has become.
@@ -229,7 +232,7 @@ private:
             sew(arms[i], true);
             PatchLayout& whole = unions.emplace_back(nearbyPart(arms[i]));
             const double area = whole.area + small.area;
-            whole.energy = 4.0 + enoughShare * rules_.mostNewStrain * small.area / area;
+            whole.energy = leastEnergy + enoughShare * rules_.mostNewStrain * small.area / area;
             addFitted(mesh_, arms[i].edges, large, small, whole);
             sortTriangles(whole);
         }
@@ -239,8 +242,7 @@ private:
             const Arm& arm = arms[at(tried[k])];
             const PatchLayout& small = pieces_[at(arm.small)];
             sew(arm, false);
-            const double strain =
-                (unions[k].energy - 4.0) * unions[k].area - (small.energy - 4.0) * small.area;
+            const double strain = unions[k].strain() - small.strain();
             const bool fits = strain <= nearbyTolerance * rules_.mostNewStrain * small.area;
             (fits ? fitsNearby_ : rejected_).insert(keyOf(arm));
             isHopeless[at(tried[k])] = !fits;
@@ -312,13 +314,13 @@ private:
     {
         const PatchLayout& centre = pieces_[at(star.centre)];
         double area = centre.area;
-        double sum = centre.area * centre.energy;
+        double strain = centre.strain();
         for (const Arm& arm : star.arms) {
             const PatchLayout& piece = pieces_[at(arm.small)];
             area += piece.area;
-            sum += piece.area * (piece.energy + share * rules_.mostNewStrain);
+            strain += piece.strain() + share * rules_.mostNewStrain * piece.area;
         }
-        return area > 0.0 ? sum / area : rules_.mostEnergy;
+        return area > 0.0 ? leastEnergy + strain / area + roundingOfEnergy : rules_.mostEnergy;
     }
 
     // Writing.
@@ -363,7 +365,7 @@ private:
     const JoinRules& rules_;
     std::vector<PatchLayout>& pieces_;
     std::vector<char>& isSeam_;
-    const RunControl& control_;
+    RunControl& control_;
     PatchTrials trials_;
     std::vector<int> pieceOf_; ///< [triangle] -1 in none
     StretchFinder stretches_;

@@ -9,6 +9,9 @@
 namespace unfold3d
 {
 
+/// Seams of hard surfaces, as flags [edge]: at edges of the angle and sharper, with patches of less
+/// than the least share of the whole area sewn to a neighbour where the union can be laid flat; and
+/// within patches that can't be laid flat, as makeUnfoldable() finds them. Throws Stopped.
 std::vector<char> manufacturedSeams(const SeamMesh& mesh, const ManufacturedOptions& options,
                                     RunControl& control);
 

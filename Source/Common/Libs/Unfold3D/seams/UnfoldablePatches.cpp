@@ -37,9 +37,12 @@ public:
     {
         std::vector<PatchLayout> good;
         const std::vector<char> isBad = keepWhatIsGood(openAll(), good);
+        control_.approach(1.0, 0.2);
         dropCutsIn(isBad);
         partIntoDevelopables(mesh_, isBad, isSeam_, control_);
+        control_.approach(1.0, 0.2);
         std::vector<PatchLayout> pieces = halveWhatIsBad(tryAll(openAll(isBad)));
+        control_.approach(1.0, 0.2);
 
         std::vector<char> maySew(at(mesh_.edgeCount()), 0);
         for (int e = 0; e < mesh_.edgeCount(); ++e)
