@@ -242,8 +242,12 @@ private:
             const Arm& arm = arms[at(tried[k])];
             const PatchLayout& small = pieces_[at(arm.small)];
             sew(arm, false);
-            const double strain = unions[k].strain() - small.strain();
-            const bool fits = strain <= nearbyTolerance * rules_.mostNewStrain * small.area;
+            // The near part may be strained more than the large piece is as a whole.
+            const double before = small.strain() + nearbyTolerance * (unions[k].area - small.area) *
+                                                       (pieces_[at(arm.large)].energy -
+                                                        leastEnergy + roundingOfEnergy);
+            const bool fits =
+                unions[k].strain() <= before + nearbyTolerance * rules_.mostNewStrain * small.area;
             (fits ? fitsNearby_ : rejected_).insert(keyOf(arm));
             isHopeless[at(tried[k])] = !fits;
         }

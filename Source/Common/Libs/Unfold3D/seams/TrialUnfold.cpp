@@ -73,11 +73,14 @@ TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> co
     if (!isFlipFree(patch.triangles, start))
         return fromScratch(patch, false, control);
     const double energy = startDistortion(patch, start);
-    if (!(energy <= enough))
-        return minimised(patch, std::move(start), false, control);
     const Border border(patch);
     const bool overlaps = doesBorderCross(border, borderPositions(border, {start}));
-    return {energy, overlaps, std::move(start)};
+    if (energy <= enough)
+        return {energy, overlaps, std::move(start)};
+    TrialUnfold free = minimised(patch, start, false, control);
+    if (!free.overlaps || overlaps)
+        return free;
+    return minimised(patch, std::move(start), true, control);
 }
 
 } // namespace unfold3d

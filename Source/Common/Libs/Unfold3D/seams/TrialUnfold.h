@@ -27,9 +27,9 @@ struct TrialUnfold
 /// flat. Throws Stopped.
 TrialUnfold tryUnfold(const IslandMesh& patch, const RunControl& control);
 
-/// The same from places for the corners of each triangle ([triangle]) that nearly agree, without
-/// keeping the border apart: as they are where the energy is at most `enough` then, else minimised.
-/// Corners may miss each other where the patch was put together.
+/// The same from places for the corners of each triangle ([triangle]) that nearly agree: as they
+/// are where the energy is at most `enough` then, else minimised. Corners may miss each other where
+/// the patch was put together. A border that crosses itself already isn't pulled apart.
 TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> corners,
                           double enough, const RunControl& control);
 
