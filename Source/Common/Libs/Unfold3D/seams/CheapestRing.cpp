@@ -222,7 +222,7 @@ private:
         cost_[s] = cost;
         edgeTo_[s] = edge;
         comesFrom_[s] = from;
-        queue_.push({cost, s});
+        queue_.emplace(cost, s);
     }
 
     std::pair<PathCost, std::size_t> pop()

@@ -43,6 +43,7 @@ std::vector<PathCost> distancesFrom(const SeamMesh& mesh, std::span<const int> e
                                     const RunControl& control)
 {
     std::vector<PathCost> lengths;
+    lengths.reserve(mesh.lengths.size());
     for (const double l : mesh.lengths)
         lengths.push_back(toPathCost(l));
     // Paths end at borders, which here they shouldn't: no border is told to the search.
@@ -174,6 +175,7 @@ DistanceBands findDistanceBands(const SeamMesh& mesh, const MeshParts& parts,
     const std::vector<double> widths = bandWidths(mesh, parts);
     const std::vector<PathCost> distances = distancesFrom(mesh, ends, control);
     std::vector<int> sliceOfVertex;
+    sliceOfVertex.reserve(distances.size());
     for (int v = 0; v < mesh.vertexCount(); ++v)
         sliceOfVertex.push_back(
             static_cast<int>(distances[at(v)] / toPathCost(widths[at(parts.ofVertex[at(v)])])));
