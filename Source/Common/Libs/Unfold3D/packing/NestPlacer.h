@@ -4,7 +4,6 @@
 #include "Unfold3D/packing/BitSheet.h"
 #include "Unfold3D/packing/Placer.h"
 #include "Unfold3D/packing/Sheet.h"
-#include "Unfold3D/packing/SheetPool.h"
 
 #include <vector>
 
@@ -48,8 +47,6 @@ private:
     Poses posesOf(const Piece& piece) const;
     void rasterPieces();
     void blockObstacles();
-    void makeBlankSheet();
-    SheetPool::Borrowed sheetOfTile(int tile) const;
     std::optional<Spot> findSpot(const BitSheet& sheet, const Poses& poses) const;
 
     const std::vector<Piece>& pieces_;
@@ -63,8 +60,7 @@ private:
 
     double scale_ = 0.0;
     std::vector<Poses> poses_; ///< [piece]
-    int longestRun_ = 0;       ///< of a blank sheet
-    mutable SheetPool sheets_;
+    int longestRun_ = 1;
 };
 
 } // namespace unfold3d

@@ -16,8 +16,11 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-/// Positions that went through floats are off by 1e-7 of the diagonal.
-constexpr double costsPerDiagonal = 1e6;
+/// Costs are counted in these parts of the diagonal, and larger ones with so many binary digits:
+/// positions that went through floats are off by 1e-7 of the diagonal, and edges of one length
+/// shall cost the same all the same.
+constexpr double costsPerDiagonal = 131072.0;
+constexpr int digits = 12;
 constexpr double mostCost = 1e12;
 
 struct Visit
@@ -37,7 +40,11 @@ PathCost toPathCost(double cost)
     const double scaled = costsPerDiagonal * cost;
     if (!(scaled > 1.0))
         return 1;
-    return static_cast<PathCost>(std::llround(std::min(scaled, mostCost)));
+    int exponent = 0;
+    const double mantissa = std::frexp(std::min(scaled, mostCost), &exponent);
+    const int kept = std::min(exponent, digits);
+    return static_cast<PathCost>(
+        std::ldexp(std::round(std::ldexp(mantissa, kept)), exponent - kept));
 }
 
 CheapestPaths::CheapestPaths(const SeamMesh& mesh, std::span<const PathCost> costs,

@@ -17,8 +17,9 @@ using PathCost = std::int64_t;
 
 inline constexpr PathCost unreached = std::numeric_limits<PathCost>::max();
 
-/// From a length in diagonals of the mesh, times whatever makes it dear or cheap. At least 1, at
-/// most what a million such edges can sum up to.
+/// From a length in diagonals of the mesh, times whatever makes it dear or cheap: rounded so that
+/// the same length from other positions costs the same. At least 1, at most what a million such
+/// edges can sum up to.
 PathCost toPathCost(double cost);
 
 /// Cheapest paths over edges from a set of vertices (Dijkstra 1959). Ties go to the lower edge.

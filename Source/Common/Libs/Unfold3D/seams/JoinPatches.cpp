@@ -10,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -31,6 +32,9 @@ constexpr double nearbyArea = 2.0;
 constexpr std::size_t nearbyCount = 20;
 /// How much more than a piece may be strained by a join it may be on the near part.
 constexpr double nearbyTolerance = 1.5;
+/// For the first try of two pieces, and the next ones. A last try with hardly any curvature only
+/// fails where the pieces would overlap.
+constexpr std::array<DefectLimits, 3> triedLimits{{{0.6, 100.0}, {0.3, 0.3}, {0.03, 0.03}}};
 /// So many pieces are sewn to one at a time; less after a trial that failed.
 constexpr int firstArms = 64;
 /// What may be due to a minimisation that ended a step earlier or later.
@@ -177,7 +181,7 @@ private:
         Arm arm{small, large, {}, 0};
         if (!isWorthTrial(arm))
             return;
-        Stretch stretch = stretches_.longest(small, large, edges);
+        Stretch stretch = stretches_.longest(small, large, edges, triedLimits[triesOf(arm)]);
         const double share =
             stretch.length / std::min(perimeters_[at(small)], perimeters_[at(large)]);
         if (!(share >= rules_.leastShare))
@@ -201,7 +205,7 @@ private:
     {
         const PatchLayout& a = pieces_[at(arm.small)];
         const PatchLayout& b = pieces_[at(arm.large)];
-        if (a.corners.empty() || b.corners.empty() || rejected_.contains(keyOf(arm)) ||
+        if (a.corners.empty() || b.corners.empty() || triesOf(arm) >= triedLimits.size() ||
             (rules_.areWanted && !rules_.areWanted(a, b)))
             return false;
         return a.strain() + b.strain() <= (a.area + b.area) * (rules_.mostEnergy - leastEnergy);
@@ -212,6 +216,12 @@ private:
     {
         return static_cast<std::uint64_t>(generation_[at(arm.small)]) << 32 |
                static_cast<std::uint64_t>(arm.large);
+    }
+
+    std::size_t triesOf(const Arm& arm) const
+    {
+        const auto failed = failedTries_.find(keyOf(arm));
+        return failed == failedTries_.end() ? 0 : failed->second;
     }
 
     // Trials.
@@ -248,7 +258,10 @@ private:
                                                         leastEnergy + roundingOfEnergy);
             const bool fits =
                 unions[k].strain() <= before + nearbyTolerance * rules_.mostNewStrain * small.area;
-            (fits ? fitsNearby_ : rejected_).insert(keyOf(arm));
+            if (fits)
+                fitsNearby_.insert(keyOf(arm));
+            else
+                giveUp(arm);
             isHopeless[at(tried[k])] = !fits;
         }
         std::size_t place = 0;
@@ -350,8 +363,14 @@ private:
         }
         sew(star, false);
         if (star.arms.size() == 1)
-            rejected_.insert(keyOf(star.arms.front()));
+            giveUp(star.arms.front());
         mostArms = std::max(1, static_cast<int>(star.arms.size()) / 2);
+    }
+
+    void giveUp(const Arm& arm)
+    {
+        ++failedTries_[keyOf(arm)];
+        fitsNearby_.erase(keyOf(arm));
     }
 
     void join(const Star& star, PatchLayout whole)
@@ -379,8 +398,8 @@ private:
     std::vector<double> perimeters_; ///< [piece]
     std::vector<int> generation_;    ///< [piece] another number after each join
     int nextGeneration_ = 0;
-    std::unordered_set<std::uint64_t> rejected_;   ///< by keyOf
-    std::unordered_set<std::uint64_t> fitsNearby_; ///< by keyOf
+    std::unordered_map<std::uint64_t, std::size_t> failedTries_; ///< by keyOf
+    std::unordered_set<std::uint64_t> fitsNearby_;               ///< by keyOf
 };
 
 } // namespace

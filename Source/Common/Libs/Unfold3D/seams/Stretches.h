@@ -15,6 +15,14 @@ struct Stretch
 {
     std::vector<int> edges; ///< ascending
     double length = 0.0;    ///< less where the surface has an edge
+    int nextHalf = -1;      ///< half-edge behind its last one on the border of the first piece
+};
+
+/// How much of a full turn may be missing inside of a stretch, in radians.
+struct DefectLimits
+{
+    double atVertex;
+    double inAll; ///< summed along the stretch
 };
 
 /// Finds stretches. Keeps storage for the whole mesh; a call costs by the edges that it is given.
@@ -26,12 +34,13 @@ public:
     /// Both are kept by reference and may change between calls.
     StretchFinder(const SeamMesh& mesh, std::span<const char> isSeam, std::span<const int> pieceOf);
 
-    /// The longest stretch among the seam edges between two pieces.
-    Stretch longest(int pieceA, int pieceB, std::span<const int> edges);
+    /// The longest stretch within limits among the seam edges between two pieces.
+    Stretch longest(int pieceA, int pieceB, std::span<const int> edges, const DefectLimits& limits);
 
 private:
-    int nextInRun(int h, int other) const;
-    Stretch follow(int first);
+    void link(std::span<const int> halves, int other, double mostDefect);
+    int nextInRun(int h, int other, double mostDefect) const;
+    Stretch follow(int first, double mostInAll);
 
     const SeamMesh& mesh_;
     std::span<const char> isSeam_;
