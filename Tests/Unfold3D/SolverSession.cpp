@@ -41,7 +41,7 @@ void SolverSession::import(const IslandMesh& mesh, const std::vector<double>& co
                    {"#Data.CoordsUVW doubles", coordsUVW}});
 }
 
-void SolverSession::run(const std::string& command, std::initializer_list<Key> keys)
+void SolverSession::run(const std::string& command, std::span<const Key> keys)
 {
     const NU3D::CRef params(NU3D::VALTYPE_TABLE, NU3D::VALPROP_VALUE);
     for (const Key& key : keys) {

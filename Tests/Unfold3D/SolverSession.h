@@ -4,6 +4,7 @@
 #include "Unfold3D/base/IslandMesh.h"
 
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,11 @@ public:
         const char* name;
         NU3D::CRef value;
     };
-    void run(const std::string& command, std::initializer_list<Key> keys);
+    void run(const std::string& command, std::span<const Key> keys);
+    void run(const std::string& command, std::initializer_list<Key> keys)
+    {
+        run(command, std::span(keys.begin(), keys.size()));
+    }
 
     /// Selects elements by the numbers that the engine counts them with.
     void select(const char* kind, const std::vector<int>& ids);
