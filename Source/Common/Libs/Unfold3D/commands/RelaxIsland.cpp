@@ -149,15 +149,24 @@ private:
         relaxed.report.warnings = std::move(best.report.warnings);
     }
 
+    /// With which a layout gets the area that the island had. Folds tell no area: a layout with
+    /// such keeps its scale.
+    double scaleOf(std::span<const Vec2> uv) const
+    {
+        const bool hasArea = isFlipFree(mesh_.triangles, uv);
+        const double area = hasArea ? layoutArea(mesh_.triangles, uv).signedSum : 1.0;
+        return frame_.scale / std::sqrt(area);
+    }
+
     /// A layout in the scale of the surface, back to where and how large the island was.
     std::vector<Vec2> placed(std::vector<Vec2> uv) const
     {
         if (isWhole()) {
-            const double area = layoutArea(mesh_.triangles, uv).signedSum;
             if (flatten_.straight.empty())
                 turnToExpectedSide(mesh_, inside_, uv);
+            const double scale = scaleOf(uv);
             for (Vec2& p : uv)
-                p = (frame_.scale / std::sqrt(area)) * p;
+                p = scale * p;
             moveMiddleTo(frame_.middle, mesh_.triangleCount(), uv);
             return uv;
         }

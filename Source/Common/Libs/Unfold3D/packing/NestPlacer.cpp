@@ -3,6 +3,7 @@
 #include "Unfold3D/packing/LayOrder.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -63,6 +64,7 @@ bool NestPlacer::setScale(double scale)
     if (columns_ == 0 || rows_ == 0)
         return false;
     rasterPieces();
+    makeBlankSheet();
     double cells = 0.0;
     for (const Poses& poses : poses_) {
         if (poses.empty())
@@ -107,11 +109,30 @@ void NestPlacer::rasterPieces()
         control_.checkpoint();
         poses_[i] = posesOf(pieces_[i]);
     });
-    longestRun_ = 1;
+}
+
+void NestPlacer::makeBlankSheet()
+{
+    unsigned longest = 1;
     for (const Poses& poses : poses_)
         for (const Pose& pose : poses)
             for (const CellRun& run : pose.raster.runs)
-                longestRun_ = std::max(longestRun_, run.length());
+                longest = std::max(longest, static_cast<unsigned>(run.length()));
+    // Sheets for lengths between the same powers of two are alike.
+    const int needed = static_cast<int>(std::bit_floor(longest));
+    if (needed == longestRun_)
+        return;
+    longestRun_ = needed;
+    sheets_.setBlank({columns_, rows_, longestRun_});
+}
+
+SheetPool::Borrowed NestPlacer::sheetOfTile(int tile) const
+{
+    SheetPool::Borrowed sheet = sheets_.borrow();
+    for (std::size_t i = 0; i < obstacles_.size(); ++i)
+        if (sheet_.obstacles[i].tile == tile)
+            sheet->occupy(obstacles_[i], {0, 0});
+    return sheet;
 }
 
 std::optional<NestPlacer::Spot> NestPlacer::findSpot(const BitSheet& sheet,
@@ -136,14 +157,12 @@ std::optional<NestPlacer::Spot> NestPlacer::findSpot(const BitSheet& sheet,
 
 std::optional<Layout> NestPlacer::layOut(std::span<const double> weights) const
 {
-    std::map<int, BitSheet> sheets;
+    std::map<int, SheetPool::Borrowed> sheets;
     const auto sheetOf = [&](int tile) -> BitSheet& {
-        const auto [at, isNew] = sheets.try_emplace(tile, columns_, rows_, longestRun_);
-        if (isNew)
-            for (std::size_t i = 0; i < obstacles_.size(); ++i)
-                if (sheet_.obstacles[i].tile == tile)
-                    at->second.occupy(obstacles_[i], {0, 0});
-        return at->second;
+        SheetPool::Borrowed& sheet = sheets[tile];
+        if (!sheet)
+            sheet = sheetOfTile(tile);
+        return *sheet;
     };
 
     const double reach = sheet_.margin - 0.5 * sheet_.gap;

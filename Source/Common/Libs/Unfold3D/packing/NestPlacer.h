@@ -4,6 +4,7 @@
 #include "Unfold3D/packing/BitSheet.h"
 #include "Unfold3D/packing/Placer.h"
 #include "Unfold3D/packing/Sheet.h"
+#include "Unfold3D/packing/SheetPool.h"
 
 #include <vector>
 
@@ -47,6 +48,8 @@ private:
     Poses posesOf(const Piece& piece) const;
     void rasterPieces();
     void blockObstacles();
+    void makeBlankSheet();
+    SheetPool::Borrowed sheetOfTile(int tile) const;
     std::optional<Spot> findSpot(const BitSheet& sheet, const Poses& poses) const;
 
     const std::vector<Piece>& pieces_;
@@ -60,7 +63,8 @@ private:
 
     double scale_ = 0.0;
     std::vector<Poses> poses_; ///< [piece]
-    int longestRun_ = 1;
+    int longestRun_ = 0;       ///< of a blank sheet
+    mutable SheetPool sheets_;
 };
 
 } // namespace unfold3d

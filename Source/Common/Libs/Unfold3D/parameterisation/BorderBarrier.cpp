@@ -99,8 +99,13 @@ void BorderBarrier::addPairsWithin(std::span<const Vec2> positions, double facto
 {
     forEachContact(positions, factor, [&](const BorderGap& gap, double) {
         const int vertex = border_.vertexOf(gap.point);
-        pairs.push_back({vertex, border_.vertexOf(gap.edge)});
-        pairs.push_back({vertex, border_.vertexOf(border_.next(gap.edge))});
+        const int begin = border_.vertexOf(gap.edge);
+        const int end = border_.vertexOf(border_.next(gap.edge));
+        pairs.push_back({vertex, begin});
+        pairs.push_back({vertex, end});
+        // Where nothing of a triangle moves, the pattern doesn't know its edges.
+        if (isFixed(gap.edge) && isFixed(border_.next(gap.edge)))
+            pairs.push_back({begin, end});
     });
 }
 

@@ -132,8 +132,9 @@ void LayoutMinimiser::rebuildSystem(const NodeLayout& layout)
         rules_.barrier->addPairsWithin(borderPositions(rules_.barrier->border(), layout),
                                        patternReach, pairs);
     for (const Spring& spring : springs_)
-        for (int i = 1; i < spring.count; ++i)
-            pairs.push_back({spring.nodes[0], spring.nodes[static_cast<std::size_t>(i)]});
+        for (std::size_t i = 1; i < static_cast<std::size_t>(spring.count); ++i)
+            for (std::size_t j = 0; j < i; ++j)
+                pairs.push_back({spring.nodes[j], spring.nodes[i]});
     if (rules_.lines)
         rules_.lines->addPairs(part_.corners, pairs);
     const auto nodeCount = static_cast<int>(layout.uv.size());

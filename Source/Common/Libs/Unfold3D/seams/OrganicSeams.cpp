@@ -17,21 +17,39 @@ namespace unfold3d
 namespace
 {
 
-/// Energy that a seam as long as the diagonal has to win, at a segment amount of 0 and of 1.
+/// The segment amount is taken in so many steps. Each lays its seams beside those of the step
+/// before, so that more of it never takes a seam away.
+constexpr int stepCount = 8;
+/// Energy that a seam as long as the diagonal has to win, at the first and the last step.
 constexpr double highestPrice = 0.1;
 constexpr double lowestPrice = 0.008;
-/// Vertices to factorise for in all, and the least number of forecasts all the same.
-constexpr double verticesToForecast = 2.5e6;
-constexpr double fewestForecasts = 12.0;
-constexpr double mostForecasts = 80.0;
+/// From this step on limbs are cut off, those that are this many diameters long at it, and those at
+/// the last step.
+constexpr int firstStepWithLimbs = 2;
+constexpr double longLimb = 2.5;
+constexpr double shortLimb = 0.8;
+/// Vertices to factorise for in a step, and the least and most forecasts.
+constexpr double verticesToForecast = 1.2e6;
+constexpr double fewestForecasts = 6.0;
+constexpr double mostForecasts = 40.0;
 
-GrowthOptions growthOptions(const SeamMesh& mesh, double segmentAmount)
+GrowthOptions growthOptions(const SeamMesh& mesh, int step)
 {
     GrowthOptions options;
-    options.price = highestPrice * std::pow(lowestPrice / highestPrice, segmentAmount);
-    options.allForecasts = static_cast<int>(std::clamp(
+    options.price =
+        highestPrice * std::pow(lowestPrice / highestPrice, static_cast<double>(step) / stepCount);
+    options.forecasts = static_cast<int>(std::clamp(
         verticesToForecast / std::max(mesh.vertexCount(), 1), fewestForecasts, mostForecasts));
-    options.growthForecasts = options.allForecasts / 2;
+    return options;
+}
+
+TubeRingOptions limbOptions(int step)
+{
+    const double share =
+        static_cast<double>(step - firstStepWithLimbs) / (stepCount - firstStepWithLimbs);
+    TubeRingOptions options;
+    options.leastLength = longLimb + share * (shortLimb - longLimb);
+    options.cutCaps = false;
     return options;
 }
 
@@ -67,20 +85,27 @@ void openAll(SeamDraft& draft, const SeamForecaster& forecaster, const RunContro
 std::vector<char> organicSeams(const SeamMesh& mesh, const OrganicOptions& options,
                                RunControl& control)
 {
-    const GrowthOptions growth = growthOptions(mesh, options.segmentAmount);
+    const int lastStep =
+        static_cast<int>(std::lround(stepCount * std::clamp(options.segmentAmount, 0.0, 1.0)));
     SeamDraft draft(mesh, hiddenSeamCosts(mesh, control));
     SeamForecaster forecaster(mesh, control);
     control.setProgress(0.1);
-    if (options.usePipesCutter) {
-        TubeRingOptions rings;
-        layTubeRings(draft, limbEnds(draft, forecaster), rings, control);
-        draft.parts = findParts(mesh, draft.isSeam);
-    }
+    DistanceBands bands;
+    if (options.usePipesCutter || lastStep >= firstStepWithLimbs)
+        bands = findDistanceBands(mesh, draft.parts, limbEnds(draft, forecaster), control);
+    if (options.usePipesCutter)
+        layTubeRings(draft, bands, {}, control);
     openClosedParts(draft, forecaster, control);
-    openAll(draft, forecaster, control);
-    growSeams(draft, forecaster, growth, control);
-    shortenSeams(draft, control);
-    pruneSeams(draft, forecaster, growth, control);
+    for (int step = 0; step <= lastStep; ++step) {
+        if (step >= firstStepWithLimbs)
+            layTubeRings(draft, bands, limbOptions(step), control);
+        openAll(draft, forecaster, control);
+        const GrowthOptions growth = growthOptions(mesh, step);
+        growSeams(draft, forecaster, growth, control);
+        shortenSeams(draft, control);
+        pruneSeams(draft, forecaster, growth, control);
+        draft.settle();
+    }
     return draft.isSeam;
 }
 

@@ -47,6 +47,12 @@ struct SeamDraft
             isSeam[static_cast<std::size_t>(e)] = mayGo[static_cast<std::size_t>(e)] =
                 static_cast<char>(isLaid);
     }
+    /// From now on all seams stay.
+    void settle()
+    {
+        mayGo.assign(mayGo.size(), 0);
+        isTip.assign(isTip.size(), 0);
+    }
     /// [vertex] stands on the border or on a seam
     std::vector<char> cutVertices() const
     {

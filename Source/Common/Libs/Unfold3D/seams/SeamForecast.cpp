@@ -44,7 +44,6 @@ SeamForecaster::SeamForecaster(const SeamMesh& mesh, const RunControl& control)
 
 std::vector<double> SeamForecaster::factors(const SeamDraft& draft)
 {
-    ++count_;
     return factor_.solve(draft.cutVertices(), control_);
 }
 

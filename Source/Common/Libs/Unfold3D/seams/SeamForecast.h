@@ -19,7 +19,7 @@ struct SeamForecast
         energies; ///< [part] symmetric Dirichlet, mean over the area; 4 is isometric
 };
 
-/// Makes forecasts for changing seams on one mesh, and counts them: each costs a factorisation.
+/// Makes forecasts for changing seams on one mesh; each costs a factorisation.
 class SeamForecaster
 {
 public:
@@ -31,7 +31,6 @@ public:
     /// The factor u of seams/ConformalFactor.h itself [vertex].
     std::vector<double> factors(const SeamDraft& draft);
 
-    int count() const { return count_; }
     const VertexGraph& graph() const { return graph_; }
     const std::vector<double>& areas() const { return factor_.areas(); }               ///< [vertex]
     const std::vector<double>& angleDefects() const { return factor_.angleDefects(); } ///< [vertex]
@@ -41,7 +40,6 @@ private:
     const RunControl& control_;
     ConformalFactor factor_;
     VertexGraph graph_;
-    int count_ = 0;
 };
 
 } // namespace unfold3d

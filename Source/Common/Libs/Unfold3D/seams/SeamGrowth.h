@@ -14,9 +14,8 @@ struct GrowthOptions
     double price = 0.1;
     /// Above this energy a part is distorted so much that a seam is worth five times its price.
     double highEnergy = 4.4;
-    /// Forecasts to spend on growing, and on growing and pruning together.
-    int growthForecasts = 30;
-    int allForecasts = 60;
+    /// Forecasts to spend, on growing and on pruning each.
+    int forecasts = 30;
 };
 
 /// Lays a first seam on each part that has neither border nor seam, between the two places that

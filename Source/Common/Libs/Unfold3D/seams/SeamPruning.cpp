@@ -38,7 +38,7 @@ std::vector<std::vector<int>> danglingEnds(const SeamDraft& draft, double share)
 /// Tries to do without each of some ends, on all parts side by side.
 void tryWithout(const std::vector<std::vector<int>>& ends, SeamDraft& draft,
                 SeamForecaster& forecaster, const GrowthOptions& options,
-                std::vector<double>& worth)
+                std::vector<double>& worth, int& spent)
 {
     std::vector<std::vector<std::size_t>> endsOfPart(worth.size());
     for (std::size_t i = 0; i < ends.size(); ++i)
@@ -46,9 +46,7 @@ void tryWithout(const std::vector<std::vector<int>>& ends, SeamDraft& draft,
     std::size_t rounds = 0;
     for (const auto& list : endsOfPart)
         rounds = std::max(rounds, list.size());
-    for (std::size_t round = 0; round < rounds && forecaster.count() < options.allForecasts;
-         ++round)
-    {
+    for (std::size_t round = 0; round < rounds && spent < options.forecasts; ++round, ++spent) {
         for (const auto& list : endsOfPart)
             if (round < list.size())
                 draft.set(ends[list[round]], false);
@@ -70,8 +68,9 @@ void pruneSeams(SeamDraft& draft, SeamForecaster& forecaster, const GrowthOption
                 RunControl& control)
 {
     std::vector<double> worth = objectives(draft, forecaster.forecast(draft), options);
+    int spent = 1;
     for (const double share : {1.0, 0.5, 0.25}) {
-        tryWithout(danglingEnds(draft, share), draft, forecaster, options, worth);
+        tryWithout(danglingEnds(draft, share), draft, forecaster, options, worth, spent);
         control.approach(1.0, 0.2);
     }
 }

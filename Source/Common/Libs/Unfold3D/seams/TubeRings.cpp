@@ -1,7 +1,6 @@
 #include "Unfold3D/seams/TubeRings.h"
 
 #include "Unfold3D/seams/CheapestRing.h"
-#include "Unfold3D/seams/DistanceBands.h"
 #include "Unfold3D/seams/Tubes.h"
 
 #include <algorithm>
@@ -45,8 +44,13 @@ class RingLayer
 public:
     RingLayer(SeamDraft& draft, const DistanceBands& bands, const TubeRingOptions& options,
               const RunControl& control)
-        : draft_(draft), bands_(bands), options_(options), control_(control)
-    {}
+        : draft_(draft), bands_(bands), options_(options), control_(control),
+          costs_(draft.pathCosts)
+    {
+        for (std::size_t e = 0; e < costs_.size(); ++e)
+            if (draft.isSeam[e])
+                costs_[e] = 1;
+    }
 
     void cutOff(const Tube& tube)
     {
@@ -91,26 +95,28 @@ private:
         const auto [from, to] = bandsBeside(sleeve);
         const std::vector<int> near = verticesTowards(draft_.mesh, bands_, sleeve.front(), from);
         const std::vector<int> far = verticesTowards(draft_.mesh, bands_, sleeve.back(), to);
-        for (const int e :
-             cheapestRing(draft_.mesh, draft_.pathCosts, vertices, near, far, control_))
+        for (const int e : cheapestRing(draft_.mesh, costs_, vertices, near, far, control_)) {
             draft_.isSeam[at(e)] = 1;
+            costs_[at(e)] = 1;
+        }
     }
 
     SeamDraft& draft_;
     const DistanceBands& bands_;
     const TubeRingOptions& options_;
     const RunControl& control_;
+    std::vector<PathCost> costs_; ///< [edge] what is a seam already costs next to nothing
 };
 
 } // namespace
 
-void layTubeRings(SeamDraft& draft, std::span<const int> ends, const TubeRingOptions& options,
+void layTubeRings(SeamDraft& draft, const DistanceBands& bands, const TubeRingOptions& options,
                   const RunControl& control)
 {
-    const DistanceBands bands = findDistanceBands(draft.mesh, draft.parts, ends, control);
     RingLayer layer(draft, bands, options, control);
     for (const Tube& tube : findTubes(bands, options.leastLength))
         layer.cutOff(tube);
+    draft.parts = findParts(draft.mesh, draft.isSeam);
 }
 
 } // namespace unfold3d

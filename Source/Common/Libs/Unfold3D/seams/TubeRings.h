@@ -1,9 +1,8 @@
 #pragma once
 
 #include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/seams/DistanceBands.h"
 #include "Unfold3D/seams/SeamDraft.h"
-
-#include <span>
 
 namespace unfold3d
 {
@@ -17,12 +16,11 @@ struct TubeRingOptions
 };
 
 /// Lays seams around both ends of each tube-like part of a body, where they are cheapest. Ends that
-/// are open already need none. Such seams stay.
+/// are open already need none, and where a seam runs already the ring joins it. Such seams stay;
+/// the parts of the draft are found anew.
 ///
-/// ends  the tips of limbs and what lies on borders, some on every part: tubes are looked for by
-/// the
-///       distance from there
-void layTubeRings(SeamDraft& draft, std::span<const int> ends, const TubeRingOptions& options,
+/// bands  of the whole surface, seams or not
+void layTubeRings(SeamDraft& draft, const DistanceBands& bands, const TubeRingOptions& options,
                   const RunControl& control);
 
 } // namespace unfold3d
