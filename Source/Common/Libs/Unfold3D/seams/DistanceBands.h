@@ -23,6 +23,14 @@ struct DistanceBands
     std::vector<char> meetsBorder; ///< [band]
 
     int count() const { return vertices.size(); }
+    /// Whether the surface goes on in two ways from a band, as along a limb.
+    bool isLink(int band) const { return neighbours[static_cast<std::size_t>(band)].size() == 2; }
+    /// The neighbour of a link that isn't `from`.
+    int beyond(int from, int band) const
+    {
+        const std::vector<int>& both = neighbours[static_cast<std::size_t>(band)];
+        return both.front() == from ? both.back() : both.front();
+    }
 };
 
 /// ends  the vertices to measure from, some on every part: tips of limbs, borders

@@ -1,5 +1,6 @@
 #include "Unfold3D/seams/FactorPeaks.h"
 
+#include "Unfold3D/base/BinaryDigits.h"
 #include "Unfold3D/seams/ConformalFactor.h"
 
 #include <algorithm>
@@ -14,9 +15,10 @@ namespace
 
 /// Share of its height by which a hill must stand over its pass.
 constexpr double leastProminence = 0.25;
-/// Heights and excesses that differ by less are one, so that rounding decides nothing.
-constexpr double heightStep = 1e-4;
-constexpr double excessStep = 1e-8;
+/// Heights that differ by less are one, and excesses with as many binary digits in common: peaks
+/// that are alike are ties whatever the rounding of positions.
+constexpr double heightStep = 1e-3;
+constexpr int excessDigits = 6;
 
 std::size_t at(int index)
 {
@@ -104,7 +106,7 @@ std::vector<FactorPeak> factorPeaks(const VertexGraph& graph, std::span<const do
         Hills(graph, std::move(height), areas).findPeaks(peaks);
     }
     for (FactorPeak& peak : peaks)
-        peak.excess = excessStep * std::round(peak.excess / excessStep);
+        peak.excess = toBinaryDigits(peak.excess, excessDigits);
     std::stable_sort(peaks.begin(), peaks.end(),
                      [](const FactorPeak& a, const FactorPeak& b) { return a.excess > b.excess; });
     return peaks;

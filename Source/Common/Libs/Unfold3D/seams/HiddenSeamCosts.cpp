@@ -1,5 +1,6 @@
 #include "Unfold3D/seams/HiddenSeamCosts.h"
 
+#include "Unfold3D/base/BinaryDigits.h"
 #include "Unfold3D/seams/Visibility.h"
 
 #include <algorithm>
@@ -11,8 +12,9 @@ namespace unfold3d
 namespace
 {
 
-/// Factor of an edge that no light reaches; 1 is that of one in full light.
-constexpr double factorInTheDark = 0.3;
+/// Factor of an edge that no light reaches; 1 is that of one in full light. Between them it grows
+/// by the square of the light: a body has much that is a little in the shade.
+constexpr double factorInTheDark = 0.2;
 /// An edge counts as a crease from the first angle on, fully from the second, in radians.
 constexpr double softCrease = 0.35;
 constexpr double hardCrease = 1.2;
@@ -21,6 +23,9 @@ constexpr double factorOfRidge = 0.55;
 /// Below this angle, in radians, an edge lies in a plane.
 constexpr double flatAngle = 1e-3;
 constexpr double factorOfFlat = 1.3;
+/// Edges that are alike cost the same whatever the rounding of their positions, so that ways that
+/// are alike are ties.
+constexpr int digits = 7;
 
 double creaseFactor(double angle)
 {
@@ -35,16 +40,17 @@ double creaseFactor(double angle)
 
 std::vector<double> hiddenSeamCosts(const SeamMesh& mesh, const RunControl& control)
 {
-    const std::vector<double> light = vertexVisibility(mesh.positions, mesh.triangles, control);
+    const std::vector<double> visibility =
+        vertexVisibility(mesh.positions, mesh.triangles, control);
     std::vector<double> costs(mesh.lengths.size());
     for (int e = 0; e < mesh.edgeCount(); ++e) {
         const auto i = static_cast<std::size_t>(e);
         const auto [a, b] = mesh.verticesOf(e);
-        const double seen = std::clamp(
-            0.5 * (light[static_cast<std::size_t>(a)] + light[static_cast<std::size_t>(b)]), 0.0,
-            1.0);
-        costs[i] = mesh.lengths[i] * (factorInTheDark + (1.0 - factorInTheDark) * seen) *
-                   creaseFactor(mesh.angles[i]);
+        const double seen = std::clamp(0.5 * (visibility[static_cast<std::size_t>(a)] +
+                                              visibility[static_cast<std::size_t>(b)]),
+                                       0.0, 1.0);
+        const double light = factorInTheDark + (1.0 - factorInTheDark) * seen * seen;
+        costs[i] = toBinaryDigits(mesh.lengths[i] * light * creaseFactor(mesh.angles[i]), digits);
     }
     return costs;
 }

@@ -4,7 +4,6 @@
 #include "Unfold3D/seams/Tubes.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace unfold3d
@@ -54,20 +53,28 @@ public:
 
     void cutOff(const Tube& tube)
     {
-        const std::size_t count = sleeveSize(tube);
-        const std::span<const int> all(tube.bands);
+        const std::vector<int>& besideFirst = bands_.neighbours[at(tube.bands.front())];
+        const int slide = bandsToSlide(tube);
         if (needsRing(tube.start))
-            layRing(all.first(count));
+            layRing(sleeveAt({tube.bands.rbegin(), tube.bands.rend()}, besideFirst.back(), slide));
         if (needsRing(tube.end))
-            layRing(all.last(count));
+            layRing(sleeveAt(tube.bands, besideFirst.front(), slide));
     }
 
 private:
-    std::size_t sleeveSize(const Tube& tube) const
+    /// Bands around an end of a tube for a ring to lie in, and those that bound them.
+    struct Sleeve
+    {
+        int inside;
+        std::vector<int> bands; ///< one behind the other
+        int outside;
+    };
+
+    int bandsToSlide(const Tube& tube) const
     {
         const double slide = std::min(slideByGirth * tube.girth, slideByLength * tube.length);
         const double count = std::ceil(slide / bands_.widths[at(tube.bands.front())]);
-        return std::clamp<std::size_t>(static_cast<std::size_t>(count), 1, tube.bands.size());
+        return std::clamp(static_cast<int>(count), 1, static_cast<int>(tube.bands.size()));
     }
 
     bool needsRing(Tube::End end) const
@@ -75,26 +82,37 @@ private:
         return end == Tube::Body || (end == Tube::Cap && options_.cutCaps);
     }
 
-    /// The neighbours of the first and the last band that aren't in the sleeve.
-    std::array<int, 2> bandsBeside(std::span<const int> sleeve) const
+    /// Around the last of some bands, at most `slide` of them and as many beyond.
+    ///
+    /// before  what comes before the first of the bands
+    Sleeve sleeveAt(const std::vector<int>& bands, int before, int slide) const
     {
-        const std::vector<int>& first = bands_.neighbours[at(sleeve.front())];
-        const std::vector<int>& last = bands_.neighbours[at(sleeve.back())];
-        if (sleeve.size() == 1)
-            return {first[0], first[1]};
-        return {first[0] == sleeve[1] ? first[1] : first[0],
-                last[0] == sleeve[sleeve.size() - 2] ? last[1] : last[0]};
+        Sleeve sleeve;
+        sleeve.bands.assign(bands.end() - slide, bands.end());
+        const auto inside = static_cast<int>(bands.size()) - slide - 1;
+        const int beyondFirst =
+            slide > 1 ? bands_.beyond(sleeve.bands[1], sleeve.bands[0]) : before;
+        sleeve.inside = inside >= 0 ? bands[at(inside)] : beyondFirst;
+        int from = slide > 1 ? sleeve.bands[at(slide - 2)] : sleeve.inside;
+        sleeve.outside = bands_.beyond(from, sleeve.bands.back());
+        for (int i = 0; i < slide && bands_.isLink(sleeve.outside); ++i) {
+            from = sleeve.bands.back();
+            sleeve.bands.push_back(sleeve.outside);
+            sleeve.outside = bands_.beyond(from, sleeve.outside);
+        }
+        return sleeve;
     }
 
-    void layRing(std::span<const int> sleeve)
+    void layRing(const Sleeve& sleeve)
     {
         std::vector<int> vertices;
-        for (const int band : sleeve)
+        for (const int band : sleeve.bands)
             vertices.insert(vertices.end(), bands_.vertices[band].begin(),
                             bands_.vertices[band].end());
-        const auto [from, to] = bandsBeside(sleeve);
-        const std::vector<int> near = verticesTowards(draft_.mesh, bands_, sleeve.front(), from);
-        const std::vector<int> far = verticesTowards(draft_.mesh, bands_, sleeve.back(), to);
+        const std::vector<int> near =
+            verticesTowards(draft_.mesh, bands_, sleeve.bands.front(), sleeve.inside);
+        const std::vector<int> far =
+            verticesTowards(draft_.mesh, bands_, sleeve.bands.back(), sleeve.outside);
         for (const int e : cheapestRing(draft_.mesh, costs_, vertices, near, far, control_)) {
             draft_.isSeam[at(e)] = 1;
             costs_[at(e)] = 1;

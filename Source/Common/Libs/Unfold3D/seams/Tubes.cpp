@@ -12,7 +12,7 @@ namespace
 {
 
 /// The widest place of a tube is at most this much wider than its narrowest.
-constexpr double mostTaper = 1.6;
+constexpr double mostTaper = 1.5;
 /// Share of the girth of a tube within which a border beyond its end makes it open, and within
 /// which it is said to close.
 constexpr double borderWithin = 0.25;
@@ -23,36 +23,24 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-bool isLink(const DistanceBands& bands, int band)
-{
-    return bands.neighbours[at(band)].size() == 2;
-}
-
-/// The neighbour of a link that isn't `from`.
-int beyond(const DistanceBands& bands, int from, int band)
-{
-    const std::vector<int>& neighbours = bands.neighbours[at(band)];
-    return neighbours.front() == from ? neighbours.back() : neighbours.front();
-}
-
 /// Links one behind the other. A closed ring of links is no chain.
 std::vector<std::vector<int>> findChains(const DistanceBands& bands)
 {
     std::vector<std::vector<int>> chains;
     std::vector<char> isDone(at(bands.count()), 0);
     for (int first = 0; first < bands.count(); ++first) {
-        if (!isLink(bands, first) || isDone[at(first)])
+        if (!bands.isLink(first) || isDone[at(first)])
             continue;
         for (const int outside : bands.neighbours[at(first)]) {
-            if (isLink(bands, outside) || isDone[at(first)])
+            if (bands.isLink(outside) || isDone[at(first)])
                 continue;
             std::vector<int>& chain = chains.emplace_back();
             int from = outside;
             int band = first;
-            while (isLink(bands, band) && !isDone[at(band)]) {
+            while (bands.isLink(band) && !isDone[at(band)]) {
                 isDone[at(band)] = 1;
                 chain.push_back(band);
-                from = std::exchange(band, beyond(bands, from, band));
+                from = std::exchange(band, bands.beyond(from, band));
             }
         }
     }
@@ -121,8 +109,10 @@ private:
         tube.length = static_cast<double>(run.size()) * bands_.widths[at(run.front())];
         if (!(tube.length >= leastLength_ * tube.girth / std::numbers::pi))
             return false;
-        tube.start = endBeyond(run.size() > 1 ? run[1] : -1, run.front(), tube);
-        tube.end = endBeyond(run.size() > 1 ? run[run.size() - 2] : -1, run.back(), tube);
+        const std::vector<int>& first = bands_.neighbours[at(run.front())];
+        tube.start = endBeyond(run.size() > 1 ? run[1] : first.back(), run.front(), tube);
+        tube.end =
+            endBeyond(run.size() > 1 ? run[run.size() - 2] : first.front(), run.back(), tube);
         tubes_.push_back(std::move(tube));
         return true;
     }
@@ -135,9 +125,9 @@ private:
                 return Tube::Open;
             if (bands_.neighbours[at(band)].size() == 1)
                 return Tube::Cap;
-            if (!isLink(bands_, band))
+            if (!bands_.isLink(band))
                 return Tube::Body;
-            from = std::exchange(band, beyond(bands_, from, band));
+            from = std::exchange(band, bands_.beyond(from, band));
         }
         return Tube::Body;
     }
