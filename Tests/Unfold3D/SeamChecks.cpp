@@ -3,16 +3,13 @@
 #include "LayoutChecks.h"
 
 #include "Unfold3D/base/DisjointSets.h"
-#include "Unfold3D/base/RestTriangle.h"
+#include "Unfold3D/start/StartDistortion.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <limits>
 #include <map>
-#include <set>
+#include <utility>
 
 using unfold3d::DisjointSets;
 using unfold3d::IslandMesh;
@@ -48,47 +45,30 @@ double diagonalOf(const IslandMesh& mesh)
     return length(high - low);
 }
 
-/// Loops of the edges that one triangle has, vertex after vertex.
-int countLoops(const std::vector<std::array<int, 2>>& border, int vertexCount)
+/// openSides  corners from which the border runs to the next
+void countCells(CutMesh& cut, const std::vector<int>& openSides)
 {
-    DisjointSets loops(vertexCount);
-    std::set<int> onBorder;
-    for (const auto& [a, b] : border) {
-        loops.join(a, b);
-        onBorder.insert(a);
-    }
-    return static_cast<int>(
-        std::count_if(onBorder.begin(), onBorder.end(), [&](int v) { return loops.find(v) == v; }));
-}
-
-void countCells(CutMesh& cut)
-{
-    const auto patchCount = cut.patches.size();
-    std::vector<std::set<int>> vertices(patchCount);
-    std::vector<std::map<std::pair<int, int>, int>> edges(patchCount);
+    std::vector<int> twiceEuler(cut.patches.size(), 0);
+    std::vector<char> isCounted(cut.mesh.positions.size(), 0);
     for (std::size_t t = 0; t < cut.mesh.triangles.size(); ++t) {
-        const std::size_t p = at(cut.patchOf[t]);
         const auto& [a, b, c] = cut.mesh.triangles[t];
-        ++cut.patches[p].triangles;
-        cut.patches[p].area +=
-            0.5 * length(cross(cut.mesh.positions[at(b)] - cut.mesh.positions[at(a)],
-                               cut.mesh.positions[at(c)] - cut.mesh.positions[at(a)]));
-        for (std::size_t i = 0; i < 3; ++i) {
-            vertices[p].insert(cut.mesh.triangles[t][i]);
-            ++edges[p][edgeAt(cut.mesh, t, i)];
-        }
+        Patch& patch = cut.patches[at(cut.patchOf[t])];
+        ++patch.triangles;
+        patch.area += 0.5 * length(cross(cut.mesh.positions[at(b)] - cut.mesh.positions[at(a)],
+                                         cut.mesh.positions[at(c)] - cut.mesh.positions[at(a)]));
+        --twiceEuler[at(cut.patchOf[t])]; // three halves of an edge, and itself
+        for (const int v : {a, b, c})
+            twiceEuler[at(cut.patchOf[t])] += std::exchange(isCounted[at(v)], 1) ? 0 : 2;
     }
-    for (std::size_t p = 0; p < patchCount; ++p) {
-        std::vector<std::array<int, 2>> border;
-        for (const auto& [edge, uses] : edges[p])
-            if (uses == 1)
-                border.push_back({edge.first, edge.second});
-        Patch& patch = cut.patches[p];
-        patch.borders = countLoops(border, cut.mesh.vertexCount());
-        const int euler = static_cast<int>(vertices[p].size()) - static_cast<int>(edges[p].size()) +
-                          patch.triangles;
-        patch.handles = (2 - euler - patch.borders) / 2;
+    DisjointSets loops(cut.mesh.vertexCount());
+    for (const int side : openSides) {
+        const auto& [a, b] = edgeAt(cut.mesh, at(side / 3), at(side % 3));
+        const int p = cut.patchOf[at(side / 3)];
+        --twiceEuler[at(p)];
+        cut.patches[at(p)].borders += loops.join(a, b) ? 0 : 1; // the side that closes a loop
     }
+    for (std::size_t p = 0; p < cut.patches.size(); ++p)
+        cut.patches[p].handles = 1 - (twiceEuler[p] + 2 * cut.patches[p].borders) / 4;
 }
 
 } // namespace
@@ -123,9 +103,12 @@ CutMesh::CutMesh(const IslandMesh& whole, const Edges& seams)
     };
     DisjointSets corners(static_cast<int>(3 * whole.triangles.size()));
     DisjointSets parts(whole.triangleCount());
+    std::vector<int> openSides;
     for (const auto& [edge, begins] : sides) {
-        if (begins.size() != 2 || std::binary_search(seams.begin(), seams.end(), edge))
+        if (begins.size() != 2 || std::binary_search(seams.begin(), seams.end(), edge)) {
+            openSides.insert(openSides.end(), begins.begin(), begins.end());
             continue;
+        }
         parts.join(begins[0] / 3, begins[1] / 3);
         for (int i = 0; i < 3; ++i)
             for (int j = 0; j < 3; ++j) {
@@ -151,7 +134,7 @@ CutMesh::CutMesh(const IslandMesh& whole, const Edges& seams)
             patchOfPart.try_emplace(parts.find(t), static_cast<int>(patchOfPart.size()))
                 .first->second);
     patches.resize(patchOfPart.size());
-    countCells(*this);
+    countCells(*this, openSides);
     for (const auto& [a, b] : seams)
         seamLength += length(whole.positions[at(b)] - whole.positions[at(a)]) / diagonalOf(whole);
 }
@@ -164,29 +147,14 @@ double worstEnergy(const CutMesh& cut)
     EXPECT_TRUE(session.warning().empty()) << session.warning();
     const std::vector<Vec2> uv = session.exportUVs();
     EXPECT_EQ(layout::countFlips(cut.mesh.triangles, uv), 0);
-    struct Sums
-    {
-        double area = 0.0;
-        double stretch = 0.0; ///< squares of both singular values, by the area
-        double squeeze = 0.0; ///< of their inverses
-    };
-    std::vector<Sums> sums(cut.patches.size());
-    for (std::size_t t = 0; t < cut.mesh.triangles.size(); ++t) {
-        const auto& [a, b, c] = cut.mesh.triangles[t];
-        const unfold3d::RestTriangle rest = unfold3d::restTriangle(
-            cut.mesh.positions[at(a)], cut.mesh.positions[at(b)], cut.mesh.positions[at(c)], 0.0);
-        const Vec2 alongX = (1.0 / rest.bx) * (uv[at(b)] - uv[at(a)]);
-        const Vec2 alongY = (1.0 / rest.cy) * (uv[at(c)] - uv[at(a)] - rest.cx * alongX);
-        const double squares = dot(alongX, alongX) + dot(alongY, alongY);
-        const double determinant = cross(alongX, alongY);
-        Sums& own = sums[at(cut.patchOf[t])];
-        own.area += rest.area();
-        own.stretch += rest.area() * squares;
-        own.squeeze += rest.area() * squares / (determinant * determinant);
-    }
+    std::vector<IslandMesh> parts(cut.patches.size());
+    for (std::size_t t = 0; t < cut.mesh.triangles.size(); ++t)
+        parts[at(cut.patchOf[t])].triangles.push_back(cut.mesh.triangles[t]);
     double worst = 4.0;
-    for (const Sums& own : sums) // at the best scale of each
-        worst = std::max(worst, 2.0 * std::sqrt(own.stretch * own.squeeze) / own.area);
+    for (IslandMesh& part : parts) {
+        part.positions = cut.mesh.positions;
+        worst = std::max(worst, unfold3d::startDistortion(part, uv));
+    }
     return worst;
 }
 

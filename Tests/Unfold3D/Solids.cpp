@@ -5,6 +5,7 @@
 #include <cmath>
 #include <map>
 #include <numbers>
+#include <random>
 
 using unfold3d::Triangle;
 using unfold3d::Vec3;
@@ -149,23 +150,18 @@ IslandMesh roundedBox(double radius, int steps)
     return mesh;
 }
 
-IslandMesh twistedBand(int squares)
+IslandMesh soup(unsigned seed)
 {
+    std::mt19937 random(seed);
+    const auto below = [&](int count) {
+        return std::uniform_int_distribution<int>(0, count - 1)(random);
+    };
     IslandMesh mesh;
-    for (int i = 0; i < squares; ++i)
-        for (const double side : {-0.5, 0.5}) {
-            const double angle = 2.0 * std::numbers::pi * i / squares;
-            const double r = 2.0 + side * std::cos(0.5 * angle);
-            mesh.positions.push_back(
-                {r * std::cos(angle), r * std::sin(angle), side * std::sin(0.5 * angle)});
-        }
-    for (int i = 0; i < squares; ++i) {
-        const bool isLast = i + 1 == squares;
-        const int c = isLast ? 1 : 2 * i + 2;
-        const int d = isLast ? 0 : 2 * i + 3;
-        mesh.triangles.push_back({2 * i, 2 * i + 1, d});
-        mesh.triangles.push_back({2 * i, d, c});
-    }
+    const int vertexCount = 3 + below(seed % 3 == 0 ? 8 : 60);
+    for (int v = 0; v < vertexCount; ++v)
+        mesh.positions.push_back({1.0 * below(4), 1.0 * below(4), below(2) * 1e-9});
+    for (int t = 1 + below(60); t > 0; --t)
+        mesh.triangles.push_back({below(vertexCount), below(vertexCount), below(vertexCount)});
     return mesh;
 }
 

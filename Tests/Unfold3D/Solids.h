@@ -5,7 +5,8 @@
 #include <utility>
 #include <vector>
 
-/// Closed surfaces for the tests of seams, wound counter-clockwise seen from outside.
+/// Closed surfaces for the tests of seams, wound counter-clockwise seen from outside, and hostile
+/// ones.
 namespace solids
 {
 
@@ -26,7 +27,8 @@ IslandMesh cylinder(int sides, int rings);
 /// each rounding and each flat.
 IslandMesh roundedBox(double radius, int steps);
 
-/// A band with a half twist.
-IslandMesh twistedBand(int squares);
+/// Triangles at random: edges of many of them, copies, bad corners, many parts, needles, triangles
+/// on one point.
+IslandMesh soup(unsigned seed);
 
 } // namespace solids
