@@ -73,8 +73,7 @@ std::vector<std::uint8_t> heldCoordinates(const Session& session)
 
 bool isRoundedTo(Vec2 point, Vec2 rounded)
 {
-    return static_cast<double>(static_cast<float>(point.x)) == rounded.x &&
-           static_cast<double>(static_cast<float>(point.y)) == rounded.y;
+    return toFloat(point.x) == rounded.x && toFloat(point.y) == rounded.y;
 }
 
 /// Moves the vertices of an island that its rounding would not leave where they are sound; returns
@@ -96,6 +95,8 @@ FloatRounding roundIsland(const Session& session, int island,
             exported = uv[i];
     }
     for (const int v : vertices) {
+        if (session.isFixed[static_cast<std::size_t>(v)])
+            continue;
         const int anchor = session.islands.anchor[static_cast<std::size_t>(v)];
         layout[static_cast<std::size_t>(v)] = layout[static_cast<std::size_t>(anchor)];
     }

@@ -11,9 +11,6 @@ namespace unfold3d
 namespace
 {
 
-/// A result that neither converged nor came below this energy, of which 4 is the least, is tried
-/// again from another start.
-constexpr double hopelessEnergy = 8.0;
 /// Share of the progress that is left which an attempt takes: mostly it is the only one.
 constexpr double progressOfAttempt = 0.9;
 
@@ -21,7 +18,7 @@ constexpr double progressOfAttempt = 0.9;
 
 bool FlattenAttempt::isGood() const
 {
-    return !uv.empty() && (report.converged || report.energy < hopelessEnergy);
+    return !uv.empty() && report.isHopeful();
 }
 
 bool FlattenAttempt::isBetterThan(const FlattenAttempt& other) const

@@ -41,6 +41,10 @@ void putIntoSession(Session& session, int island, const IslandLayout& layout)
     const auto isFixed = [&](std::size_t i) {
         return !layout.isFixed.empty() && layout.isFixed[i];
     };
+    for (const int v : session.islands.vertices[island])
+        session.isFixed[static_cast<std::size_t>(v)] = 0;
+    for (const int v : layout.staying)
+        session.isFixed[static_cast<std::size_t>(v)] = 1;
     for (std::size_t i = 0; i < layout.vertices.size(); ++i) {
         const auto vertex = static_cast<std::size_t>(layout.vertices[i]);
         session.isFixed[vertex] = static_cast<char>(isFixed(i));
@@ -53,7 +57,7 @@ void putIntoSession(Session& session, int island, const IslandLayout& layout)
     for (const int v : session.islands.vertices[island]) {
         const auto vertex = static_cast<std::size_t>(v);
         const auto anchor = static_cast<std::size_t>(session.islands.anchor[vertex]);
-        if (anchor == vertex)
+        if (anchor == vertex || session.isFixed[vertex])
             continue;
         session.isFixed[vertex] = session.isFixed[anchor];
         if (session.isFixed[anchor])

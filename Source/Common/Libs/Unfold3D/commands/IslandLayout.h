@@ -15,9 +15,9 @@ struct IslandLayout
 {
     Obstacle obstacle = Obstacle::None; ///< why it can't be laid flat; then there are no UVs
     std::vector<int> vertices;          ///< of the session's mesh
-    std::vector<Triangle> triangles;    ///< by positions in `vertices`, counter-clockwise in uv
     std::vector<Vec2> uv;               ///< [position in vertices]
     std::vector<char> isFixed;          ///< [position in vertices] stayed; empty when none had to
+    std::vector<int> staying;           ///< of the island, beside `vertices`, that have to stay
     bool hadLayout = false;             ///< its UVs before weren't just its positions in space
     bool isUnchanged = false;           ///< its UVs are those it had
     std::string method;                 ///< which methods served

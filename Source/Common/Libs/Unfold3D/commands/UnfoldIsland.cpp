@@ -37,7 +37,6 @@ IslandLayout unfoldIsland(const Session& session, int island, const FlattenOptio
     if (result.hadLayout)
         moveMiddleTo(boxAround(old).centre(), surface.mesh.triangleCount(), result.uv);
     result.vertices = std::move(surface.vertices);
-    result.triangles = std::move(surface.mesh.triangles);
     return result;
 }
 

@@ -25,7 +25,10 @@ enum HeldCoordinate : std::uint8_t
 /// The value of the nearest float.
 inline double toFloat(double value)
 {
-    return static_cast<double>(static_cast<float>(value));
+    // GCC 12 takes two such conversions side by side for nothing at -O2, unless it has to store
+    // what is between them.
+    const volatile float rounded = static_cast<float>(value);
+    return static_cast<double>(rounded);
 }
 
 /// How many steps of the float grid a vertex may leave the box of its layout.

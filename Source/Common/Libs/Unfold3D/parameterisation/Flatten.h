@@ -54,6 +54,11 @@ struct FlattenReport
     int borderCrossings = -1; ///< of the result, by an exact test; -1 when not counted
     std::string method;       ///< which methods served, for a log
     std::vector<std::string> warnings;
+
+    /// When the end was not reached, and the energy is higher than this, another start may do
+    /// better.
+    static constexpr double hopelessEnergy = 8.0;
+    bool isHopeful() const { return converged || energy < hopelessEnergy; }
 };
 
 struct FlattenResult
