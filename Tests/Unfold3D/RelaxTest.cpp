@@ -235,6 +235,55 @@ RC_GTEST_PROP(Optimize, NeverMovesWhatIsNotSelectedNorFlipsMore, (unsigned seed)
     RC_ASSERT((keys.power > 0.0F && keys.iterations > 0) || moved == 0U);
 }
 
+// Rolled out, the sheet of a cone with more than one turn would lie over itself.
+TEST(Optimize, BordersKeepOffBordersThatStay)
+{
+    constexpr int sides = 16;
+    const IslandMesh mesh = surfaces::cutCone(1.3, sides, 4);
+    std::vector<Vec2> before{{0.0, 0.0}};
+    std::vector<int> chosen;
+    for (int v = 1; v < mesh.vertexCount(); ++v) {
+        const int side = (v - 1) % (sides + 1);
+        const double radius = 1.0 + (v - 1) / (sides + 1);
+        const double angle = 6.0 * side / sides;
+        before.push_back({static_cast<float>(radius * std::cos(angle)),
+                          static_cast<float>(radius * std::sin(angle))});
+        if (side > sides / 4)
+            chosen.push_back(v);
+    }
+    ASSERT_EQ(layout::countFlips(mesh.triangles, before), 0);
+    SolverSession session(mesh, before);
+    session.select("Vertex", chosen);
+    const std::vector<Vec2> after = optimized(session);
+    EXPECT_LT(distortionsOf(mesh, after).lengths, distortionsOf(mesh, before).lengths);
+    EXPECT_EQ(layout::countFlips(mesh.triangles, after), 0);
+    EXPECT_EQ(layout::countCrossings(mesh.triangles, after), 0);
+}
+
+// A tetrahedron hangs on one corner of a sheet that is folded.
+TEST(Optimize, RelaxesWhatIsOpenRoundClosedParts)
+{
+    IslandMesh mesh = surfaces::sheet(4, 4);
+    const int sheetVertices = mesh.vertexCount();
+    const std::size_t sheetTriangles = mesh.triangles.size();
+    const IslandMesh closed = surfaces::tetrahedron();
+    for (const Vec3& p : closed.positions)
+        mesh.positions.push_back(p);
+    for (const auto& [a, b, c] : closed.triangles)
+        mesh.triangles.push_back({a + sheetVertices, b + sheetVertices, c + sheetVertices});
+    for (Triangle& t : mesh.triangles)
+        std::replace(t.begin(), t.end(), sheetVertices, 0);
+    std::vector<Vec2> before = fromAbove(mesh);
+    std::swap(before[6], before[18]);
+    const std::vector<Vec2> after = optimized(mesh, before);
+    mesh.triangles.resize(sheetTriangles);
+    EXPECT_EQ(layout::countFlips(mesh.triangles, after), 0);
+    EXPECT_NEAR(distortionsOf(mesh, after).lengths, 4.0, 1e-6);
+    for (int v = sheetVertices; v < static_cast<int>(after.size()); ++v)
+        EXPECT_EQ(after[at(v)], before[at(v)]);
+    EXPECT_EQ(after[0], before[0]);
+}
+
 // Where the border is sound and stays, or can go anywhere, a tangle always has a way out.
 RC_GTEST_PROP(Optimize, UntanglesWhatTheBorderAllows, (unsigned seed))
 {
