@@ -1,6 +1,7 @@
 #include "UVUtils/editing/CutRings.h"
 
 #include "OpenSG/IndexSpan.h"
+#include "UVUtils/model/SortAndDropRepeats.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -107,8 +108,7 @@ CutVertices collectCutVertices(std::span<const unsigned int> edges, unsigned int
         cut.ids.push_back(end.vertex);
         cut.startEdges.push_back(end.edge);
     }
-    std::sort(cut.edges.begin(), cut.edges.end());
-    cut.edges.erase(std::unique(cut.edges.begin(), cut.edges.end()), cut.edges.end());
+    sortAndDropRepeats(cut.edges);
     return cut;
 }
 

@@ -9,9 +9,9 @@
 #include "OpenSGExt/UVConstraintsTracker.h"
 #include "OpenSGExt/kyShellUtils.h"
 #include "OpenSGUtils/UVConstraintData.h"
-#include "UVUtils/editing/SeamEdges.h"
 #include "UVUtils/model/ActiveSurfaces.h"
 #include "UVUtils/model/EdgeLists.h"
+#include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -54,12 +54,6 @@ std::vector<std::vector<Edge>> dealEdges(const std::vector<Edge>& edges,
             edge.first - surface->firstId, edge.second - surface->firstId);
     }
     return edgesOfSurface;
-}
-
-void sortAndDropRepeats(std::vector<Edge>& edges)
-{
-    std::sort(edges.begin(), edges.end());
-    edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
 }
 
 /// The other edges, in their order.

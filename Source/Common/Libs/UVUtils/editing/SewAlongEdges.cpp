@@ -6,6 +6,7 @@
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/editing/SeamEdges.h"
 #include "UVUtils/model/DealIds.h"
+#include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -105,8 +106,7 @@ void kyUVUtils::sewSurfaces(const osg::GeometryPtr& geometry, const osg::NodePtr
                             kyUVTypes::UVSet uvSet, std::vector<Edge> allEdges,
                             const FlatEdgeList& sewEdges, bool matchUVs, kyTopologyBridge* bridge)
 {
-    std::sort(allEdges.begin(), allEdges.end());
-    allEdges.erase(std::unique(allEdges.begin(), allEdges.end()), allEdges.end());
+    sortAndDropRepeats(allEdges);
     const std::vector<ActiveSurface> surfaces = activeSurfaces(node);
     const auto sew = [&](const ActiveSurface& surface, const std::vector<unsigned int>& localSew) {
         const FlatEdgeList localAll = localEdges(allEdges, surface.firstId, surface.vertexCount);

@@ -4,6 +4,7 @@
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/editing/IslandLabels.h"
 #include "UVUtils/model/IndexView.h"
+#include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/model/kyUVUtils.h"
 
 #include <algorithm>
@@ -120,8 +121,7 @@ Ids toCompactIds(const CompactShellMesh& mesh, std::span<const unsigned int> ids
     compact.reserve(ids.size());
     for (const unsigned int id : ids)
         compact.push_back(id < compactOfVertex.size() ? compactOfVertex[id] : absent);
-    std::sort(compact.begin(), compact.end());
-    compact.erase(std::unique(compact.begin(), compact.end()), compact.end());
+    sortAndDropRepeats(compact);
     return compact;
 }
 

@@ -1,6 +1,7 @@
 #include "UVUtils/model/BorderEdges.h"
 
 #include "UVUtils/model/Buckets.h"
+#include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/model/SortFew.h"
 
 #include <algorithm>
@@ -50,8 +51,7 @@ template <class Id>
 FlatEdgeList borderEdgesOfSparse(std::span<const Id> triangles)
 {
     std::vector<std::uint32_t> ids(triangles.begin(), triangles.end());
-    std::sort(ids.begin(), ids.end());
-    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+    sortAndDropRepeats(ids);
     std::vector<std::uint32_t> places(triangles.size());
     std::transform(triangles.begin(), triangles.end(), places.begin(), [&](Id id) {
         return static_cast<std::uint32_t>(std::lower_bound(ids.begin(), ids.end(), id) -

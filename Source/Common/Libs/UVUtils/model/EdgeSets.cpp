@@ -2,18 +2,16 @@
 
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "UVUtils/model/EdgeLists.h"
+#include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyUVUtils.h"
-
-#include <algorithm>
 
 void kyUVUtils::updateEdgeVSet(const osg::GeometryPtr& geometry)
 {
     const std::span<const unsigned int> edges =
         osg::GeoTmpIndexEditInterface(geometry, kyUVTypes::SelectedEdges).values();
     std::vector<unsigned int> vertices(edges.begin(), edges.end());
-    std::sort(vertices.begin(), vertices.end());
-    vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
+    sortAndDropRepeats(vertices);
 
     osg::GeoTmpIndexEditInterface list(geometry, kyUVTypes::SelectedEdgeVertices);
     if (list.isNull())
@@ -34,7 +32,6 @@ void kyUVUtils::mergeEdgeSet(const unsigned int* a, unsigned int aCount, const u
     std::vector<Edge> edges = edgesOf(first);
     const std::vector<Edge> added = edgesOf(second);
     edges.insert(edges.end(), added.begin(), added.end());
-    std::sort(edges.begin(), edges.end());
-    edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
+    sortAndDropRepeats(edges);
     out = flatListOf(edges);
 }

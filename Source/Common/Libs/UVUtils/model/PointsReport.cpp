@@ -1,4 +1,5 @@
 #include "OpenSG/GeoTmpIndexEditInterface.h"
+#include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -52,8 +53,7 @@ std::vector<unsigned int> selectedVertices(const osg::GeometryPtr& geometry)
 {
     const osg::GeoTmpIndexEditInterface list(geometry, kyUVTypes::FreeVertices);
     std::vector<unsigned int> ids(list.values().begin(), list.values().end());
-    std::sort(ids.begin(), ids.end());
-    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+    sortAndDropRepeats(ids);
     return ids;
 }
 

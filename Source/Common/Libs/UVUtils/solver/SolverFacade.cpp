@@ -1,11 +1,10 @@
 #include "UVUtils/solver/SolverFacade.h"
 
 #include "UVUtils/model/NodeName.h"
+#include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyUVUtils.h"
 #include "Utils/kyLog.h"
-
-#include <algorithm>
 
 kyUVTypes::ReturnCode
 onWorkGeometry(const osg::GeometryPtr& geometry, const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
@@ -42,10 +41,8 @@ std::vector<unsigned int> selectedVertices(const CompactMeshScope& scope,
 {
     std::vector<unsigned int> vertices = scope.readTempIndices(list);
     // Vertices of several surfaces are one in the mesh, which makes a list longer than it looks.
-    if (vertices.size() >= vertexCountOf(scope.getGeometry())) {
-        std::sort(vertices.begin(), vertices.end());
-        vertices.erase(std::unique(vertices.begin(), vertices.end()), vertices.end());
-    }
+    if (vertices.size() >= vertexCountOf(scope.getGeometry()))
+        sortAndDropRepeats(vertices);
     return vertices;
 }
 

@@ -1,5 +1,6 @@
 #include "UVUtils/solver/steps/PackStep.h"
 
+#include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/solver/WriteLine.h"
 
 #include <algorithm>
@@ -17,12 +18,6 @@ struct TouchedIslands
     std::vector<int> ids;  ///< with at least one selected vertex, ascending
     std::size_t total = 0; ///< of the whole layout
 };
-
-void sortAndDropRepeats(std::vector<int>& ids)
-{
-    std::sort(ids.begin(), ids.end());
-    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
-}
 
 TouchedIslands findTouchedIslands(std::span<const int> islandOfVertex,
                                   std::span<const unsigned int> selectedVertices)
