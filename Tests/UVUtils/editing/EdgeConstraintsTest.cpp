@@ -89,12 +89,15 @@ void expectListsShow(const osg::NodePtr& node)
     }
 }
 
+/// Leaves a shell out that lacks one of the lists: edges of hidden surfaces have it filled anew.
 std::vector<unsigned int> stampsOf(const osg::NodePtr& node)
 {
     std::vector<unsigned int> stamps;
     for (const osg::GeometryPtr& geometry : geometriesOf(node))
         for (const unsigned int number : {9U, 10U})
-            stamps.push_back(listOf(geometry, number).getStamp());
+            if (geometry != coreOf(node) || !isShell(node) ||
+                (!listOf(geometry, 9).isNull() && !listOf(geometry, 10).isNull()))
+                stamps.push_back(listOf(geometry, number).getStamp());
     return stamps;
 }
 

@@ -179,14 +179,13 @@ bool kyUVUtils::renewConstrainedEdgesTempIndices(const osg::GeometryPtr& geometr
     return isTouched || isOutdated;
 }
 
-void kyUVUtils::renewShellTempIndices(const osg::NodePtr& node, EdgeConstraint constraint)
+void kyUVUtils::fillShellTempIndices(const osg::NodePtr& node)
 {
     const auto shell = osg::dcast<osg::Geometry>(node->getCore());
-    const std::vector<Edge> edges = getConstrainedEdges(shell, node, constraint);
-    osg::GeoTmpIndexEditInterface list = listOf(shell, constraint);
-    // Edges of hidden surfaces bring their shell here each time: what stands is not written again.
-    if (list.isNull() || !std::ranges::equal(list.values(), flatListOf(edges)))
-        makeConstrainedEdgesTempIndices(edges, list);
+    for (const EdgeConstraint constraint : {kyUVTypes::Horizontal, kyUVTypes::Vertical}) {
+        osg::GeoTmpIndexEditInterface list = listOf(shell, constraint);
+        makeConstrainedEdgesTempIndices(getConstrainedEdges(shell, node, constraint), list);
+    }
 }
 
 void kyUVUtils::updateConstrainedEdgesTempIndices()
@@ -214,6 +213,5 @@ void kyUVUtils::updateConstrainedEdgesTempIndices()
             });
     }
     for (const auto& [id, node] : shellsToUpdate)
-        for (const EdgeConstraint constraint : {kyUVTypes::Horizontal, kyUVTypes::Vertical})
-            renewShellTempIndices(node, constraint);
+        fillShellTempIndices(node);
 }

@@ -274,9 +274,10 @@ public:
                                     const std::vector<Edge>& edges,
                                     kyUVTypes::EdgeConstraint constraint);
     /// Brings the lists HorizontalEdges and VerticalEdges of all geometries and shells in the
-    /// process up to date: lines, null where no edge is held. Only lists that have been written
-    /// since, and those of geometries whose constraints have changed, are filled. Call it before
-    /// they are drawn.
+    /// process up to date: lines, null where no edge is held. A list of a geometry is filled when
+    /// it is null or was written since the last call, or when what is held in its direction has
+    /// changed; then both lists of its shells are, and also where the geometry shows edges in a
+    /// direction in which a shell has no list. Call it before they are drawn.
     static void updateConstrainedEdgesTempIndices();
 
     // UVs from the solver (kyUnfold3D). Each operation works on the node's compact mesh where there
@@ -535,9 +536,8 @@ private:
     static bool renewConstrainedEdgesTempIndices(const osg::GeometryPtr& geometry,
                                                  kyUVTypes::EdgeConstraint constraint,
                                                  unsigned int& stamp);
-    /// Fills the list of a direction on a shell if it says something else.
-    static void renewShellTempIndices(const osg::NodePtr& node,
-                                      kyUVTypes::EdgeConstraint constraint);
+    /// Fills both lists of a shell from what its surfaces hold.
+    static void fillShellTempIndices(const osg::NodePtr& node);
     /// The pairs as edges; none for a null pointer.
     static std::vector<Edge> getEdges(const unsigned int* pairs, unsigned int count);
 
