@@ -5,6 +5,7 @@
 #include "UVUtils/compactmesh/CopyUVs.h"
 #include "UVUtils/model/EdgeLists.h"
 #include "UVUtils/model/UVSlot.h"
+#include "UVUtils/model/kyUVUtils.h"
 
 CompactMeshScope::CompactMeshScope(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                                    kyUVTypes::UVSet set)
@@ -24,6 +25,12 @@ CompactMeshScope::~CompactMeshScope()
 const osg::GeometryPtr& CompactMeshScope::getGeometry() const
 {
     return mesh_ ? mesh_->getGeomPtr() : geometry_;
+}
+
+bool CompactMeshScope::hasSlot() const
+{
+    return mesh_ ? kyUVUtils::hasUVSet(node_, set_)
+                 : geometry_->getTexSlot(static_cast<unsigned int>(set_)) != osg::NullFC;
 }
 
 std::vector<unsigned int> CompactMeshScope::readTempIndices(kyUVTypes::TempIndexList list) const

@@ -33,6 +33,9 @@ public:
     /// The geometry to work on; null only if that of the caller is.
     const osg::GeometryPtr& getGeometry() const;
 
+    /// Does the node have the slot, of whatever kind? The mesh always has it, as zeros if need be.
+    bool hasSlot() const;
+
     /// The content of one of the caller's lists, in ids of the work geometry. Empty for a null
     /// list, and for one that names a vertex which the mesh does not have: it is stale.
     std::vector<unsigned int> readTempIndices(kyUVTypes::TempIndexList list) const;

@@ -63,8 +63,7 @@ void kyUVUtils::createUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvS
     const CompactMeshScope scope(geometry, node, uvSet);
     if (!scope.getGeometry())
         return;
-    // The compact mesh always has the slot, so the node is asked too.
-    if (hasUVSet(node, uvSet) && doCreateUVs(scope.getGeometry(), uvSet, method))
+    if (scope.hasSlot() && doCreateUVs(scope.getGeometry(), uvSet, method))
         scope.commit();
     else
         kyLog::error("Creating UVs failed for node %s.", nameForMessages(node));

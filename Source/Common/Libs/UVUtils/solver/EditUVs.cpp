@@ -65,9 +65,8 @@ kyUVTypes::ReturnCode kyUVUtils::editUVsUnfold3D(const osg::GeometryPtr& geometr
 {
     return onWorkGeometry(geometry, node, uvSet, [&](const CompactMeshScope& scope) {
         const osg::GeometryPtr& work = scope.getGeometry();
-        // The compact mesh always has the slot, so the node is asked too.
         const osg::GeoTexCoords2fPtr slot = uvSlot(work, uvSet);
-        if (!hasSolverInput(*work) || !slot || !hasUVSet(node, uvSet))
+        if (!hasSolverInput(*work) || !slot || !scope.hasSlot())
             return kyUVTypes::Failure;
         if (vertexCountOf(work) != slot->getSize()) {
             kyLog::error("Cannot %s UVs for node %s, because not all vertices have UVs.", edit.verb,
