@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <set>
 
@@ -228,19 +229,22 @@ TEST_P(SolverFacade, AWholeUnfoldMakesTheSlotOnlyWhenItGoesThrough)
 
 TEST_P(SolverFacade, FirstUVsDropTheThinnestAxisOfEachIsland)
 {
-    // A sheet in x-z, one in y-z, one as wide as high in x-y; then a vertex of no triangle.
-    const float rows[10][5] = {// x, y, z; u, v
-                               {0, 5, 0, 0, 0}, {3, 5, 0, 3, 0}, {3, 5, 2, 3, 2}, {7, 0, 0, 0, 0},
-                               {7, 4, 0, 4, 0}, {7, 4, 1, 4, 1}, {0, 0, 9, 0, 0}, {1, 0, 9, 1, 0},
-                               {1, 1, 9, 1, 1}, {8, 8, 8, 0, 0}};
+    // A sheet in x-z, one in y-z, one as wide as high in x-y, a line along z without x; then a
+    // vertex of no triangle.
+    const float no = std::numeric_limits<float>::quiet_NaN();
+    const float rows[13][5] = {
+        // x, y, z; u, v
+        {0, 5, 0, 0, 0},  {3, 5, 0, 3, 0},  {3, 5, 2, 3, 2}, {7, 0, 0, 0, 0}, {7, 4, 0, 4, 0},
+        {7, 4, 1, 4, 1},  {0, 0, 9, 0, 0},  {1, 0, 9, 1, 0}, {1, 1, 9, 1, 1}, {no, 6, 0, 0, 6},
+        {no, 6, 1, 1, 6}, {no, 6, 2, 2, 6}, {8, 8, 8, 0, 0}};
     std::vector<osg::Pnt3f> positions;
     UVs expected;
     for (const auto& row : rows) {
         positions.emplace_back(row[0], row[1], row[2]);
         expected.emplace_back(row[3], row[4]);
     }
-    const osg::GeometryPtr geometry = geometryOf(positions, {0, 1, 2, 3, 4, 5, 6, 7, 8});
-    geometry->setTexSlot(slot, tiny::texCoords(UVs(10)));
+    const osg::GeometryPtr geometry = geometryOf(positions, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});
+    geometry->setTexSlot(slot, tiny::texCoords(UVs(13)));
     const osg::RefPtr<osg::Node> sheets(nodeOf(geometry));
     create(sheets);
     EXPECT_EQ(uvsOf(sheets), expected);

@@ -26,11 +26,9 @@ struct Box
             high[axis] = std::max(high[axis], double{point[axis]});
         }
     }
-    /// 0 where all that is in it is no number.
-    double extent(unsigned int axis) const
-    {
-        return low[axis] < high[axis] ? high[axis] - low[axis] : 0;
-    }
+    /// Never NaN: low is at most Highest and high at least -Highest, whatever came in. Below 0
+    /// where all of it is no number.
+    double extent(unsigned int axis) const { return high[axis] - low[axis]; }
 };
 
 /// [island] The box of its vertices.
