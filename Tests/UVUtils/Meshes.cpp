@@ -80,6 +80,15 @@ osg::GeometryPtr surfaceOf(const osg::NodePtr& shell, unsigned int child)
     return coreOf(shell->getChild(child));
 }
 
+std::vector<osg::GeometryPtr> geometriesOf(const osg::NodePtr& node)
+{
+    std::vector<osg::GeometryPtr> geometries{coreOf(node)};
+    for (unsigned int i = 0; i < node->getNChildren(); ++i)
+        if (surfaceOf(node, i))
+            geometries.push_back(surfaceOf(node, i));
+    return geometries;
+}
+
 Ids trianglesOf(const osg::NodePtr& node)
 {
     Ids triangles;

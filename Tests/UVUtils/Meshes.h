@@ -49,6 +49,9 @@ osg::NodePtr twoSurfaceShell();
 osg::GeometryPtr coreOf(const osg::NodePtr& node);
 osg::GeometryPtr surfaceOf(const osg::NodePtr& shell, unsigned int child);
 
+/// All geometries of a node: its core, and those of its children, active or not.
+std::vector<osg::GeometryPtr> geometriesOf(const osg::NodePtr& node);
+
 /// The triangles of all active surfaces in the ids of the node, in surface order.
 Ids trianglesOf(const osg::NodePtr& node);
 

@@ -1,14 +1,16 @@
-// The solver's operations on nodes, against the recording solver.
+// The solver's operations on nodes, against the recording solver; cancelling against the engine.
 
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "OpenSGExt/NodeUtils.h"
+#include "OpenSGUtils/UVConstraintData.h"
 #include "UVUtils/SolverFixture.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/editing/RandomNodes.h"
 #include "UVUtils/model/EdgeLists.h"
 #include "UVUtils/model/TempIndexList.h"
+#include "UndoUtils/kyUndoStack.h"
 #include "Utils/kyStackedProgress.h"
 
 #include <gmock/gmock.h>
@@ -319,6 +321,90 @@ RC_GTEST_PROP(SolverFacadeIds, SeamsComeBackInTheIdsOfTheNode, ())
     solver.fail("Select");
     RC_ASSERT(kyUVUtils::seamUVsUnfold3D(coreOf(node), node, slot, {}, seams) == Failure);
     RC_ASSERT(seams.empty());
+}
+
+/// All that a run could leave behind on a node, property by property, and the undo history.
+std::string tracesOn(const osg::NodePtr& node)
+{
+    std::ostringstream text;
+    text << kyUndoStack::get(0).count() << std::hexfloat;
+    const auto write = [&](const auto& values) {
+        text << '\n';
+        for (const auto& value : values)
+            text << value << ' ';
+    };
+    for (const osg::GeometryPtr& geometry : geometriesOf(node)) {
+        for (unsigned int set = 0; set < 8; ++set) {
+            text << '\n' << geometry->getTexSlot(set).get();
+            for (const Vec2f& uv : kyUVUtils::getUVValuesLocal(geometry, kyUVTypes::UVSet(set)))
+                text << ' ' << uv[0] << ' ' << uv[1];
+        }
+        text << '\n' << geometry->getIndices().get();
+        write(geometry->getIndices() ? geometry->getIndices()->getValues() : Ids());
+        write(geometry->getIndexMapping());
+        for (const UVConstraintData& data : getUVConstraints(geometry)) {
+            write(data.edgesU);
+            write(data.edgesV);
+        }
+        for (unsigned int number = 1; number <= 10; ++number) {
+            const osg::GeoTmpIndexEditInterface list(geometry, number);
+            text << list.isNull();
+            write(list.values());
+        }
+    }
+    return text.str();
+}
+
+/// Asks to stop when it is told for the `moment`th time that something goes on.
+class CancelAt
+{
+public:
+    explicit CancelAt(int moment)
+    {
+        kyStackedProgress::setObserver([this, moment](const kyStackedProgress& progress) {
+            if (progress.running() && told_++ == moment)
+                kyStackedProgress::requestCancel();
+            hasAsked = told_ > moment;
+        });
+    }
+    ~CancelAt() { kyStackedProgress::setObserver(nullptr); }
+    CancelAt(const CancelAt&) = delete;
+    CancelAt& operator=(const CancelAt&) = delete;
+
+    bool hasAsked = false;
+
+private:
+    int told_ = 0;
+};
+
+RC_GTEST_PROP(SolverFacadeCancel, AtAnyMomentLeavesNoTrace, ())
+{
+    const OutputCapture output;
+    const LogCapture log;
+    std::optional<WithoutCompactMesh> withoutMesh;
+    if (*rc::gen::arbitrary<bool>())
+        withoutMesh.emplace();
+    const osg::RefPtr<osg::Node> node = randomNode();
+    const Ids triangles = trianglesOf(node);
+    RC_PRE(!triangles.empty());
+    if (*rc::gen::inRange(0, 3) == 0) { // a slot that does not fit, unknown to the mapping
+        coreOf(node)->setTexSlot(slot, tiny::texCoords(UVs(3)));
+        coreOf(node)->getIndexMapping() = {1};
+        osg::notifyChanged(coreOf(node), osg::FieldMask::all());
+    }
+    select(node, kyUVTypes::IslandVertices, triangles);
+    select(node, kyUVTypes::FreeVertices, {triangles[0], triangles[1]});
+    kyUVUtils::setConstrainedEdges(coreOf(node), node, {{triangles[0], triangles[1]}},
+                                   kyUVTypes::Horizontal);
+    const std::string before = tracesOn(node);
+    const UVs uvs = uvsOf(node);
+    const Operation operations[] = {unfoldAll,   unfoldIslands, pack<0>,     pack<1>,
+                                    optimize<0>, optimize<1>,   optimize<2>, findSeams};
+    const Operation operation = operations[*rc::gen::inRange<std::size_t>(0, 8)];
+    const CancelAt cancel(*rc::gen::inRange(0, 30));
+    const ReturnCode code = operation(node);
+    RC_ASSERT(!cancel.hasAsked || code != Success);
+    RC_ASSERT(code == Success || (tracesOn(node) == before && uvsOf(node) == uvs));
 }
 
 } // namespace

@@ -39,16 +39,6 @@ bool isShell(const osg::NodePtr& node)
     return coreOf(node)->getGeometryType() == osg::Geometry::ShellType;
 }
 
-/// All geometries of a node: its core, and those of its children, active or not.
-std::vector<osg::GeometryPtr> geometriesOf(const osg::NodePtr& node)
-{
-    std::vector<osg::GeometryPtr> geometries{coreOf(node)};
-    for (unsigned int i = 0; i < node->getNChildren(); ++i)
-        if (surfaceOf(node, i))
-            geometries.push_back(surfaceOf(node, i));
-    return geometries;
-}
-
 /// Pairs of vertices in either order, edges of the mesh or not; on a shell some beyond the end.
 FlatEdgeList randomPairs(const osg::NodePtr& node, unsigned int most)
 {

@@ -1,5 +1,6 @@
 // Unfolding of kyUVUtils: a whole geometry, and the selected islands.
 
+#include "OpenSG/ChangeNotice.h"
 #include "OpenSG/RefPtr.h"
 #include "UVUtils/model/NodeName.h"
 #include "UVUtils/model/UVSlot.h"
@@ -9,6 +10,42 @@
 #include "UVUtils/solver/kyScopedTimer.h"
 #include "UVUtils/solver/kyUnfold3D.h"
 #include "Utils/kyLog.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace
+{
+
+/// A slot of a geometry and what the index mapping says, as they are when it is made.
+class SlotBefore
+{
+public:
+    SlotBefore(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet)
+        : geometry_(geometry), uvSet_(uvSet),
+          slot_(geometry->getTexSlot(static_cast<unsigned int>(uvSet))),
+          mapping_(geometry->getIndexMapping())
+    {}
+    /// Nothing is told where nothing has changed.
+    void putBack() const
+    {
+        if (geometry_->getTexSlot(static_cast<unsigned int>(uvSet_)) == slot_)
+            return;
+        kyUVUtils::setTexSlot(geometry_, uvSet_, slot_);
+        if (geometry_->getIndexMapping() == mapping_)
+            return;
+        geometry_->getIndexMapping() = mapping_;
+        osg::notifyChanged(geometry_, osg::Geometry::IndexMappingFieldMask);
+    }
+
+private:
+    osg::GeometryPtr geometry_;
+    kyUVTypes::UVSet uvSet_;
+    osg::RefPtr<osg::GeoTexCoords> slot_;
+    std::vector<std::uint16_t> mapping_;
+};
+
+} // namespace
 
 kyUVTypes::ReturnCode kyUVUtils::unfoldGeometryUnfold3D(
     const osg::GeometryPtr& geometry, const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
@@ -30,8 +67,7 @@ kyUVTypes::ReturnCode kyUVUtils::doUnfoldGeometryUnfold3D(
 {
     if (!hasSolverInput(*geometry))
         return kyUVTypes::Failure;
-    const auto slotNumber = static_cast<unsigned int>(uvSet);
-    const osg::RefPtr<osg::GeoTexCoords> before(geometry->getTexSlot(slotNumber));
+    const SlotBefore before(geometry, uvSet);
     initTexCoordsField(geometry, uvSet);
     if (!uvSlot(geometry, uvSet))
         return kyUVTypes::Failure;
@@ -46,8 +82,7 @@ kyUVTypes::ReturnCode kyUVUtils::doUnfoldGeometryUnfold3D(
     if (code == kyUVTypes::Success)
         return unlessAssigned(assignTexCoords(geometry, uvSet, uvs));
     // A run that came to nothing leaves no slot of zeros behind.
-    if (geometry->getTexSlot(slotNumber) != before)
-        setTexSlot(geometry, uvSet, before);
+    before.putBack();
     return code;
 }
 
