@@ -92,6 +92,27 @@ void findNeighbours(const SeamMesh& mesh, DistanceBands& bands)
     }
 }
 
+int sliceOf(const DistanceBands& bands, std::span<const int> sliceOfVertex, int band)
+{
+    return sliceOfVertex[at(bands.vertices[band].front())];
+}
+
+/// Long edges reach over a slice: bands that one between them joins aren't neighbours.
+void dropShortcuts(std::span<const int> sliceOfVertex, DistanceBands& bands)
+{
+    const std::vector<std::vector<int>> all = bands.neighbours;
+    const auto slice = [&](int band) { return sliceOf(bands, sliceOfVertex, band); };
+    const auto isBetween = [&](int b, int a, int c) {
+        return std::min(slice(a), slice(c)) < slice(b) && slice(b) < std::max(slice(a), slice(c)) &&
+               std::binary_search(all[at(c)].begin(), all[at(c)].end(), b);
+    };
+    for (int a = 0; a < bands.count(); ++a)
+        std::erase_if(bands.neighbours[at(a)], [&](int c) {
+            return std::any_of(all[at(a)].begin(), all[at(a)].end(),
+                               [&](int b) { return isBetween(b, a, c); });
+        });
+}
+
 void measure(const SeamMesh& mesh, const MeshParts& parts, DistanceBands& bands)
 {
     const std::vector<double> widths = bandWidths(mesh, parts);
@@ -109,11 +130,13 @@ void measure(const SeamMesh& mesh, const MeshParts& parts, DistanceBands& bands)
         }
 }
 
-void arrange(const SeamMesh& mesh, const MeshParts& parts, int count, DistanceBands& bands)
+void arrange(const SeamMesh& mesh, const MeshParts& parts, std::span<const int> sliceOfVertex,
+             int count, DistanceBands& bands)
 {
     bands.vertices = groupByKey(bands.bandOfVertex, count);
     bands.neighbours.clear();
     findNeighbours(mesh, bands);
+    dropShortcuts(sliceOfVertex, bands);
     measure(mesh, parts, bands);
 }
 
@@ -137,7 +160,8 @@ std::vector<int> homesOfSplinters(const DistanceBands& bands)
     return homes;
 }
 
-void joinSplinters(const SeamMesh& mesh, const MeshParts& parts, DistanceBands& bands)
+void joinSplinters(const SeamMesh& mesh, const MeshParts& parts, std::span<const int> sliceOfVertex,
+                   DistanceBands& bands)
 {
     const std::vector<int> homes = homesOfSplinters(bands);
     DisjointSets sets(bands.count());
@@ -151,17 +175,17 @@ void joinSplinters(const SeamMesh& mesh, const MeshParts& parts, DistanceBands& 
     }
     for (int& band : bands.bandOfVertex)
         band = numbers[at(band)];
-    arrange(mesh, parts, count, bands);
+    arrange(mesh, parts, sliceOfVertex, count, bands);
 }
 
 /// Where fronts from two ends meet, a slice is thinner or thicker than others.
 void evenOutMeetings(const std::vector<int>& sliceOfVertex, DistanceBands& bands)
 {
-    const auto sliceOf = [&](int band) { return sliceOfVertex[at(bands.vertices[band].front())]; };
+    const auto slice = [&](int band) { return sliceOf(bands, sliceOfVertex, band); };
     for (int band = 0; band < bands.count(); ++band) {
         const std::vector<int>& neighbours = bands.neighbours[at(band)];
-        if (neighbours.size() == 2 && sliceOf(neighbours[0]) < sliceOf(band) &&
-            sliceOf(neighbours[1]) < sliceOf(band))
+        if (neighbours.size() == 2 && slice(neighbours[0]) < slice(band) &&
+            slice(neighbours[1]) < slice(band))
             bands.girths[at(band)] =
                 0.5 * (bands.girths[at(neighbours[0])] + bands.girths[at(neighbours[1])]);
     }
@@ -182,8 +206,8 @@ DistanceBands findDistanceBands(const SeamMesh& mesh, const MeshParts& parts,
     DistanceBands bands;
     int count = 0;
     bands.bandOfVertex = numberBands(mesh, sliceOfVertex, count);
-    arrange(mesh, parts, count, bands);
-    joinSplinters(mesh, parts, bands);
+    arrange(mesh, parts, sliceOfVertex, count, bands);
+    joinSplinters(mesh, parts, sliceOfVertex, bands);
     evenOutMeetings(sliceOfVertex, bands);
     return bands;
 }

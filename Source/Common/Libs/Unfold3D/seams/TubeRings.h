@@ -9,8 +9,8 @@ namespace unfold3d
 
 struct TubeRingOptions
 {
-    /// Of a tube, in diameters, to count as one. The middle of a ball has about 0.9.
-    double leastLength = 1.25;
+    /// Of a tube, in diameters, to count as one. The middle of a ball has about 1.3.
+    double leastLength = 1.6;
     /// Cut off the caps of limbs, too, not only the limbs from the body.
     bool cutCaps = true;
 };

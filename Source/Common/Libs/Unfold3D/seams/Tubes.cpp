@@ -12,7 +12,7 @@ namespace
 {
 
 /// The widest place of a tube is at most this much wider than its narrowest.
-constexpr double mostTaper = 1.5;
+constexpr double mostTaper = 2.2;
 /// Share of the girth of a tube within which a border beyond its end makes it open, and within
 /// which it is said to close.
 constexpr double borderWithin = 0.25;
