@@ -19,27 +19,30 @@ namespace
 
 /// The segment amount is taken in so many steps. Each lays its seams beside those of the step
 /// before, so that more of it never takes a seam away.
-constexpr int stepCount = 8;
+constexpr int stepCount = 4;
 /// Energy that a seam as long as the diagonal has to win, at the first and the last step.
 constexpr double highestPrice = 0.1;
 constexpr double lowestPrice = 0.008;
 /// From this step on limbs are cut off, those that are this many diameters long at it, and those at
 /// the last step.
-constexpr int firstStepWithLimbs = 2;
+constexpr int firstStepWithLimbs = 1;
 constexpr double longLimb = 2.5;
 constexpr double shortLimb = 0.8;
-/// Vertices to factorise for in a step, and the least and most forecasts.
-constexpr double verticesToForecast = 1.2e6;
+/// Vertices to factorise for in the first step, and the least and most forecasts; other steps go on
+/// from a good state and get a share of that.
+constexpr double verticesToForecast = 8e5;
 constexpr double fewestForecasts = 6.0;
 constexpr double mostForecasts = 40.0;
+constexpr double shareOfLaterSteps = 0.4;
 
 GrowthOptions growthOptions(const SeamMesh& mesh, int step)
 {
     GrowthOptions options;
     options.price =
         highestPrice * std::pow(lowestPrice / highestPrice, static_cast<double>(step) / stepCount);
-    options.forecasts = static_cast<int>(std::clamp(
-        verticesToForecast / std::max(mesh.vertexCount(), 1), fewestForecasts, mostForecasts));
+    const double budget = verticesToForecast * (step == 0 ? 1.0 : shareOfLaterSteps);
+    options.forecasts = static_cast<int>(
+        std::clamp(budget / std::max(mesh.vertexCount(), 1), fewestForecasts, mostForecasts));
     return options;
 }
 
