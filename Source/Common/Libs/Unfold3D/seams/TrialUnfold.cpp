@@ -4,6 +4,7 @@
 #include "Unfold3D/parameterisation/Border.h"
 #include "Unfold3D/parameterisation/BorderCrossings.h"
 #include "Unfold3D/parameterisation/Flatten.h"
+#include "Unfold3D/parameterisation/Untangle.h"
 #include "Unfold3D/seams/StitchLayout.h"
 #include "Unfold3D/start/FlatStart.h"
 #include "Unfold3D/start/StartDistortion.h"
@@ -18,10 +19,15 @@ namespace unfold3d
 namespace
 {
 
+TrialUnfold noLayout()
+{
+    return {std::numeric_limits<double>::infinity(), false, {}};
+}
+
 TrialUnfold minimised(const IslandMesh& patch, std::vector<Vec2> start, bool keepsApart,
                       const RunControl& control)
 {
-    TrialUnfold trial{std::numeric_limits<double>::infinity(), false, {}};
+    TrialUnfold trial = noLayout();
     FlattenOptions options;
     options.preventBorderCrossings = keepsApart;
     FlattenResult flat = flatten(patch, std::move(start), options, control, {});
@@ -31,15 +37,6 @@ TrialUnfold minimised(const IslandMesh& patch, std::vector<Vec2> start, bool kee
     trial.overlaps = flat.report.borderCrossings > 0;
     trial.uv = std::move(flat.uv);
     return trial;
-}
-
-TrialUnfold fromScratch(const IslandMesh& patch, bool keepsApart, const RunControl& control)
-{
-    FlatStartFinder starts(patch, control);
-    std::optional<FlatStart> start = starts.next();
-    if (!start)
-        return {std::numeric_limits<double>::infinity(), false, {}};
-    return minimised(patch, std::move(start->uv), keepsApart, control);
 }
 
 std::vector<Vec2> meanOfCorners(const IslandMesh& patch, std::span<const CornerUVs> corners)
@@ -57,21 +54,14 @@ std::vector<Vec2> meanOfCorners(const IslandMesh& patch, std::span<const CornerU
     return uv;
 }
 
-} // namespace
+/// What is tried again from scratch, where that is quick, because flipped triangles were in the
+/// way.
+constexpr std::size_t quickCount = 1500;
 
-TrialUnfold tryUnfold(const IslandMesh& patch, const RunControl& control)
+/// From a start that may lie over itself.
+TrialUnfold improved(const IslandMesh& patch, std::vector<Vec2> start, double enough,
+                     const RunControl& control)
 {
-    return fromScratch(patch, true, control);
-}
-
-TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> corners,
-                          double enough, const RunControl& control)
-{
-    std::vector<Vec2> start = meanOfCorners(patch, corners);
-    if (!isFlipFree(patch.triangles, start))
-        start = stitchedLayout(patch.triangles, patch.vertexCount(), corners, control);
-    if (!isFlipFree(patch.triangles, start))
-        return fromScratch(patch, false, control);
     const double energy = startDistortion(patch, start);
     const Border border(patch);
     const bool overlaps = doesBorderCross(border, borderPositions(border, {start}));
@@ -81,6 +71,33 @@ TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> co
     if (!free.overlaps || overlaps)
         return free;
     return minimised(patch, std::move(start), true, control);
+}
+
+} // namespace
+
+TrialUnfold tryUnfold(const IslandMesh& patch, const RunControl& control)
+{
+    FlatStartFinder starts(patch, control);
+    std::optional<FlatStart> start = starts.next();
+    return start ? minimised(patch, std::move(start->uv), true, control) : noLayout();
+}
+
+TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> corners,
+                          double enough, const RunControl& control)
+{
+    std::vector<Vec2> start = meanOfCorners(patch, corners);
+    if (isFlipFree(patch.triangles, start))
+        return improved(patch, std::move(start), enough, control);
+    start = stitchedLayout(patch.triangles, patch.vertexCount(), corners, control);
+    if (isFlipFree(patch.triangles, start))
+        return improved(patch, std::move(start), enough, control);
+    start = untangle(MovablePart(patch, {}), std::move(start), control, [](double) {}).uv;
+    TrialUnfold trial = isFlipFree(patch.triangles, start)
+                            ? improved(patch, std::move(start), enough, control)
+                            : noLayout();
+    if (!trial.isWithin(std::numeric_limits<double>::max()) && patch.triangles.size() < quickCount)
+        return tryUnfold(patch, control);
+    return trial;
 }
 
 } // namespace unfold3d

@@ -29,7 +29,8 @@ TrialUnfold tryUnfold(const IslandMesh& patch, const RunControl& control);
 
 /// The same from places for the corners of each triangle ([triangle]) that nearly agree: as they
 /// are where the energy is at most `enough` then, else minimised. Corners may miss each other where
-/// the patch was put together. A border that crosses itself already isn't pulled apart.
+/// the patch was put together; where that flips triangles for good, there is no layout. A border
+/// that crosses itself already isn't pulled apart.
 TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> corners,
                           double enough, const RunControl& control);
 
