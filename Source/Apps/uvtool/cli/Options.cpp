@@ -57,7 +57,7 @@ void addUnfoldOptions(CLI::App& command, UnfoldOptions& unfold)
                      "Let the border of an island cross itself");
     command
         .add_option("--room", unfold.room,
-                    "The least distance between borders, in units of the mesh")
+                    "The least distance between borders of an island, as a share of its size")
         ->check(numberFrom(0.0))
         ->capture_default_str();
     command.add_flag_callback(

@@ -72,7 +72,7 @@ struct UnfoldOptions
 {
     std::optional<int> iterations; ///< the library's default without
     bool allowCrossings = false;
-    double room = 0.0; ///< in units of the mesh
+    double room = 0.0; ///< as a share of the side of a square of an island's area
     bool pack = true;
 };
 

@@ -13,13 +13,13 @@ namespace uvtool
 namespace
 {
 
-kyUnfold3D::UnfoldSettings settingsOf(const UnfoldOptions& options, const SolverFrame& frame)
+kyUnfold3D::UnfoldSettings settingsOf(const UnfoldOptions& options)
 {
     kyUnfold3D::UnfoldSettings settings;
     if (options.iterations)
         settings.setOptimizeIterations(*options.iterations);
     settings.setPreventBorderIntersections(!options.allowCrossings);
-    settings.setRoomSpace(std::ldexp(options.room, frame.exponent()));
+    settings.setRoomSpace(options.room);
     return settings;
 }
 
@@ -76,8 +76,8 @@ SolverAnswer unfoldPart(Part& part, const UnfoldOptions& options, const HeldSide
     std::vector<osg::Vector<float, 2>> uvs;
     SolverAnswer answer = askLibrary(console, [&] {
         return kyUnfold3D::unfold(geometry, kyUVTypes::UVSet0, uvs, kyUnfold3D::Positions3D,
-                                  settingsOf(options, part.frame), nullptr,
-                                  pairsOf(part, held.horizontal), pairsOf(part, held.vertical));
+                                  settingsOf(options), nullptr, pairsOf(part, held.horizontal),
+                                  pairsOf(part, held.vertical));
     });
     if (answer.outcome != Success)
         return answer;

@@ -14,7 +14,8 @@ public:
     int getOptimizeIterations() const { return optimizeIterations_; }
     void setOptimizeIterations(int value) { optimizeIterations_ = std::max(value, -1); }
 
-    /// The least distance that borders keep from each other; not below 0.
+    /// The least distance that borders of an island keep from each other, as a share of the side of
+    /// a square of its area; not below 0.
     double getRoomSpace() const { return roomSpace_; }
     void setRoomSpace(double value) { roomSpace_ = std::max(0.0, value); }
 
