@@ -5,8 +5,10 @@
 #include "UVUtils/editing/RandomNodes.h"
 #include "UVUtils/model/EdgeLists.h"
 #include "UVUtils/model/TempIndexList.h"
+#include "UVUtils/solver/OptimizeSettings.h"
 #include "UVUtils/solver/PackSettings.h"
 #include "UVUtils/solver/UnfoldSettings.h"
+#include "UndoUtils/kyUndoStack.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -161,26 +163,71 @@ TEST(EdgeConstraints, AreNotTakenByABrokenGeometry)
     EXPECT_EQ(getUVConstraints(coreOf(node)), std::vector{UVConstraintData()});
 }
 
-TEST(EdgeConstraints, AreStraightAfterAnUnfoldAndItsPacking)
+UVs uvsOf(const osg::NodePtr& node)
 {
-    const OutputCapture output;
-    const LogCapture log;
-    const osg::RefPtr<osg::Node> node(twoSurfaceShell());
-    const Edge diagonal(0, 2);
-    const Edge bottom(4, 5); // on the other surface
-    kyUVUtils::setConstrainedEdges(coreOf(node), node, {diagonal}, Horizontal);
-    kyUVUtils::setConstrainedEdges(coreOf(node), node, {bottom}, Vertical);
+    UVs uvs;
+    kyUVUtils::getUVValues(coreOf(node), node, slot, uvs);
+    return uvs;
+}
+
+/// One edge is held in each direction, and lies so.
+void expectStraight(const osg::NodePtr& node)
+{
+    const UVs uvs = uvsOf(node);
+    for (const EdgeConstraint constraint : {Horizontal, Vertical}) {
+        const Edges held = heldOn(node, constraint);
+        ASSERT_EQ(held.size(), 1U);
+        const osg::Vec2f along = uvs[held[0].first] - uvs[held[0].second];
+        EXPECT_NEAR(along[constraint == Horizontal ? 1 : 0], 0, 1e-6);
+        EXPECT_GT(along.length(), 0.01F);
+    }
+}
+
+void unfold(const osg::NodePtr& node)
+{
     kyUnfold3D::PackSettings packSettings; // has a first turn; others are allowed too
     packSettings.setRotate(true);
     packSettings.setRotateStep(45);
     ASSERT_EQ(kyUVUtils::unfoldGeometryUnfold3D(coreOf(node), node, slot, {}, packSettings),
               kyUVTypes::Success);
-    UVs uvs;
-    kyUVUtils::getUVValues(coreOf(node), node, slot, uvs);
-    EXPECT_NEAR(uvs[diagonal.first][1], uvs[diagonal.second][1], 1e-6);
-    EXPECT_NEAR(uvs[bottom.first][0], uvs[bottom.second][0], 1e-6);
-    EXPECT_GT((uvs[diagonal.first] - uvs[diagonal.second]).length(), 0.2F);
-    EXPECT_GT((uvs[bottom.first] - uvs[bottom.second]).length(), 0.2F);
+}
+
+TEST(EdgeConstraints, AreStraightInUnfoldsThroughCutUndoAndSew)
+{
+    const OutputCapture output;
+    const LogCapture log;
+    kyUndoStack& stack = kyUndoStack::get(0);
+    for (std::uint32_t seed = 0; seed < 4; ++seed) {
+        SCOPED_TRACE(seed);
+        const osg::RefPtr<osg::Node> node = randomManifoldShell(seed);
+        const osg::GeometryPtr core = coreOf(node);
+        const Ids triangles = trianglesOf(node);
+        Ids sides; // one of each triangle
+        for (std::size_t i = 0; i < triangles.size(); i += 3)
+            sides.insert(sides.end(), {triangles[i], triangles[i + 1]});
+        ASSERT_GT(sides.size(), 10U);
+        kyUVUtils::setConstrainedEdges(core, node, {{sides[0], sides[1]}}, Horizontal);
+        kyUVUtils::setConstrainedEdges(core, node, {edgesOf(sides).back()}, Vertical);
+        unfold(node);
+        expectStraight(node);
+
+        const UVs before = uvsOf(node);
+        auto selection = listOf(core, kyUVTypes::SelectedEdges);
+        selection.assign(std::span(sides).first(sides.size() / 4 * 2));
+        kyUVUtils::cutAlongEdgesUndo({node}, slot);
+        unfold(node);
+        expectStraight(node);
+        stack.undo();
+        EXPECT_EQ(uvsOf(node), before);
+        expectStraight(node);
+
+        kyUVUtils::updateBorderEdges(core, node, slot);
+        selection.assign(listOf(core, kyUVTypes::BorderEdges).values());
+        kyUVUtils::sewAlongEdgesUndo({node}, slot);
+        kyUVUtils::optimizeUVsUnfold3D(core, node, slot, {}, kyUVUtils::SelectAll);
+        expectStraight(node);
+        stack.clear();
+    }
 }
 
 } // namespace
