@@ -1,10 +1,12 @@
 #include "Unfold3D/seams/OrganicSeams.h"
 
+#include "Unfold3D/seams/ClosedParts.h"
 #include "Unfold3D/seams/HiddenSeamCosts.h"
 #include "Unfold3D/seams/LimbEnds.h"
 #include "Unfold3D/seams/OpenPatches.h"
 #include "Unfold3D/seams/SeamForecast.h"
 #include "Unfold3D/seams/SeamGrowth.h"
+#include "Unfold3D/seams/SeamPruning.h"
 #include "Unfold3D/seams/ShorterSeams.h"
 #include "Unfold3D/seams/TubeRings.h"
 

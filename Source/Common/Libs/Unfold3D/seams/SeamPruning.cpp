@@ -1,5 +1,6 @@
+#include "Unfold3D/seams/SeamPruning.h"
+
 #include "Unfold3D/seams/SeamBranches.h"
-#include "Unfold3D/seams/SeamGrowth.h"
 #include "Unfold3D/seams/SeamWorth.h"
 
 #include <algorithm>

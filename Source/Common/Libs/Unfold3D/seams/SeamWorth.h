@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Unfold3D/seams/GrowthOptions.h"
 #include "Unfold3D/seams/SeamDraft.h"
 #include "Unfold3D/seams/SeamForecast.h"
-#include "Unfold3D/seams/SeamGrowth.h"
 
 #include <span>
 #include <vector>

@@ -1,16 +1,14 @@
 #include "Unfold3D/seams/Visibility.h"
 
 #include "Unfold3D/linear/VertexGraph.h"
+#include "Unfold3D/seams/Occluder.h"
 
-#include <embree3/rtcore.h>
 #include <tbb/blocked_range.h>
 #include <tbb/parallel_for.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
-#include <memory>
 #include <numbers>
 
 namespace unfold3d
@@ -24,8 +22,6 @@ constexpr int directionCount = 48;
 constexpr int sampleCount = 6000;
 /// Rounds in which a vertex takes the mean of itself and its neighbours.
 constexpr int smoothings = 3;
-/// Rays begin this share of the size of the surface away from it.
-constexpr double liftOff = 1e-4;
 
 std::size_t at(int index)
 {
@@ -61,95 +57,6 @@ std::vector<Vec3> vertexNormals(std::span<const Vec3> positions,
     }
     return normals;
 }
-
-/// The surface in a unit cube around the origin, ready to be asked whether a ray hits it.
-class Occluder
-{
-public:
-    Occluder(std::span<const Vec3> positions, std::span<const Triangle> triangles)
-        : device_(rtcNewDevice("threads=1"), rtcReleaseDevice),
-          scene_(rtcNewScene(device_.get()), rtcReleaseScene)
-    {
-        placeInUnitCube(positions);
-        rtcSetSceneFlags(scene_.get(), RTC_SCENE_FLAG_ROBUST);
-        rtcSetSceneBuildQuality(scene_.get(), RTC_BUILD_QUALITY_MEDIUM);
-        RTCGeometry geometry = rtcNewGeometry(device_.get(), RTC_GEOMETRY_TYPE_TRIANGLE);
-        auto* corners = static_cast<float*>(
-            rtcSetNewGeometryBuffer(geometry, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3,
-                                    3 * sizeof(float), positions.size()));
-        for (std::size_t v = 0; v < positions.size(); ++v) {
-            const Vec3 p = placed(positions[v]);
-            corners[3 * v] = static_cast<float>(p.x);
-            corners[3 * v + 1] = static_cast<float>(p.y);
-            corners[3 * v + 2] = static_cast<float>(p.z);
-        }
-        auto* indices = static_cast<unsigned*>(
-            rtcSetNewGeometryBuffer(geometry, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3,
-                                    3 * sizeof(unsigned), triangles.size()));
-        for (std::size_t t = 0; t < triangles.size(); ++t)
-            for (std::size_t i = 0; i < 3; ++i)
-                indices[3 * t + i] = static_cast<unsigned>(triangles[t][i]);
-        rtcCommitGeometry(geometry);
-        rtcAttachGeometry(scene_.get(), geometry);
-        rtcReleaseGeometry(geometry);
-        rtcCommitScene(scene_.get());
-    }
-
-    /// The share of light that reaches `p` from the side of `normal`, cosine weighted.
-    double lightAt(Vec3 p, Vec3 normal, std::span<const Vec3> directions) const
-    {
-        const Vec3 origin = placed(p) + liftOff * normal;
-        double all = 0.0;
-        double seen = 0.0;
-        for (const Vec3 direction : directions) {
-            const double weight = dot(direction, normal);
-            if (weight <= 0.0)
-                continue;
-            all += weight;
-            if (!isBlocked(origin, direction))
-                seen += weight;
-        }
-        return all > 0.0 ? seen / all : 1.0;
-    }
-
-private:
-    void placeInUnitCube(std::span<const Vec3> positions)
-    {
-        Vec3 low = positions.front();
-        Vec3 high = low;
-        for (const Vec3 p : positions) {
-            low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
-            high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
-        }
-        const Vec3 size = high - low;
-        const double largest = std::max({size.x, size.y, size.z});
-        scale_ = largest > 0.0 ? 1.0 / largest : 1.0;
-        centre_ = low + 0.5 * size;
-    }
-    Vec3 placed(Vec3 p) const { return scale_ * (p - centre_); }
-
-    bool isBlocked(Vec3 origin, Vec3 direction) const
-    {
-        RTCIntersectContext context;
-        rtcInitIntersectContext(&context);
-        RTCRay ray{};
-        ray.org_x = static_cast<float>(origin.x);
-        ray.org_y = static_cast<float>(origin.y);
-        ray.org_z = static_cast<float>(origin.z);
-        ray.dir_x = static_cast<float>(direction.x);
-        ray.dir_y = static_cast<float>(direction.y);
-        ray.dir_z = static_cast<float>(direction.z);
-        ray.tfar = std::numeric_limits<float>::infinity();
-        ray.mask = ~0U;
-        rtcOccluded1(scene_.get(), &context, &ray);
-        return ray.tfar < 0.0F;
-    }
-
-    Vec3 centre_;
-    double scale_ = 1.0;
-    std::unique_ptr<std::remove_pointer_t<RTCDevice>, decltype(&rtcReleaseDevice)> device_;
-    std::unique_ptr<std::remove_pointer_t<RTCScene>, decltype(&rtcReleaseScene)> scene_;
-};
 
 constexpr double unknown = -1.0;
 
