@@ -31,7 +31,7 @@ constexpr double mostDefect = 0.12;
 /// What a region may be strained by its curvature: of the energy of a flat disk over 4, by the
 /// conformal factor. A defect in the middle of a disk costs its square by 2 pi^2; curvature spread
 /// evenly, the square of its whole by 24 pi^2.
-constexpr double mostStrain = 0.004;
+constexpr double mostStrain = 0.008;
 constexpr double perSquaredDefect = 1.0 / (2.0 * std::numbers::pi * std::numbers::pi);
 constexpr double perSquaredWhole = perSquaredDefect / 12.0;
 

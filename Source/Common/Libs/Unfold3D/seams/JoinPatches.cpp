@@ -51,6 +51,13 @@ struct Arm
     std::int64_t order; ///< lower first
 };
 
+/// What became of two pieces so far.
+struct Failure
+{
+    std::size_t tries = 0;
+    std::vector<int> edges; ///< of the last one
+};
+
 /// A piece and all that is to be sewn to it in one go.
 struct Star
 {
@@ -181,7 +188,9 @@ private:
         Arm arm{small, large, {}, 0};
         if (!isWorthTrial(arm))
             return;
-        Stretch stretch = stretches_.longest(small, large, edges, triedLimits[triesOf(arm)]);
+        Stretch stretch = nextStretch(arm, edges);
+        if (stretch.edges.empty())
+            return;
         const double share =
             stretch.length / std::min(perimeters_[at(small)], perimeters_[at(large)]);
         if (!(share >= rules_.leastShare))
@@ -199,6 +208,21 @@ private:
         const PathCost sideB = toPathCost(std::sqrt(pieces_[at(b)].area));
         const bool isASmall = sideA != sideB ? sideA < sideB : a > b;
         return isASmall ? std::array{a, b} : std::array{b, a};
+    }
+
+    /// The longest stretch that hasn't been tried; empty when there is none.
+    Stretch nextStretch(const Arm& arm, const std::vector<int>& edges)
+    {
+        if (triesOf(arm) == 0)
+            return stretches_.longest(arm.small, arm.large, edges, triedLimits[0]);
+        Failure& failure = failures_[keyOf(arm)];
+        for (; failure.tries < triedLimits.size(); ++failure.tries) {
+            Stretch stretch =
+                stretches_.longest(arm.small, arm.large, edges, triedLimits[failure.tries]);
+            if (stretch.edges != failure.edges)
+                return stretch;
+        }
+        return {};
     }
 
     bool isWorthTrial(const Arm& arm) const
@@ -220,8 +244,8 @@ private:
 
     std::size_t triesOf(const Arm& arm) const
     {
-        const auto failed = failedTries_.find(keyOf(arm));
-        return failed == failedTries_.end() ? 0 : failed->second;
+        const auto failure = failures_.find(keyOf(arm));
+        return failure == failures_.end() ? 0 : failure->second.tries;
     }
 
     // Trials.
@@ -369,7 +393,9 @@ private:
 
     void giveUp(const Arm& arm)
     {
-        ++failedTries_[keyOf(arm)];
+        Failure& failure = failures_[keyOf(arm)];
+        ++failure.tries;
+        failure.edges = arm.edges;
         fitsNearby_.erase(keyOf(arm));
     }
 
@@ -398,8 +424,8 @@ private:
     std::vector<double> perimeters_; ///< [piece]
     std::vector<int> generation_;    ///< [piece] another number after each join
     int nextGeneration_ = 0;
-    std::unordered_map<std::uint64_t, std::size_t> failedTries_; ///< by keyOf
-    std::unordered_set<std::uint64_t> fitsNearby_;               ///< by keyOf
+    std::unordered_map<std::uint64_t, Failure> failures_; ///< by keyOf
+    std::unordered_set<std::uint64_t> fitsNearby_;        ///< by keyOf
 };
 
 } // namespace

@@ -18,7 +18,8 @@ struct SmallPatchRules
 
 /// Sews small patches to the neighbours with which they share most of their border, over sharp
 /// edges too, where the union can still be laid flat. Patches of next to nothing are always small:
-/// some slivers, or ten-thousandths of a surface that hangs together.
+/// some ten-thousandths of the area of the mesh or of a surface that hangs together, and a few
+/// triangles of some thousandths.
 ///
 /// patches  all of them, as makeUnfoldable() returns them; those that are joined to others become
 ///          empty
