@@ -80,16 +80,9 @@ TEST_F(Unfold, SendsTheCommandsThatItsArgumentsAskFor)
     };
     const Case cases[] = {
         {"plain", {}, {"Init", "Import", "Select", "Unfold", "Export"}},
-        {"packed",
-         {.pack = &packSettings},
-         {"Init", "Import", "Select", "Unfold", "Pack", "Export"}},
         {"one direction",
          {.vertical = {0, 1}},
          {"Init", "Import", "Select", "Constrain", "Select", "Unfold", "Export"}},
-        {"both directions",
-         {.horizontal = {0, 1}, .vertical = {1, 2}},
-         {"Init", "Import", "Select", "Constrain", "Select", "Constrain", "Select", "Unfold",
-          "Export"}},
         {"packed part",
          {.pack = &packSettings, .selected = {0}},
          {"Init", "Import", "Select", "Unfold", "Export", "Select", "Pack", "Export"}},
