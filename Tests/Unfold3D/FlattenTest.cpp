@@ -181,6 +181,17 @@ TEST(Flatten, LinesEndExactlyStraight)
         }
 }
 
+TEST(Flatten, ALineThatTurnsBackIsRolledOut)
+{
+    const IslandMesh mesh = surfaces::normalised(surfaces::hills(gridColumns, gridRows, 1.0));
+    FlattenOptions options;
+    options.straight = {{true, {28, 29, 30, 31, 45, 58, 57, 56, 55}}};
+    const FlattenResult result = flattenFromStart(mesh, options);
+    expectSound(mesh, result);
+    EXPECT_TRUE(result.report.warnings.empty());
+    EXPECT_LT(spread(options.straight.front(), result.uv), 1e-12);
+}
+
 TEST(Flatten, LinesThatCanNotBeAreNamedAndTheRestStaysSound)
 {
     const IslandMesh mesh = surfaces::normalised(surfaces::hills(gridColumns, gridRows, 1.0));

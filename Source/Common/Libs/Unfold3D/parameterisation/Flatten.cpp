@@ -4,6 +4,7 @@
 #include "Unfold3D/parameterisation/BorderCrossings.h"
 #include "Unfold3D/parameterisation/LayoutMinimiser.h"
 #include "Unfold3D/parameterisation/StraightLines.h"
+#include "Unfold3D/parameterisation/Untangle.h"
 
 #include <algorithm>
 #include <cmath>
@@ -139,7 +140,8 @@ private:
     bool isRoomKept() const { return barrier().leastDistance(borderOf(uv_)) >= options_.roomSpace; }
 
     /// Draws the lines straight with rising force, until moving the vertices onto them flips
-    /// nothing; then they stay, and the rest follows. Lines that resist to the end are given up.
+    /// nothing; then they stay, and the rest follows. Where that fails they are laid straight
+    /// anyway, and the rest is untangled. Lines for which neither helps are given up.
     void straighten(StraightLines& lines)
     {
         report_.method += report_.method.empty() ? "straight lines" : ", straight lines";
@@ -153,7 +155,7 @@ private:
         const std::vector<Vec2> before = uv_;
         const bool wasConverged = report_.converged;
         const int asked = lines.count();
-        while (lines.count() > 0 && !drawStraight(straight)) {
+        while (lines.count() > 0 && !drawStraight(straight) && !untangleAround(lines, before)) {
             lines.keep(snapOneByOne(lines));
             uv_ = before;
             report_.converged = wasConverged;
@@ -177,6 +179,25 @@ private:
             areStraight = snap(*rules.lines);
         }
         return areStraight;
+    }
+
+    /// A line that runs back and forth folds when it is drawn straight. Returns whether the rest
+    /// finds a way around the lines; only tried where no vertex is fixed.
+    bool untangleAround(const StraightLines& lines, const std::vector<Vec2>& before)
+    {
+        if (!part_.isWhole())
+            return false;
+        std::vector<Vec2> uv = before;
+        const std::vector<char> isLaid = lines.rollOut(mesh_, uv);
+        if (isLaid.empty())
+            return false;
+        const MovablePart rest(mesh_, isLaid);
+        if (!isFlipFree(rest.corners, uv))
+            uv = untangle(rest, std::move(uv), control_, [](double) {}).uv;
+        if (!isLegal(uv))
+            return false;
+        uv_ = std::move(uv);
+        return true;
     }
 
     /// Moves the vertices of all lines onto them, unless that breaks the layout.

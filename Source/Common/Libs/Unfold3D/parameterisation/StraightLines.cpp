@@ -278,6 +278,68 @@ void StraightLines::straighten(int line, std::vector<Vec2>& uv) const
             coordinate(uv[at(vertex)], lines_[at(line)].axis) = place;
 }
 
+/// The vertices of a line in the order in which its edges join them; fewer where it is in pieces.
+std::vector<int> StraightLines::chainOf(int line) const
+{
+    const Line& held = lines_[at(line)];
+    std::vector<std::array<int, 2>> neighbours(at(vertexCount_), {-1, -1});
+    const auto isOnLine = [&](int v) {
+        return std::binary_search(held.vertices.begin(), held.vertices.end(), v);
+    };
+    for (const Segment& segment : segments_) {
+        const auto [a, b] = segment.vertices;
+        if (segment.axis != held.axis || !isOnLine(a) || !isOnLine(b))
+            continue;
+        neighbours[at(a)][neighbours[at(a)][0] < 0 ? 0 : 1] = b;
+        neighbours[at(b)][neighbours[at(b)][0] < 0 ? 0 : 1] = a;
+    }
+    const auto end = std::find_if(held.vertices.begin(), held.vertices.end(),
+                                  [&](int v) { return neighbours[at(v)][1] < 0; });
+    std::vector<int> chain;
+    for (int v = end == held.vertices.end() ? -1 : *end, last = -1; v >= 0;) {
+        chain.push_back(v);
+        const auto [first, second] = neighbours[at(v)];
+        const int next = first == last ? second : first;
+        last = v;
+        v = next;
+    }
+    return chain;
+}
+
+std::vector<char> StraightLines::rollOut(const IslandMesh& mesh, std::vector<Vec2>& uv) const
+{
+    std::vector<char> isLaid(at(vertexCount_), 0);
+    std::vector<Vec2> laid = uv;
+    for (int l = 0; l < count(); ++l) {
+        const Axis axis = lines_[at(l)].axis;
+        const Axis along = axis == Axis::U ? Axis::V : Axis::U;
+        const std::vector<int> chain = chainOf(l);
+        if (chain.size() < lines_[at(l)].vertices.size())
+            return {};
+        std::vector<double> way(chain.size(), 0.0);
+        double middle = 0.0;
+        for (std::size_t i = 0; i < chain.size(); ++i) {
+            if (i > 0)
+                way[i] = way[i - 1] +
+                         length(mesh.positions[at(chain[i])] - mesh.positions[at(chain[i - 1])]);
+            middle += coordinate(uv[at(chain[i])], along) / static_cast<double>(chain.size());
+        }
+        const bool isBackward =
+            coordinate(uv[at(chain.back())], along) < coordinate(uv[at(chain.front())], along);
+        for (std::size_t i = 0; i < chain.size(); ++i) {
+            const int v = chain[i];
+            if (isLaid[at(v)])
+                return {};
+            isLaid[at(v)] = 1;
+            const double fromMiddle = way[i] - 0.5 * way.back();
+            coordinate(laid[at(v)], along) = middle + (isBackward ? -fromMiddle : fromMiddle);
+            coordinate(laid[at(v)], axis) = mean(l, uv);
+        }
+    }
+    uv = std::move(laid);
+    return isLaid;
+}
+
 double StraightLines::energy(const NodeLayout& layout, double stiffness) const
 {
     double sum = 0.0;

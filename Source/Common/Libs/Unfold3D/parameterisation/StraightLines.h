@@ -74,6 +74,12 @@ public:
     /// Moves the vertices of a line onto that, but for the fixed ones.
     void straighten(int line, std::vector<Vec2>& uv) const;
 
+    /// Moves the vertices of all lines onto them, one behind the other by the lengths that their
+    /// edges have in the mesh, in the direction in which most of the line runs already. Returns
+    /// [vertex] which these are; nothing, with the layout as it was, where lines cross or a line is
+    /// in pieces.
+    std::vector<char> rollOut(const IslandMesh& mesh, std::vector<Vec2>& uv) const;
+
     /// Energy and derivatives of springs between the vertices and their lines' nodes.
     double energy(const NodeLayout& layout, double stiffness) const;
     void addSprings(const NodeLayout& layout, double stiffness, std::vector<Spring>& springs) const;
@@ -96,6 +102,8 @@ private:
     {
         return !isFixed_.empty() && isFixed_[static_cast<std::size_t>(v)];
     }
+
+    std::vector<int> chainOf(int line) const;
 
     int vertexCount_;
     std::vector<char> isFixed_; ///< [vertex] empty when all move
