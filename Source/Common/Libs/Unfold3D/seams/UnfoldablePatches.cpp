@@ -6,6 +6,7 @@
 #include "Unfold3D/seams/PatchTrials.h"
 #include "Unfold3D/seams/Patches.h"
 #include "Unfold3D/seams/SeamCosts.h"
+#include "Unfold3D/seams/StraightBorders.h"
 
 #include <utility>
 
@@ -40,16 +41,14 @@ public:
         control_.approach(1.0, 0.2);
         dropCutsIn(isBad);
         partIntoDevelopables(mesh_, isBad, isSeam_, control_);
+        const std::vector<char> mayMove = addedWithin(isBad);
+        straightenBorders(mesh_, mayMove, costs_, isSeam_, control_);
         control_.approach(1.0, 0.2);
         std::vector<PatchLayout> pieces = halveWhatIsBad(tryAll(openAll(isBad)));
         control_.approach(1.0, 0.2);
 
-        std::vector<char> maySew(at(mesh_.edgeCount()), 0);
-        for (int e = 0; e < mesh_.edgeCount(); ++e)
-            maySew[at(e)] = isBad[at(mesh_.trianglesOf(e)[0])] &&
-                            isBad[at(mesh_.trianglesOf(e)[1])] && !given_[at(e)];
         JoinRules rules;
-        rules.maySew = maySew;
+        rules.maySew = mayMove;
         joinPieces(mesh_, rules, pieces, isSeam_, control_);
         std::erase_if(pieces, [](const PatchLayout& piece) { return piece.isEmpty(); });
         for (PatchLayout& piece : pieces)
@@ -120,10 +119,23 @@ private:
             if (kept == pieces.size())
                 break;
             pieces.resize(kept);
+            straightenBorders(mesh_, addedWithin(isBad), costs_, isSeam_, control_);
             for (PatchLayout& half : tryAll(openAll(isBad)))
                 pieces.push_back(std::move(half));
         }
         return pieces;
+    }
+
+    /// [edge] whether it is between wanted triangles and not among the seams that have to be.
+    std::vector<char> addedWithin(const std::vector<char>& isWanted) const
+    {
+        std::vector<char> isWithin(at(mesh_.edgeCount()), 0);
+        for (int e = 0; e < mesh_.edgeCount(); ++e) {
+            const auto [left, right] = mesh_.trianglesOf(e);
+            isWithin[at(e)] =
+                static_cast<char>(isWanted[at(left)] && isWanted[at(right)] && !given_[at(e)]);
+        }
+        return isWithin;
     }
 
     void dropCutsIn(const std::vector<char>& isBad)
