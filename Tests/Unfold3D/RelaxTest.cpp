@@ -244,7 +244,8 @@ TEST(Optimize, BordersKeepOffBordersThatStay)
     std::vector<int> chosen;
     for (int v = 1; v < mesh.vertexCount(); ++v) {
         const int side = (v - 1) % (sides + 1);
-        const double radius = 1.0 + (v - 1) / (sides + 1);
+        const int ring = (v - 1) / (sides + 1);
+        const double radius = 1.0 + ring;
         const double angle = 6.0 * side / sides;
         before.push_back({static_cast<float>(radius * std::cos(angle)),
                           static_cast<float>(radius * std::sin(angle))});
