@@ -1,5 +1,6 @@
 #include "Unfold3D/commands/RelaxIsland.h"
 
+#include "Unfold3D/base/FlipCheck.h"
 #include "Unfold3D/commands/IslandFlattener.h"
 #include "Unfold3D/commands/IslandRelaxer.h"
 #include "Unfold3D/commands/PinnedLines.h"
@@ -98,6 +99,45 @@ bool wasMapped(const Session& session, const std::vector<int>& vertices, std::sp
     return (isFlat || hasLayout(session, vertices)) && !isPoint(uv);
 }
 
+/// The triangles of a surface, each wound as it was imported.
+std::vector<Triangle> trianglesAsImported(const Session& session, const IslandSurface& surface)
+{
+    std::vector<Triangle> triangles = surface.mesh.triangles;
+    for (std::size_t t = 0; t < triangles.size(); ++t) {
+        auto& [a, b, c] = triangles[t];
+        const auto imported = static_cast<std::size_t>(surface.triangles[t]);
+        if (surface.vertices[static_cast<std::size_t>(b)] != session.mesh.triangles[imported][1])
+            std::swap(b, c);
+    }
+    return triangles;
+}
+
+/// Those that turn against most of the layout's area.
+std::size_t countFlips(std::vector<Triangle> triangles, std::span<const Vec2> uv)
+{
+    if (layoutArea(triangles, uv).signedSum < 0.0)
+        for (auto& [a, b, c] : triangles)
+            std::swap(b, c);
+    return flippedTriangles(triangles, uv).size();
+}
+
+/// Neighbours that face opposite sides are wound alike to be relaxed. Where they lie on each other,
+/// that turns one of them over.
+void keepSides(const Session& session, const IslandSurface& surface, std::span<const Vec2> before,
+               IslandLayout& result)
+{
+    const std::vector<Triangle> triangles = trianglesAsImported(session, surface);
+    std::size_t turned = 0;
+    for (std::size_t t = 0; t < triangles.size(); ++t)
+        turned += triangles[t] != surface.mesh.triangles[t];
+    const bool faceOneSide = turned == 0 || turned == triangles.size();
+    if (faceOneSide || countFlips(triangles, result.uv) <= countFlips(triangles, before))
+        return;
+    result.isUnchanged = true;
+    result.warnings = {"UVs are kept, since triangles that face opposite sides lie on each other. "
+                       "Turn them to one side first."};
+}
+
 FlattenOptions flattenOptions(const RelaxOptions& options)
 {
     FlattenOptions flatten;
@@ -156,7 +196,9 @@ IslandLayout relaxIsland(const Session& session, int island, std::span<const cha
     else {
         result.hadLayout = true;
         windAsItLies(before, result.isFixed, surface.mesh);
-        IslandRelaxer(surface, std::move(before), flatten, options, control, progress).run(result);
+        IslandRelaxer(surface, before, flatten, options, control, progress).run(result);
+        if (options.preventFlips)
+            keepSides(session, surface, before, result);
     }
     result.vertices = std::move(surface.vertices);
     return result;
