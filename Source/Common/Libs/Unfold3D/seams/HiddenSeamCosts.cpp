@@ -25,7 +25,7 @@ constexpr double flatAngle = 1e-3;
 constexpr double factorOfFlat = 1.3;
 /// Edges that are alike cost the same whatever the rounding of their positions, so that ways that
 /// are alike are ties.
-constexpr int digits = 7;
+constexpr int digits = 6;
 
 double creaseFactor(double angle)
 {
