@@ -160,6 +160,18 @@ TEST(OrganicSeams, CutTubesFromTheBodyAndTheirCapsFromThem)
     EXPECT_NEAR(cut.patches[2].area, 0.09 * std::numbers::pi, 0.3);
 }
 
+TEST(OrganicSeams, CutWhatWouldLieOverItself)
+{
+    for (const double turns : {1.4, 2.6}) {
+        const IslandMesh ramp = surfaces::cutCone(turns, 60, 4);
+        const CutMesh cut(ramp, organic(ramp));
+        expectDisks(cut);
+        EXPECT_GE(static_cast<double>(cut.patches.size()), turns);
+        EXPECT_LE(cut.patches.size(), 6U);
+        EXPECT_LE(seams::worstEnergy(cut), 4.01);
+    }
+}
+
 TEST(OrganicSeams, HideWhereFewLook)
 {
     const IslandMesh mesh = animal();

@@ -8,6 +8,7 @@
 #include "Unfold3D/seams/SeamGrowth.h"
 #include "Unfold3D/seams/SeamPruning.h"
 #include "Unfold3D/seams/ShorterSeams.h"
+#include "Unfold3D/seams/SplitOverlaps.h"
 #include "Unfold3D/seams/TubeRings.h"
 
 #include <algorithm>
@@ -110,6 +111,9 @@ std::vector<char> organicSeams(const SeamMesh& mesh, const OrganicOptions& optio
         shortenSeams(draft, control);
         pruneSeams(draft, forecaster, growth, control);
         draft.settle();
+        // Once only: later steps add to what every amount has.
+        if (step == 0)
+            splitOverlaps(draft, control);
     }
     return draft.isSeam;
 }

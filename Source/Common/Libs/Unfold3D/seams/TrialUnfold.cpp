@@ -39,6 +39,13 @@ TrialUnfold minimised(const IslandMesh& patch, std::vector<Vec2> start, bool kee
     return trial;
 }
 
+TrialUnfold fromScratch(const IslandMesh& patch, bool keepsApart, const RunControl& control)
+{
+    FlatStartFinder starts(patch, control);
+    std::optional<FlatStart> start = starts.next();
+    return start ? minimised(patch, std::move(start->uv), keepsApart, control) : noLayout();
+}
+
 std::vector<Vec2> meanOfCorners(const IslandMesh& patch, std::span<const CornerUVs> corners)
 {
     std::vector<Vec2> uv(patch.positions.size());
@@ -77,9 +84,12 @@ TrialUnfold improved(const IslandMesh& patch, std::vector<Vec2> start, double en
 
 TrialUnfold tryUnfold(const IslandMesh& patch, const RunControl& control)
 {
-    FlatStartFinder starts(patch, control);
-    std::optional<FlatStart> start = starts.next();
-    return start ? minimised(patch, std::move(start->uv), true, control) : noLayout();
+    return fromScratch(patch, true, control);
+}
+
+TrialUnfold tryUnfoldFreely(const IslandMesh& patch, const RunControl& control)
+{
+    return fromScratch(patch, false, control);
 }
 
 TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> corners,

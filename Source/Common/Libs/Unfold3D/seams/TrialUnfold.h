@@ -27,6 +27,9 @@ struct TrialUnfold
 /// flat. Throws Stopped.
 TrialUnfold tryUnfold(const IslandMesh& patch, const RunControl& control);
 
+/// The same with a border that may cross itself.
+TrialUnfold tryUnfoldFreely(const IslandMesh& patch, const RunControl& control);
+
 /// The same from places for the corners of each triangle ([triangle]) that nearly agree: as they
 /// are where the energy is at most `enough` then, else minimised. Corners may miss each other where
 /// the patch was put together; where that flips triangles for good, there is no layout. A border
