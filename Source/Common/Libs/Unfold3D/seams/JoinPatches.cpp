@@ -10,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -113,7 +114,7 @@ private:
             sew(star, true);
             unions.push_back(unionOf(star));
         }
-        trials_.run(unions);
+        trials_.run(unions, std::numeric_limits<double>::infinity());
         for (std::size_t i = 0; i < stars.size(); ++i)
             joinOrGiveUp(stars[i], std::move(unions[i]));
         return true;
@@ -270,7 +271,7 @@ private:
             addFitted(mesh_, arms[i].edges, large, small, whole);
             sortTriangles(whole);
         }
-        trials_.run(unions);
+        trials_.run(unions, rules_.mostEnergy);
         std::vector<char> isHopeless(arms.size(), 0);
         for (std::size_t k = 0; k < tried.size(); ++k) {
             const Arm& arm = arms[at(tried[k])];

@@ -40,7 +40,7 @@ PatchTrials::PatchTrials(const SeamMesh& mesh, std::span<const char> isSeam,
     : mesh_(mesh), isSeam_(isSeam), control_(control), takers_([&mesh] { return PatchTaker(mesh); })
 {}
 
-void PatchTrials::run(std::span<PatchLayout> pieces)
+void PatchTrials::run(std::span<PatchLayout> pieces, double mostEnergy)
 {
     // The largest first, so that none is left to the end alone.
     std::vector<std::size_t> order(pieces.size());
@@ -52,19 +52,20 @@ void PatchTrials::run(std::span<PatchLayout> pieces)
         tbb::blocked_range<std::size_t>(0, order.size(), 1),
         [&](const tbb::blocked_range<std::size_t>& range) {
             for (std::size_t k = range.begin(); k < range.end(); ++k)
-                tryPiece(pieces[order[k]]);
+                tryPiece(pieces[order[k]], mostEnergy);
         },
         tbb::simple_partitioner());
 }
 
-void PatchTrials::tryPiece(PatchLayout& piece)
+void PatchTrials::tryPiece(PatchLayout& piece, double mostEnergy)
 {
     control_.checkpoint();
     const PatchSurface surface = takers_.local().take(piece.triangles, isSeam_);
     scale(piece.corners, 1.0 / surface.size);
-    const TrialUnfold trial =
-        piece.corners.empty() ? tryUnfold(surface.mesh, control_)
-                              : tryUnfoldFrom(surface.mesh, piece.corners, piece.energy, control_);
+    const TrialLimits limits{piece.energy, mostEnergy};
+    const TrialUnfold trial = piece.corners.empty()
+                                  ? tryUnfold(surface.mesh, limits, control_)
+                                  : tryUnfoldFrom(surface.mesh, piece.corners, limits, control_);
     piece.area = 0.0;
     for (const int t : piece.triangles)
         piece.area += mesh_.areas[static_cast<std::size_t>(t)];

@@ -22,12 +22,13 @@ public:
 
     /// What becomes of patches; their triangles ascending. Those with a layout are tried from that,
     /// by tryUnfoldFrom with the energy that stands in the piece as enough, others from scratch.
-    /// Sets layout, area and energy; the energy is infinite where the patch would lie over itself,
-    /// or can't be laid flat at all. Throws Stopped.
-    void run(std::span<PatchLayout> pieces);
+    /// Above `mostEnergy` it doesn't matter what comes of them. Sets layout, area and energy; the
+    /// energy is infinite where the patch would lie over itself, or can't be laid flat at all.
+    /// Throws Stopped.
+    void run(std::span<PatchLayout> pieces, double mostEnergy);
 
 private:
-    void tryPiece(PatchLayout& piece);
+    void tryPiece(PatchLayout& piece, double mostEnergy);
 
     const SeamMesh& mesh_;
     std::span<const char> isSeam_;

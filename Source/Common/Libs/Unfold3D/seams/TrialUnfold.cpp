@@ -39,13 +39,6 @@ TrialUnfold minimised(const IslandMesh& patch, std::vector<Vec2> start, bool kee
     return trial;
 }
 
-TrialUnfold fromScratch(const IslandMesh& patch, bool keepsApart, const RunControl& control)
-{
-    FlatStartFinder starts(patch, control);
-    std::optional<FlatStart> start = starts.next();
-    return start ? minimised(patch, std::move(start->uv), keepsApart, control) : noLayout();
-}
-
 std::vector<Vec2> meanOfCorners(const IslandMesh& patch, std::span<const CornerUVs> corners)
 {
     std::vector<Vec2> uv(patch.positions.size());
@@ -66,47 +59,49 @@ std::vector<Vec2> meanOfCorners(const IslandMesh& patch, std::span<const CornerU
 constexpr std::size_t quickCount = 1500;
 
 /// From a start that may lie over itself.
-TrialUnfold improved(const IslandMesh& patch, std::vector<Vec2> start, double enough,
+TrialUnfold improved(const IslandMesh& patch, std::vector<Vec2> start, const TrialLimits& limits,
                      const RunControl& control)
 {
     const double energy = startDistortion(patch, start);
     const Border border(patch);
     const bool overlaps = doesBorderCross(border, borderPositions(border, {start}));
-    if (energy <= enough)
+    if (energy <= limits.enough)
         return {energy, overlaps, std::move(start)};
     TrialUnfold free = minimised(patch, start, false, control);
-    if (!free.overlaps || overlaps)
+    if (!free.overlaps || overlaps || free.energy > limits.most)
         return free;
     return minimised(patch, std::move(start), true, control);
 }
 
 } // namespace
 
-TrialUnfold tryUnfold(const IslandMesh& patch, const RunControl& control)
+TrialUnfold tryUnfold(const IslandMesh& patch, const TrialLimits& limits, const RunControl& control)
 {
-    return fromScratch(patch, true, control);
+    std::optional<FlatStart> start = FlatStartFinder(patch, control).next();
+    return start ? improved(patch, std::move(start->uv), limits, control) : noLayout();
 }
 
 TrialUnfold tryUnfoldFreely(const IslandMesh& patch, const RunControl& control)
 {
-    return fromScratch(patch, false, control);
+    std::optional<FlatStart> start = FlatStartFinder(patch, control).next();
+    return start ? minimised(patch, std::move(start->uv), false, control) : noLayout();
 }
 
 TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> corners,
-                          double enough, const RunControl& control)
+                          const TrialLimits& limits, const RunControl& control)
 {
     std::vector<Vec2> start = meanOfCorners(patch, corners);
     if (isFlipFree(patch.triangles, start))
-        return improved(patch, std::move(start), enough, control);
+        return improved(patch, std::move(start), limits, control);
     start = stitchedLayout(patch.triangles, patch.vertexCount(), corners, control);
     if (isFlipFree(patch.triangles, start))
-        return improved(patch, std::move(start), enough, control);
+        return improved(patch, std::move(start), limits, control);
     start = untangle(MovablePart(patch, {}), std::move(start), control, [](double) {}).uv;
     TrialUnfold trial = isFlipFree(patch.triangles, start)
-                            ? improved(patch, std::move(start), enough, control)
+                            ? improved(patch, std::move(start), limits, control)
                             : noLayout();
     if (!trial.isWithin(std::numeric_limits<double>::max()) && patch.triangles.size() < quickCount)
-        return tryUnfold(patch, control);
+        return tryUnfold(patch, limits, control);
     return trial;
 }
 

@@ -22,19 +22,27 @@ struct TrialUnfold
     bool isWithin(double limit) const { return !overlaps && energy <= limit; }
 };
 
-/// Lays a patch flat as Unfold does, with a border that is kept from crossing itself. Costs a few
-/// sparse factorisations, more where the border would cross; only a pass over the patch where it is
-/// flat. Throws Stopped.
-TrialUnfold tryUnfold(const IslandMesh& patch, const RunControl& control);
+/// What a trial is to reach.
+struct TrialLimits
+{
+    double enough; ///< energy from which on down nothing is made better
+    double most;   ///< energy above which a layout is of no use, so that it may overlap
+};
+
+/// Lays a patch flat as Unfold does, with a border that is kept from crossing itself where that
+/// leaves a layout of use. Costs a few sparse factorisations, more where the border would cross;
+/// only a pass over the patch where it is flat. Throws Stopped.
+TrialUnfold tryUnfold(const IslandMesh& patch, const TrialLimits& limits,
+                      const RunControl& control);
 
 /// The same with a border that may cross itself.
 TrialUnfold tryUnfoldFreely(const IslandMesh& patch, const RunControl& control);
 
 /// The same from places for the corners of each triangle ([triangle]) that nearly agree: as they
-/// are where the energy is at most `enough` then, else minimised. Corners may miss each other where
+/// are where the energy is enough then, else minimised. Corners may miss each other where
 /// the patch was put together; where that flips triangles for good, there is no layout. A border
 /// that crosses itself already isn't pulled apart.
 TrialUnfold tryUnfoldFrom(const IslandMesh& patch, std::span<const CornerUVs> corners,
-                          double enough, const RunControl& control);
+                          const TrialLimits& limits, const RunControl& control);
 
 } // namespace unfold3d

@@ -8,6 +8,7 @@
 #include "Unfold3D/seams/SeamCosts.h"
 #include "Unfold3D/seams/StraightBorders.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace unfold3d
@@ -79,7 +80,7 @@ private:
         std::vector<PatchLayout> pieces(parts.size());
         for (std::size_t i = 0; i < parts.size(); ++i)
             pieces[i].triangles = std::move(parts[i]);
-        trials_.run(pieces);
+        trials_.run(pieces, std::max(goodEnergy, regionEnergy));
         return pieces;
     }
 
