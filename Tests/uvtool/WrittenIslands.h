@@ -24,12 +24,11 @@ struct WrittenIslands
     std::size_t faces = 0;
     std::size_t facesWithoutUVs = 0;
 
-    /// Disks, or rings, which a plane has room for as well.
-    bool areFlat() const
+    /// Are all open: disks, or with holes? That none has a handle tells a layout without overlaps.
+    bool areOpen() const
     {
-        return std::all_of(
-            eulerCharacteristics.begin(), eulerCharacteristics.end(),
-            [](int characteristic) { return characteristic == 0 || characteristic == 1; });
+        return std::all_of(eulerCharacteristics.begin(), eulerCharacteristics.end(),
+                           [](int characteristic) { return characteristic <= 1; });
     }
 };
 
