@@ -129,7 +129,8 @@ private:
     std::size_t middleOf(const std::vector<int>& place) const
     {
         const auto point = [&](int cell) {
-            return Vec2{1.0 * (cell % columns_), 1.0 * (cell / columns_)};
+            const int row = cell / columns_;
+            return Vec2{1.0 * (cell - row * columns_), 1.0 * row};
         };
         Vec2 mean{0.0, 0.0};
         for (const int cell : place)

@@ -49,12 +49,15 @@ std::vector<int> PatchPaths::wayTo(std::span<const int> sources, std::span<const
         queue.emplace(0, v);
     }
     end = -1;
+    constexpr std::size_t visitsPerCheckpoint = 1024;
+    std::size_t visits = 0;
     while (!queue.empty() && end < 0) {
         const auto [costHere, v] = queue.top();
         queue.pop();
         if (costHere > cost[at(v)])
             continue;
-        control.checkpoint();
+        if (++visits % visitsPerCheckpoint == 0)
+            control.checkpoint();
         const bool isSource = from[at(v)].edge < 0;
         if (!isSource && isGoal[at(v)])
             end = v;
