@@ -10,8 +10,9 @@ struct GrowthOptions
     double price = 0.1;
     /// Above this energy a part is distorted so much that a seam is worth five times its price.
     double highEnergy = 4.4;
-    /// Forecasts to spend, on growing and on pruning each.
-    int forecasts = 30;
+    /// Forecasts to spend on growing, and on pruning.
+    int growthForecasts = 30;
+    int pruningForecasts = 15;
 };
 
 } // namespace unfold3d

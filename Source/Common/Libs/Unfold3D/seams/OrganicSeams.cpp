@@ -44,8 +44,9 @@ GrowthOptions growthOptions(const SeamMesh& mesh, int step)
     options.price =
         highestPrice * std::pow(lowestPrice / highestPrice, static_cast<double>(step) / stepCount);
     const double budget = verticesToForecast * (step == 0 ? 1.0 : shareOfLaterSteps);
-    options.forecasts = static_cast<int>(
+    options.growthForecasts = static_cast<int>(
         std::clamp(budget / std::max(mesh.vertexCount(), 1), fewestForecasts, mostForecasts));
+    options.pruningForecasts = options.growthForecasts / 2;
     return options;
 }
 

@@ -53,7 +53,7 @@ public:
     {
         SeamForecast now = forecaster_.forecast(draft_);
         std::vector<double> worth = objectives(draft_, now, options_);
-        for (int spent = 1; spent < options_.forecasts; ++spent) {
+        for (int spent = 1; spent < options_.growthForecasts; ++spent) {
             const std::vector<Attempt> attempts = attemptAll(now);
             if (std::all_of(attempts.begin(), attempts.end(),
                             [](const Attempt& a) { return a.tips.empty(); }))

@@ -47,7 +47,9 @@ void tryWithout(const std::vector<std::vector<int>>& ends, SeamDraft& draft,
     std::size_t rounds = 0;
     for (const auto& list : endsOfPart)
         rounds = std::max(rounds, list.size());
-    for (std::size_t round = 0; round < rounds && spent < options.forecasts; ++round, ++spent) {
+    for (std::size_t round = 0; round < rounds && spent < options.pruningForecasts;
+         ++round, ++spent)
+    {
         for (const auto& list : endsOfPart)
             if (round < list.size())
                 draft.set(ends[list[round]], false);
