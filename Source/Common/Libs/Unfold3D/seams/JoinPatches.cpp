@@ -81,11 +81,13 @@ private:
         dropHopeless(arms);
         std::vector<Star> stars = gatherStars(std::move(arms));
         std::vector<PatchLayout> unions;
+        std::vector<TrialLimits> limits;
         for (const Star& star : stars) {
             sew(star, true);
             unions.push_back(unionOf(star));
+            limits.push_back({mostEnergyOf(star, enoughShare), mostEnergyOf(star, 1.0)});
         }
-        trials_.run(unions, rules_.mostEnergy);
+        trials_.run(unions, limits);
         for (std::size_t i = 0; i < stars.size(); ++i)
             joinOrGiveUp(stars[i], std::move(unions[i]));
         return true;
@@ -99,6 +101,7 @@ private:
     {
         std::vector<int> tried;
         std::vector<PatchLayout> unions;
+        std::vector<TrialLimits> limits;
         for (std::size_t i = 0; i < arms.size(); ++i) {
             const PatchLayout& small = pieces_[at(arms[i].small)];
             const PatchLayout& large = pieces_[at(arms[i].large)];
@@ -109,11 +112,12 @@ private:
             sew(arms[i], true);
             PatchLayout& whole = unions.emplace_back(nearbyPart(arms[i]));
             const double area = whole.area + small.area;
-            whole.energy = leastEnergy + enoughShare * rules_.mostNewStrain * small.area / area;
+            limits.push_back({leastEnergy + enoughShare * rules_.mostNewStrain * small.area / area,
+                              std::numeric_limits<double>::infinity()});
             addFitted(mesh_, arms[i].edges, large, small, whole);
             sortTriangles(whole);
         }
-        trials_.run(unions, std::numeric_limits<double>::infinity());
+        trials_.run(unions, limits);
         std::vector<char> isHopeless(arms.size(), 0);
         for (std::size_t k = 0; k < tried.size(); ++k) {
             const JoinArm& arm = arms[at(tried[k])];
@@ -181,7 +185,7 @@ private:
         return stars;
     }
 
-    /// The whole star, put together, with the energy that is good enough for it.
+    /// The whole star, put together.
     PatchLayout unionOf(const Star& star) const
     {
         const PatchLayout& centre = pieces_[at(star.centre)];
@@ -189,7 +193,6 @@ private:
         for (const JoinArm& arm : star.arms)
             addFitted(mesh_, arm.edges, centre, pieces_[at(arm.small)], whole);
         sortTriangles(whole);
-        whole.energy = std::min(mostEnergyOf(star, enoughShare), rules_.mostEnergy);
         return whole;
     }
 
@@ -204,7 +207,9 @@ private:
             area += piece.area;
             strain += piece.strain() + share * rules_.mostNewStrain * piece.area;
         }
-        return area > 0.0 ? leastEnergy + strain / area + roundingOfEnergy : rules_.mostEnergy;
+        return area > 0.0
+                   ? std::min(leastEnergy + strain / area + roundingOfEnergy, rules_.mostEnergy)
+                   : rules_.mostEnergy;
     }
 
     // Writing.
@@ -223,7 +228,7 @@ private:
     void joinOrGiveUp(const Star& star, PatchLayout whole)
     {
         int& mostArms = mostArms_[at(star.centre)];
-        if (whole.energy <= std::min(mostEnergyOf(star, 1.0), rules_.mostEnergy)) {
+        if (whole.energy <= mostEnergyOf(star, 1.0)) {
             mostArms = std::min(2 * mostArms, firstArms);
             join(star, std::move(whole));
             return;

@@ -1,7 +1,5 @@
 #include "Unfold3D/seams/PatchTrials.h"
 
-#include "Unfold3D/seams/TrialUnfold.h"
-
 #include <algorithm>
 #include <limits>
 #include <numeric>
@@ -40,7 +38,7 @@ PatchTrials::PatchTrials(const SeamMesh& mesh, std::span<const char> isSeam,
     : mesh_(mesh), isSeam_(isSeam), control_(control), takers_([&mesh] { return PatchTaker(mesh); })
 {}
 
-void PatchTrials::run(std::span<PatchLayout> pieces, double mostEnergy)
+void PatchTrials::run(std::span<PatchLayout> pieces, std::span<const TrialLimits> limits)
 {
     // The largest first, so that none is left to the end alone.
     std::vector<std::size_t> order(pieces.size());
@@ -52,17 +50,16 @@ void PatchTrials::run(std::span<PatchLayout> pieces, double mostEnergy)
         tbb::blocked_range<std::size_t>(0, order.size(), 1),
         [&](const tbb::blocked_range<std::size_t>& range) {
             for (std::size_t k = range.begin(); k < range.end(); ++k)
-                tryPiece(pieces[order[k]], mostEnergy);
+                tryPiece(pieces[order[k]], limits[order[k]]);
         },
         tbb::simple_partitioner());
 }
 
-void PatchTrials::tryPiece(PatchLayout& piece, double mostEnergy)
+void PatchTrials::tryPiece(PatchLayout& piece, const TrialLimits& limits)
 {
     control_.checkpoint();
     const PatchSurface surface = takers_.local().take(piece.triangles, isSeam_);
     scale(piece.corners, 1.0 / surface.size);
-    const TrialLimits limits{piece.energy, mostEnergy};
     const TrialUnfold trial = piece.corners.empty()
                                   ? tryUnfold(surface.mesh, limits, control_)
                                   : tryUnfoldFrom(surface.mesh, piece.corners, limits, control_);

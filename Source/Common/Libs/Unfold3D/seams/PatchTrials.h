@@ -3,6 +3,7 @@
 #include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/seams/PatchLayout.h"
 #include "Unfold3D/seams/PatchSurface.h"
+#include "Unfold3D/seams/TrialUnfold.h"
 
 #include <span>
 #include <vector>
@@ -21,14 +22,16 @@ public:
     PatchTrials(const SeamMesh& mesh, std::span<const char> isSeam, const RunControl& control);
 
     /// What becomes of patches; their triangles ascending. Those with a layout are tried from that,
-    /// by tryUnfoldFrom with the energy that stands in the piece as enough, others from scratch.
-    /// Above `mostEnergy` it doesn't matter what comes of them. Sets layout, area and energy; the
-    /// energy is infinite where the patch would lie over itself, or can't be laid flat at all.
+    /// by tryUnfoldFrom, others from scratch. Sets layout, area and energy; the energy is infinite
+    /// where the patch would lie over itself, or can't be laid flat at all.
+    ///
+    /// limits  [piece]
+    ///
     /// Throws Stopped.
-    void run(std::span<PatchLayout> pieces, double mostEnergy);
+    void run(std::span<PatchLayout> pieces, std::span<const TrialLimits> limits);
 
 private:
-    void tryPiece(PatchLayout& piece, double mostEnergy);
+    void tryPiece(PatchLayout& piece, const TrialLimits& limits);
 
     const SeamMesh& mesh_;
     std::span<const char> isSeam_;

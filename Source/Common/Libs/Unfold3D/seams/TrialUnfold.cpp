@@ -70,6 +70,8 @@ TrialUnfold improved(const IslandMesh& patch, std::vector<Vec2> start, const Tri
     TrialUnfold free = minimised(patch, start, false, control);
     if (!free.overlaps || overlaps || free.energy > limits.most)
         return free;
+    if (energy <= limits.most && std::isfinite(limits.most))
+        return {energy, false, std::move(start)};
     return minimised(patch, std::move(start), true, control);
 }
 

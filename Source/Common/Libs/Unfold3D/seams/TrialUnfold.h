@@ -26,7 +26,9 @@ struct TrialUnfold
 struct TrialLimits
 {
     double enough; ///< energy from which on down nothing is made better
-    double most;   ///< energy above which a layout is of no use, so that it may overlap
+    double most;   ///< energy above which a layout is of no use, so that it may overlap; below it,
+                   ///< one whose border would cross is left as it came, if it came without that;
+                   ///< infinite: whatever can be had
 };
 
 /// Lays a patch flat as Unfold does, with a border that is kept from crossing itself where that

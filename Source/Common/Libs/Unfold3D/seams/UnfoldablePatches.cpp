@@ -80,7 +80,8 @@ private:
         std::vector<PatchLayout> pieces(parts.size());
         for (std::size_t i = 0; i < parts.size(); ++i)
             pieces[i].triangles = std::move(parts[i]);
-        trials_.run(pieces, std::max(goodEnergy, regionEnergy));
+        const TrialLimits limits{leastEnergy, std::max(goodEnergy, regionEnergy)};
+        trials_.run(pieces, std::vector<TrialLimits>(pieces.size(), limits));
         return pieces;
     }
 
