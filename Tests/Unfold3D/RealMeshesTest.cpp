@@ -1,6 +1,7 @@
 #include "LayoutChecks.h"
 #include "PackChecks.h"
 #include "PackRun.h"
+#include "SeamChecks.h"
 #include "SolverSession.h"
 #include "Surfaces.h"
 
@@ -11,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -255,6 +257,38 @@ TEST_F(RealMeshes, PackedIslandsKeepTheirGapsAndCoverTheSquare)
         EXPECT_TRUE(
             (unfold3d::Box2{{keys.margin, keys.margin}, {far, far}}).contains(packed::bounds(uvs)));
         EXPECT_GE(packed::wholeArea(layout, uvs), c.covers);
+    }
+}
+
+/// One vertex for each place.
+IslandMesh welded(const IslandMesh& mesh)
+{
+    IslandMesh result;
+    std::map<std::array<double, 3>, int> vertexAt;
+    for (Triangle t : mesh.triangles) {
+        for (int& v : t) {
+            const Vec3 p = mesh.positions[static_cast<std::size_t>(v)];
+            const auto [at, isNew] = vertexAt.try_emplace({p.x, p.y, p.z}, result.vertexCount());
+            if (isNew)
+                result.positions.push_back(p);
+            v = at->second;
+        }
+        result.triangles.push_back(t);
+    }
+    return result;
+}
+
+TEST_F(RealMeshes, BodiesNeedFewSeams)
+{
+    for (const char* file : {"spot.obj", "bunny.obj"}) {
+        SCOPED_TRACE(file);
+        const IslandMesh mesh = welded(readSurface(file));
+        const seams::CutMesh cut(mesh, seams::proposed(mesh, {{"#Organic table"}}));
+        EXPECT_LE(cut.patches.size(), 5U);
+        EXPECT_LE(cut.seamLength, 5.0);
+        EXPECT_LE(seams::worstEnergy(cut), 4.2);
+        for (const seams::Patch& patch : cut.patches)
+            EXPECT_EQ(std::pair(patch.handles, patch.borders), std::pair(0, 1));
     }
 }
 
