@@ -2,7 +2,7 @@
 
 #include "Unfold3D/seams/AngleDefects.h"
 #include "Unfold3D/seams/BorderChains.h"
-#include "Unfold3D/seams/Patches.h"
+#include "Unfold3D/seams/MovableBorders.h"
 
 #include <algorithm>
 #include <array>
@@ -42,9 +42,6 @@ constexpr std::array<Round, 5> rounds{{{1, 3, noLimit, false},
 constexpr PathCost worthwhileParts = 50;
 /// Radians that may be missing around a vertex that comes to lie inside.
 constexpr double mostDefect = 0.15;
-/// A patch gives or gets no more than one of so many parts of its triangles at a time.
-constexpr int keptParts = 4;
-
 /// A part of a chain.
 struct Stretch
 {
@@ -59,25 +56,17 @@ public:
                        std::span<const PathCost> costs, std::vector<char>& isSeam,
                        const RunControl& control)
         : mesh_(mesh), mayMove_(mayMove), costs_(costs), isSeam_(isSeam), control_(control),
-          defects_(angleDefects(mesh)), seamsAt_(mesh.positions.size(), 0),
+          defects_(angleDefects(mesh)), borders_(mesh, isSeam),
           distance_(mesh.positions.size(), unreached), via_(mesh.positions.size(), -1),
-          isOld_(mesh.lengths.size(), 0), isTaken_(mesh.triangles.size(), 0)
-    {
-        const Patches patches = findPatches(mesh, isSeam);
-        patchOf_ = patches.ofTriangle;
-        for (int p = 0; p < patches.count(); ++p)
-            counts_.push_back(static_cast<int>(patches.triangles[p].size()));
-        for (int e = 0; e < mesh.edgeCount(); ++e)
-            if (isSeam[at(e)])
-                countSeam(e, 1);
-    }
+          isOld_(mesh.lengths.size(), 0)
+    {}
 
     void run()
     {
         for (const Round& round : rounds) {
             std::vector<char> isWanted(isSeam_.size(), 0);
             for (int e = 0; e < mesh_.edgeCount(); ++e) {
-                const auto [a, b] = patchesOf(e);
+                const auto [a, b] = borders_.patchesOf(e);
                 isWanted[at(e)] = static_cast<char>(isSeam_[at(e)] && mayMove_[at(e)] && a != b);
             }
             for (const BorderChain& chain : findBorderChains(mesh_, isSeam_, isWanted)) {
@@ -88,18 +77,6 @@ public:
     }
 
 private:
-    std::array<int, 2> patchesOf(int edge) const
-    {
-        const auto [left, right] = mesh_.trianglesOf(edge);
-        return {patchOf_[at(left)], patchOf_[at(right)]};
-    }
-
-    void countSeam(int edge, int by)
-    {
-        for (const int v : mesh_.verticesOf(edge))
-            seamsAt_[at(v)] += by;
-    }
-
     void straighten(const BorderChain& chain, const Round& round)
     {
         const int parts = chain.isLoop() ? round.partsOfLoop : round.parts;
@@ -123,7 +100,7 @@ private:
             isOld_[at(e)] = 1;
         std::vector<int> path = cheaperWay(old);
         if (!path.empty() && leavesOnlyFlatVertices(old, path))
-            exchange(old, path);
+            borders_.move(old.edges, path);
         for (const int e : old.edges)
             isOld_[at(e)] = 0;
     }
@@ -140,7 +117,7 @@ private:
         using Visit = std::pair<PathCost, int>;
         std::priority_queue<Visit, std::vector<Visit>, std::greater<>> queue;
         const int goal = old.vertices.back();
-        const auto patches = patchesOf(old.edges.front());
+        const auto patches = borders_.patchesOf(old.edges.front());
         std::vector<int> reached{old.vertices.front()};
         distance_[at(reached.front())] = 0;
         queue.emplace(0, reached.front());
@@ -180,13 +157,13 @@ private:
         if (isSeam_[at(spoke.edge)])
             return false;
         const auto isOneOf = [&](int p) { return p == patches[0] || p == patches[1]; };
-        const auto [a, b] = patchesOf(spoke.edge);
+        const auto [a, b] = borders_.patchesOf(spoke.edge);
         if (!isOneOf(a) || !isOneOf(b))
             return false;
         if (spoke.vertex == old.vertices.back())
             return true;
         return !mesh_.isOnBorder[at(spoke.vertex)] &&
-               (seamsAt_[at(spoke.vertex)] == 0 || isWithin(spoke.vertex, old));
+               (borders_.seamsAt(spoke.vertex) == 0 || isWithin(spoke.vertex, old));
     }
 
     /// Whether the old way passes a vertex.
@@ -211,98 +188,16 @@ private:
         });
     }
 
-    // The exchange.
-
-    /// Puts the new way in the place of the old one, unless a patch would change too much.
-    void exchange(const Stretch& old, const std::vector<int>& path)
-    {
-        mark(old.edges, false);
-        mark(path, true);
-        std::vector<std::pair<int, int>> movedFrom; // triangle and its patch
-        for (const int e : old.edges) {
-            if (isSeam_[at(e)] || patchesOf(e)[0] == patchesOf(e)[1])
-                continue;
-            if (!movePocket(e, movedFrom)) {
-                for (auto moved = movedFrom.rbegin(); moved != movedFrom.rend(); ++moved)
-                    move(moved->first, moved->second);
-                mark(path, false);
-                mark(old.edges, true);
-                return;
-            }
-        }
-    }
-
-    void mark(std::span<const int> edges, bool isSeam)
-    {
-        for (const int e : edges) {
-            countSeam(e, static_cast<int>(isSeam) - static_cast<int>(isSeam_[at(e)]));
-            isSeam_[at(e)] = static_cast<char>(isSeam);
-        }
-    }
-
-    void move(int triangle, int patch)
-    {
-        --counts_[at(patchOf_[at(triangle)])];
-        ++counts_[at(patch)];
-        patchOf_[at(triangle)] = patch;
-    }
-
-    /// Gives what lies between the old and the new way, beside an old edge, to the other patch.
-    bool movePocket(int edge, std::vector<std::pair<int, int>>& movedFrom)
-    {
-        const auto sides = mesh_.trianglesOf(edge);
-        const auto patches = patchesOf(edge);
-        const std::size_t most =
-            at(std::min(counts_[at(patches[0])], counts_[at(patches[1])]) / keptParts);
-        constexpr std::size_t firstLimit = 8;
-        constexpr std::size_t growth = 4;
-        for (std::size_t limit = std::min(firstLimit, most); limit > 0;
-             limit = limit < most ? std::min(growth * limit, most) : 0)
-            for (const std::size_t side : {0U, 1U}) {
-                const std::vector<int> pocket = pocketAt(sides[side], limit);
-                for (const int t : pocket) {
-                    movedFrom.emplace_back(t, patchOf_[at(t)]);
-                    move(t, patches[1 - side]);
-                }
-                if (!pocket.empty())
-                    return true;
-            }
-        return false;
-    }
-
-    /// The triangles around one, up to old and new seams; empty when they are too many.
-    std::vector<int> pocketAt(int triangle, std::size_t most)
-    {
-        std::vector<int> pocket{triangle};
-        isTaken_[at(triangle)] = 1;
-        for (std::size_t next = 0; next < pocket.size() && pocket.size() <= most; ++next)
-            for (int h = 3 * pocket[next]; h < 3 * pocket[next] + 3; ++h) {
-                if (endsPatch(mesh_, isSeam_, h) || isOld_[at(mesh_.edgeOf[at(h)])])
-                    continue;
-                const int t = mesh_.twin[at(h)] / 3;
-                if (!std::exchange(isTaken_[at(t)], 1))
-                    pocket.push_back(t);
-            }
-        for (const int t : pocket)
-            isTaken_[at(t)] = 0;
-        if (pocket.size() > most)
-            pocket.clear();
-        return pocket;
-    }
-
     const SeamMesh& mesh_;
     std::span<const char> mayMove_;
     std::span<const PathCost> costs_;
-    std::vector<char>& isSeam_;
+    std::span<const char> isSeam_;
     const RunControl& control_;
     const std::vector<double> defects_;
-    std::vector<int> patchOf_;       ///< [triangle]
-    std::vector<int> counts_;        ///< [patch] triangles
-    std::vector<int> seamsAt_;       ///< [vertex] seam edges that meet there
+    MovableBorders borders_;
     std::vector<PathCost> distance_; ///< [vertex] unreached but during a search
     std::vector<int> via_;           ///< [vertex] edge by which a search came
     std::vector<char> isOld_;        ///< [edge] of the stretch that is laid anew
-    std::vector<char> isTaken_;      ///< [triangle] cleared after use
 };
 
 } // namespace
