@@ -25,6 +25,9 @@ constexpr std::array<double, 8> levels{0.002, 0.06, 0.15, 0.3, 0.5, 0.8, 1.2, 4.
 /// A pass over all neighbours that joins less than this share of them is the last of its level.
 constexpr int worthwhileShare = 50;
 constexpr int maxPasses = 12;
+/// Shares of a perimeter are told apart by so many steps. Alike pairs of a regular mesh then are
+/// ties whatever the rounding of their positions, as simple fractions lie on no limit of a step.
+constexpr double shareSteps = 97.3;
 
 /// Radians that may be missing around one inner vertex.
 constexpr double mostDefect = 0.12;
@@ -148,8 +151,7 @@ private:
             const auto& [a, b] = regionsOf(borders_[begin].edge);
             const double perimeter = std::min(regions_[at(a)].perimeter, regions_[at(b)].perimeter);
             const double share = perimeter > 0.0 ? sum / perimeter : 1.0;
-            constexpr double quanta = 1e4;
-            neighbours.push_back({begin, end, sum, -std::llround(quanta * share)});
+            neighbours.push_back({begin, end, sum, -std::llround(shareSteps * share)});
         }
         return neighbours;
     }

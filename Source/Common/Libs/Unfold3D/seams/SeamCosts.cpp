@@ -1,5 +1,7 @@
 #include "Unfold3D/seams/SeamCosts.h"
 
+#include "Unfold3D/base/BinaryDigits.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -17,6 +19,8 @@ constexpr double sharpAngle = 0.8;
 constexpr double costOfFlat = 2.0;
 constexpr double costOfSmooth = 1.0;
 constexpr double costOfSharp = 0.25;
+/// Edges that are alike cost the same whatever the rounding of their positions.
+constexpr int digits = 8;
 
 double costByAngle(double angle)
 {
@@ -33,7 +37,8 @@ std::vector<PathCost> shapeCosts(const SeamMesh& mesh)
     std::vector<PathCost> costs;
     costs.reserve(mesh.lengths.size());
     for (std::size_t e = 0; e < mesh.lengths.size(); ++e)
-        costs.push_back(toPathCost(costByAngle(mesh.angles[e]) * mesh.lengths[e]));
+        costs.push_back(
+            toPathCost(toBinaryDigits(costByAngle(mesh.angles[e]) * mesh.lengths[e], digits)));
     return costs;
 }
 

@@ -18,8 +18,9 @@ std::size_t at(int index)
 }
 
 /// Height of a triangle, as a share of the diagonal, below which its normal is rounding rather than
-/// shape: positions that went through floats are off by 1e-7 of the diagonal.
-constexpr double noNormalHeight = 1e-5;
+/// shape: positions that went through floats are off by up to 1e-7 of the diagonal, which turns the
+/// normal of such a triangle by a thousandth.
+constexpr double noNormalHeight = 1e-4;
 
 void takeSoundTriangles(const ImportedMesh& imported, SeamMesh& mesh)
 {
