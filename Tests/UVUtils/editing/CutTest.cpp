@@ -31,24 +31,6 @@ void select(const osg::GeometryPtr& geometry, const Ids& edges)
     osg::GeoTmpIndexEditInterface(geometry, kyUVTypes::SelectedEdges).assign(edges);
 }
 
-/// Any triangles at all over a handful of vertices.
-osg::GeometryPtr randomSoup()
-{
-    const auto vertexCount = *rc::gen::inRange(1U, 9U);
-    Ids triangles = *rc::gen::container<Ids>(rc::gen::inRange(0U, vertexCount));
-    triangles.resize(triangles.size() / 3 * 3);
-    std::vector<osg::Pnt3f> positions;
-    UVs uvs;
-    for (unsigned v = 0; v < vertexCount; ++v) {
-        positions.emplace_back(static_cast<float>(v), 0.F, 0.F);
-        uvs.emplace_back(static_cast<float>(*rc::gen::inRange(-8, 8)) / 8,
-                         0.125F * static_cast<float>(v));
-    }
-    const osg::GeometryPtr geometry = geometryOf(positions, triangles);
-    geometry->setTexSlot(slot, tiny::texCoords(uvs));
-    return geometry;
-}
-
 /// Mostly edges of the mesh, in either direction; some pairs that are none, and maybe an id more.
 Ids randomEdges(const Ids& triangles, unsigned idCount)
 {
