@@ -162,6 +162,10 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     addOutput(*constrain, options.output);
     addRelaxOptions(*constrain, options.relax);
     addStraightOptions(*constrain, options.straight, HasToHoldEdges);
+    CLI::App* const repair =
+        app.add_subcommand("repair", "Parts the triangles of a file where they are not manifold");
+    addCommonOptions(*repair, options.common);
+    addOutput(*repair, options.output);
 
     checkCommand(app, arguments);
     try {
@@ -186,6 +190,7 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
                       : sew->parsed()       ? Options::Sew
                       : optimize->parsed()  ? Options::Optimize
                       : constrain->parsed() ? Options::Constrain
+                      : repair->parsed()    ? Options::Repair
                                             : Options::Info;
     checkTogether(options);
     return options;

@@ -134,7 +134,8 @@ struct Options
         Sew,
         Optimize,
         Constrain,
-        Seams
+        Seams,
+        Repair
     };
 
     Command command = Info;

@@ -36,6 +36,8 @@ ExitStatus perform(const Options& options, Console& console)
         return runOptimize(options, console);
     case Options::Constrain:
         return runConstrain(options, console);
+    case Options::Repair:
+        return runRepair(options, console);
     }
     return WrongUsage;
 }

@@ -19,5 +19,6 @@ ExitStatus runCut(const Options& options, Console& console);
 ExitStatus runSew(const Options& options, Console& console);
 ExitStatus runOptimize(const Options& options, Console& console);
 ExitStatus runConstrain(const Options& options, Console& console);
+ExitStatus runRepair(const Options& options, Console& console);
 
 } // namespace uvtool

@@ -11,9 +11,10 @@
 
 /// What a mesh file holds, in one form for all formats.
 ///
-/// A reader fills a Document, a command changes UV slots in it and nothing else, a writer puts it
-/// back. What the tool doesn't understand (comments, skins, extensions, images) stays in the
-/// payload, which the reader of a format leaves there for the writer of the same format.
+/// A reader fills a Document, a command changes UV slots in it or parts corners from one another,
+/// and nothing else, a writer puts it back. What the tool doesn't understand (comments, skins,
+/// extensions, images) stays in the payload, which the reader of a format leaves there for the
+/// writer of the same format.
 namespace uvtool
 {
 
@@ -76,12 +77,22 @@ struct DocumentGeometry
     /// Slots that a command wrote. A writer leaves the others as they were read.
     std::bitset<slotCount> changedSlots;
 
+    /// [positions behind those that were read] Which of these each is a copy of, for corners that
+    /// a command parted. A copy is a vertex of its own in a file.
+    std::vector<std::uint32_t> sourceOfNewPosition;
+
     /// The reader's own number of this geometry, for its writer.
     std::size_t source = 0;
 
     std::size_t cornerCount() const { return positions.ofCorner.size(); }
     std::size_t polygonCount() const { return polygonOffsets.size() - 1; }
     std::size_t triangleCount() const { return polygonOfTriangle.size(); }
+
+    std::size_t readPositionCount() const
+    {
+        return positions.values.size() - sourceOfNewPosition.size();
+    }
+    bool isChanged() const { return changedSlots.any() || !sourceOfNewPosition.empty(); }
 };
 
 /// What formats have in common about a material; the rest is in the payload.

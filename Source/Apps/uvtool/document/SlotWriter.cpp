@@ -1,140 +1,13 @@
 #include "document/SlotWriter.h"
 
-#include <algorithm>
-#include <utility>
+#include "document/TornPolygons.h"
 
 namespace uvtool
 {
-namespace
-{
-
-constexpr std::uint32_t unset = 0xFFFFFFFEU;
-
-/// The value that the triangles of a polygon give to each of its corners, and the polygons whose
-/// triangles give different ones.
-struct PolygonUVs
-{
-    std::vector<std::uint32_t> ofCorner;
-    std::vector<char> isTorn;
-    std::size_t tornCount = 0;
-};
-
-PolygonUVs collect(const DocumentGeometry& geometry, const SlotValues& uvs)
-{
-    PolygonUVs collected{std::vector<std::uint32_t>(geometry.cornerCount(), unset),
-                         std::vector<char>(geometry.polygonCount(), 0), 0};
-    for (std::size_t i = 0; i < geometry.triangles.size(); ++i) {
-        std::uint32_t& value = collected.ofCorner[geometry.triangles[i]];
-        if (value == unset)
-            value = uvs.ofTriangleCorner[i];
-        char& isTorn = collected.isTorn[geometry.polygonOfTriangle[i / 3]];
-        if (value != uvs.ofTriangleCorner[i] && isTorn == 0) {
-            isTorn = 1;
-            ++collected.tornCount;
-        }
-    }
-    return collected;
-}
-
-template <class T>
-void takeCorners(CornerAttribute<T>& attribute, const std::vector<std::uint32_t>& oldCorners)
-{
-    if (!attribute.exists())
-        return;
-    std::vector<std::uint32_t> ofCorner;
-    ofCorner.reserve(oldCorners.size());
-    for (const std::uint32_t corner : oldCorners)
-        ofCorner.push_back(attribute.ofCorner[corner]);
-    attribute.ofCorner = std::move(ofCorner);
-}
-
-/// Builds the polygons of a geometry anew, torn ones as their triangles.
-class PolygonSplitter
-{
-public:
-    explicit PolygonSplitter(DocumentGeometry& geometry) : geometry_(geometry) {}
-
-    void split(const std::vector<char>& isTorn)
-    {
-        std::size_t triangle = 0;
-        for (std::size_t p = 0; p < geometry_.polygonCount(); ++p) {
-            const std::size_t first = triangle;
-            while (triangle < geometry_.triangleCount() &&
-                   geometry_.polygonOfTriangle[triangle] == p)
-                ++triangle;
-            if (isTorn[p] == 0)
-                keep(p, first, triangle);
-            else
-                replace(p, first, triangle);
-        }
-        store();
-    }
-
-private:
-    void keep(std::size_t polygon, std::size_t first, std::size_t end)
-    {
-        const std::uint32_t oldFirst = geometry_.polygonOffsets[polygon];
-        const auto newFirst = static_cast<std::uint32_t>(oldCorners_.size());
-        for (std::uint32_t c = oldFirst; c < geometry_.polygonOffsets[polygon + 1]; ++c)
-            oldCorners_.push_back(c);
-        closePolygon(polygon);
-        for (std::size_t i = 3 * first; i < 3 * end; ++i)
-            triangles_.push_back(geometry_.triangles[i] - oldFirst + newFirst);
-        polygonOfTriangle_.insert(polygonOfTriangle_.end(), end - first, lastPolygon());
-    }
-
-    void replace(std::size_t polygon, std::size_t first, std::size_t end)
-    {
-        for (std::size_t t = first; t < end; ++t) {
-            for (std::size_t i = 3 * t; i < 3 * t + 3; ++i) {
-                triangles_.push_back(static_cast<std::uint32_t>(oldCorners_.size()));
-                oldCorners_.push_back(geometry_.triangles[i]);
-            }
-            closePolygon(polygon);
-            polygonOfTriangle_.push_back(lastPolygon());
-        }
-    }
-
-    void closePolygon(std::size_t oldPolygon)
-    {
-        offsets_.push_back(static_cast<std::uint32_t>(oldCorners_.size()));
-        sources_.push_back(geometry_.sourceOfPolygon[oldPolygon]);
-        if (!geometry_.materialOfPolygon.empty())
-            materials_.push_back(geometry_.materialOfPolygon[oldPolygon]);
-    }
-
-    std::uint32_t lastPolygon() const { return static_cast<std::uint32_t>(sources_.size() - 1); }
-
-    void store()
-    {
-        takeCorners(geometry_.positions, oldCorners_);
-        takeCorners(geometry_.normals, oldCorners_);
-        takeCorners(geometry_.colors, oldCorners_);
-        for (CornerAttribute<Vec2f>& slot : geometry_.uvs)
-            takeCorners(slot, oldCorners_);
-        geometry_.polygonOffsets = std::move(offsets_);
-        geometry_.sourceOfPolygon = std::move(sources_);
-        geometry_.materialOfPolygon = std::move(materials_);
-        geometry_.triangles = std::move(triangles_);
-        geometry_.polygonOfTriangle = std::move(polygonOfTriangle_);
-    }
-
-    DocumentGeometry& geometry_;
-    std::vector<std::uint32_t> oldCorners_; ///< by new corner
-    std::vector<std::uint32_t> offsets_{0};
-    std::vector<std::uint32_t> sources_;
-    std::vector<std::int32_t> materials_;
-    std::vector<std::uint32_t> triangles_;
-    std::vector<std::uint32_t> polygonOfTriangle_;
-};
-
-} // namespace
 
 std::size_t writeSlot(DocumentGeometry& geometry, std::size_t slot, const SlotValues& uvs)
 {
-    const PolygonUVs collected = collect(geometry, uvs);
-    if (collected.tornCount > 0)
-        PolygonSplitter(geometry).split(collected.isTorn);
+    const std::size_t tornCount = splitTornPolygons(geometry, uvs.ofTriangleCorner);
 
     CornerAttribute<Vec2f>& attribute = geometry.uvs[slot];
     if (!attribute.exists())
@@ -146,7 +19,7 @@ std::size_t writeSlot(DocumentGeometry& geometry, std::size_t slot, const SlotVa
     }
     attribute.values.insert(attribute.values.end(), uvs.values.begin(), uvs.values.end());
     geometry.changedSlots.set(slot);
-    return collected.tornCount;
+    return tornCount;
 }
 
 } // namespace uvtool

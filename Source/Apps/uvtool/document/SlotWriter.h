@@ -18,7 +18,7 @@ struct SlotValues
     std::vector<std::uint32_t> ofTriangleCorner;
 };
 
-/// Puts new UVs into a slot, the only way in which commands change a document.
+/// Puts new UVs into a slot, the only way in which commands change UVs of a document.
 ///
 /// The values that were read stay in front of the slot's list, the new ones follow, so that a
 /// writer can tell them apart. A polygon whose triangles disagree about a corner they share is

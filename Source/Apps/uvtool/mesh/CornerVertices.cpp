@@ -35,6 +35,21 @@ void splitBy(const CornerAttribute<T>& attribute, const std::vector<std::uint32_
     vertices.vertexCount = split.size();
 }
 
+/// Splits the vertices so far where corners were parted from one another.
+void splitByNewPositions(const DocumentGeometry& geometry, CornerVertices& vertices)
+{
+    if (geometry.sourceOfNewPosition.empty())
+        return;
+    const std::size_t readCount = geometry.readPositionCount();
+    FirstUseNumbers<std::pair<std::uint32_t, std::uint32_t>, PairHash> split(vertices.vertexCount);
+    for (std::size_t i = 0; i < geometry.triangles.size(); ++i) {
+        const std::uint32_t position = geometry.positions.ofCorner[geometry.triangles[i]];
+        vertices.vertexOfCorner[i] =
+            split.of({vertices.vertexOfCorner[i], position < readCount ? absentIndex : position});
+    }
+    vertices.vertexCount = split.size();
+}
+
 /// Corners are one vertex where they name the same position.
 CornerVertices cornersByPositionNumber(const DocumentGeometry& geometry)
 {
@@ -134,6 +149,7 @@ CornerVertices distinctCorners(const DocumentGeometry& geometry)
     splitBy(geometry.colors, geometry.triangles, vertices);
     for (const CornerAttribute<Vec2f>& slot : geometry.uvs)
         splitBy(slot, geometry.triangles, vertices);
+    splitByNewPositions(geometry, vertices);
     return vertices;
 }
 

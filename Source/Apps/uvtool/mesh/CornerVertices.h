@@ -17,7 +17,8 @@ struct CornerVertices
 };
 
 /// The vertices of a geometry as the tool shows it, whose numbers are the ids of the command line:
-/// corners are one vertex where position, normal, colour and the UVs of all slots are equal.
+/// corners are one vertex where position, normal, colour and the UVs of all slots are equal and no
+/// command has parted them.
 CornerVertices distinctCorners(const DocumentGeometry& geometry);
 
 /// The vertices that the solver works on: corners are one vertex where position and UV in the slot

@@ -158,6 +158,15 @@ void addLines(Json& json, const LineReport& lines)
                      {"deviation", lines.deviation}};
 }
 
+Json repairJson(const RepairCounts& repair)
+{
+    return {{"singularVertices", repair.singularVertices},
+            {"singularEdges", repair.singularEdges},
+            {"foldedTriangles", repair.foldedTriangles},
+            {"newVertices", repair.newVertices},
+            {"rounds", repair.rounds}};
+}
+
 Json geometryJson(const GeometryReport& geometry, const Report& report)
 {
     Json json;
@@ -188,9 +197,11 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
     }
     if (geometry.lines)
         addLines(json, *geometry.lines);
+    if (geometry.repair)
+        json["repair"] = repairJson(*geometry.repair);
     if (geometry.result) {
         json["result"] = wordFor(*geometry.result);
-        if (!geometry.seams) {
+        if (!geometry.seams && !geometry.repair) {
             json["islandsDone"] = geometry.islandsDone;
             json["keptIslands"] = islandsJson(geometry.keptIslands);
         }

@@ -110,10 +110,13 @@ void addMeshes(const Report& report, Remarks& remarks)
     remarks.add(
         tallyOfMeshes(report, [](const SolverMeshReport& mesh) { return mesh.unmappedTriangles; }),
         "triangle without UVs is left out", "triangles without UVs are left out");
+    const bool isRepair = report.command == "repair";
     remarks.add(
         tallyOf(report, [](const GeometryReport& geometry) { return geometry.splitPolygons; }),
-        "polygon is crossed by a seam and written as its triangles",
-        "polygons are crossed by a seam and written as their triangles");
+        isRepair ? "polygon came apart and is written as its triangles"
+                 : "polygon is crossed by a seam and written as its triangles",
+        isRepair ? "polygons came apart and are written as their triangles"
+                 : "polygons are crossed by a seam and written as their triangles");
 }
 
 /// Surfaces whose UVs are no layout to use.

@@ -4,6 +4,7 @@
 #include "mesh/Survey.h"
 #include "report/CheckReport.h"
 #include "report/RelaxReport.h"
+#include "scene/RepairOperation.h"
 #include "scene/SceneIslands.h"
 
 #include "UVUtils/model/kyUVTypes.h"
@@ -86,6 +87,7 @@ struct GeometryReport
     std::optional<FoundSeams> foundSeams; ///< where some were searched for
     std::optional<RelaxReport> relax;     ///< of commands that relax what is there
     std::optional<LineReport> lines;      ///< where edges were named that are to be straight
+    std::optional<RepairCounts> repair;   ///< of a command that makes them manifold
 
     std::optional<Outcome> result;        ///< of commands that change UVs; empty if not reached
     std::size_t islandsDone = 0;          ///< that got new UVs

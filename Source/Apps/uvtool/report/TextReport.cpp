@@ -165,6 +165,38 @@ std::string lineOnSeams(const Report& report)
            "; vertices in UV: " + change(compactVertices, done.compactVertices);
 }
 
+std::string textOf(const RepairCounts& repair)
+{
+    if (repair.newVertices == 0)
+        return "nothing singular";
+    return counted(repair.singularVertices, "singular vertex", "singular vertices") + ", " +
+           counted(repair.singularEdges, "singular edge", "singular edges") + " and " +
+           counted(repair.foldedTriangles, "folded triangle", "folded triangles") +
+           " repaired in " + counted(repair.rounds, "round", "rounds") + "; " +
+           counted(repair.newVertices, "new vertex", "new vertices");
+}
+
+/// What was repaired in all geometries together, and, where there are several, in each.
+std::vector<std::string> textOfRepair(const Report& report)
+{
+    RepairCounts all;
+    std::vector<std::string> lines;
+    for (const GeometryReport& geometry : report.geometries) {
+        if (!geometry.repair)
+            continue;
+        all += *geometry.repair;
+        if (geometry.repair->newVertices > 0)
+            lines.push_back("  geometry " + std::to_string(geometry.number) + " " +
+                            nameIn(geometry) + ": " + textOf(*geometry.repair));
+    }
+    if (report.command != "repair")
+        return {};
+    if (report.geometries.size() == 1)
+        lines.clear();
+    lines.insert(lines.begin(), textOf(all));
+    return lines;
+}
+
 /// "seams: 412 edges, 3.61 box diagonals; organic by the kind of the surface".
 std::string lineOnSearch(const Report& report)
 {
@@ -245,7 +277,7 @@ std::vector<std::string> textOfResult(const Report& report)
     if (std::any_of(report.geometries.begin(), report.geometries.end(),
                     [](const GeometryReport& geometry) { return geometry.foundSeams; }))
         lines.push_back(lineOnSearch(report));
-    for (const auto& text : {textOfRelaxing(report), textOfLines(report)})
+    for (const auto& text : {textOfRepair(report), textOfRelaxing(report), textOfLines(report)})
         lines.insert(lines.end(), text.begin(), text.end());
     if (report.check) {
         lines.push_back(lineOnLayout(report.check->found, report.texelsPerUnit) + ", " +

@@ -178,7 +178,7 @@ private:
 bool isChanged(const Document& document)
 {
     return std::any_of(document.geometries.begin(), document.geometries.end(),
-                       [](const DocumentGeometry& g) { return g.changedSlots.any(); });
+                       [](const DocumentGeometry& g) { return g.isChanged(); });
 }
 
 GltfParts rewriteGltf(const Document& document, const GltfPayload& payload)

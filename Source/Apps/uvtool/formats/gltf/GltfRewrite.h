@@ -7,7 +7,7 @@
 namespace uvtool
 {
 
-/// True when a slot of any geometry was changed.
+/// True when any geometry was changed.
 bool isChanged(const Document& document);
 
 /// The file as it was read, with the new UVs in it.

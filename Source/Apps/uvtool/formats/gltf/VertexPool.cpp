@@ -16,7 +16,7 @@ namespace
 const DocumentGeometry* changedGeometry(const Document& document, std::size_t source)
 {
     for (const DocumentGeometry& geometry : document.geometries) {
-        if (geometry.source == source && geometry.changedSlots.any())
+        if (geometry.source == source && geometry.isChanged())
             return &geometry;
     }
     return nullptr;
@@ -37,7 +37,7 @@ public:
             for (std::size_t p = 0; p < meshes[mesh]["primitives"].size(); ++p)
                 add(mesh, p);
         }
-        std::erase_if(pools_, [](const VertexPool& pool) { return pool.changedSlots.none(); });
+        std::erase_if(pools_, [](const VertexPool& pool) { return pool.vertexCount == 0; });
         for (VertexPool& pool : pools_)
             readMaps(pool);
         return std::move(pools_);
@@ -93,11 +93,13 @@ private:
     std::size_t next_ = 0; ///< of the primitives with triangles
 };
 
-/// Numbers the distinct pairs of a vertex and its UVs, in the order in which they come.
+/// Numbers the distinct combinations of a vertex, a copy of it and UVs, in the order in which they
+/// come.
 class VertexSplitter
 {
 public:
-    VertexSplitter(const VertexPool& pool, const GltfModel& model) : pool_(pool)
+    VertexSplitter(const VertexPool& pool, const GltfModel& model)
+        : pool_(pool), copies_(pool.vertexCount)
     {
         for (std::size_t slot = 0; slot < slotCount; ++slot) {
             if (!pool.changedSlots.test(slot))
@@ -167,7 +169,7 @@ private:
 
     void keepVertex(std::uint32_t vertex)
     {
-        newVertex(vertex, [&](const Slot& slot) { return slot.old[vertex]; });
+        newVertex({vertex, 0, 0}, [&](const Slot& slot) { return slot.old[vertex]; });
     }
 
     std::vector<std::uint32_t> splitCorners(const VertexPool::Member& member)
@@ -177,12 +179,24 @@ private:
         std::vector<std::uint32_t> corners;
         corners.reserve(geometry.triangles.size());
         for (const std::uint32_t corner : geometry.triangles) {
-            const std::uint32_t vertex = vertexOfValue[geometry.positions.ofCorner[corner]];
-            corners.push_back(newVertex(vertex, [&](const Slot& slot) {
+            const Key copy = copyAt(geometry, vertexOfValue, corner);
+            const std::uint32_t vertex = copy[0];
+            corners.push_back(newVertex(copy, [&](const Slot& slot) {
                 return uvAt(geometry, vertexOfValue, slot, corner, vertex);
             }));
         }
         return corners;
+    }
+
+    /// The vertex of a corner, and which copy of it: that of a position of a geometry.
+    static Key copyAt(const DocumentGeometry& geometry,
+                      const std::vector<std::uint32_t>& vertexOfValue, std::uint32_t corner)
+    {
+        const std::uint32_t position = geometry.positions.ofCorner[corner];
+        if (position < vertexOfValue.size())
+            return {vertexOfValue[position], 0, 0};
+        const std::uint32_t source = geometry.sourceOfNewPosition[position - vertexOfValue.size()];
+        return {vertexOfValue[source], static_cast<std::uint32_t>(geometry.source + 1), position};
     }
 
     /// The values that were read stand in front, in the order of the vertices; only those behind
@@ -202,9 +216,10 @@ private:
     }
 
     template <class UVOf>
-    std::uint32_t newVertex(std::uint32_t vertex, const UVOf& uvOf)
+    std::uint32_t newVertex(const Key& copy, const UVOf& uvOf)
     {
-        std::uint32_t key = vertex;
+        const std::uint32_t vertex = copy[0];
+        std::uint32_t key = copies_.of(copy);
         std::array<Vec2f, slotCount> uvs{};
         for (std::size_t s = 0; s < slots_.size(); ++s) {
             uvs[s] = uvOf(slots_[s]);
@@ -233,6 +248,7 @@ private:
     }
 
     const VertexPool& pool_;
+    Numbers copies_; ///< of the vertices
     std::vector<Slot> slots_;
     PoolVertices vertices_;
     std::vector<bool> isTaken_; ///< by old vertex: its place holds a UV that is used

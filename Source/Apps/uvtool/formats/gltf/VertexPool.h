@@ -22,14 +22,14 @@ struct VertexPool
         std::size_t mesh = 0;
         std::size_t number = 0;
         const GltfPayload::Primitive* primitive = nullptr; ///< null for one without triangles
-        const DocumentGeometry* changed = nullptr;         ///< null when no slot was changed
+        const DocumentGeometry* changed = nullptr;         ///< null when nothing was changed
     };
 
     GltfAttributes attributes;
     std::vector<GltfAttributes> targets;
     std::vector<Member> members;
     std::bitset<slotCount> changedSlots; ///< of any member
-    std::size_t vertexCount = 0;
+    std::size_t vertexCount = 0;         ///< 0 when no member was changed
 };
 
 /// The name of a UV slot in a primitive.
@@ -42,8 +42,9 @@ std::optional<std::size_t> accessorOf(const GltfAttributes& attributes, std::siz
 std::vector<VertexPool> changedPools(const Document& document, const GltfPayload& payload,
                                      const GltfModel& model);
 
-/// The vertices that a pool needs for its new UVs. Old ones keep their numbers, also where nothing
-/// uses them; a vertex that gets several UVs is repeated behind them.
+/// The vertices that a pool needs for its new UVs and parted corners. Old ones keep their numbers,
+/// also where nothing uses them; a vertex that gets several UVs, or whose corners were parted, is
+/// repeated behind them.
 struct PoolVertices
 {
     std::vector<std::uint32_t>

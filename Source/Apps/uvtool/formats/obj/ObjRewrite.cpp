@@ -1,11 +1,11 @@
 #include "formats/obj/ObjRewrite.h"
 
 #include "document/NumberText.h"
+#include "formats/obj/VertexLines.h"
 #include "mesh/EqualValues.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <functional>
 
 namespace uvtool
@@ -39,15 +39,6 @@ std::vector<FacePolygons> polygonsOfFaces(const Document& document)
     return faces;
 }
 
-/// Number counted from 0 of a word that may count back from the values before it.
-std::uint32_t absoluteNumber(std::string_view word, std::uint32_t before)
-{
-    std::int64_t value = 0;
-    std::from_chars(word.data(), word.data() + word.size(), value);
-    value = value < 0 ? value + before : value - 1;
-    return value < 0 || value >= absentIndex ? absentIndex : static_cast<std::uint32_t>(value);
-}
-
 /// Calls `replace` for each word and puts its answer in the word's place.
 void replaceWords(std::string_view text, std::string& out,
                   const std::function<void(std::string_view word, std::string& out)>& replace)
@@ -68,7 +59,7 @@ public:
     Rewriter(const Document& document, const ObjPayload& payload)
         : document_(document), payload_(payload), faces_(polygonsOfFaces(document)),
           lineEnd_(payload.text.find("\r\n") == std::string::npos ? "\n" : "\r\n"),
-          isStarted_(document.geometries.size(), 0)
+          isStarted_(document.geometries.size(), 0), vertexLines_(document, payload)
     {}
 
     std::string rewrite()
@@ -129,8 +120,11 @@ private:
         forStatements([&](const ObjStatement& statement) {
             if (statement.keyword == "vt" && kept_[vtRead_] != 0)
                 numberOfRead_[vtRead_] = next++;
+            else if (statement.keyword == "v")
+                vertexLines_.numberLine(statement);
             if (const std::size_t g = geometryStartingHere(statement); g != absentIndex) {
                 isStarted_[g] = 1;
+                vertexLines_.numberCopies(g);
                 numberNewValues(g, shared, next);
             }
         });
@@ -189,10 +183,10 @@ private:
                 emitOldValue(statement, out, done);
             else if (statement.keyword == "f")
                 emitFace(statement, out, done);
-            else if (statement.keyword == "l")
+            else if (statement.keyword == "l" || statement.keyword == "p")
                 emitCurve(statement, out);
             else
-                out.append(statement.line);
+                emitOther(statement, out);
         });
         out.append(done, payload_.text.data() + payload_.text.size());
         return out;
@@ -208,10 +202,17 @@ private:
         ++vtWritten_;
     }
 
+    void emitOther(const ObjStatement& statement, std::string& out)
+    {
+        out.append(statement.line);
+        if (statement.keyword == "v")
+            vertexLines_.writeLine();
+    }
+
     void emitFace(const ObjStatement& statement, std::string& out, const char*& done)
     {
         if (const std::size_t g = geometryStartingHere(statement); g != absentIndex)
-            emitNewValues(g, out);
+            emitNewLines(g, out);
         const FacePolygons face = facesRead_ < faces_.size() ? faces_[facesRead_] : FacePolygons{};
         if (face.count == 0)
             done = behindLineEnd(done);
@@ -221,11 +222,17 @@ private:
             emitTriangles(face, out);
     }
 
+    void emitNewLines(std::size_t g, std::string& out)
+    {
+        isStarted_[g] = 1;
+        vertexLines_.writeCopies(g, lineEnd_, out);
+        emitNewValues(g, out);
+    }
+
     /// A thin triangle must not turn over for readers that don't round to floats.
     void emitNewValues(std::size_t g, std::string& out)
     {
         const std::vector<Vec2f>& values = document_.geometries[g].uvs[0].values;
-        isStarted_[g] = 1;
         for (std::size_t i = readCount(g); i < values.size(); ++i) {
             if (numberOfNew_[g][i - readCount(g)] != vtWritten_)
                 continue; // written before
@@ -238,14 +245,18 @@ private:
         }
     }
 
-    /// The face as it stands, with the `vt` numbers of its corners changed where they have to.
+    /// The face as it stands, with the `v` and `vt` numbers of its corners changed where they have
+    /// to.
     void emitPolygon(const ObjStatement& statement, const FacePolygons& face, std::string& out)
     {
         const DocumentGeometry& geometry = document_.geometries[face.geometry];
         std::uint32_t corner = geometry.polygonOffsets[face.firstPolygon];
         out.append(statement.line.data(), statement.rest.data());
         replaceWords(statement.rest, out, [&](std::string_view word, std::string& to) {
-            appendCorner(splitCorner(word), vtNumber(face.geometry, corner++), to);
+            const ObjCornerText text = splitCorner(word);
+            const std::string v = vertexLines_.wordOf(face.geometry, corner, text.v);
+            appendCorner({v, text.vt, text.vn}, vtNumber(face.geometry, corner), to);
+            ++corner;
         });
         out.append(statement.rest.data() + statement.rest.size(),
                    statement.line.data() + statement.line.size());
@@ -290,7 +301,7 @@ private:
                 std::string vn;
                 if (geometry.normals.has(c))
                     vn = wordOf(numbers.vnOfNormal[geometry.normals.ofCorner[c]]);
-                const std::string v = wordOf(numbers.vOfPosition[geometry.positions.ofCorner[c]]);
+                const std::string v = vertexLines_.wordOf(face.geometry, c, {});
                 out += ' ';
                 appendCorner({v, {}, vn}, vtNumber(face.geometry, c), out);
             }
@@ -303,7 +314,9 @@ private:
         replaceWords(statement.rest, out, [this](std::string_view word, std::string& to) {
             const ObjCornerText text = splitCorner(word);
             const std::uint32_t vt = absoluteNumber(text.vt, vtRead_);
-            appendCorner(text, vt < payload_.vtCount ? numberOfRead_[vt] : absentIndex, to);
+            const std::string v = vertexLines_.wordOf(text.v);
+            appendCorner({v, text.vt, text.vn},
+                         vt < payload_.vtCount ? numberOfRead_[vt] : absentIndex, to);
         });
         out.append(statement.rest.data() + statement.rest.size(),
                    statement.line.data() + statement.line.size());
@@ -321,13 +334,14 @@ private:
         return numberOfNew_[g][value - readCount(g)];
     }
 
-    /// The geometry whose first face this statement is and that has new values; else absentIndex.
+    /// The geometry whose first face this statement is and that has new lines; else absentIndex.
     std::size_t geometryStartingHere(const ObjStatement& statement) const
     {
         if (statement.keyword != "f" || facesRead_ >= faces_.size())
             return absentIndex;
         const std::size_t g = faces_[facesRead_].geometry;
-        if (g == absentIndex || isStarted_[g] != 0 || newCount(g) == 0)
+        if (g == absentIndex || isStarted_[g] != 0 ||
+            (newCount(g) == 0 && vertexLines_.copyCount(g) == 0))
             return absentIndex;
         return g;
     }
@@ -367,6 +381,7 @@ private:
     std::vector<char> isStarted_;             ///< by geometry: its first face was met
     /// By geometry and new value: its number in the new file.
     std::vector<std::vector<std::uint32_t>> numberOfNew_;
+    VertexLines vertexLines_;
 
     std::uint32_t vtRead_ = 0;
     std::uint32_t facesRead_ = 0;
@@ -377,9 +392,11 @@ private:
 
 std::string rewriteObj(const Document& document, const ObjPayload& payload)
 {
-    const bool changed =
-        std::any_of(document.geometries.begin(), document.geometries.end(),
-                    [](const DocumentGeometry& geometry) { return geometry.changedSlots.test(0); });
+    const bool changed = std::any_of(document.geometries.begin(), document.geometries.end(),
+                                     [](const DocumentGeometry& geometry) {
+                                         return geometry.changedSlots.test(0) ||
+                                                !geometry.sourceOfNewPosition.empty();
+                                     });
     return changed ? Rewriter(document, payload).rewrite() : payload.text;
 }
 

@@ -1,0 +1,83 @@
+#include "commands/Commands.h"
+
+#include "commands/SceneWork.h"
+#include "document/CornerParting.h"
+#include "document/Format.h"
+#include "scene/RepairOperation.h"
+#include "solver/LibraryScope.h"
+
+#include <utility>
+
+namespace uvtool
+{
+namespace
+{
+
+/// What was done to a geometry of the document.
+struct Repaired
+{
+    RepairCounts counts;
+    std::size_t splitPolygons = 0;
+    double seconds = 0.0;
+};
+
+Repaired repairGeometry(Task& task, std::size_t number)
+{
+    task.throwIfCancelled();
+    DocumentGeometry& geometry = task.document.geometries[number];
+    LibraryLog log;
+    const LibraryScope scope(task.console, log);
+    const Stopwatch watch;
+    const Repair repair = repairTriangles(geometry);
+    const double seconds = watch.seconds();
+    return {repair.counts, partCorners(geometry, repair.positionOfTriangleCorner), seconds};
+}
+
+/// Adds what was done to the surfaces of a scene to its entry.
+void note(const SceneGeometry& scene, const std::vector<Repaired>& repairedOfNumber,
+          GeometryReport& entry)
+{
+    entry.result = Success;
+    entry.repair.emplace();
+    for (const SceneGeometry::Surface& surface : scene.surfaces) {
+        const Repaired& repaired = repairedOfNumber[surface.number];
+        *entry.repair += repaired.counts;
+        entry.splitPolygons += repaired.splitPolygons;
+        entry.seconds += repaired.seconds;
+    }
+}
+
+void repair(Task& task)
+{
+    task.read();
+    task.probeOutputs();
+    std::vector<Repaired> repairedOfNumber(task.document.geometries.size());
+    task.stage("repair", 0.4, [&] {
+        for (const std::size_t number : task.chosen)
+            repairedOfNumber[number] = repairGeometry(task, number);
+    });
+    DocumentLayout layout;
+    task.stage("look", 0.4, [&] {
+        forEachScene(task, [&](const SceneGeometry& scene, const SceneIslands& found) {
+            GeometryReport entry = describe(task.document, scene, found);
+            entry.islandList.reset();
+            note(scene, repairedOfNumber, entry);
+            task.report.geometries.push_back(std::move(entry));
+            layout.add(
+                sceneLayout(task.document, scene, found, task.options.common.slot, AllIslands));
+        });
+    });
+    task.stage("write", 0.15, [&] { writeDocument(task.document, task.options.output); });
+    task.draw(layout, {});
+}
+
+} // namespace
+
+ExitStatus runRepair(const Options& options, Console& console)
+{
+    Task task("repair", options, console);
+    task.run([&] { repair(task); }, [&] { tellResult(task); });
+    return Done;
+}
+
+} // namespace uvtool

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "document/Document.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace uvtool
+{
+
+/// Gives corners positions of their own, the only way in which commands change the topology of a
+/// document. Where a position is named by a number that was read, the corner keeps it; each number
+/// behind these becomes a copy of the position that its corners had. Everything else about a corner
+/// stays. A polygon whose triangles disagree about a corner that they share is replaced by these
+/// triangles. Returns the number of polygons replaced.
+///
+/// positionOfTriangleCorner  [3 * triangleCount] numbers behind those that were read have no gaps,
+///                           and corners of one had one position
+std::size_t partCorners(DocumentGeometry& geometry,
+                        std::span<const std::uint32_t> positionOfTriangleCorner);
+
+} // namespace uvtool

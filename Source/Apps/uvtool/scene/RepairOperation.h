@@ -1,0 +1,39 @@
+#pragma once
+
+#include "document/Document.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace uvtool
+{
+
+/// What was not manifold in a geometry.
+struct RepairCounts
+{
+    std::size_t foldedTriangles = 0; ///< that name a vertex twice and touched others
+    std::size_t singularVertices = 0;
+    std::size_t singularEdges = 0;
+    std::size_t newVertices = 0;
+    std::size_t rounds = 0; ///< that found something
+
+    RepairCounts& operator+=(const RepairCounts& other);
+};
+
+struct Repair
+{
+    RepairCounts counts;
+    /// [3 * triangleCount] Positions; those behind the geometry's are copies, as partCorners takes
+    /// them.
+    std::vector<std::uint32_t> positionOfTriangleCorner;
+};
+
+/// Finds what is not manifold in the triangles of a geometry, whose vertices here are its positions
+/// by their numbers, and has the library fix it until nothing is left.
+///
+/// A triangle that names a vertex twice runs along an edge twice, so that the library would cut the
+/// surface open beside it. It gets vertices of its own first, where others name them too.
+Repair repairTriangles(const DocumentGeometry& geometry);
+
+} // namespace uvtool
