@@ -28,7 +28,9 @@ Repaired repairGeometry(Task& task, std::size_t number)
     LibraryLog log;
     const LibraryScope scope(task.console, log);
     const Stopwatch watch;
-    const Repair repair = repairTriangles(geometry);
+    const bool hasWholeVertices = traitsOfFormat(task.options.output).hasWholeVertices;
+    const Repair repair =
+        repairTriangles(geometry, hasWholeVertices ? WholeVertices : PositionVertices);
     const double seconds = watch.seconds();
     return {repair.counts, partCorners(geometry, repair.positionOfTriangleCorner), seconds};
 }

@@ -24,6 +24,7 @@ std::size_t partCorners(DocumentGeometry& geometry,
         geometry.sourceOfNewPosition[copy] = ofCorner;
         ofCorner = position;
     }
+    geometry.keepsPositionsApart = true;
     positions.values.resize(readCount);
     for (const std::uint32_t source : geometry.sourceOfNewPosition)
         positions.values.push_back(positions.values[source]);

@@ -10,10 +10,10 @@ namespace uvtool
 {
 
 /// Gives corners positions of their own, the only way in which commands change the topology of a
-/// document. Where a position is named by a number that was read, the corner keeps it; each number
-/// behind these becomes a copy of the position that its corners had. Everything else about a corner
-/// stays. A polygon whose triangles disagree about a corner that they share is replaced by these
-/// triangles. Returns the number of polygons replaced.
+/// document. A corner that is given a number that was read has it already; each number behind these
+/// becomes a copy of the position that its corners had. Everything else about a corner stays, and
+/// positions of equal value are kept apart from now on. A polygon whose triangles disagree about a
+/// corner that they share is replaced by these triangles. Returns the number of polygons replaced.
 ///
 /// positionOfTriangleCorner  [3 * triangleCount] numbers behind those that were read have no gaps,
 ///                           and corners of one had one position

@@ -77,8 +77,12 @@ struct DocumentGeometry
     /// Slots that a command wrote. A writer leaves the others as they were read.
     std::bitset<slotCount> changedSlots;
 
+    /// Positions of equal value are different vertices. Set by commands that part corners; else a
+    /// writer that lists vertices anew may join those that have everything in common.
+    bool keepsPositionsApart = false;
+
     /// [positions behind those that were read] Which of these each is a copy of, for corners that
-    /// a command parted. A copy is a vertex of its own in a file.
+    /// a command parted.
     std::vector<std::uint32_t> sourceOfNewPosition;
 
     /// The reader's own number of this geometry, for its writer.

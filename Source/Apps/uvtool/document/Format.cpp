@@ -25,9 +25,9 @@ struct Format
 
 /// Those that can be written too. All others are for the Assimp library to read.
 constexpr std::array formats{
-    Format{".obj", readObj, writeObj, {true, 1, false}},
-    Format{".glb", readGltf, writeGltf, {true, slotCount, true}},
-    Format{".gltf", readGltf, writeGltf, {true, slotCount, true}},
+    Format{".obj", readObj, writeObj, {true, 1, false, false}},
+    Format{".glb", readGltf, writeGltf, {true, slotCount, true, true}},
+    Format{".gltf", readGltf, writeGltf, {true, slotCount, true, true}},
 };
 
 const Format* formatOf(const std::filesystem::path& path)

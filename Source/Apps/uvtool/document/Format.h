@@ -31,6 +31,8 @@ struct FormatTraits
     /// v runs downward in the file. It is turned by 1 - v on the way out, so that of a written
     /// value only what survives that in single precision gets into the file.
     bool vRunsDownward = false;
+    /// A vertex has one value of every attribute; else each corner chooses.
+    bool hasWholeVertices = false;
 };
 
 /// By the extension of `path`; of no use for one that isn't known.

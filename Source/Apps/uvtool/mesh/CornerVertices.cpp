@@ -35,17 +35,13 @@ void splitBy(const CornerAttribute<T>& attribute, const std::vector<std::uint32_
     vertices.vertexCount = split.size();
 }
 
-/// Splits the vertices so far where corners were parted from one another.
-void splitByNewPositions(const DocumentGeometry& geometry, CornerVertices& vertices)
+/// Splits the vertices so far where corners name different positions.
+void splitByPositionNumber(const DocumentGeometry& geometry, CornerVertices& vertices)
 {
-    if (geometry.sourceOfNewPosition.empty())
-        return;
-    const std::size_t readCount = geometry.readPositionCount();
     FirstUseNumbers<std::pair<std::uint32_t, std::uint32_t>, PairHash> split(vertices.vertexCount);
     for (std::size_t i = 0; i < geometry.triangles.size(); ++i) {
         const std::uint32_t position = geometry.positions.ofCorner[geometry.triangles[i]];
-        vertices.vertexOfCorner[i] =
-            split.of({vertices.vertexOfCorner[i], position < readCount ? absentIndex : position});
+        vertices.vertexOfCorner[i] = split.of({vertices.vertexOfCorner[i], position});
     }
     vertices.vertexCount = split.size();
 }
@@ -149,7 +145,8 @@ CornerVertices distinctCorners(const DocumentGeometry& geometry)
     splitBy(geometry.colors, geometry.triangles, vertices);
     for (const CornerAttribute<Vec2f>& slot : geometry.uvs)
         splitBy(slot, geometry.triangles, vertices);
-    splitByNewPositions(geometry, vertices);
+    if (geometry.keepsPositionsApart)
+        splitByPositionNumber(geometry, vertices);
     return vertices;
 }
 

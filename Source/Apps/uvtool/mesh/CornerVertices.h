@@ -17,8 +17,8 @@ struct CornerVertices
 };
 
 /// The vertices of a geometry as the tool shows it, whose numbers are the ids of the command line:
-/// corners are one vertex where position, normal, colour and the UVs of all slots are equal and no
-/// command has parted them.
+/// corners are one vertex where position, normal, colour and the UVs of all slots are equal, and,
+/// where positions are kept apart, their numbers.
 CornerVertices distinctCorners(const DocumentGeometry& geometry);
 
 /// The vertices that the solver works on: corners are one vertex where position and UV in the slot

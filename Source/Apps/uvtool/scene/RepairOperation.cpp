@@ -1,10 +1,13 @@
 #include "scene/RepairOperation.h"
 
+#include "mesh/CornerVertices.h"
+#include "mesh/EqualValues.h"
 #include "solver/SolverGeometry.h"
 
 #include "UVUtils/repair/kyTopologyRepair.h"
 
 #include <algorithm>
+#include <array>
 #include <span>
 
 namespace uvtool
@@ -12,13 +15,30 @@ namespace uvtool
 namespace
 {
 
-std::vector<std::uint32_t> positionsOfCorners(const DocumentGeometry& geometry)
+CornerVertices positionVertices(const DocumentGeometry& geometry)
 {
-    std::vector<std::uint32_t> positions;
-    positions.reserve(geometry.triangles.size());
+    CornerVertices vertices{{}, geometry.positions.values.size()};
+    vertices.vertexOfCorner.reserve(geometry.triangles.size());
     for (const std::uint32_t corner : geometry.triangles)
-        positions.push_back(geometry.positions.ofCorner[corner]);
-    return positions;
+        vertices.vertexOfCorner.push_back(geometry.positions.ofCorner[corner]);
+    return vertices;
+}
+
+CornerVertices wholeVertices(const DocumentGeometry& geometry)
+{
+    CornerVertices vertices = distinctCorners(geometry);
+    using Key = std::array<std::uint32_t, 3>;
+    FirstUseNumbers<Key, ValueHash> numbers(vertices.vertexCount);
+    for (std::size_t i = 0; i < vertices.vertexOfCorner.size(); ++i) {
+        const std::uint32_t polygon = geometry.polygonOfTriangle[i / 3];
+        const std::int32_t material =
+            geometry.materialOfPolygon.empty() ? -1 : geometry.materialOfPolygon[polygon];
+        vertices.vertexOfCorner[i] = numbers.of({vertices.vertexOfCorner[i],
+                                                 geometry.positions.ofCorner[geometry.triangles[i]],
+                                                 static_cast<std::uint32_t>(material)});
+    }
+    vertices.vertexCount = numbers.size();
+    return vertices;
 }
 
 /// Gives triangles that name a vertex twice vertices of their own.
@@ -89,6 +109,20 @@ void fixUntilNothingIsFound(const osg::GeometryPtr& geometry, RepairCounts& coun
     }
 }
 
+/// New vertices become new positions, the others are those that they were.
+std::vector<std::uint32_t> positionsOf(const DocumentGeometry& geometry,
+                                       std::vector<std::uint32_t> vertexOfCorner,
+                                       std::size_t oldCount)
+{
+    const std::size_t positionCount = geometry.positions.values.size();
+    for (std::size_t i = 0; i < vertexOfCorner.size(); ++i)
+        vertexOfCorner[i] =
+            vertexOfCorner[i] < oldCount
+                ? geometry.positions.ofCorner[geometry.triangles[i]]
+                : static_cast<std::uint32_t>(vertexOfCorner[i] - oldCount + positionCount);
+    return vertexOfCorner;
+}
+
 } // namespace
 
 RepairCounts& RepairCounts::operator+=(const RepairCounts& other)
@@ -101,19 +135,20 @@ RepairCounts& RepairCounts::operator+=(const RepairCounts& other)
     return *this;
 }
 
-Repair repairTriangles(const DocumentGeometry& geometry)
+Repair repairTriangles(const DocumentGeometry& geometry, RepairedVertices kind)
 {
     Repair repair;
-    repair.positionOfTriangleCorner = positionsOfCorners(geometry);
-    FoldedTriangles folded(repair.positionOfTriangleCorner, geometry.positions.values.size());
+    CornerVertices vertices =
+        kind == WholeVertices ? wholeVertices(geometry) : positionVertices(geometry);
+    FoldedTriangles folded(vertices.vertexOfCorner, vertices.vertexCount);
     repair.counts.foldedTriangles = folded.detach();
     // Where the vertices lie is no matter here, and neither are their UVs.
     const std::vector<Vec3f> nowhere(folded.vertexCount());
-    const osg::RefPtr<osg::Geometry> core =
-        makeGeometry({nowhere, repair.positionOfTriangleCorner, {}}, 0);
+    const osg::RefPtr<osg::Geometry> core = makeGeometry({nowhere, vertices.vertexOfCorner, {}}, 0);
     fixUntilNothingIsFound(core, repair.counts);
-    repair.positionOfTriangleCorner = core->getIndices()->getValues();
-    repair.counts.newVertices = core->getPositions()->getSize() - geometry.positions.values.size();
+    repair.counts.newVertices = core->getPositions()->getSize() - vertices.vertexCount;
+    repair.positionOfTriangleCorner =
+        positionsOf(geometry, core->getIndices()->getValues(), vertices.vertexCount);
     return repair;
 }
 

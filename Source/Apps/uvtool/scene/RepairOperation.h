@@ -29,11 +29,20 @@ struct Repair
     std::vector<std::uint32_t> positionOfTriangleCorner;
 };
 
-/// Finds what is not manifold in the triangles of a geometry, whose vertices here are its positions
-/// by their numbers, and has the library fix it until nothing is left.
+/// What a vertex is where triangles are to hang together.
+enum RepairedVertices : std::int32_t
+{
+    PositionVertices, ///< a number of a position: what a file says that has attributes at corners
+    /// A combination of it with all attributes and the material: what becomes a vertex in a file
+    /// that has attributes at vertices, and primitives of one material.
+    WholeVertices
+};
+
+/// Finds what is not manifold in the triangles of a geometry and has the library fix it until
+/// nothing is left.
 ///
 /// A triangle that names a vertex twice runs along an edge twice, so that the library would cut the
 /// surface open beside it. It gets vertices of its own first, where others name them too.
-Repair repairTriangles(const DocumentGeometry& geometry);
+Repair repairTriangles(const DocumentGeometry& geometry, RepairedVertices kind);
 
 } // namespace uvtool
