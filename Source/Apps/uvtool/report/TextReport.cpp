@@ -165,14 +165,21 @@ std::string lineOnSeams(const Report& report)
            "; vertices in UV: " + change(compactVertices, done.compactVertices);
 }
 
+/// "32 singular vertices, 4 singular edges repaired in 2 rounds; 34 new vertices".
 std::string textOf(const RepairCounts& repair)
 {
     if (repair.newVertices == 0)
         return "nothing singular";
-    return counted(repair.singularVertices, "singular vertex", "singular vertices") + ", " +
-           counted(repair.singularEdges, "singular edge", "singular edges") + " and " +
-           counted(repair.foldedTriangles, "folded triangle", "folded triangles") +
-           " repaired in " + counted(repair.rounds, "round", "rounds") + "; " +
+    std::string text;
+    const auto add = [&text](std::size_t count, const char* single, const char* plural) {
+        if (count > 0)
+            text += (text.empty() ? "" : ", ") + counted(count, single, plural);
+    };
+    add(repair.singularVertices, "singular vertex", "singular vertices");
+    add(repair.singularEdges, "singular edge", "singular edges");
+    add(repair.foldedTriangles, "folded triangle", "folded triangles");
+    return text + " repaired" +
+           (repair.rounds > 1 ? " in " + std::to_string(repair.rounds) + " rounds" : "") + "; " +
            counted(repair.newVertices, "new vertex", "new vertices");
 }
 
