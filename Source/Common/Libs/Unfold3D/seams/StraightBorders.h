@@ -15,7 +15,7 @@ namespace unfold3d
 /// patches keep their neighbours and next to all of their triangles, and no vertex around which
 /// much of a full turn is missing comes to lie inside.
 ///
-/// mayMove  [edge]  the seams that may be laid elsewhere; where one patch is on both sides they stay
+/// mayMove  [edge]  the seams that may be laid elsewhere; between two patches only
 /// costs    [edge]
 /// isSeam   [edge]
 ///
