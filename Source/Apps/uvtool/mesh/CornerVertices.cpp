@@ -46,16 +46,6 @@ void splitByPositionNumber(const DocumentGeometry& geometry, CornerVertices& ver
     vertices.vertexCount = split.size();
 }
 
-/// Corners are one vertex where they name the same position.
-CornerVertices cornersByPositionNumber(const DocumentGeometry& geometry)
-{
-    CornerVertices vertices{{}, geometry.positions.values.size()};
-    vertices.vertexOfCorner.reserve(geometry.triangles.size());
-    for (const std::uint32_t corner : geometry.triangles)
-        vertices.vertexOfCorner.push_back(geometry.positions.ofCorner[corner]);
-    return vertices;
-}
-
 bool hasRepeatedPositions(const CornerVertices& byNumber, const CornerVertices& byValue)
 {
     std::vector<std::uint32_t> numberOfValue(byValue.vertexCount, absentIndex);
@@ -108,6 +98,15 @@ bool isSoup(const CornerVertices& byNumber)
 }
 
 } // namespace
+
+CornerVertices cornersByPositionNumber(const DocumentGeometry& geometry)
+{
+    CornerVertices vertices{{}, geometry.positions.values.size()};
+    vertices.vertexOfCorner.reserve(geometry.triangles.size());
+    for (const std::uint32_t corner : geometry.triangles)
+        vertices.vertexOfCorner.push_back(geometry.positions.ofCorner[corner]);
+    return vertices;
+}
 
 bool isCutOpen(const DocumentGeometry& geometry)
 {

@@ -9,7 +9,8 @@
 namespace uvtool
 {
 
-/// A partition of the triangle corners of a geometry into vertices, numbered in order of first use.
+/// A partition of the triangle corners of a geometry into vertices, numbered in order of first use
+/// unless said otherwise.
 struct CornerVertices
 {
     std::vector<std::uint32_t> vertexOfCorner; ///< [3 * triangleCount]
@@ -32,6 +33,9 @@ CornerVertices cornersByUV(const DocumentGeometry& geometry, std::size_t slot);
 /// has positions of its own. False for these, that is where positions of equal value always differ
 /// in another attribute, and where more than half of the triangles share no position.
 bool isCutOpen(const DocumentGeometry& geometry);
+
+/// Corners are one vertex where they name the same position, whose number is that of the vertex.
+CornerVertices cornersByPositionNumber(const DocumentGeometry& geometry);
 
 /// Corners are one vertex where positions are equal.
 CornerVertices cornersByPosition(const DocumentGeometry& geometry);

@@ -15,15 +15,6 @@ namespace uvtool
 namespace
 {
 
-CornerVertices positionVertices(const DocumentGeometry& geometry)
-{
-    CornerVertices vertices{{}, geometry.positions.values.size()};
-    vertices.vertexOfCorner.reserve(geometry.triangles.size());
-    for (const std::uint32_t corner : geometry.triangles)
-        vertices.vertexOfCorner.push_back(geometry.positions.ofCorner[corner]);
-    return vertices;
-}
-
 CornerVertices wholeVertices(const DocumentGeometry& geometry)
 {
     CornerVertices vertices = distinctCorners(geometry);
@@ -139,7 +130,7 @@ Repair repairTriangles(const DocumentGeometry& geometry, RepairedVertices kind)
 {
     Repair repair;
     CornerVertices vertices =
-        kind == WholeVertices ? wholeVertices(geometry) : positionVertices(geometry);
+        kind == WholeVertices ? wholeVertices(geometry) : cornersByPositionNumber(geometry);
     FoldedTriangles folded(vertices.vertexOfCorner, vertices.vertexCount);
     repair.counts.foldedTriangles = folded.detach();
     // Where the vertices lie is no matter here, and neither are their UVs.
