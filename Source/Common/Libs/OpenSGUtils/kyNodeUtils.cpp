@@ -6,6 +6,25 @@
 namespace kyNodeUtils
 {
 
+bool isShellGeometry(const osg::GeometryPtr& geometry)
+{
+    return kyShellUtils::isShell(geometry);
+}
+
+bool isShellGeometry(const osg::NodePtr& node)
+{
+    return node && kyShellUtils::isShell(osg::dcast<osg::Geometry>(node->getCore()));
+}
+
+void getSubTreeNodes(const osg::NodePtr& node, std::vector<osg::NodePtr>& out)
+{
+    osg::traverse(node, [&](osg::NodePtr& visited) -> unsigned int {
+        if (visited != node)
+            out.push_back(visited);
+        return osg::TraverseResult::Continue;
+    });
+}
+
 void getVisibleGeometryNodes(const std::vector<osg::NodePtr>& nodes, std::vector<osg::NodePtr>& out,
                              unsigned int shownSides)
 {
