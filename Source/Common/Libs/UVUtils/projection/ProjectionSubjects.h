@@ -6,8 +6,8 @@
 
 // What a projection works on, before the way of the projection matters.
 
-/// The nodes of a list that may be projected, in their order: those whose projection is permitted.
-/// An empty result is logged, with the reason.
+/// The nodes of a list on which texture coordinates may be edited, in their order; null ones are
+/// none. An empty result is logged, with the reason.
 std::vector<osg::NodePtr> projectableNodes(const std::vector<osg::NodePtr>& nodes);
 
 /// Are both transforms of a projection there? If not, that is logged.

@@ -62,7 +62,8 @@ protected:
         LegacyFit2 = 2
     };
 
-    /// The extent of the resolved nodes as a projection sees them. NaN positions don't count.
+    /// The extent of the resolved nodes as a projection sees them. Positions that aren't finite
+    /// there don't count.
     ///
     /// matrix  leads from the space of the projection to the world; a singular one counts as
     ///         the identity
