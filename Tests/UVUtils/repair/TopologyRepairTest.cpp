@@ -5,6 +5,7 @@
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/editing/RandomNodes.h"
 #include "UVUtils/model/TempIndexList.h"
+#include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 
 #include <gtest/gtest.h>
@@ -147,13 +148,34 @@ TEST(TopologyRepair, OfVerticesTellsAMeshAndKeepsWhatNamesVertices)
     setUVConstraints(geometry, {{{0, 4}, {}}});
     tiny::NoticeJournal journal;
     journal.watch(geometry);
+    journal.watch(geometry->getIndices());
     kyTopologyBridge bridge;
     kyTopologyRepair repair(geometry, slot);
     repair.fixSingularVertices(repair.findSingularVertices(), &bridge);
     EXPECT_TRUE(bridge.getImpl()->prev.uvConstraints.empty());
+    ASSERT_GE(journal.notices.size(), 2U);
+    EXPECT_EQ(journal.notices.end()[-2].id, geometry->getIndices()->getId());
     EXPECT_EQ(journal.notices.back().mask, osg::Geometry::IndicesFieldMask);
     EXPECT_EQ(osg::GeoTmpIndexEditInterface(geometry, kyUVTypes::FreeVertices).getSize(), 2U);
     EXPECT_EQ(getUVConstraints(geometry).front(), (UVConstraintData{{0, 4}, {}}));
+}
+
+TEST(TopologyRepair, OfEdgesMovesUVsApartInItsSlotOnly)
+{
+    const osg::RefPtr<osg::Geometry> geometry(
+        geometryOf(std::vector<osg::Pnt3f>(5), {1, 0, 2, 0, 1, 3, 0, 1, 4}));
+    UVs uvs;
+    for (const float u : {0.F, 1.F, 2.F, 3.F, 4.F})
+        uvs.emplace_back(u, u * u);
+    geometry->setTexSlot(0, tiny::texCoords(uvs));
+    geometry->setTexSlot(1, tiny::texCoords(uvs));
+    kyTopologyRepair(geometry, kyUVTypes::UVSet1).fixSingularEdges();
+    const UVs kept = uvSlot(geometry, kyUVTypes::UVSet0)->getValues();
+    const UVs moved = uvSlot(geometry, kyUVTypes::UVSet1)->getValues();
+    for (const unsigned vertex : {0U, 5U, 6U}) {
+        EXPECT_EQ(kept[vertex], uvs[0]);
+        EXPECT_NEAR(moved[vertex].length(), 1.2e-5F, 1e-7F);
+    }
 }
 
 TEST(TopologyRepair, OfWhatIsGoneOrWasChangedIsHarmless)

@@ -11,6 +11,7 @@
 #include "UVUtils/repair/VertexCopies.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -26,34 +27,35 @@ bool isFit(const osg::GeometryPtr& geometry)
                        [vertexCount](unsigned int id) { return id < vertexCount; });
 }
 
-/// Marks vertices as those of a group when it meets them.
+/// The vertices of one group after the other, each once.
 class GroupVertices
 {
 public:
     explicit GroupVertices(unsigned int vertexCount) : lastGroup_(vertexCount, none) {}
 
-    /// The vertices of the next group.
-    std::vector<unsigned int> collect(std::span<const unsigned int> indices,
-                                      const std::vector<unsigned int>& triangles)
+    void add(std::span<const unsigned int> vertices)
     {
-        std::vector<unsigned int> vertices;
-        for (const unsigned int triangle : triangles) {
-            for (const unsigned int vertex : indices.subspan(3 * std::size_t{triangle}, 3)) {
-                if (lastGroup_[vertex] == group_)
-                    continue;
-                lastGroup_[vertex] = group_;
-                vertices.push_back(vertex);
-            }
+        for (const unsigned int vertex : vertices) {
+            if (lastGroup_[vertex] == group_)
+                continue;
+            lastGroup_[vertex] = group_;
+            vertices_.push_back(vertex);
         }
+    }
+
+    /// Those that were added, ascending; begins the next group.
+    std::vector<unsigned int> take()
+    {
         ++group_;
-        std::sort(vertices.begin(), vertices.end());
-        return vertices;
+        std::sort(vertices_.begin(), vertices_.end());
+        return std::exchange(vertices_, {});
     }
 
 private:
     static constexpr unsigned int none = 0xFFFFFFFFU;
     std::vector<unsigned int> lastGroup_; ///< [vertex]
     unsigned int group_ = 0;
+    std::vector<unsigned int> vertices_;
 };
 
 } // namespace
@@ -108,7 +110,9 @@ std::vector<kyTopologyRepair::TriangleGroup> kyTopologyRepair::findTriangleGroup
             continue;
         TriangleGroup& group = groups.emplace_back();
         fillTriangleGroup(triangle, group.triangles, isVisited);
-        group.vertices = groupVertices.collect(indices.ids(), group.triangles);
+        for (const unsigned int member : group.triangles)
+            groupVertices.add(getTriangleVertexIds(indices.ids(), member));
+        group.vertices = groupVertices.take();
     }
     return groups;
 }
@@ -133,6 +137,12 @@ void kyTopologyRepair::fillTriangleGroup(unsigned int seed, std::vector<unsigned
             }
         }
     }
+}
+
+std::span<const unsigned int>
+kyTopologyRepair::getTriangleVertexIds(std::span<const unsigned int> indices, unsigned int triangle)
+{
+    return indices.subspan(3 * std::size_t{triangle}, 3);
 }
 
 void kyTopologyRepair::makeDirty()

@@ -74,9 +74,10 @@ public:
     ///
     /// Does nothing and records nothing without vertices, and without a find since the last fix.
     void fixSingularVertices(const std::vector<unsigned int>& vertices, kyTopologyBridge* bridge);
-    /// Cuts along the edges as doCutAlongEdges does, UVs apart; k triangles at an edge get k pairs
-    /// of vertices. Selections and constraints name all copies. Does nothing with less than one
-    /// edge.
+    /// Cuts along the edges as doCutAlongEdges does, and moves the UVs of the sides apart. Sheets
+    /// that meet in an edge get a pair of vertices each. Two triangles that close a sheet there may
+    /// stay together, or come apart: that depends on the order of the triangles. Selections and
+    /// constraints name all copies. Does nothing with less than one edge.
     ///
     /// bridge  receives the record at its top level; may be null
     void fixSingularEdges(const FlatEdgeList& edges, kyTopologyBridge* bridge);
@@ -95,6 +96,8 @@ private:
     std::vector<TriangleGroup> findTriangleGroups() const;
     void fillTriangleGroup(unsigned int seed, std::vector<unsigned int>& group,
                            std::vector<char>& isVisited) const;
+    static std::span<const unsigned int> getTriangleVertexIds(std::span<const unsigned int> indices,
+                                                              unsigned int triangle);
     void makeDirty();
 
     unsigned int geometryId_; ///< 0 for a null geometry
