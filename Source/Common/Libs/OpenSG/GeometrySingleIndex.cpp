@@ -1,5 +1,6 @@
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/Geometry.h"
+#include "OpenSG/IndexEdit.h"
 #include "OpenSG/WritableProperty.h"
 
 #include <algorithm>
@@ -87,17 +88,6 @@ RefPtr<GeoProperty> spreadOverVertices(const GeoPropertyPtr& property, unsigned 
     return result;
 }
 
-RefPtr<GeoIndices> writeIndices(const GeoIndicesPtr& indices, const DistinctCorners& distinct)
-{
-    const bool fits = dcast<GeoIndicesUI16>(indices) == NullFC ||
-                      distinct.firstCornerOfVertex.size() <=
-                          std::size_t{std::numeric_limits<std::uint16_t>::max()} + 1;
-    RefPtr<GeoIndices> result =
-        fits ? writable(indices) : RefPtr<GeoIndices>(GeoIndicesUI32::create());
-    result->setValues(distinct.vertexOfCorner);
-    return result;
-}
-
 } // namespace
 
 void Geometry::makeSingleIndexed()
@@ -123,8 +113,9 @@ void Geometry::makeSingleIndexed()
         setVertexProperty(n, properties.back());
         written |= vertexPropertyFieldMask(n);
     }
-    const RefPtr<GeoIndices> indices = writeIndices(getIndices(), distinct);
-    setIndices(indices);
+    const RefPtr<GeoIndices> indices(
+        indicesToEdit(GeometryPtr(this), distinct.firstCornerOfVertex.size()));
+    indices->setValues(distinct.vertexOfCorner);
     setIndexMapping({joinedMask});
 
     for (const auto& property : properties)

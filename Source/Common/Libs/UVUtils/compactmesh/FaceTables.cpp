@@ -1,9 +1,9 @@
 #include "UVUtils/compactmesh/FaceTables.h"
 
+#include "OpenSG/Prefetch.h"
 #include "UVUtils/compactmesh/FaceTablesUpdate.h"
 #include "UVUtils/compactmesh/SortedCorners.h"
 #include "UVUtils/model/Buckets.h"
-#include "UVUtils/model/Prefetch.h"
 #include "UVUtils/model/SortFew.h"
 
 #include <algorithm>

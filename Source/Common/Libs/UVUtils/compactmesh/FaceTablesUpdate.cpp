@@ -1,8 +1,8 @@
 #include "UVUtils/compactmesh/FaceTablesUpdate.h"
 
+#include "OpenSG/Prefetch.h"
 #include "UVUtils/compactmesh/SortedCorners.h"
 #include "UVUtils/model/NearlySorted.h"
-#include "UVUtils/model/Prefetch.h"
 
 #include <algorithm>
 #include <compare>

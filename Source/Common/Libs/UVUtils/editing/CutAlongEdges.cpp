@@ -1,12 +1,12 @@
 #include "UVUtils/editing/CutAlongEdges.h"
 
+#include "OpenSG/IndexEdit.h"
 #include "OpenSG/IndexSpan.h"
 #include "OpenSGUtils/kyGeoIndicesStore.h"
 #include "OpenSGUtils/kyGeoShuffle.h"
 #include "UVUtils/editing/CutRings.h"
 #include "UVUtils/editing/CutSides.h"
 #include "UVUtils/editing/FanOrder.h"
-#include "UVUtils/editing/IndexEdit.h"
 #include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 

@@ -1,11 +1,11 @@
 #include "UVUtils/editing/MergeVertices.h"
 
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/IndexEdit.h"
 #include "OpenSG/IndexSpan.h"
 #include "OpenSG/WritableProperty.h"
 #include "OpenSGUtils/kyGeoIndicesStore.h"
 #include "OpenSGUtils/kyGeoShuffle.h"
-#include "UVUtils/editing/IndexEdit.h"
 #include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 

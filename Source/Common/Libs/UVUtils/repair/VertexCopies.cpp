@@ -1,8 +1,8 @@
 #include "UVUtils/repair/VertexCopies.h"
 
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/IndexEdit.h"
 #include "OpenSG/IndexSpan.h"
-#include "UVUtils/editing/IndexEdit.h"
 
 namespace
 {
