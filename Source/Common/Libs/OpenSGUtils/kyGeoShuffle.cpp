@@ -1,7 +1,6 @@
 #include "OpenSGUtils/kyGeoShuffle.h"
 
-#include "OpenSG/ChangeNotice.h"
-#include "OpenSG/WritableProperty.h"
+#include "OpenSGUtils/VertexPropertyEdit.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -31,27 +30,6 @@ void copyElements(osg::GeoProperty& property, std::span<const unsigned int> sour
             std::copy_n(copies.data() + stride * i, stride, elementsOf() + stride * targets[i]);
 }
 
-/// `rewrite` gives one property its new elements.
-template <class Rewrite>
-void rewriteProperties(const osg::GeometryPtr& geometry, const Rewrite& rewrite)
-{
-    osg::FieldMask written;
-    std::vector<osg::RefPtr<osg::GeoProperty>> properties; // held, since a notice may replace them
-    for (unsigned n = 0; n < osg::Geometry::VertexPropertyCount; ++n) {
-        const osg::GeoPropertyPtr property = geometry->getVertexProperty(n);
-        if (!property || property->getSize() == 0)
-            continue;
-        properties.push_back(osg::writable(property));
-        rewrite(*properties.back());
-        geometry->setVertexProperty(n, properties.back());
-        written |= osg::Geometry::vertexPropertyFieldMask(n);
-    }
-    for (const auto& property : properties)
-        osg::notifyChanged(property.get(), osg::FieldMask::all());
-    if (written.any())
-        osg::notifyChanged(geometry, written);
-}
-
 } // namespace
 
 void shuffleProperties(const osg::GeometryPtr& geometry, const unsigned int* ids,
@@ -61,12 +39,13 @@ void shuffleProperties(const osg::GeometryPtr& geometry, const unsigned int* ids
     if (!geometry)
         return;
     const std::span sources(ids, count);
-    if (rearrange)
-        rewriteProperties(geometry, [&](osg::GeoProperty& property) { property.gather(sources); });
-    else
-        rewriteProperties(geometry, [&](osg::GeoProperty& property) {
+    const VertexPropertyEdit edit(geometry, [&](osg::GeoProperty& property) {
+        if (rearrange)
+            property.gather(sources);
+        else
             copyElements(property, sources, std::span(targets, count), newCount);
-        });
+    });
+    edit.notify();
 }
 
 } // namespace kyGeoShuffle
