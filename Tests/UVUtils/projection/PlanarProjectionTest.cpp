@@ -1,0 +1,215 @@
+#include "UVUtils/projection/kyUVPlanarProjection.h"
+
+#include "UVUtils/projection/PlacedNode.h"
+#include "UVUtils/projection/SupportGeometries.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace
+{
+
+using mathtest::isNear;
+using osg::Pnt3f;
+using osg::Vec3f;
+using Settings = kyUVPlanarProjectionSettings;
+constexpr auto set = kyUVTypes::UVSet3;
+constexpr float NaN = std::numeric_limits<float>::quiet_NaN();
+
+/// With what only derived classes may call.
+struct Planar : kyUVPlanarProjection
+{
+    using kyUVPlanarProjection::calculate3DRotation;
+    using kyUVPlanarProjection::initializeOrientation;
+    using kyUVPlanarProjection::rotateInPlanarProjectionSpace;
+    using kyUVPlanarProjection::rotatePlanarProjectionPlaneNormal;
+};
+
+Settings settingsOf(Vec2f size, Vec3f center)
+{
+    Settings settings;
+    settings.setTextureWidth(size.x());
+    settings.setTextureHeight(size.y());
+    settings.setProjectionCenter(center);
+    settings.setProjectionScale(Vec3f(9, 9, 9)); // without effect
+    return settings;
+}
+
+TEST(PlanarProjection, PutsTheRectangleOnZeroToOne)
+{
+    const struct Case
+    {
+        const char* name;
+        Vec2f size{4, 2};
+        Vec2f offset{};
+        Vec2f scale{1, 1};
+        Vec3f degrees{};
+        bool isZUp = false;
+        Pnt3f point{1, 2, 3}; ///< the centre of the plane
+        Vec2f uv;
+    } cases[] = {
+        {.name = "centre", .uv = Vec2f(.5, .5)},
+        {.name = "corner", .point = Pnt3f(3, 3, 3), .uv = Vec2f(1, 1)},
+        {.name = "behind", .point = Pnt3f(-1, 1, -50), .uv = Vec2f(0, 0)},
+        {.name = "offset", .offset = Vec2f(2, 0), .uv = Vec2f(1, .5)},
+        {.name = "scale", .scale = Vec2f(2, -4), .point = Pnt3f(3, 3, 3), .uv = Vec2f(.75, .375)},
+        {.name = "no size", .size = Vec2f(NaN, 2), .point = Pnt3f(501, 502, 3), .uv = Vec2f(1, 1)},
+        {.name = "no size, scale",
+         .size = Vec2f(4, 0),
+         .scale = Vec2f(.01, 0.01),
+         .point = Pnt3f(6, 2, 3),
+         .uv = Vec2f(1, .5)},
+        {.name = "rho", .degrees = Vec3f(0, 0, 90), .point = Pnt3f(2, 2, 3), .uv = Vec2f(.5, 1)},
+        {.name = "phi", .degrees = Vec3f(90, 0, 0), .point = Pnt3f(7, 3, 1), .uv = Vec2f(1, 1)},
+        {.name = "theta", .degrees = Vec3f(0, 90, 0), .point = Pnt3f(3, 7, 4), .uv = Vec2f(1, 1)},
+        {.name = "Z up", .isZUp = true, .point = Pnt3f(3, 7, 2), .uv = Vec2f(1, 1)},
+        {.name = "Z up, phi",
+         .degrees = Vec3f(90, 0, 0),
+         .isZUp = true,
+         .point = Pnt3f(7, 4, 2),
+         .uv = Vec2f(1, 1)},
+        {.name = "Z up, theta",
+         .degrees = Vec3f(0, 90, 0),
+         .isZUp = true,
+         .point = Pnt3f(3, 3, 7),
+         .uv = Vec2f(1, 1)},
+        {.name = "singular", .scale = Vec2f(0, 1), .point = Pnt3f(3, 5, 7), .uv = Vec2f(2, 3)},
+    };
+    SupportGeometries support;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const CameraUp up(c.isZUp);
+        Settings settings = settingsOf(c.size, Vec3f(1, 2, 3));
+        settings.setTextureOffset(c.offset);
+        settings.setTextureScale(c.scale);
+        settings.setProjectionRotation(c.degrees);
+        for (const float distance : {0.F, 25.F}) {
+            support.planar.setPlaneDistance(distance);
+            const PlacedNode placed(geometryOf({c.point}, {}), {});
+            Planar::apply({placed.node}, set, settings);
+            EXPECT_TRUE(isNear(placed.uvs(set).at(0), c.uv, 1e-5F));
+        }
+    }
+}
+
+RC_GTEST_PROP(PlanarProjection, AnglesOfANormalTurnThePlaneToIt, (bool isZUp))
+{
+    const CameraUp up(isZUp);
+    const Vec3f normal = mathtest::vector(3);
+    RC_PRE(normal.length() > 1e-3F);
+    float phi = 0;
+    float theta = 0;
+    Planar::calculateProjectionRotationFromNormal(normal, phi, theta);
+    const Vec3f turned = Planar::calculate3DRotation(phi, theta).rotate(Vec3f(0, 0, 1));
+    RC_ASSERT(isNear(turned, normal.normalized(), mathtest::Rounding));
+}
+
+RC_GTEST_PROP(PlanarProjection, FollowsTheTurnOfThePlane, (bool isZUp))
+{
+    const SupportGeometries support;
+    const CameraUp up(isZUp);
+    const osg::Quaternion before = mathtest::rotation();
+    const Vec3f axis(mathtest::number(1), mathtest::number(1), 0.F);
+    RC_PRE(axis.length() > 1e-3F);
+    const float angle = mathtest::number(7);
+    const osg::Quaternion after =
+        before * osg::Quaternion::fromAxisAngle(axis, static_cast<double>(angle));
+    Settings settings = settingsOf(Vec2f(4, 2), mathtest::vector(5));
+    Planar::calculateProjectionRotation(settings, axis, angle, before);
+
+    const UVs corners{Vec2f(0, 0), Vec2f(1, 0), Vec2f(1, 1), Vec2f(0, 1)};
+    std::vector<Pnt3f> points;
+    for (const Vec2f& uv : corners)
+        points.emplace_back(settings.getProjectionCenter() +
+                            after.rotate(Vec3f(4 * uv.x() - 2, 2 * uv.y() - 1, angle)));
+    const osg::Matrix place = randomPlace();
+    const PlacedNode placed(geometryOf(below(place, points), {}), place);
+    Planar::apply({placed.node}, set, settings);
+    // An image that stands nearly as it did, or nearly opposite, is put there exactly.
+    const float rho = std::abs(settings.getProjectionRotation().z());
+    const float tolerance = rho == 0 || rho > 179 ? 0.02F : 1e-3F;
+    for (unsigned i = 0; i < 4; ++i)
+        RC_ASSERT(isNear(placed.uvs(set)[i], corners[i], tolerance));
+}
+
+TEST(PlanarProjection, MeasuresTurnsWithinThePlane)
+{
+    const Vec3f x(1, 0, 0);
+    const Vec3f y(0, 3, 0);
+    const Vec3f z(0, 0, 1);
+    const auto turn = Planar::rotateInPlanarProjectionSpace;
+    EXPECT_NEAR(turn(x, y, z), 1.5707963, 1e-6);
+    EXPECT_NEAR(turn(x, y, -z), -1.5707963, 1e-6);
+    EXPECT_EQ(turn(x, x + Vec3f(.005F, .005F, .005F), z), 0.0);
+    EXPECT_NEAR(turn(x, Vec3f(1, -.02F, 0), z), -.02, 1e-5);
+    EXPECT_EQ(turn(x, -x, z), -3.1415927410125732);
+    EXPECT_EQ(turn(x, -x, -z), -3.1415927410125732);
+    EXPECT_EQ(turn(x, Vec3f(NaN, 0, 0), z), 0.0);
+    EXPECT_EQ(Planar::rotatePlanarProjectionPlaneNormal(Vec3f(1e-6F, 0, 0), 1, {}), z);
+    EXPECT_NE(Planar::rotatePlanarProjectionPlaneNormal(Vec3f(2e-6F, 0, 0), 1, {}), z);
+}
+
+TEST(PlanarProjection, FacesTheLargestSideOfABox)
+{
+    const std::pair<Pnt3f, Vec3f> degreesOfSize[] = {
+        {Pnt3f(1, 1, 1), Vec3f(90, 180, 0)}, {Pnt3f(1, 1, 2), Vec3f(90, 180, 0)},
+        {Pnt3f(2, 1, 1), Vec3f(0, 90, 0)},   {Pnt3f(2, 2, 1), Vec3f(0, 90, 0)},
+        {Pnt3f(2, 1, 2), Vec3f(0, 180, 0)},  {Pnt3f(1e20F, 1, 2e20F), Vec3f(0, 180, 0)}};
+    for (const auto& [size, degrees] : degreesOfSize) {
+        Settings settings;
+        Planar::initializeOrientation(settings, {}, size);
+        EXPECT_EQ(settings.getProjectionRotation(), degrees);
+    }
+}
+
+RC_GTEST_PROP(PlanarProjection, DefaultsJustCoverTheNodes, (bool isZUp))
+{
+    const SupportGeometries support;
+    const CameraUp up(isZUp);
+    std::vector<Pnt3f> points;
+    for (int i = 0; i < 6; ++i)
+        points.emplace_back(mathtest::vector(9));
+    const PlacedNode placed(geometryOf(points, {}), randomPlace());
+    const auto width = *rc::gen::inRange(0U, 4U);
+    const auto height = *rc::gen::inRange(0U, 4U);
+    const Settings settings = Planar::getDefaultSettings({placed.node}, width, height);
+    RC_PRE(settings.getTextureWidth() > .5F && settings.getTextureHeight() > .5F);
+    Planar::apply({placed.node}, set, settings);
+    Vec2f low(9, 9);
+    Vec2f high(-9, -9);
+    for (const Vec2f& uv : placed.uvs(set))
+        for (unsigned i = 0; i < 2; ++i) {
+            low[i] = std::min(low[i], uv[i]);
+            high[i] = std::max(high[i], uv[i]);
+        }
+    const bool hasImage = width != 0 && height != 0;
+    RC_ASSERT(settings.getKeepAspectRatio() == hasImage);
+    RC_ASSERT(isNear((low + high) * .5F, Vec2f(.5, .5), 1e-4F));
+    if (!hasImage)
+        RC_ASSERT(isNear(high, Vec2f(1, 1), 1e-4F));
+    else
+        RC_ASSERT(std::abs((width >= height ? high.x() : high.y()) - 1) < 1e-4F);
+}
+
+TEST(PlanarProjection, DefaultsTakeTheProportionsOfTheImage)
+{
+    const SupportGeometries support;
+    const CameraUp up(true);
+    const osg::RefPtr<osg::Node> square(nodeOf(geometryOf({Pnt3f(), Pnt3f(10, 10, 0)}, {})));
+    const osg::RefPtr<osg::Node> empty(nodeOf(geometryOf({}, {})));
+    const auto sizeFor = [](const osg::NodePtr& node, unsigned width, unsigned height) {
+        const Settings settings = Planar::getDefaultSettings({node}, width, height);
+        EXPECT_EQ(settings.getAspectRatio(), 1.0);
+        return Vec2f(settings.getTextureWidth(), settings.getTextureHeight());
+    };
+    EXPECT_TRUE(isNear(sizeFor(square, 0, 9), Vec2f(10, 10), 1e-5F));
+    EXPECT_TRUE(isNear(sizeFor(square, 1000, 500), Vec2f(10, 5), 1e-5F));
+    EXPECT_TRUE(isNear(sizeFor(square, 500, 1000), Vec2f(5, 10), 1e-5F));
+    EXPECT_EQ(sizeFor(empty, 0, 0), Vec2f(-2e30F, -2e30F));
+    EXPECT_EQ(Planar::getDefaultSettings({}, 2, 1).getTextureWidth(), 500);
+}
+
+} // namespace
