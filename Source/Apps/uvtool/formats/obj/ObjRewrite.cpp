@@ -53,6 +53,33 @@ void replaceWords(std::string_view text, std::string& out,
     out.append(done, text.data() + text.size());
 }
 
+/// A statement that names vertices but is no face, and how many words stand before these.
+struct CurveKind
+{
+    std::string_view keyword;
+    unsigned int parameterCount;
+};
+
+constexpr std::array curveKinds{CurveKind{"p", 0}, CurveKind{"l", 0}, CurveKind{"curv", 2},
+                                CurveKind{"surf", 4}};
+
+/// Null for other statements.
+const CurveKind* curveKindOf(const ObjStatement& statement)
+{
+    const auto* const found =
+        std::find_if(curveKinds.begin(), curveKinds.end(),
+                     [&](const CurveKind& kind) { return kind.keyword == statement.keyword; });
+    return found == curveKinds.end() ? nullptr : found;
+}
+
+std::string_view verticesOf(const ObjStatement& statement, const CurveKind& kind)
+{
+    std::string_view rest = statement.rest;
+    for (unsigned int i = 0; i < kind.parameterCount; ++i)
+        takeWord(rest);
+    return rest;
+}
+
 class Rewriter
 {
 public:
@@ -100,9 +127,10 @@ private:
             }
         }
         forStatements([this](const ObjStatement& statement) {
-            if (statement.keyword != "l")
+            const CurveKind* const kind = curveKindOf(statement);
+            if (kind == nullptr)
                 return;
-            std::string_view rest = statement.rest;
+            std::string_view rest = verticesOf(statement, *kind);
             for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
                 const std::uint32_t vt = absoluteNumber(splitCorner(word).vt, vtRead_);
                 if (vt < payload_.vtCount)
@@ -183,8 +211,8 @@ private:
                 emitOldValue(statement, out, done);
             else if (statement.keyword == "f")
                 emitFace(statement, out, done);
-            else if (statement.keyword == "l" || statement.keyword == "p")
-                emitCurve(statement, out);
+            else if (const CurveKind* const kind = curveKindOf(statement))
+                emitCurve(statement, verticesOf(statement, *kind), out);
             else
                 emitOther(statement, out);
         });
@@ -308,17 +336,17 @@ private:
         }
     }
 
-    void emitCurve(const ObjStatement& statement, std::string& out) const
+    void emitCurve(const ObjStatement& statement, std::string_view vertices, std::string& out) const
     {
-        out.append(statement.line.data(), statement.rest.data());
-        replaceWords(statement.rest, out, [this](std::string_view word, std::string& to) {
+        out.append(statement.line.data(), vertices.data());
+        replaceWords(vertices, out, [this](std::string_view word, std::string& to) {
             const ObjCornerText text = splitCorner(word);
             const std::uint32_t vt = absoluteNumber(text.vt, vtRead_);
             const std::string v = vertexLines_.wordOf(text.v);
             appendCorner({v, text.vt, text.vn},
                          vt < payload_.vtCount ? numberOfRead_[vt] : absentIndex, to);
         });
-        out.append(statement.rest.data() + statement.rest.size(),
+        out.append(vertices.data() + vertices.size(),
                    statement.line.data() + statement.line.size());
     }
 
