@@ -33,6 +33,8 @@ TEST(Assimp, PlyKeepsPolygonsColorsAndUVs)
     EXPECT_EQ(geometry.uvs[0].at(2), (Vec2f{1, 0.75F}));
     EXPECT_EQ(geometry.colors.at(1), (Vec4f{0, 1, 0, 1}));
     EXPECT_FALSE(geometry.uvs[1].exists());
+    for (const DocumentMaterial& material : document.materials)
+        EXPECT_NE(material.name, "") << "an OBJ can't do without";
 }
 
 TEST(Assimp, StlVerticesAreNotJoined)

@@ -170,6 +170,8 @@ std::vector<DocumentMaterial> readMaterials(const aiScene& scene)
     std::vector<DocumentMaterial> materials(scene.mNumMaterials);
     for (unsigned i = 0; i < scene.mNumMaterials; ++i) {
         materials[i].name = scene.mMaterials[i]->GetName().C_Str();
+        if (materials[i].name.empty())
+            materials[i].name = "material " + std::to_string(i);
         aiColor4D color;
         if (scene.mMaterials[i]->Get(AI_MATKEY_COLOR_DIFFUSE, color) == aiReturn_SUCCESS)
             materials[i].color = {static_cast<float>(color.r), static_cast<float>(color.g),
