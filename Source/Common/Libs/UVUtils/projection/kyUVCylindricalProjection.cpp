@@ -1,0 +1,128 @@
+#include "UVUtils/projection/kyUVCylindricalProjection.h"
+
+#include "OpenSG/ChangeNotice.h"
+#include "OpenSG/Transform3D.h"
+#include "OpenSG/TriangleCorners.h"
+#include "OpenSGUtils/kyNodeUtils.h"
+#include "OpenSGUtils/kyOptimize.h"
+#include "UVUtils/projection/CylinderUVs.h"
+#include "UVUtils/projection/DegreesRadians.h"
+#include "UVUtils/projection/ProjectionSubjects.h"
+#include "UVUtils/projection/TexCoordsToFill.h"
+#include "UVUtils/projection/kyUVCylindricalProjectionSupportGeometry.h"
+
+namespace
+{
+
+/// For the operations on transform nodes: not at a frame of an animation.
+constexpr int NoKeyFrame = -1;
+
+struct CylinderTransformNodes
+{
+    osg::NodePtr body;  ///< places and scales the cylinder in the world
+    osg::NodePtr image; ///< turns the image about its middle
+};
+
+/// Null ones without a support geometry.
+CylinderTransformNodes findNodes(kyUVCylindricalProjectionSupportGeometry* support)
+{
+    if (!support)
+        return {};
+    return {support->getCylindricTransform3D(), support->getCylindricTransform2D()};
+}
+
+void placeImage(const osg::NodePtr& node, double degrees)
+{
+    const osg::Vec3f middle(0.5F, 0.5F, 0.0F);
+    kyNodeUtils::setTransformNodeScale(node, osg::Vec3f(1, 1, 1), NoKeyFrame);
+    kyNodeUtils::setTransformNodeScalePivot(node, middle, false, NoKeyFrame);
+    kyNodeUtils::setTransformNodeRotatePivot(node, middle, false, NoKeyFrame);
+    kyNodeUtils::setTransformNodeRotation(node, osg::Vec3f(0, 0, static_cast<float>(degrees)),
+                                          NoKeyFrame);
+}
+
+void placeBody(const osg::NodePtr& node, const kyUVBaseProjectionSettings& settings)
+{
+    kyNodeUtils::setTransformNodeTranslation(node, settings.getProjectionCenter(), true,
+                                             NoKeyFrame);
+    kyNodeUtils::setTransformNodeRotation(node, settings.getProjectionRotation(), NoKeyFrame);
+    kyNodeUtils::setTransformNodeScale(node, settings.getProjectionScale(), NoKeyFrame);
+}
+
+/// Gives every triangle three vertices of its own, as triangles at the seam need them, and returns
+/// these. A geometry with as many vertices as corners counts as one that has them already, unless
+/// its UVs have numbers of their own.
+std::vector<unsigned> partTriangles(const osg::GeometryPtr& geometry)
+{
+    std::vector<unsigned> corners = osg::triangleCorners(*geometry);
+    if (corners.size() == geometry->getPositions()->getSize() && geometry->getCornerStride() == 1)
+        return corners;
+    kyOptimize::triangulate(geometry, true);
+    geometry->makeSingleIndexed();
+    return osg::triangleCorners(*geometry);
+}
+
+/// Writes the UVs of the corners; old values beyond three a triangle stay.
+void wrapImage(const osg::GeoPositions3f& positions, const std::vector<unsigned>& corners,
+               const CylinderImage& image, osg::GeoTexCoords2f& texCoords)
+{
+    if (texCoords.getSize() < corners.size())
+        texCoords.resize(static_cast<unsigned>(corners.size()));
+    wrapAroundCylinder(positions.values(), corners, image, texCoords.values());
+}
+
+/// The corners of the triangles part again only where their values differ.
+void joinEqualCorners(const osg::GeometryPtr& geometry)
+{
+    kyOptimize::unifyVertices(geometry, true, true, true, true, true, true, true, true, true, false,
+                              true, false);
+}
+
+} // namespace
+
+void kyUVCylindricalProjection::apply(const std::vector<osg::NodePtr>& nodes,
+                                      kyUVTypes::UVSet uvSet,
+                                      const kyUVCylindricalProjectionSettings& settings)
+{
+    const std::vector<osg::NodePtr> subjects = projectableNodes(nodes);
+    if (subjects.empty())
+        return;
+    kyUVCylindricalProjectionSupportGeometry* const support = getCylindricalSupportGeometry();
+    const CylinderTransformNodes transforms = findNodes(support);
+    if (!hasTransformNodes(transforms.body, transforms.image))
+        return;
+    placeImage(transforms.image, settings.getCylindricRotation2D());
+    placeBody(transforms.body, settings);
+    support->setProjectionUAngle(settings.getProjectionUAngle());
+
+    const auto body = osg::dcast<osg::Transform3D>(transforms.body->getCore());
+    const auto image = osg::dcast<osg::Transform3D>(transforms.image->getCore());
+    if (!body || !image)
+        return;
+    for (const osg::NodePtr& node : subjects) {
+        writeSettings(node, uvSet, settings);
+        apply(node, uvSet, body->getMatrix(), image->getMatrix(),
+              static_cast<float>(settings.getProjectionUAngle()));
+    }
+}
+
+void kyUVCylindricalProjection::apply(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
+                                      const osg::Matrix& matrix3D, const osg::Matrix& matrix2D,
+                                      float angle)
+{
+    const osg::Matrix toCylinder = matrix3D.inverted();
+    for (const osg::NodePtr& resolved : resolveNodes({node})) {
+        const osg::GeometryPtr geometry = geometryCoreOf(resolved);
+        if (kyNodeUtils::isShellGeometry(geometry) || !positionsToProject(geometry))
+            continue;
+        const std::vector<unsigned> corners = partTriangles(geometry);
+        const osg::GeoPositions3fPtr positions = positionsToProject(geometry);
+        const osg::RefPtr<osg::GeoTexCoords2f> texCoords = texCoordsToFill(*geometry, uvSet);
+        wrapImage(*positions, corners,
+                  {toCylinder * resolved->getToWorld(), matrix2D, angle * PiF / 180.0F},
+                  *texCoords);
+        osg::notifyChanged(texCoords, osg::FieldMask::all());
+        applyUVChanges(geometry, uvSet, texCoords.get());
+        joinEqualCorners(geometry);
+    }
+}
