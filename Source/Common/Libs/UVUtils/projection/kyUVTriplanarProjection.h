@@ -1,12 +1,32 @@
 #pragma once
 
+#include "OpenSG/Matrix.h"
+#include "OpenSG/Quaternion.h"
 #include "UVUtils/projection/kyUVTextureProjection.h"
 #include "UVUtils/projection/kyUVTriplanarProjectionSettings.h"
 
+#include <QSizeF>
+
+#include <array>
+
 /// Projects triangles from the six sides of a box.
+///
+/// The box stands at Center, turned by Rotation3D, and each of its sides carries the image as the
+/// table in TriplanarAxes.h says: of size Width by Height about the middle of the side, RepeatU
+/// and RepeatV times smaller, shifted by OffsetU and OffsetV, turned by Rotation2D. Opposite sides
+/// share these numbers, and show the image from outside. Beyond the image UVs run on.
+///
+/// Every triangle belongs to one side. In mode DominantAxis it is the one that the triangle faces
+/// most. In mode PropagatedAxis a triangle that turns to several sides by less than 60 degrees
+/// goes with its neighbours, which makes fewer and smoother borders; see propagateAxes. A triangle
+/// without area has the UV (0, 0) in this mode, and belongs to side 5 in the other.
+///
+/// A node whose world matrix mirrors is seen from inside: its triangles take the opposite sides.
 class kyUVTriplanarProjection : public kyUVTextureProjection
 {
 public:
+    using kyUVTextureProjection::calculateProjectionSize;
+
     /// Was the node projected in this way, by what is stored on it for the slot?
     static bool hasSettings(const osg::NodePtr& node, kyUVTypes::UVSet uvSet);
 
@@ -16,9 +36,67 @@ public:
     static kyUVTriplanarProjectionSettings readSettings(const osg::NodePtr& node,
                                                         kyUVTypes::UVSet uvSet);
 
+    /// Settings with the box about the nodes' middle and an image as high as the nodes in y or z,
+    /// whichever is more. Without a node the image has no size.
+    ///
+    /// imageWidth, imageHeight  of the image, in pixels, for its proportions; square if one is 0
+    static kyUVTriplanarProjectionSettings
+    getDefaultSettings(const std::vector<osg::NodePtr>& nodes, unsigned int imageWidth,
+                       unsigned int imageHeight);
+    /// The size of that image for a box of nodes.
+    static QSizeF calculateProjectionSize(const osg::Pnt3f& min, const osg::Pnt3f& max,
+                                          unsigned int imageWidth, unsigned int imageHeight);
+
+    /// Projects the nodes: stores the settings on each, and writes the UVs of its geometry, or of
+    /// the surfaces of its shell. What was in the slot is replaced, a slot of another kind too.
+    ///
+    /// The geometry has triangles of single indices afterwards, and nothing singular that one run
+    /// of kyTopologyRepair takes away. Vertices are split where sides meet and joined where they
+    /// are equal in all; the order of the triangles stays, and their ids change.
+    ///
+    /// Nodes that may not be projected stay as they are, and so do those with vertex animation,
+    /// which are logged, as an empty list is and one of locked nodes only. A node without positions
+    /// of three floats or without indices gets the settings only. A kyStackedProgress runs, which
+    /// counts nodes; when it is cancelled, the node in hand is the last. Linear in triangles, but
+    /// for the sorting of the edges at one place.
+    static void apply(const std::vector<osg::NodePtr>& nodes, kyUVTypes::UVSet uvSet,
+                      const kyUVTriplanarProjectionSettings& settings);
+    /// With default-constructed settings.
+    static void apply(const std::vector<osg::NodePtr>& nodes, kyUVTypes::UVSet uvSet);
+
 protected:
     /// Stores settings on the node for the slot, to six digits. Slot 1 has a set of its own, the
     /// other slots share one. Does nothing for a null node.
     static void writeSettings(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
                               const kyUVTriplanarProjectionSettings& settings);
+
+private:
+    static void applyTriPlanarProjection(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
+                                         const kyUVTriplanarProjectionSettings& settings);
+    /// Projects one geometry; shells, and what lacks positions or indices, are passed over.
+    ///
+    /// toBox     from the geometry's space to that of the box
+    /// toImages  [axis] from the geometry's space to that of the image
+    static void projectGeometry(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                                kyUVTriplanarProjectionSettings::Mode mode,
+                                const osg::Matrix& toBox,
+                                const std::array<osg::Matrix, 6>& toImages);
+
+    /// From the space of the box to the world. Also moves the box of the support geometry there.
+    static osg::Matrix calculateProjectionMatrix(const kyUVTriplanarProjectionSettings& settings);
+    /// From the image on a side of the box, which covers x and y from -1 to 1, to the space of the
+    /// box. Also moves the plane of the support geometry there, if the axis has one.
+    static osg::Matrix calculateTextureTransform(int axis,
+                                                 const kyUVTriplanarProjectionSettings& settings);
+
+    static osg::Quaternion getRotation3D(const kyUVTriplanarProjectionSettings& settings);
+    static osg::Vec3f getCenter(const kyUVTriplanarProjectionSettings& settings);
+    static osg::Vec2f getRepeat(int axis, const kyUVTriplanarProjectionSettings& settings);
+    static osg::Vec2f getOffset(int axis, const kyUVTriplanarProjectionSettings& settings);
+    static osg::Quaternion getRotation2D(int axis, const kyUVTriplanarProjectionSettings& settings);
+
+    static void updateSupportGeometryProjection(const osg::Matrix& matrix);
+    static void updateSupportGeometryTextureTransform(int axis, const osg::Matrix& matrix);
+    /// Of axes 0, 1 and 2; null for the others and without a support geometry.
+    static osg::NodePtr getSupportGeometryPlane(int axis);
 };
