@@ -46,12 +46,25 @@ public:
     /// Those that were added, ascending; begins the next group.
     std::vector<unsigned int> take()
     {
+        // Where a group has much of the mesh, all marks are looked through faster than it is
+        // sorted.
+        if (vertices_.size() > lastGroup_.size() / 16)
+            readMarks();
+        else
+            std::sort(vertices_.begin(), vertices_.end());
         ++group_;
-        std::sort(vertices_.begin(), vertices_.end());
         return std::exchange(vertices_, {});
     }
 
 private:
+    void readMarks()
+    {
+        auto next = vertices_.begin();
+        for (unsigned int vertex = 0; vertex < lastGroup_.size(); ++vertex)
+            if (lastGroup_[vertex] == group_)
+                *next++ = vertex;
+    }
+
     static constexpr unsigned int none = 0xFFFFFFFFU;
     std::vector<unsigned int> lastGroup_; ///< [vertex]
     unsigned int group_ = 0;
