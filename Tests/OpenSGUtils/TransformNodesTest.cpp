@@ -5,6 +5,8 @@
 #include "OpenSG/TinyGeometry.h"
 #include "OpenSG/Transform3D.h"
 
+#include <algorithm>
+
 using namespace osg;
 
 namespace
@@ -62,9 +64,9 @@ TEST(TransformNodes, ReportTheFieldThatWasSetAndPassOverOtherNodes)
     kyNodeUtils::setTransformNodeScalePivot(t.node, Vec3f(), false, -1);
     kyNodeUtils::setTransformNodeRotatePivot(t.node, Vec3f(), true, -1);
     using T = Transform3D;
-    std::vector<FieldMask> masks;
-    for (const auto& notice : journal.notices)
-        masks.push_back(notice.mask);
+    std::vector<FieldMask> masks(journal.notices.size());
+    std::transform(journal.notices.begin(), journal.notices.end(), masks.begin(),
+                   [](const auto& notice) { return notice.mask; });
     EXPECT_EQ(masks, (std::vector<FieldMask>{T::TranslationFieldMask, T::RotationFieldMask,
                                              T::ScaleFieldMask, T::ScalePivotFieldMask,
                                              T::RotatePivotFieldMask | T::TranslationFieldMask}));
