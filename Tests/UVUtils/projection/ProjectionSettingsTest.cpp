@@ -9,16 +9,16 @@
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <sstream>
 
 namespace
 {
 
 using kyUVTypes::UVSet;
+using kyUVTypes::UVSet0;
+using kyUVTypes::UVSet1;
 using osg::Vec2f;
 using osg::Vec3f;
-using Strings = std::vector<std::string>;
 using Texts = std::vector<std::pair<std::string, std::string>>;
 using Planar = kyUVPlanarProjection;
 using Cylindrical = kyUVCylindricalProjection;
@@ -45,88 +45,63 @@ struct StoredNode
     osg::RefPtr<osg::ValuePair> pair{osg::ValuePair::create()};
 };
 
-void append(Strings& texts, double value)
+template <class Value>
+void write(std::ostream& out, const Value& value)
 {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.6g", value);
-    texts.emplace_back(text);
+    if constexpr (requires { Value::Size; })
+        for (unsigned i = 0; i < Value::Size; ++i)
+            write(out, value[i]);
+    else
+        out << value << ' ';
 }
-void append(Strings& texts, bool value)
-{
-    texts.emplace_back(value ? "true" : "false");
-}
-template <class T, unsigned N>
-void append(Strings& texts, const osg::Vector<T, N>& value)
-{
-    for (unsigned i = 0; i < N; ++i)
-        append(texts, double(value[i]));
-}
+/// The values one after the other, numbers to six digits.
 template <class... Values>
-Strings textsOf(const Values&... values)
+std::string textsOf(const Values&... values)
 {
-    Strings texts;
-    (append(texts, values), ...);
-    return texts;
+    std::ostringstream out;
+    out << std::boolalpha;
+    (write(out, values), ...);
+    return out.str();
 }
 
 // Settings as they have to stand under the keys.
 
-Strings textsOf(const kyUVPlanarProjectionSettings& s)
+std::string textsOf(const kyUVPlanarProjectionSettings& s)
 {
     const Vec3f scale = s.getProjectionScale();
-    return textsOf(1.0, s.getKeepAspectRatio(), s.getAspectRatio(), s.getTextureWidth(),
+    return textsOf(1, s.getKeepAspectRatio(), s.getAspectRatio(), s.getTextureWidth(),
                    s.getTextureHeight(), s.getTextureScale(), s.getTextureOffset(),
                    s.getProjectionCenter(), s.getProjectionRotation(), scale.x(), scale.y());
 }
-Strings textsOf(const kyUVCylindricalProjectionSettings& s)
+std::string textsOf(const kyUVCylindricalProjectionSettings& s)
 {
-    return textsOf(s.getKeepAspectRatio(), s.getAspectRatio(), 3.0, s.getProjectionCenter(),
+    return textsOf(s.getKeepAspectRatio(), s.getAspectRatio(), 3, s.getProjectionCenter(),
                    s.getProjectionScale(), s.getProjectionRotation(), s.getProjectionUAngle(),
                    s.getCylindricRotation2D());
 }
-Strings textsOf(const kyUVTriplanarProjectionSettings& s)
+std::string textsOf(const kyUVTriplanarProjectionSettings& s)
 {
-    return textsOf(2.0, double(s.getMode()), s.getCenter(), s.getRotation3D(), s.getWidth(),
-                   s.getHeight(), s.getRepeatU(), s.getRepeatV(), s.getOffsetU(), s.getOffsetV(),
+    return textsOf(2, s.getMode(), s.getCenter(), s.getRotation3D(), s.getWidth(), s.getHeight(),
+                   s.getRepeatU(), s.getRepeatV(), s.getOffsetU(), s.getOffsetV(),
                    s.getRotation2D());
 }
 
-/// The keys of a projection in the order in which it writes them, and its operations.
-struct Subject
-{
-    const char* keys; ///< one that ends in XYZ stands for three
-    std::function<bool(osg::NodePtr, UVSet)> hasSettings;
-    std::function<Strings(osg::NodePtr, UVSet)> read;
-    std::function<void(osg::NodePtr, osg::NodePtr, UVSet)> copy;
-};
+// The keys in the order in which they are written; one that ends in XYZ stands for three.
+const char* const planarKeys =
+    "TMProjectionMethod TMKeepAspectRatio TMAspectRatio TMSizeX TMSizeY TMScaleX TMScaleY "
+    "TMOffsetX TMOffsetY TMProjectionCenterXYZ TMProjectionRotatePhi TMProjectionRotateTheta "
+    "TMProjectionRotateRho TMProjectionScaleX TMProjectionScaleY";
+const char* const cylindricalKeys = "TMKeepAspectRatio TMAspectRatio TMProjectionMethod TMCylTXYZ "
+                                    "TMCylSXYZ TMCylRXYZ TMCylUA TMCylRZ2D";
+const char* const triplanarKeys =
+    "TMProjectionMethod TMTriplanarMode TMTriplanarCenterXYZ TMTriplanarRotate3DXYZ "
+    "TMTriplanarSizeX TMTriplanarSizeY TMTriplanarRepeatUXYZ TMTriplanarRepeatVXYZ "
+    "TMTriplanarOffsetUXYZ TMTriplanarOffsetVXYZ TMTriplanarRotate2DXYZ";
 
-template <class Projection>
-Subject subject(const char* keys)
+std::vector<std::string> keysIn(const char* names)
 {
-    const auto read = &Projection::readSettings;
-    return {keys, &Projection::hasSettings,
-            [=](const osg::NodePtr& node, UVSet slot) { return textsOf(read(node, slot)); },
-            [=](const osg::NodePtr& from, const osg::NodePtr& to, UVSet slot) {
-                Projection::writeSettings(to, slot, read(from, slot));
-            }};
-}
-
-const Subject subjects[] = {
-    subject<Planar>("TMProjectionMethod TMKeepAspectRatio TMAspectRatio TMSizeX TMSizeY TMScaleX "
-                    "TMScaleY TMOffsetX TMOffsetY TMProjectionCenterXYZ TMProjectionRotatePhi "
-                    "TMProjectionRotateTheta TMProjectionRotateRho TMProjectionScaleX "
-                    "TMProjectionScaleY"),
-    subject<Cylindrical>("TMKeepAspectRatio TMAspectRatio TMProjectionMethod TMCylTXYZ TMCylSXYZ "
-                         "TMCylRXYZ TMCylUA TMCylRZ2D"),
-    subject<Triplanar>("TMProjectionMethod TMTriplanarMode TMTriplanarCenterXYZ "
-                       "TMTriplanarRotate3DXYZ TMTriplanarSizeX TMTriplanarSizeY "
-                       "TMTriplanarRepeatUXYZ TMTriplanarRepeatVXYZ TMTriplanarOffsetUXYZ "
-                       "TMTriplanarOffsetVXYZ TMTriplanarRotate2DXYZ")};
-
-Strings keysOf(const Subject& subject)
-{
-    Strings keys;
-    std::istringstream words(subject.keys);
+    std::vector<std::string> keys;
+    std::istringstream words(names);
     for (std::string word; words >> word;)
         if (word.ends_with("XYZ"))
             for (const char axis : {'X', 'Y', 'Z'})
@@ -136,84 +111,89 @@ Strings keysOf(const Subject& subject)
     return keys;
 }
 
-/// A number has up to six digits and a magnitude from 0.001 up, so that no clamp has a hold on it.
-std::string anyTextLike(const std::string& key, const std::string& readDefault)
+/// Numbers are of up to six digits, from 0.001 up, so that no clamp has a hold on them.
+std::string anyTextFor(const std::string& key, const std::string& method)
 {
     if (key == "TMProjectionMethod")
-        return readDefault;
+        return method;
     if (key == "TMKeepAspectRatio")
         return *rc::gen::element("true", "false");
-    const double power = std::pow(10.0, *rc::gen::inRange(-3, 8));
-    const int digits = *rc::gen::inRange(1, 1000000);
-    return textsOf(key == "TMTriplanarMode" ? digits % 2 : digits * power).front();
+    if (key == "TMTriplanarMode")
+        return *rc::gen::element("0", "1");
+    std::string text =
+        textsOf(*rc::gen::inRange(1, 1000000) * std::pow(10.0, *rc::gen::inRange(-3, 8)));
+    return text.substr(0, text.size() - 1);
+}
+
+template <class Projection>
+void checkEveryKey(const char* keys, const std::string& method)
+{
+    const auto slot = static_cast<UVSet>(*rc::gen::inRange(0, 8));
+    Texts texts;
+    std::string values;
+    for (const std::string& key : keysIn(keys)) {
+        texts.emplace_back((slot == 1 ? "LM_" : "") + key, anyTextFor(key, method));
+        values += texts.back().second + ' ';
+    }
+    const auto settings = Projection::readSettings(StoredNode(texts).node, slot);
+    RC_ASSERT(textsOf(settings) == values);
+
+    const StoredNode stored({});
+    Texts written;
+    stored.pair->registerChangedCallback(std::make_shared<osg::FieldContainer::ChangedCallback>(
+        [&](unsigned, osg::FieldMask, unsigned) {
+            for (const std::pair<std::string, std::string> entry : stored.pair->entries())
+                if (std::find(written.begin(), written.end(), entry) == written.end())
+                    written.push_back(entry);
+        }));
+    Projection::writeSettings(stored.node, slot, settings);
+    RC_ASSERT(written == texts);
+    for (int other = 0; other < 8; ++other) {
+        const bool isShared = (slot == 1) == (other == 1);
+        const auto read = Projection::readSettings(stored.node, UVSet(other));
+        RC_ASSERT((textsOf(read) == values) == isShared);
+        RC_ASSERT(Projection::hasSettings(stored.node, UVSet(other)) == isShared);
+    }
 }
 
 RC_GTEST_PROP(ProjectionSettings, EveryKeyComesBackInTheOrderOfItsTable, ())
 {
-    for (const Subject& subject : subjects) {
-        const auto slot = static_cast<UVSet>(*rc::gen::inRange(0, 8));
-        const Strings defaults = subject.read(StoredNode({}).node, slot);
-        Texts texts;
-        Strings values;
-        for (const std::string& key : keysOf(subject)) {
-            values.push_back(anyTextLike(key, defaults[values.size()]));
-            texts.emplace_back((slot == 1 ? "LM_" : "") + key, values.back());
-        }
-        const StoredNode from(texts);
-        RC_ASSERT(subject.read(from.node, slot) == values);
-
-        const StoredNode to({});
-        Texts written;
-        to.pair->registerChangedCallback(std::make_shared<osg::FieldContainer::ChangedCallback>(
-            [&](unsigned, osg::FieldMask, unsigned) {
-                for (const auto& [key, text] : to.pair->entries())
-                    if (std::find(written.begin(), written.end(), std::pair(key, text)) ==
-                        written.end())
-                        written.emplace_back(key, text);
-            }));
-        subject.copy(from.node, to.node, slot);
-        RC_ASSERT(written == texts);
-        for (int other = 0; other < 8; ++other) {
-            const bool isShared = (slot == 1) == (other == 1);
-            RC_ASSERT(subject.hasSettings(to.node, UVSet(other)) == isShared);
-            RC_ASSERT((subject.read(to.node, UVSet(other)) == values) == isShared);
-        }
-    }
+    checkEveryKey<Planar>(planarKeys, "1");
+    checkEveryKey<Triplanar>(triplanarKeys, "2");
+    checkEveryKey<Cylindrical>(cylindricalKeys, "3");
 }
 
 RC_GTEST_PROP(ProjectionSettings, DamagedTextsHarmNothingButTheAspectRatio, ())
 {
-    for (const Subject& subject : subjects) {
-        Texts texts{{"TMProjectionScaleZ", *rc::gen::arbitrary<std::string>()}};
-        for (const std::string& key : keysOf(subject))
-            if (key != "TMAspectRatio")
-                texts.emplace_back(key, *rc::gen::arbitrary<std::string>());
-        RC_ASSERT(subject.read(StoredNode(texts).node, UVSet(0)).size() == keysOf(subject).size());
-        texts.emplace_back("TMAspectRatio", "1e999");
-        if (&subject != &subjects[2])
-            RC_ASSERT_THROWS_AS(subject.read(StoredNode(texts).node, UVSet(0)), std::out_of_range);
-    }
+    const StoredNode stored({{"TMProjectionScaleZ", *rc::gen::arbitrary<std::string>()}});
+    for (const char* keys : {planarKeys, cylindricalKeys, triplanarKeys})
+        for (const std::string& key : keysIn(keys))
+            stored.pair->set(key, *rc::gen::arbitrary<std::string>());
+    stored.pair->set("TMAspectRatio", "1e308 and more");
+    Planar::readSettings(stored.node, UVSet0);
+    Cylindrical::readSettings(stored.node, UVSet0);
+    Triplanar::readSettings(stored.node, UVSet0);
+    stored.pair->set("TMAspectRatio", "1e309");
+    RC_ASSERT_THROWS_AS(Planar::readSettings(stored.node, UVSet0), std::out_of_range);
+    RC_ASSERT_THROWS_AS(Cylindrical::readSettings(stored.node, UVSet0), std::out_of_range);
 }
 
 TEST(ProjectionSettings, WhatIsMissingReadsAsTheDefaultsOfItsTable)
 {
     const StoredNode stored({});
     for (const osg::NodePtr& node : {stored.node.get(), osg::NodePtr()}) {
-        EXPECT_EQ(Triplanar::readMethod(node, UVSet(0)), kyUVTypes::NoProjection);
-        EXPECT_EQ(subjects[0].read(node, UVSet(0)), textsOf(kyUVPlanarProjectionSettings()));
-        EXPECT_EQ(subjects[1].read(node, UVSet(0)), textsOf(kyUVCylindricalProjectionSettings()));
-        kyUVTriplanarProjectionSettings triplanar;
-        if (node) {
-            triplanar.setWidth(0.0F);
-            triplanar.setHeight(0.0F);
-            triplanar.setRepeatU(Vec3f());
-            triplanar.setRepeatV(Vec3f());
-        }
-        EXPECT_EQ(subjects[2].read(node, UVSet(0)), textsOf(triplanar));
-        for (const Subject& subject : subjects)
-            EXPECT_FALSE(subject.hasSettings(node, UVSet(0)));
+        EXPECT_EQ(Triplanar::readMethod(node, UVSet0), kyUVTypes::NoProjection);
+        EXPECT_FALSE(Planar::hasSettings(node, UVSet0));
+        EXPECT_EQ(textsOf(Planar::readSettings(node, UVSet0)),
+                  textsOf(kyUVPlanarProjectionSettings()));
+        EXPECT_EQ(textsOf(Cylindrical::readSettings(node, UVSet0)),
+                  textsOf(kyUVCylindricalProjectionSettings()));
     }
-    Planar::writeSettings(osg::NullFC, UVSet(0), {});
+    EXPECT_EQ(textsOf(Triplanar::readSettings(osg::NullFC, UVSet0)),
+              textsOf(kyUVTriplanarProjectionSettings()));
+    EXPECT_EQ(textsOf(Triplanar::readSettings(stored.node, UVSet0)),
+              "2 0 0 0 0 0 0 0 0 0 1e-06 1e-06 1e-06 1e-06 1e-06 1e-06 0 0 0 0 0 0 0 0 0 ");
+    Planar::writeSettings(osg::NullFC, UVSet0, {});
 }
 
 TEST(ProjectionSettings, FactorsKeepTheirSignsAndADistanceFromZero)
@@ -244,9 +224,9 @@ TEST(ProjectionSettings, ThePlaneReadsMoreTextsAsTrueThanTheCylinder)
 {
     for (const std::string text : {"TRUE", "1", "true", "False", "0", ""}) {
         const StoredNode stored(Texts{{"TMKeepAspectRatio", text}});
-        EXPECT_EQ(Planar::readSettings(stored.node, UVSet(0)).getKeepAspectRatio(),
+        EXPECT_EQ(Planar::readSettings(stored.node, UVSet0).getKeepAspectRatio(),
                   text == "TRUE" || text == "1" || text == "true");
-        EXPECT_EQ(Cylindrical::readSettings(stored.node, UVSet(0)).getKeepAspectRatio(),
+        EXPECT_EQ(Cylindrical::readSettings(stored.node, UVSet0).getKeepAspectRatio(),
                   text == "true");
     }
 }
@@ -254,14 +234,14 @@ TEST(ProjectionSettings, ThePlaneReadsMoreTextsAsTrueThanTheCylinder)
 TEST(ProjectionSettings, OldKeysAreReadAndTheOldScaleBehaviourGoes)
 {
     const StoredNode stored({{"LM_TMScaleBehaviour", "1"}, {"TMProjectionScaleZ", "7"}});
-    EXPECT_EQ(Planar::readSettings(stored.node, UVSet(0)).getProjectionScale().z(), 7.0F);
+    EXPECT_EQ(Planar::readSettings(stored.node, UVSet0).getProjectionScale().z(), 7.0F);
     for (const auto& [text, behaviour] : std::vector<std::pair<const char*, int>>{
              {"1", 1}, {"2 words", 2}, {"3", -1}, {"word", -1}, {"99999999999", -1}})
     {
         stored.pair->set("TMScaleBehaviour", text);
         EXPECT_EQ(Triplanar::readLegacyScaleBehavior(stored.pair), behaviour) << text;
     }
-    const kyUVProjectionSettingsWriter writer(stored.node, UVSet(1));
+    const kyUVProjectionSettingsWriter writer(stored.node, UVSet1);
     EXPECT_EQ(stored.pair->entries().size(), 2U);
     EXPECT_EQ(Triplanar::readLegacyScaleBehavior(stored.pair), -1);
 }
@@ -273,9 +253,9 @@ TEST(ProjectionSettings, TheFirstWriterHangsThePairOnTheNodeAndSaysSo)
     node->registerChangedCallback(std::make_shared<osg::FieldContainer::ChangedCallback>(
         [&](unsigned, osg::FieldMask mask, unsigned) { told.push_back(mask); }));
     Planar::writeSettings(node, UVSet(2), {});
-    Planar::writeSettings(node, UVSet(1), {});
+    Planar::writeSettings(node, UVSet1, {});
     EXPECT_EQ(told, std::vector{osg::Node::AttachmentsFieldMask});
-    EXPECT_EQ(Triplanar::readMethod(node, UVSet(1)), kyUVTypes::Planar);
+    EXPECT_EQ(Triplanar::readMethod(node, UVSet1), kyUVTypes::Planar);
 }
 
 } // namespace
