@@ -1,5 +1,6 @@
 #include "OpenSGExt/kyShellUtils.h"
 
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/SurfaceBase.h"
 
 #include <set>
@@ -17,11 +18,6 @@ unsigned int sideOf(const osg::GeometryPtr& surface)
     return sided ? sided->getSide() : unsigned{osg::SurfaceBase::SideA};
 }
 
-osg::GeometryPtr geometryOf(const osg::NodePtr& node)
-{
-    return node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
-}
-
 /// The nodes of the shells that a geometry is a surface of, each once.
 std::vector<osg::NodePtr> shellsOf(const osg::Geometry& surface)
 {
@@ -29,7 +25,7 @@ std::vector<osg::NodePtr> shellsOf(const osg::Geometry& surface)
     std::set<osg::NodePtr> found;
     for (const osg::NodePtr& node : surface.getParents()) {
         const osg::NodePtr shell = node->getParent();
-        if (isShell(geometryOf(shell)) && found.insert(shell).second)
+        if (isShell(osg::coreAs<osg::Geometry>(shell)) && found.insert(shell).second)
             shells.push_back(shell);
     }
     return shells;
@@ -55,7 +51,7 @@ void forShellsOfComponent(
     if (!surface)
         return;
     for (const osg::NodePtr& shell : shellsOf(*surface))
-        function(shell, geometryOf(shell));
+        function(shell, osg::coreAs<osg::Geometry>(shell));
 }
 
 } // namespace kyShellUtils

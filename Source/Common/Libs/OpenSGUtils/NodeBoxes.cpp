@@ -1,5 +1,7 @@
 #include "OpenSGUtils/kyNodeUtils.h"
 
+#include "OpenSG/CoreAs.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -36,7 +38,7 @@ private:
 
 osg::GeoPositions3fPtr positionsOf(const kyNodePtr& node)
 {
-    const auto geometry = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
+    const auto geometry = osg::coreAs<osg::Geometry>(node.get());
     return geometry ? osg::dcast<osg::GeoPositions3f>(geometry->getPositions())
                     : osg::GeoPositions3fPtr();
 }

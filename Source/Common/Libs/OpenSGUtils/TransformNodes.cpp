@@ -1,4 +1,5 @@
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/Transform3D.h"
 #include "OpenSGUtils/kyNodeUtils.h"
 
@@ -8,11 +9,6 @@ namespace kyNodeUtils
 namespace
 {
 
-osg::Transform3DPtr transformOf(const osg::NodePtr& node)
-{
-    return node ? osg::dcast<osg::Transform3D>(node->getCore()) : osg::Transform3DPtr();
-}
-
 template <class Value>
 using Setter = void (osg::Transform3D::*)(const Value&);
 
@@ -20,7 +16,7 @@ template <class Value>
 void setField(const osg::NodePtr& node, Setter<Value> setter, const Value& value,
               osg::FieldMask mask)
 {
-    const osg::Transform3DPtr transform = transformOf(node);
+    const osg::Transform3DPtr transform = osg::coreAs<osg::Transform3D>(node);
     if (!transform)
         return;
     (transform.get()->*setter)(value);
@@ -31,7 +27,7 @@ void setField(const osg::NodePtr& node, Setter<Value> setter, const Value& value
 void setPivot(const osg::NodePtr& node, Setter<osg::Pnt3f> setter, const osg::Vec3f& pivot,
               bool keepsPlace, osg::FieldMask mask)
 {
-    const osg::Transform3DPtr transform = transformOf(node);
+    const osg::Transform3DPtr transform = osg::coreAs<osg::Transform3D>(node);
     if (!transform)
         return;
     const osg::Vec3f before = transform->getMatrix().getColumn(3);
@@ -49,7 +45,7 @@ void setPivot(const osg::NodePtr& node, Setter<osg::Pnt3f> setter, const osg::Ve
 void setTransformNodeTranslation(const osg::NodePtr& node, const osg::Vec3f& translation,
                                  bool isAbsolute, int /*keyFrame*/)
 {
-    const osg::Transform3DPtr transform = transformOf(node);
+    const osg::Transform3DPtr transform = osg::coreAs<osg::Transform3D>(node);
     const bool isAdded = transform && !isAbsolute;
     setField(node, &osg::Transform3D::setTranslation,
              isAdded ? transform->getTranslation() + translation : translation,

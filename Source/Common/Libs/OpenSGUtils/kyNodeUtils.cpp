@@ -1,5 +1,6 @@
 #include "OpenSGUtils/kyNodeUtils.h"
 
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/Traverse.h"
 #include "OpenSGExt/kyShellUtils.h"
 
@@ -13,7 +14,7 @@ bool isShellGeometry(const osg::GeometryPtr& geometry)
 
 bool isShellGeometry(const osg::NodePtr& node)
 {
-    return node && kyShellUtils::isShell(osg::dcast<osg::Geometry>(node->getCore()));
+    return kyShellUtils::isShell(osg::coreAs<osg::Geometry>(node));
 }
 
 void getSubTreeNodes(const osg::NodePtr& node, std::vector<osg::NodePtr>& out)
@@ -31,7 +32,7 @@ void getVisibleGeometryNodes(const std::vector<osg::NodePtr>& nodes, std::vector
     const auto collect = [&](osg::NodePtr& node) -> unsigned int {
         if (node->getTravMask() == 0)
             return osg::TraverseResult::Skip;
-        const auto geometry = osg::dcast<osg::Geometry>(node->getCore());
+        const auto geometry = osg::coreAs<osg::Geometry>(node);
         if (!kyShellUtils::isShell(geometry) &&
             kyShellUtils::isVisibleShellComponent(node, geometry, shownSides))
             out.push_back(node);

@@ -50,8 +50,7 @@ osg::Vec3f getProjectionBoundingBox(const std::vector<kyNodePtr>& nodes, const o
 
 // Transform nodes. Each operation sets one field of the node's osg::Transform3D core to a value and
 // reports it. A null node and one with another core are passed over. Numbers are taken as they are,
-// NaN included, and no later operation repairs the matrix that they give but one that replaces
-// them.
+// NaN included: the matrix is not finite then until others take their place.
 //
 // keyFrame  the key frame that takes the value, -1 for none. This scene graph has no key frames:
 //           all numbers do the same.

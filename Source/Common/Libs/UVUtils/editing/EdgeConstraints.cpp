@@ -4,6 +4,7 @@
 // Each geometry keeps its own edges in its own vertex ids, on a shell each surface; the edges that
 // a caller sees of a shell are put together from those and dealt out to them.
 
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/FieldContainerFactory.h"
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "OpenSGExt/UVConstraintsTracker.h"
@@ -37,7 +38,7 @@ osg::GeoTmpIndexEditInterface listOf(const osg::GeometryPtr& geometry, EdgeConst
 /// None where the node's core is no shell.
 std::vector<ActiveSurface> surfacesOfShell(const osg::NodePtr& node)
 {
-    const auto core = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
+    const auto core = osg::coreAs<osg::Geometry>(node);
     return kyShellUtils::isShell(core) ? activeSurfaces(node) : std::vector<ActiveSurface>();
 }
 

@@ -1,5 +1,6 @@
 #include "UVUtils/editing/kyUVSelection.h"
 
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyUVUtils.h"
@@ -76,7 +77,7 @@ void kyUVSelection::doSelectIslands(const osg::GeometryPtr& geometry, const osg:
 
 void kyUVUtils::restoreIslandSelection(const osg::NodePtr& node, kyUVTypes::UVSet uvSet)
 {
-    const auto geometry = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
+    const auto geometry = osg::coreAs<osg::Geometry>(node);
     const osg::GeoTmpIndexEditInterface vertices(geometry, kyUVTypes::IslandVertices);
     if (!vertices.isNull())
         kyUVSelection::selectIslandsByVSet(geometry, node, uvSet, vertices.getData(),

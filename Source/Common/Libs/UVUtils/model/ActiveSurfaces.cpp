@@ -1,5 +1,6 @@
 #include "UVUtils/model/ActiveSurfaces.h"
 
+#include "OpenSG/CoreAs.h"
 #include "OpenSGExt/kyGeoUtils.h"
 #include "OpenSGExt/kyShellUtils.h"
 #include "OpenSGUtils/kyRenderOptions.h"
@@ -21,7 +22,7 @@ bool takesPart(const osg::NodePtr& child, const osg::GeometryPtr& geometry, unsi
 
 std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node)
 {
-    const auto core = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
+    const auto core = osg::coreAs<osg::Geometry>(node);
     if (!core)
         return {};
     if (!kyShellUtils::isShell(core))

@@ -1,3 +1,4 @@
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/FieldContainerFactory.h"
 #include "OpenSG/RefPtr.h"
 #include "OpenSG/Traverse.h"
@@ -112,7 +113,7 @@ void kyUVUtils::removeFromIndexMapping(const osg::GeometryPtr& geometry, kyUVTyp
 
 bool kyUVUtils::hasUVSet(const osg::NodePtr& node, kyUVTypes::UVSet set)
 {
-    const auto geometry = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
+    const auto geometry = osg::coreAs<osg::Geometry>(node);
     if (!isValidGeometry(geometry, node, false))
         return false;
     return kyShellUtils::isShell(geometry) ? anySurfaceHasSlot(*node, set) : hasSlot(geometry, set);

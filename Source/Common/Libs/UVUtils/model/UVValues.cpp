@@ -2,6 +2,7 @@
 // belongs to the model, and where it lies is the mesh's knowledge. No other file of the model
 // includes the compact mesh.
 
+#include "OpenSG/CoreAs.h"
 #include "OpenSGExt/kyShellUtils.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
@@ -110,7 +111,7 @@ struct SlotOwner
 
 std::vector<SlotOwner> slotOwners(const osg::NodePtr& node)
 {
-    const auto core = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
+    const auto core = osg::coreAs<osg::Geometry>(node);
     if (!kyUVUtils::isValidGeometry(core, node, false))
         return {};
     if (!kyShellUtils::isShell(core))

@@ -1,4 +1,5 @@
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/Transform3D.h"
 #include "UVUtils/projection/DegreesRadians.h"
 #include "UVUtils/projection/TriplanarAxes.h"
@@ -30,8 +31,7 @@ float halfSize(float repeat, float size)
 
 void setNodeMatrix(const osg::NodePtr& node, const osg::Matrix& matrix)
 {
-    const auto transform =
-        node ? osg::dcast<osg::Transform3D>(node->getCore()) : osg::Transform3DPtr();
+    const auto transform = osg::coreAs<osg::Transform3D>(node);
     if (!transform)
         return;
     transform->setMatrix(matrix);

@@ -1,6 +1,7 @@
 #include "UVUtils/projection/kyUVCylindricalProjectionSupportGeometry.h"
 
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/SimpleGeometry.h"
 #include "OpenSG/Transform3D.h"
 #include "OpenSGUtils/kyNodeUtils.h"
@@ -32,8 +33,7 @@ osg::NodePtr makeTransform2D()
 
 void turnLimitPlane(const osg::NodePtr& node, double degrees)
 {
-    const auto transform =
-        node ? osg::dcast<osg::Transform3D>(node->getCore()) : osg::Transform3DPtr();
+    const auto transform = osg::coreAs<osg::Transform3D>(node);
     if (!transform)
         return;
     transform->setRotationAsQuaternion(aboutAxis(degrees));

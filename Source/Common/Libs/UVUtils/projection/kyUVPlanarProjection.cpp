@@ -1,6 +1,7 @@
 #include "UVUtils/projection/kyUVPlanarProjection.h"
 
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/CoreAs.h"
 #include "UVUtils/projection/PlaneOrientation.h"
 #include "UVUtils/projection/PlaneUVs.h"
 #include "UVUtils/projection/ProjectionSubjects.h"
@@ -35,14 +36,10 @@ PlaneTransformNodes findNodes(kyUVPlanarProjectionSupportGeometry* support)
     return {support->getProjectionTransformNode(), support->getPlanarTransformNode()};
 }
 
-osg::Transform3DPtr transformOf(const osg::NodePtr& node)
-{
-    return node ? osg::dcast<osg::Transform3D>(node->getCore()) : osg::Transform3DPtr();
-}
-
 PlaneTransforms transformsOf(const PlaneTransformNodes& nodes)
 {
-    return {transformOf(nodes.projection), transformOf(nodes.texture)};
+    return {osg::coreAs<osg::Transform3D>(nodes.projection),
+            osg::coreAs<osg::Transform3D>(nodes.texture)};
 }
 
 /// The same, and a word to the log where a node is missing.

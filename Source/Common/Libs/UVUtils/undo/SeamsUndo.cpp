@@ -1,5 +1,6 @@
 // The undoable forms of cutting and sewing.
 
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "UVUtils/model/kyUVUtils.h"
 #include "UVUtils/undo/kyUVTopologyChangeCommand.h"
@@ -39,7 +40,7 @@ void runUndoably(const osg::GeometryPtr& geometry, const osg::NodePtr& node, kyU
 void runUndoably(const std::vector<osg::NodePtr>& nodes, kyUVTypes::UVSet set, Operation& operation)
 {
     for (const osg::NodePtr& node : nodes)
-        if (const auto geometry = node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::NullFC)
+        if (const auto geometry = osg::coreAs<osg::Geometry>(node))
             runUndoably(geometry, node, set, operation);
 }
 
