@@ -11,6 +11,8 @@
 #include "UVUtils/projection/TexCoordsToFill.h"
 #include "UVUtils/projection/kyUVCylindricalProjectionSupportGeometry.h"
 
+#include <numeric>
+
 namespace
 {
 
@@ -59,7 +61,8 @@ std::vector<unsigned> partTriangles(const osg::GeometryPtr& geometry)
         return corners;
     kyOptimize::triangulate(geometry, true);
     geometry->makeSingleIndexed();
-    return osg::triangleCorners(*geometry);
+    std::iota(corners.begin(), corners.end(), 0U); // as triangulate numbers them
+    return corners;
 }
 
 /// Writes the UVs of the corners; old values beyond three a triangle stay.
