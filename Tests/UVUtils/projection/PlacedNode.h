@@ -21,7 +21,7 @@ struct PlacedNode
 
     [[nodiscard]] UVs uvs(kyUVTypes::UVSet set) const
     {
-        return coreOf(node)->getTexSlot(set)->getValues();
+        return coreOf(node)->getTexSlot(static_cast<unsigned>(set))->getValues();
     }
 };
 
