@@ -97,6 +97,7 @@ TEST(Assimp, BadFilesAreRefused)
         const char* message;
     } cases[] = {
         {"words.ply", "Once upon a time", "cannot be understood: "},
+        {"endless.ply", "ply\nformat ascii 1.0\ncomment end_header\n", "its header has no end"},
         {"empty.stl", "", "cannot be understood: "},
         {"range.ply",
          "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float y\n"

@@ -14,7 +14,9 @@
 #include <cmath>
 #include <fstream>
 #include <optional>
+#include <ranges>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace uvtool
@@ -206,6 +208,27 @@ void checkReadable(const std::filesystem::path& path)
         throw FileError(FileError::Read, path, "cannot be read: it is no file, or may not be read");
 }
 
+bool endsPlyHeader(std::string_view line)
+{
+    constexpr std::string_view word = "end_header";
+    constexpr std::string_view space = " \t";
+    line.remove_prefix(std::min(line.find_first_not_of(space), line.size()));
+    return line.starts_with(word) &&
+           (line.size() == word.size() || space.find(line[word.size()]) != std::string_view::npos);
+}
+
+/// The library looks for the end of the header for ever.
+void checkPlyHeader(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    for (std::string lines; std::getline(file, lines);)
+        for (const auto line : std::views::split(lines, '\r'))
+            if (endsPlyHeader(std::string_view(line.begin(), line.end())))
+                return;
+    throw FileError(FileError::Read, path,
+                    "cannot be understood: its header has no end (is the file complete?)");
+}
+
 Document documentOf(const std::filesystem::path& path, const aiScene& scene)
 {
     Document document;
@@ -232,6 +255,8 @@ Document documentOf(const std::filesystem::path& path, const aiScene& scene)
 Document readAssimp(const std::filesystem::path& path)
 {
     checkReadable(path);
+    if (lowerExtension(path) == ".ply")
+        checkPlyHeader(path);
     Assimp::Importer importer;
     const aiScene* const scene = importer.ReadFile(path.string(), 0);
     if (scene == nullptr)
