@@ -193,7 +193,7 @@ JoinedVertices joinEqualVertices(std::span<const osg::GeoPropertyPtr> properties
     JoinedVertices joined;
     joined.newIdOf.resize(vertexCount);
     // Meshes have about six corners a vertex, so that of corners about a sixth remain.
-    VertexTable table(vertexCount / 2);
+    VertexTable table(vertexCount / 4);
     for (unsigned int first = 0, count = 0; first < vertexCount; first += count) {
         count = std::min(blockSize, vertexCount - first);
         const HashBlock hashes = hashesOf(columns, first, count);

@@ -4,6 +4,8 @@
 #include "OpenSGUtils/kyOptimize.h"
 #include "UVUtils/model/UVSlot.h"
 
+#include <utility>
+
 namespace
 {
 
@@ -30,13 +32,13 @@ bool isTriangleList(const osg::Geometry& geometry, std::size_t cornerCount)
 
 } // namespace
 
-std::vector<unsigned int> partTriangles(const osg::GeometryPtr& geometry)
+PartedTriangles partTriangles(const osg::GeometryPtr& geometry)
 {
     std::vector<unsigned int> corners = osg::triangleCorners(*geometry);
     if (areApart(corners, vertexCountOf(geometry)) && isTriangleList(*geometry, corners.size()))
-        return corners;
+        return {std::move(corners), {}};
     kyOptimize::triangulate(geometry, true);
-    return osg::triangleCorners(*geometry);
+    return {osg::triangleCorners(*geometry), std::move(corners)};
 }
 
 void joinEqualCorners(const osg::GeometryPtr& geometry)

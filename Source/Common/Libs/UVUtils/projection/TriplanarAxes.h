@@ -44,6 +44,11 @@ inline int countAxes(unsigned char mask)
     return std::popcount(mask);
 }
 
+inline bool hasSeveralAxes(unsigned char mask)
+{
+    return (mask & (mask - 1)) != 0;
+}
+
 /// The lowest axis of a mask that isn't empty.
 inline int lowestAxis(unsigned char mask)
 {

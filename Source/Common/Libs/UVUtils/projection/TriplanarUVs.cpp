@@ -27,14 +27,6 @@ void forEachDirection(std::span<const osg::Pnt3f> positions, std::span<const uns
     }
 }
 
-TriangleAxes axesOf(std::size_t cornerCount)
-{
-    TriangleAxes axes;
-    axes.candidates.resize(cornerCount / 3);
-    axes.assigned.resize(cornerCount / 3);
-    return axes;
-}
-
 /// Where a position falls on the image.
 osg::Vec2f uvOf(const osg::Matrix& m, const osg::Pnt3f& p)
 {
@@ -45,31 +37,41 @@ osg::Vec2f uvOf(const osg::Matrix& m, const osg::Pnt3f& p)
 
 } // namespace
 
+BoxView BoxView::from(const osg::Matrix& matrix) const
+{
+    BoxView view{toBox * matrix, toImages};
+    for (osg::Matrix& toImage : view.toImages)
+        toImage *= matrix;
+    return view;
+}
+
 osg::Vec3f computeNormal(const osg::Pnt3f& p0, const osg::Pnt3f& p1, const osg::Pnt3f& p2)
 {
     return (p1 - p0).cross(p2 - p0).normalized();
 }
 
-TriangleAxes dominantAxes(std::span<const osg::Pnt3f> positions,
-                          std::span<const unsigned int> corners, const osg::Matrix& toBox)
+std::vector<unsigned char> dominantAxes(std::span<const osg::Pnt3f> positions,
+                                        std::span<const unsigned int> corners,
+                                        const osg::Matrix& toBox)
 {
-    TriangleAxes axes = axesOf(corners.size());
-    forEachDirection(positions, corners, toBox, [&](std::size_t t, const osg::Vec3f& m) {
-        axes.assigned[t] = maskOf(getAxis(m));
-    });
-    return axes;
+    std::vector<unsigned char> assigned(corners.size() / 3);
+    forEachDirection(positions, corners, toBox,
+                     [&](std::size_t t, const osg::Vec3f& m) { assigned[t] = maskOf(getAxis(m)); });
+    return assigned;
 }
 
 TriangleAxes candidateAxes(std::span<const osg::Pnt3f> positions,
                            std::span<const unsigned int> corners, const osg::Matrix& toBox)
 {
-    TriangleAxes axes = axesOf(corners.size());
+    TriangleAxes axes;
+    axes.candidates.resize(corners.size() / 3);
+    axes.assigned.resize(corners.size() / 3);
     forEachDirection(positions, corners, toBox, [&](std::size_t t, const osg::Vec3f& m) {
-        axes.candidates[t] = getAxisCandidatesMask(m);
-        const int count = countAxes(axes.candidates[t]);
-        if (count == 1)
-            axes.assigned[t] = axes.candidates[t];
-        axes.isAnyAmbiguous |= count > 1;
+        const unsigned char mask = getAxisCandidatesMask(m);
+        const bool isAmbiguous = hasSeveralAxes(mask);
+        axes.candidates[t] = mask;
+        axes.assigned[t] = isAmbiguous ? 0 : mask;
+        axes.isAnyAmbiguous |= isAmbiguous;
     });
     return axes;
 }

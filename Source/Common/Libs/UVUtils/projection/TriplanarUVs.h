@@ -14,7 +14,18 @@
 namespace triplanar
 {
 
-/// The axes of the triangles, as masks (TriplanarAxes.h).
+/// The ways from the space of positions to the projection box.
+struct BoxView
+{
+    osg::Matrix toBox;
+    /// [axis] into the space in which the image covers x and y from -1 to 1
+    std::array<osg::Matrix, axisCount> toImages;
+
+    /// The same from a space of which `matrix` leads to the one of this view.
+    BoxView from(const osg::Matrix& matrix) const;
+};
+
+/// The axes of triangles that may take several, as masks (TriplanarAxes.h).
 struct TriangleAxes
 {
     std::vector<unsigned char> candidates; ///< [triangle] the axes that it may take
@@ -25,11 +36,12 @@ struct TriangleAxes
 /// (p1 - p0) x (p2 - p0), of length 1 unless it is shorter than 1e-6.
 osg::Vec3f computeNormal(const osg::Pnt3f& p0, const osg::Pnt3f& p1, const osg::Pnt3f& p2);
 
-/// Each triangle gets the axis that it faces most. There are no candidates.
+/// [triangle] the bit of the axis that it faces most.
 ///
 /// toBox  from the space of the positions to that of the projection box
-TriangleAxes dominantAxes(std::span<const osg::Pnt3f> positions,
-                          std::span<const unsigned int> corners, const osg::Matrix& toBox);
+std::vector<unsigned char> dominantAxes(std::span<const osg::Pnt3f> positions,
+                                        std::span<const unsigned int> corners,
+                                        const osg::Matrix& toBox);
 
 /// Each triangle gets its candidates, and the axis if there is just one. One without a normal has
 /// none.
@@ -39,7 +51,7 @@ TriangleAxes candidateAxes(std::span<const osg::Pnt3f> positions,
 /// Writes the UVs of the corners, each on the image of its triangle's axis; those of triangles
 /// without an axis stay.
 ///
-/// toImages  [axis] into the space in which the image covers x and y from -1 to 1
+/// toImages  as in BoxView
 /// uvs       by the same ids as positions; one beyond the end is dropped
 void writeTriplanarUVs(std::span<const osg::Pnt3f> positions, std::span<const unsigned int> corners,
                        std::span<const unsigned char> assigned,

@@ -2,11 +2,10 @@
 
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/Transform3D.h"
-#include "OpenSG/TriangleCorners.h"
 #include "OpenSGUtils/kyNodeUtils.h"
-#include "OpenSGUtils/kyOptimize.h"
 #include "UVUtils/projection/CylinderUVs.h"
 #include "UVUtils/projection/DegreesRadians.h"
+#include "UVUtils/projection/PartedTriangles.h"
 #include "UVUtils/projection/ProjectionSubjects.h"
 #include "UVUtils/projection/TexCoordsToFill.h"
 #include "UVUtils/projection/kyUVCylindricalProjectionSupportGeometry.h"
@@ -51,20 +50,6 @@ void placeBody(const osg::NodePtr& node, const kyUVBaseProjectionSettings& setti
     kyNodeUtils::setTransformNodeScale(node, settings.getProjectionScale(), NoKeyFrame);
 }
 
-/// Gives every triangle three vertices of its own, as triangles at the seam need them, and returns
-/// these. A geometry with as many vertices as corners counts as one that has them already, unless
-/// its UVs have numbers of their own.
-std::vector<unsigned> partTriangles(const osg::GeometryPtr& geometry)
-{
-    std::vector<unsigned> corners = osg::triangleCorners(*geometry);
-    if (corners.size() == geometry->getPositions()->getSize() && geometry->getCornerStride() == 1)
-        return corners;
-    kyOptimize::triangulate(geometry, true);
-    geometry->makeSingleIndexed();
-    std::iota(corners.begin(), corners.end(), 0U); // as triangulate numbers them
-    return corners;
-}
-
 /// Writes the UVs of the corners; old values beyond three a triangle stay.
 void wrapImage(const osg::GeoPositions3f& positions, const std::vector<unsigned>& corners,
                const CylinderImage& image, osg::GeoTexCoords2f& texCoords)
@@ -72,13 +57,6 @@ void wrapImage(const osg::GeoPositions3f& positions, const std::vector<unsigned>
     if (texCoords.getSize() < corners.size())
         texCoords.resize(static_cast<unsigned>(corners.size()));
     wrapAroundCylinder(positions.values(), corners, image, texCoords.values());
-}
-
-/// The corners of the triangles part again only where their values differ.
-void joinEqualCorners(const osg::GeometryPtr& geometry)
-{
-    kyOptimize::unifyVertices(geometry, true, true, true, true, true, true, true, true, true, false,
-                              true, false);
 }
 
 } // namespace
@@ -118,7 +96,7 @@ void kyUVCylindricalProjection::apply(const osg::NodePtr& node, kyUVTypes::UVSet
         const osg::GeometryPtr geometry = geometryCoreOf(resolved);
         if (kyNodeUtils::isShellGeometry(geometry) || !positionsToProject(geometry))
             continue;
-        const std::vector<unsigned> corners = partTriangles(geometry);
+        const std::vector<unsigned> corners = partTriangles(geometry).corners;
         const osg::GeoPositions3fPtr positions = positionsToProject(geometry);
         const osg::RefPtr<osg::GeoTexCoords2f> texCoords = texCoordsToFill(*geometry, uvSet);
         wrapImage(*positions, corners,

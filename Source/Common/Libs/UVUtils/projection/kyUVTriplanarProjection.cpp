@@ -14,43 +14,88 @@
 #include "Utils/kyLog.h"
 #include "Utils/kyStackedProgress.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace
 {
 
-using ImageMatrices = std::array<osg::Matrix, triplanar::axisCount>;
-using Corners = std::vector<unsigned int>;
+using Ids = std::vector<unsigned int>;
+
+/// The triangles of a geometry that share no vertex.
+struct AssignedTriangles
+{
+    Ids corners;                     ///< [3 * triangle + corner] the vertex
+    std::vector<unsigned char> axes; ///< [triangle] the bit of its axis, 0 without one
+};
+
+/// [vertex] the same number for equal positions.
+Ids placesOf(const osg::GeoPropertyPtr& positions)
+{
+    return joinEqualVertices({&positions, 1}, positions->getSize(), FloatEquality::ByValue).newIdOf;
+}
 
 /// [corner] the same number for corners at equal positions.
-Corners placesOf(const osg::GeometryPtr& geometry, const Corners& corners)
+///
+/// oldPositions  from before the triangles were parted: fewer to compare than there are now
+Ids placesOfCorners(const PartedTriangles& triangles, const osg::GeoPositionsPtr& oldPositions,
+                    const osg::GeoPositionsPtr& positions)
 {
-    const osg::GeoPropertyPtr positions = geometry->getPositions();
-    const std::vector<unsigned int> placeOfVertex =
-        joinEqualVertices({&positions, 1}, positions->getSize(), FloatEquality::ByValue).newIdOf;
-    Corners places;
-    places.reserve(corners.size());
-    for (const unsigned int vertex : corners)
-        places.push_back(placeOfVertex[vertex]);
+    const bool areOldFit = !triangles.sources.empty() &&
+                           std::all_of(triangles.sources.begin(), triangles.sources.end(),
+                                       [count = oldPositions->getSize()](unsigned int source) {
+                                           return source < count;
+                                       });
+    const Ids placeOfVertex = placesOf(areOldFit ? oldPositions : positions);
+    Ids places = areOldFit ? triangles.sources : triangles.corners;
+    for (unsigned int& place : places)
+        place = placeOfVertex[place];
     return places;
 }
 
-/// [triangle] the axis of each, as a mask.
-std::vector<unsigned char> assignAxes(const osg::GeometryPtr& geometry, const Corners& corners,
-                                      const osg::Matrix& toBox,
-                                      kyUVTriplanarProjectionSettings::Mode mode)
+std::span<const osg::Pnt3f> pointsOf(const osg::GeometryPtr& geometry)
 {
-    const auto positions = positionsToProject(geometry)->values();
-    if (mode != kyUVTriplanarProjectionSettings::PropagatedAxis)
-        return triplanar::dominantAxes(positions, corners, toBox).assigned;
-    triplanar::TriangleAxes axes = triplanar::candidateAxes(positions, corners, toBox);
-    if (axes.isAnyAmbiguous)
-        triplanar::propagateAxes(placesOf(geometry, corners), axes.candidates, axes.assigned);
-    return std::move(axes.assigned);
+    return positionsToProject(geometry)->values();
 }
 
-/// Makes equal corners one again, and takes away what that left singular.
-void mergeAndRepair(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet)
+AssignedTriangles assignDominantAxes(const osg::GeometryPtr& geometry, const osg::Matrix& toBox)
 {
-    joinEqualCorners(geometry);
+    AssignedTriangles triangles{partTriangles(geometry).corners, {}};
+    triangles.axes = triplanar::dominantAxes(pointsOf(geometry), triangles.corners, toBox);
+    return triangles;
+}
+
+AssignedTriangles assignPropagatedAxes(const osg::GeometryPtr& geometry, const osg::Matrix& toBox)
+{
+    const osg::RefPtr<osg::GeoPositions> oldPositions(geometry->getPositions());
+    PartedTriangles triangles = partTriangles(geometry);
+    triplanar::TriangleAxes axes =
+        triplanar::candidateAxes(pointsOf(geometry), triangles.corners, toBox);
+    if (axes.isAnyAmbiguous)
+        triplanar::propagateAxes(
+            placesOfCorners(triangles, oldPositions.get(), geometry->getPositions()),
+            axes.candidates, axes.assigned);
+    return {std::move(triangles.corners), std::move(axes.assigned)};
+}
+
+/// Parts the triangles and finds the side of the box that each belongs to.
+AssignedTriangles assignAxes(const osg::GeometryPtr& geometry, const osg::Matrix& toBox,
+                             kyUVTriplanarProjectionSettings::Mode mode)
+{
+    return mode == kyUVTriplanarProjectionSettings::PropagatedAxis
+               ? assignPropagatedAxes(geometry, toBox)
+               : assignDominantAxes(geometry, toBox);
+}
+
+bool canBeProjected(const osg::GeometryPtr& geometry)
+{
+    const osg::GeoPositions3fPtr positions = positionsToProject(geometry);
+    return positions && positions->getSize() > 0 && geometry->getIndices() &&
+           !kyNodeUtils::isShellGeometry(geometry);
+}
+
+void repairOnce(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet)
+{
     kyTopologyRepair repair(geometry, uvSet);
     repair.fixSingularVertices();
     repair.fixSingularEdges();
@@ -87,40 +132,38 @@ void kyUVTriplanarProjection::applyTriPlanarProjection(
     const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
     const kyUVTriplanarProjectionSettings& settings)
 {
-    const osg::Matrix box = calculateProjectionMatrix(settings);
-    const osg::Matrix worldToBox = box.inverted();
-    ImageMatrices worldToImages;
-    for (int axis = 0; axis < triplanar::axisCount; ++axis)
-        worldToImages[static_cast<std::size_t>(axis)] =
-            (box * calculateTextureTransform(axis, settings)).inverted();
+    const triplanar::BoxView world = viewOfWorld(settings);
     for (const osg::NodePtr& resolved : resolveNodes({node})) {
-        const osg::Matrix toWorld = resolved->getToWorld();
-        ImageMatrices toImages = worldToImages;
-        for (osg::Matrix& matrix : toImages)
-            matrix *= toWorld;
-        projectGeometry(geometryCoreOf(resolved), uvSet, settings.getMode(), worldToBox * toWorld,
-                        toImages);
+        const osg::GeometryPtr geometry = geometryCoreOf(resolved);
+        if (!canBeProjected(geometry))
+            continue;
+        writeUVs(geometry, uvSet, settings.getMode(), world.from(resolved->getToWorld()));
+        joinEqualCorners(geometry);
+        repairOnce(geometry, uvSet);
     }
 }
 
-void kyUVTriplanarProjection::projectGeometry(const osg::GeometryPtr& geometry,
-                                              kyUVTypes::UVSet uvSet,
-                                              kyUVTriplanarProjectionSettings::Mode mode,
-                                              const osg::Matrix& toBox,
-                                              const ImageMatrices& toImages)
+triplanar::BoxView
+kyUVTriplanarProjection::viewOfWorld(const kyUVTriplanarProjectionSettings& settings)
 {
-    const osg::GeoPositions3fPtr positions = positionsToProject(geometry);
-    if (!positions || positions->getSize() == 0 || kyNodeUtils::isShellGeometry(geometry) ||
-        !geometry->getIndices())
-        return;
-    const Corners corners = partTriangles(geometry);
-    const std::vector<unsigned char> assigned = assignAxes(geometry, corners, toBox, mode);
+    const osg::Matrix box = calculateProjectionMatrix(settings);
+    triplanar::BoxView view{box.inverted(), {}};
+    for (int axis = 0; axis < triplanar::axisCount; ++axis)
+        view.toImages[static_cast<std::size_t>(axis)] =
+            (box * calculateTextureTransform(axis, settings)).inverted();
+    return view;
+}
+
+void kyUVTriplanarProjection::writeUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                                       kyUVTriplanarProjectionSettings::Mode mode,
+                                       const triplanar::BoxView& view)
+{
+    const AssignedTriangles triangles = assignAxes(geometry, view.toBox, mode);
     const osg::RefPtr<osg::GeoTexCoords2f> texCoords = texCoordsToFill(*geometry, uvSet);
     texCoords->clear();
-    texCoords->resize(static_cast<unsigned int>(corners.size()));
-    triplanar::writeTriplanarUVs(positionsToProject(geometry)->values(), corners, assigned,
-                                 toImages, texCoords->values());
+    texCoords->resize(static_cast<unsigned int>(triangles.corners.size()));
+    triplanar::writeTriplanarUVs(pointsOf(geometry), triangles.corners, triangles.axes,
+                                 view.toImages, texCoords->values());
     osg::notifyChanged(texCoords, osg::FieldMask::all());
     applyUVChanges(geometry, uvSet, texCoords.get());
-    mergeAndRepair(geometry, uvSet);
 }

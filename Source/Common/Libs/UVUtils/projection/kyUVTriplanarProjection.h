@@ -7,7 +7,10 @@
 
 #include <QSizeF>
 
-#include <array>
+namespace triplanar
+{
+struct BoxView;
+}
 
 /// Projects triangles from the six sides of a box.
 ///
@@ -73,14 +76,12 @@ protected:
 private:
     static void applyTriPlanarProjection(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
                                          const kyUVTriplanarProjectionSettings& settings);
-    /// Projects one geometry; shells, and what lacks positions or indices, are passed over.
-    ///
-    /// toBox     from the geometry's space to that of the box
-    /// toImages  [axis] from the geometry's space to that of the image
-    static void projectGeometry(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
-                                kyUVTriplanarProjectionSettings::Mode mode,
-                                const osg::Matrix& toBox,
-                                const std::array<osg::Matrix, 6>& toImages);
+    /// Also moves the support geometry there.
+    static triplanar::BoxView viewOfWorld(const kyUVTriplanarProjectionSettings& settings);
+    /// Parts the triangles of a geometry and gives them UVs.
+    static void writeUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                         kyUVTriplanarProjectionSettings::Mode mode,
+                         const triplanar::BoxView& view);
 
     /// From the space of the box to the world. Also moves the box of the support geometry there.
     static osg::Matrix calculateProjectionMatrix(const kyUVTriplanarProjectionSettings& settings);
