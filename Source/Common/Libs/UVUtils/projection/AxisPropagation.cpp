@@ -1,6 +1,6 @@
 #include "UVUtils/projection/AxisPropagation.h"
 
-#include "UVUtils/model/EdgeNumbers.h"
+#include "UVUtils/model/EdgeRuns.h"
 #include "UVUtils/projection/TriplanarAxes.h"
 
 #include <algorithm>
@@ -11,19 +11,11 @@ namespace triplanar
 namespace
 {
 
-/// Sides of triangles, numbered 3 * triangle + edge, and where they run.
-struct Sides
-{
-    std::vector<unsigned int> numbers;
-    std::vector<Edge> edges;
-};
-
 /// [place] is it a corner of a triangle without an axis?
 std::vector<char> openPlaces(std::span<const unsigned int> places,
                              std::span<const unsigned char> assigned)
 {
-    const unsigned int highest = *std::max_element(places.begin(), places.end());
-    std::vector<char> isOpen(std::size_t{highest} + 1);
+    std::vector<char> isOpen(endOfIds(places));
     for (std::size_t t = 0; t < assigned.size(); ++t)
         if (assigned[t] == 0)
             for (const unsigned int place : places.subspan(3 * t, 3))
@@ -31,39 +23,41 @@ std::vector<char> openPlaces(std::span<const unsigned int> places,
     return isOpen;
 }
 
-/// All sides along the edges of triangles without an axis, and some others.
-Sides sidesAtOpenTriangles(std::span<const unsigned int> places,
-                           std::span<const unsigned char> assigned)
+/// Enters the triangles across the edges of triangles without an axis, and some others.
+std::vector<Neighbors> neighborsOfOpenTriangles(std::span<const unsigned int> places,
+                                                std::span<const unsigned char> assigned)
 {
     const std::vector<char> isOpen = openPlaces(places, assigned);
-    Sides sides;
-    for (unsigned int first = 0; first < places.size(); first += 3)
-        for (unsigned int k = 0; k < 3; ++k) {
-            const Edge edge(places[first + k], places[first + (k + 1) % 3]);
-            if (isOpen[edge.first] == 0 || isOpen[edge.second] == 0)
-                continue;
-            sides.numbers.push_back(first + k);
-            sides.edges.push_back(edge);
-        }
-    return sides;
+    const auto visitOpenSides = [&](const auto& add) {
+        visitSides(places, [&](const Edge& edge, unsigned int side) {
+            if (isOpen[edge.first] != 0 && isOpen[edge.second] != 0)
+                add(edge, side);
+        });
+    };
+    std::vector<Neighbors> neighbors(assigned.size(), {noTriangle, noTriangle, noTriangle});
+    const auto join = [&](unsigned int side, unsigned int otherSide) {
+        neighbors[side / 3][side % 3] = static_cast<int>(otherSide / 3);
+    };
+    forEachEdge(isOpen.size(), visitOpenSides, [&](const Edge&, std::span<const EdgePlace> sides) {
+        if (sides.size() != 2 || sides[0].place / 3 == sides[1].place / 3)
+            return;
+        join(sides[0].place, sides[1].place);
+        join(sides[1].place, sides[0].place);
+    });
+    return neighbors;
 }
 
-/// The triangles at an edge: with two of them, either gives the other.
-struct EdgeUse
+Front frontOf(std::span<const Neighbors> neighbors, std::span<const unsigned char> assigned)
 {
-    unsigned int count = 0;
-    unsigned int triangles = 0; ///< the numbers of all, by exclusive or
-};
-
-std::vector<EdgeUse> usesOfEdges(const Sides& sides, const EdgeNumbers& numbers)
-{
-    std::vector<EdgeUse> uses(numbers.count);
-    for (std::size_t i = 0; i < sides.numbers.size(); ++i) {
-        EdgeUse& use = uses[numbers.numberOf[i]];
-        ++use.count;
-        use.triangles ^= sides.numbers[i] / 3;
+    Front front;
+    for (std::size_t t = 0; t < assigned.size(); ++t) {
+        const auto isOpen = [&](int neighbor) {
+            return neighbor != noTriangle && assigned[static_cast<std::size_t>(neighbor)] == 0;
+        };
+        if (assigned[t] != 0 && std::any_of(neighbors[t].begin(), neighbors[t].end(), isOpen))
+            front[static_cast<std::size_t>(lowestAxis(assigned[t]))].push_back(static_cast<int>(t));
     }
-    return uses;
+    return front;
 }
 
 /// First in, first out; each triangle enters once at most.
@@ -147,23 +141,8 @@ bool buildNeighborsList(std::span<const unsigned int> places,
 {
     if (places.empty() || places.size() != 3 * assigned.size())
         return false;
-    const Sides sides = sidesAtOpenTriangles(places, assigned);
-    const EdgeNumbers numbers = numberEdges(sides.edges);
-    const std::vector<EdgeUse> uses = usesOfEdges(sides, numbers);
-    neighbors.assign(assigned.size(), {noTriangle, noTriangle, noTriangle});
-    for (std::size_t i = 0; i < sides.numbers.size(); ++i) {
-        const unsigned int t = sides.numbers[i] / 3;
-        const EdgeUse& use = uses[numbers.numberOf[i]];
-        const unsigned int other = use.triangles ^ t;
-        if (use.count != 2 || other == t)
-            continue;
-        neighbors[t][sides.numbers[i] % 3] = static_cast<int>(other);
-        if (assigned[t] == 0 || assigned[other] != 0)
-            continue;
-        std::vector<int>& triangles = front[static_cast<std::size_t>(lowestAxis(assigned[t]))];
-        if (triangles.empty() || triangles.back() != static_cast<int>(t))
-            triangles.push_back(static_cast<int>(t));
-    }
+    neighbors = neighborsOfOpenTriangles(places, assigned);
+    front = frontOf(neighbors, assigned);
     return true;
 }
 

@@ -1,45 +1,25 @@
 #include "UVUtils/repair/TrianglesOfEdges.h"
 
-#include "UVUtils/model/EdgeNumbers.h"
-
-#include <utility>
-
-namespace
-{
-
-std::vector<Edge> sidesOf(std::span<const unsigned int> triangles)
-{
-    std::vector<Edge> sides;
-    sides.reserve(triangles.size());
-    for (std::size_t i = 0; i + 3 <= triangles.size(); i += 3) {
-        sides.emplace_back(triangles[i], triangles[i + 1]);
-        sides.emplace_back(triangles[i + 1], triangles[i + 2]);
-        sides.emplace_back(triangles[i + 2], triangles[i]);
-    }
-    return sides;
-}
-
-} // namespace
+#include "UVUtils/model/EdgeRuns.h"
 
 TrianglesOfEdges collectTrianglesOfEdges(std::span<const unsigned int> triangles)
 {
-    const std::vector<Edge> sides = sidesOf(triangles);
-    EdgeNumbers numbers = numberEdges(sides);
+    const std::size_t sideCount = triangles.size() / 3 * 3;
     TrianglesOfEdges table;
-    table.edgeOfSide = std::move(numbers.numberOf);
-    table.edges.resize(numbers.count);
-    // A counting sort: the offsets stand one entry late while places fill up.
-    table.offsets.resize(std::size_t{numbers.count} + 2);
-    for (std::size_t side = 0; side < sides.size(); ++side) {
-        table.edges[table.edgeOfSide[side]] = sides[side];
-        ++table.offsets[table.edgeOfSide[side] + 2];
-    }
-    for (std::size_t i = 2; i < table.offsets.size(); ++i)
-        table.offsets[i] += table.offsets[i - 1];
-    table.triangles.resize(sides.size());
-    for (std::size_t side = 0; side < sides.size(); ++side)
-        table.triangles[table.offsets[table.edgeOfSide[side] + 1]++] =
-            static_cast<unsigned int>(side / 3);
-    table.offsets.pop_back();
+    table.edgeOfSide.resize(sideCount);
+    table.triangles.reserve(sideCount);
+    table.edges.reserve(sideCount / 2);
+    table.offsets.reserve(sideCount / 2 + 1);
+    table.offsets.push_back(0);
+    const auto visitAll = [triangles](const auto& add) { visitSides(triangles, add); };
+    forEachEdge(
+        endOfIds(triangles), visitAll, [&](const Edge& edge, std::span<const EdgePlace> sides) {
+            for (const EdgePlace& side : sides) {
+                table.edgeOfSide[side.place] = static_cast<unsigned int>(table.edges.size());
+                table.triangles.push_back(side.place / 3);
+            }
+            table.edges.push_back(edge);
+            table.offsets.push_back(static_cast<unsigned int>(table.triangles.size()));
+        });
     return table;
 }
