@@ -4,6 +4,7 @@
 #include "OpenSGUtils/kyOptimize.h"
 #include "UVUtils/model/UVSlot.h"
 
+#include <numeric>
 #include <utility>
 
 namespace
@@ -38,7 +39,9 @@ PartedTriangles partTriangles(const osg::GeometryPtr& geometry)
     if (areApart(corners, vertexCountOf(geometry)) && isTriangleList(*geometry, corners.size()))
         return {std::move(corners), {}};
     kyOptimize::triangulate(geometry, true);
-    return {osg::triangleCorners(*geometry), std::move(corners)};
+    std::vector<unsigned int> numbers(corners.size());
+    std::iota(numbers.begin(), numbers.end(), 0U); // as triangulate numbers them
+    return {std::move(numbers), std::move(corners)};
 }
 
 void joinEqualCorners(const osg::GeometryPtr& geometry)

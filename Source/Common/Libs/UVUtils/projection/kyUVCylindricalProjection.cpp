@@ -10,8 +10,6 @@
 #include "UVUtils/projection/TexCoordsToFill.h"
 #include "UVUtils/projection/kyUVCylindricalProjectionSupportGeometry.h"
 
-#include <numeric>
-
 namespace
 {
 
@@ -98,12 +96,13 @@ void kyUVCylindricalProjection::apply(const osg::NodePtr& node, kyUVTypes::UVSet
             continue;
         const std::vector<unsigned> corners = partTriangles(geometry).corners;
         const osg::GeoPositions3fPtr positions = positionsToProject(geometry);
-        const osg::RefPtr<osg::GeoTexCoords2f> texCoords = texCoordsToFill(*geometry, uvSet);
+        osg::RefPtr<osg::GeoTexCoords2f> texCoords = texCoordsToFill(*geometry, uvSet);
         wrapImage(*positions, corners,
                   {toCylinder * resolved->getToWorld(), matrix2D, angle * PiF / 180.0F},
                   *texCoords);
         osg::notifyChanged(texCoords, osg::FieldMask::all());
         applyUVChanges(geometry, uvSet, texCoords.get());
+        texCoords = osg::RefPtr<osg::GeoTexCoords2f>(); // so that what follows need not copy it
         joinEqualCorners(geometry);
     }
 }
