@@ -3,6 +3,7 @@
 #include "UVUtils/projection/PlacedNode.h"
 #include "UVUtils/projection/SupportGeometries.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -185,6 +186,24 @@ RC_GTEST_PROP(PlanarProjection, DefaultsJustCoverTheNodes, (bool isZUp))
         RC_ASSERT(std::abs(ratio * static_cast<float>(height) - static_cast<float>(width)) < 1e-4F);
     else
         RC_ASSERT(std::abs(high.y() - 1) < 1e-4F);
+}
+
+TEST(PlanarProjection, TellsOfTheTransformsThatItWrites)
+{
+    Planar::updateManipulator({}); // nothing to show it in
+    const SupportGeometries support;
+    const auto plane = support.planar.getProjectionTransformNode()->getCore();
+    const auto image = support.planar.getPlanarTransformNode()->getCore();
+    tiny::NoticeJournal journal;
+    journal.watch(plane);
+    journal.watch(image);
+    Planar::updateManipulator({});
+    using T = osg::Transform3D;
+    const osg::FieldMask fields = T::TranslationFieldMask | T::RotationFieldMask |
+                                  T::ScaleFieldMask | T::RotatePivotFieldMask;
+    EXPECT_THAT(journal.notices,
+                testing::ElementsAre(tiny::NoticeJournal::Notice{plane->getId(), fields, 1},
+                                     tiny::NoticeJournal::Notice{image->getId(), fields, 1}));
 }
 
 } // namespace
