@@ -1,4 +1,4 @@
-#include "UVUtils/projection/SettingsKeys.h"
+#include "UVUtils/projection/StoredSettings.h"
 #include "UVUtils/projection/kyUVCylindricalProjection.h"
 #include "UVUtils/projection/kyUVProjectionSettingsReader.h"
 #include "UVUtils/projection/kyUVProjectionSettingsWriter.h"
@@ -16,14 +16,12 @@ constexpr const char* Rotation2D = "TMCylRZ2D";
 
 bool kyUVCylindricalProjection::hasSettings(const osg::NodePtr& node, kyUVTypes::UVSet uvSet)
 {
-    return SettingsKeys::areStored(node, uvSet, {Center.x, Rotation.x, Scale.x});
+    return areStored(node, uvSet, {Center.x, Rotation.x, Scale.x});
 }
 
 kyUVCylindricalProjectionSettings kyUVCylindricalProjection::readSettings(const osg::NodePtr& node,
                                                                           kyUVTypes::UVSet uvSet)
 {
-    using SettingsKeys::readVector;
-
     const kyUVProjectionSettingsReader reader(node, uvSet);
     kyUVCylindricalProjectionSettings settings;
     settings.setKeepAspectRatio(readKeepAspectRatio(reader, true));
@@ -39,10 +37,8 @@ kyUVCylindricalProjectionSettings kyUVCylindricalProjection::readSettings(const 
 void kyUVCylindricalProjection::writeSettings(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
                                               const kyUVCylindricalProjectionSettings& settings)
 {
-    using SettingsKeys::writeVector;
-
     kyUVProjectionSettingsWriter writer(node, uvSet);
-    SettingsKeys::writeAspectRatio(writer, settings);
+    writeAspectRatio(writer, settings);
     writer.writeInt(SettingsKeys::Method, kyUVTypes::Cylindrical);
     writeVector(writer, Center, settings.getProjectionCenter());
     writeVector(writer, Scale, settings.getProjectionScale());

@@ -1,4 +1,4 @@
-#include "UVUtils/projection/SettingsKeys.h"
+#include "UVUtils/projection/StoredSettings.h"
 #include "UVUtils/projection/kyUVPlanarProjection.h"
 #include "UVUtils/projection/kyUVProjectionSettingsReader.h"
 #include "UVUtils/projection/kyUVProjectionSettingsWriter.h"
@@ -18,14 +18,12 @@ constexpr SettingsKeys::Vec3Keys Scale{"TMProjectionScaleX", "TMProjectionScaleY
 
 bool kyUVPlanarProjection::hasSettings(const osg::NodePtr& node, kyUVTypes::UVSet uvSet)
 {
-    return SettingsKeys::areStored(node, uvSet, {Rotation.x, Center.x, Scale.x});
+    return areStored(node, uvSet, {Rotation.x, Center.x, Scale.x});
 }
 
 kyUVPlanarProjectionSettings kyUVPlanarProjection::readSettings(const osg::NodePtr& node,
                                                                 kyUVTypes::UVSet uvSet)
 {
-    using SettingsKeys::readVector;
-
     const kyUVProjectionSettingsReader reader(node, uvSet);
     kyUVPlanarProjectionSettings settings;
     settings.setKeepAspectRatio(reader.readBool(SettingsKeys::KeepAspectRatio, true));
@@ -44,11 +42,9 @@ kyUVPlanarProjectionSettings kyUVPlanarProjection::readSettings(const osg::NodeP
 void kyUVPlanarProjection::writeSettings(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
                                          const kyUVPlanarProjectionSettings& settings)
 {
-    using SettingsKeys::writeVector;
-
     kyUVProjectionSettingsWriter writer(node, uvSet);
     writer.writeInt(SettingsKeys::Method, kyUVTypes::Planar);
-    SettingsKeys::writeAspectRatio(writer, settings);
+    writeAspectRatio(writer, settings);
     writeVector(writer, SettingsKeys::TextureSize,
                 osg::Vec2f(settings.getTextureWidth(), settings.getTextureHeight()));
     writeVector(writer, SettingsKeys::TextureScale, settings.getTextureScale());

@@ -1,13 +1,6 @@
 #pragma once
 
-#include "OpenSG/Node.h"
 #include "UVUtils/model/kyUVTypes.h"
-
-#include <array>
-
-class kyUVBaseProjectionSettings;
-class kyUVProjectionSettingsReader;
-class kyUVProjectionSettingsWriter;
 
 /// The keys under which settings stand on a node, without the prefix of the slot. Those of a single
 /// projection are told where it reads and writes them.
@@ -40,23 +33,5 @@ inline const char* prefixOf(kyUVTypes::UVSet uvSet)
 {
     return uvSet == kyUVTypes::UVSet1 ? "LM_" : "";
 }
-
-/// Are all three keys there?
-bool areStored(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
-               const std::array<const char*, 3>& keys);
-
-osg::Vec3f readVector(const kyUVProjectionSettingsReader& reader, const Vec3Keys& keys,
-                      const osg::Vec3f& defaultValue);
-
-// These write the components in their order.
-
-void writeVector(kyUVProjectionSettingsWriter& writer, const Vec2Keys& keys,
-                 const osg::Vec2f& value);
-void writeVector(kyUVProjectionSettingsWriter& writer, const Vec3Keys& keys,
-                 const osg::Vec3f& value);
-
-/// KeepAspectRatio, then AspectRatio.
-void writeAspectRatio(kyUVProjectionSettingsWriter& writer,
-                      const kyUVBaseProjectionSettings& settings);
 
 } // namespace SettingsKeys

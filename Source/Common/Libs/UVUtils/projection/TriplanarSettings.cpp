@@ -1,4 +1,4 @@
-#include "UVUtils/projection/SettingsKeys.h"
+#include "UVUtils/projection/StoredSettings.h"
 #include "UVUtils/projection/kyUVProjectionSettingsReader.h"
 #include "UVUtils/projection/kyUVProjectionSettingsWriter.h"
 #include "UVUtils/projection/kyUVTriplanarProjection.h"
@@ -27,7 +27,7 @@ constexpr SettingsKeys::Vec3Keys Rotation2D{"TMTriplanarRotate2DX", "TMTriplanar
 
 bool kyUVTriplanarProjection::hasSettings(const osg::NodePtr& node, kyUVTypes::UVSet uvSet)
 {
-    return SettingsKeys::areStored(node, uvSet, {OffsetU.x, OffsetU.y, OffsetU.z});
+    return areStored(node, uvSet, {OffsetU.x, OffsetU.y, OffsetU.z});
 }
 
 kyUVTriplanarProjectionSettings kyUVTriplanarProjection::readSettings(const osg::NodePtr& node,
@@ -40,7 +40,7 @@ kyUVTriplanarProjectionSettings kyUVTriplanarProjection::readSettings(const osg:
         return settings;
     const kyUVProjectionSettingsReader reader(node, uvSet);
     const auto readOrZero = [&](const SettingsKeys::Vec3Keys& keys) {
-        return SettingsKeys::readVector(reader, keys, osg::Vec3f(0.0F, 0.0F, 0.0F));
+        return readVector(reader, keys, osg::Vec3f(0.0F, 0.0F, 0.0F));
     };
     settings.setMode(static_cast<Settings::Mode>(reader.readInt(Mode, Settings::DominantAxis)));
     settings.setCenter(readOrZero(Center));
@@ -58,8 +58,6 @@ kyUVTriplanarProjectionSettings kyUVTriplanarProjection::readSettings(const osg:
 void kyUVTriplanarProjection::writeSettings(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
                                             const kyUVTriplanarProjectionSettings& settings)
 {
-    using SettingsKeys::writeVector;
-
     kyUVProjectionSettingsWriter writer(node, uvSet);
     writer.writeInt(SettingsKeys::Method, kyUVTypes::Triplanar);
     writer.writeInt(Mode, static_cast<float>(settings.getMode()));

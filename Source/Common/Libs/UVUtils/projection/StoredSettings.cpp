@@ -1,13 +1,10 @@
-#include "UVUtils/projection/SettingsKeys.h"
+#include "UVUtils/projection/StoredSettings.h"
 
 #include "UVUtils/projection/kyUVBaseProjectionSettings.h"
 #include "UVUtils/projection/kyUVProjectionSettingsReader.h"
 #include "UVUtils/projection/kyUVProjectionSettingsWriter.h"
 
 #include <algorithm>
-
-namespace SettingsKeys
-{
 
 bool areStored(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
                const std::array<const char*, 3>& keys)
@@ -17,20 +14,20 @@ bool areStored(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
                        [&](const char* key) { return reader.hasSetting(key); });
 }
 
-osg::Vec3f readVector(const kyUVProjectionSettingsReader& reader, const Vec3Keys& keys,
-                      const osg::Vec3f& defaultValue)
+osg::Vec3f readVector(const kyUVProjectionSettingsReader& reader,
+                      const SettingsKeys::Vec3Keys& keys, const osg::Vec3f& defaultValue)
 {
     return reader.readVec3f(keys.x, keys.y, keys.z, defaultValue);
 }
 
-void writeVector(kyUVProjectionSettingsWriter& writer, const Vec2Keys& keys,
+void writeVector(kyUVProjectionSettingsWriter& writer, const SettingsKeys::Vec2Keys& keys,
                  const osg::Vec2f& value)
 {
     writer.writeFloat(keys.x, value.x());
     writer.writeFloat(keys.y, value.y());
 }
 
-void writeVector(kyUVProjectionSettingsWriter& writer, const Vec3Keys& keys,
+void writeVector(kyUVProjectionSettingsWriter& writer, const SettingsKeys::Vec3Keys& keys,
                  const osg::Vec3f& value)
 {
     writer.writeFloat(keys.x, value.x());
@@ -41,8 +38,7 @@ void writeVector(kyUVProjectionSettingsWriter& writer, const Vec3Keys& keys,
 void writeAspectRatio(kyUVProjectionSettingsWriter& writer,
                       const kyUVBaseProjectionSettings& settings)
 {
-    writer.writeValue(KeepAspectRatio, settings.getKeepAspectRatio() ? "true" : "false");
-    writer.writeDouble(AspectRatio, settings.getAspectRatio());
+    writer.writeValue(SettingsKeys::KeepAspectRatio,
+                      settings.getKeepAspectRatio() ? "true" : "false");
+    writer.writeDouble(SettingsKeys::AspectRatio, settings.getAspectRatio());
 }
-
-} // namespace SettingsKeys
