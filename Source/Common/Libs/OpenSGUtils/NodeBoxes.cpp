@@ -1,40 +1,13 @@
 #include "OpenSGUtils/kyNodeUtils.h"
 
 #include "OpenSG/CoreAs.h"
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
+#include "OpenSGUtils/PointBox.h"
 
 namespace kyNodeUtils
 {
 
 namespace
 {
-
-class Box
-{
-public:
-    bool isEmpty() const { return min_.x() > max_.x(); }
-    const osg::Pnt3f& min() const { return min_; }
-    const osg::Pnt3f& max() const { return max_; }
-
-    void widen(const osg::Pnt3f& point)
-    {
-        if (!std::isfinite(point.x()) || !std::isfinite(point.y()) || !std::isfinite(point.z()))
-            return;
-        for (unsigned int i = 0; i < 3; ++i) {
-            min_[i] = std::min(min_[i], point[i]);
-            max_[i] = std::max(max_[i], point[i]);
-        }
-    }
-
-private:
-    static constexpr float Largest = std::numeric_limits<float>::max();
-
-    osg::Pnt3f min_{Largest, Largest, Largest};
-    osg::Pnt3f max_{-Largest, -Largest, -Largest};
-};
 
 osg::GeoPositions3fPtr positionsOf(const kyNodePtr& node)
 {
@@ -44,9 +17,9 @@ osg::GeoPositions3fPtr positionsOf(const kyNodePtr& node)
 }
 
 /// matrix  from the coordinates that `inWorld` says to those of the box
-Box boxOf(const std::vector<kyNodePtr>& nodes, const osg::Matrix& matrix, bool inWorld)
+PointBox boxOf(const std::vector<kyNodePtr>& nodes, const osg::Matrix& matrix, bool inWorld)
 {
-    Box box;
+    PointBox box;
     for (const kyNodePtr& node : nodes) {
         const osg::GeoPositions3fPtr positions = positionsOf(node);
         if (!positions)
@@ -69,7 +42,7 @@ float middle(float low, float high)
 void getBoundingBox(const std::vector<kyNodePtr>& nodes, osg::Pnt3f& min, osg::Pnt3f& max,
                     osg::Vec3f& center)
 {
-    const Box box = boxOf(nodes, osg::Matrix(), true);
+    const PointBox box = boxOf(nodes, osg::Matrix(), true);
     min = box.isEmpty() ? osg::Pnt3f() : box.min();
     max = box.isEmpty() ? osg::Pnt3f() : box.max();
     for (unsigned int i = 0; i < 3; ++i)
@@ -79,7 +52,7 @@ void getBoundingBox(const std::vector<kyNodePtr>& nodes, osg::Pnt3f& min, osg::P
 osg::Vec3f getProjectionBoundingBox(const std::vector<kyNodePtr>& nodes, const osg::Matrix& matrix,
                                     osg::Pnt3f& min, osg::Pnt3f& max, bool inWorld)
 {
-    const Box box = boxOf(nodes, matrix, inWorld);
+    const PointBox box = boxOf(nodes, matrix, inWorld);
     if (box.isEmpty())
         return osg::Vec3f();
     min = box.min();
