@@ -2,11 +2,6 @@
 
 #include "UVUtils/model/UVSlot.h"
 
-osg::GeometryPtr geometryCoreOf(const osg::NodePtr& node)
-{
-    return node ? osg::dcast<osg::Geometry>(node->getCore()) : osg::GeometryPtr();
-}
-
 osg::GeoPositions3fPtr positionsToProject(const osg::GeometryPtr& geometry)
 {
     return geometry ? osg::dcast<osg::GeoPositions3f>(geometry->getPositions())

@@ -1,15 +1,11 @@
 #pragma once
 
 #include "OpenSG/Geometry.h"
-#include "OpenSG/Node.h"
 #include "OpenSG/RefPtr.h"
 #include "UVUtils/model/kyUVTypes.h"
 
 // How a projection gets at the arrays of one resolved node: positions to read, UVs to write. The
 // UVs written, kyUVTextureProjection::applyUVChanges puts them into the slot.
-
-/// The geometry core of a node; NullFC for a null node and for any other core.
-osg::GeometryPtr geometryCoreOf(const osg::NodePtr& node);
 
 /// The positions that a projection reads: NullFC for a null geometry, and where they are absent or
 /// not three floats each.

@@ -1,6 +1,7 @@
 #include "UVUtils/projection/kyUVCylindricalProjection.h"
 
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/Transform3D.h"
 #include "OpenSGUtils/kyNodeUtils.h"
 #include "UVUtils/projection/CylinderUVs.h"
@@ -91,7 +92,7 @@ void kyUVCylindricalProjection::apply(const osg::NodePtr& node, kyUVTypes::UVSet
 {
     const osg::Matrix toCylinder = matrix3D.inverted();
     for (const osg::NodePtr& resolved : resolveNodes({node})) {
-        const osg::GeometryPtr geometry = geometryCoreOf(resolved);
+        const osg::GeometryPtr geometry = osg::coreAs<osg::Geometry>(resolved);
         if (kyNodeUtils::isShellGeometry(geometry) || !positionsToProject(geometry))
             continue;
         const std::vector<unsigned> corners = partTriangles(geometry).corners;

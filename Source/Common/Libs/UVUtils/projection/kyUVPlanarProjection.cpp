@@ -134,7 +134,7 @@ void kyUVPlanarProjection::apply(const osg::NodePtr& node, kyUVTypes::UVSet uvSe
 {
     const osg::Matrix toPlane = (projectionMatrix * textureMatrix).inverted();
     for (const osg::NodePtr& resolved : resolveNodes({node})) {
-        const osg::GeometryPtr geometry = geometryCoreOf(resolved);
+        const osg::GeometryPtr geometry = osg::coreAs<osg::Geometry>(resolved);
         const osg::GeoPositions3fPtr positions = positionsToProject(geometry);
         if (!positions)
             continue;

@@ -1,8 +1,8 @@
 #include "UVUtils/projection/kyUVTextureProjection.h"
 
+#include "OpenSG/CoreAs.h"
 #include "OpenSGUtils/kyNodeUtils.h"
 #include "UVUtils/model/kyUVUtils.h"
-#include "UVUtils/projection/TexCoordsToFill.h"
 
 #include <set>
 
@@ -42,7 +42,7 @@ kyUVTextureProjection::resolveNodes(const std::vector<osg::NodePtr>& nodes)
 {
     std::set<osg::NodePtr> resolved;
     for (const osg::NodePtr& node : nodes) {
-        const osg::GeometryPtr geometry = geometryCoreOf(node);
+        const osg::GeometryPtr geometry = osg::coreAs<osg::Geometry>(node);
         if (kyNodeUtils::isShellGeometry(geometry)) {
             std::vector<osg::NodePtr> below;
             kyNodeUtils::getSubTreeNodes(node, below);

@@ -1,6 +1,7 @@
 #include "UVUtils/projection/kyUVTriplanarProjection.h"
 
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/CoreAs.h"
 #include "OpenSGAnim/kyAnimManager.h"
 #include "OpenSGUtils/EqualVertices.h"
 #include "OpenSGUtils/kyNodeUtils.h"
@@ -134,7 +135,7 @@ void kyUVTriplanarProjection::applyTriPlanarProjection(
 {
     const triplanar::BoxView world = viewOfWorld(settings);
     for (const osg::NodePtr& resolved : resolveNodes({node})) {
-        const osg::GeometryPtr geometry = geometryCoreOf(resolved);
+        const osg::GeometryPtr geometry = osg::coreAs<osg::Geometry>(resolved);
         if (!canBeProjected(geometry))
             continue;
         writeUVs(geometry, uvSet, settings.getMode(), world.from(resolved->getToWorld()));
