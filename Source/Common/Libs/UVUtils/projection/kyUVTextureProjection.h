@@ -26,8 +26,9 @@ public:
     kyUVTextureProjection() = delete;
 
     /// Hands over the trees in which the projections keep their live transforms. Called before the
-    /// first projection; the objects stay the caller's, and null ones are allowed: what needs one
-    /// then says so and does nothing.
+    /// first projection; a later call replaces them. The objects stay the caller's. Without its own
+    /// one, which may be null, the planar and the cylindrical projection log a warning and leave
+    /// the nodes alone; the triplanar projection does its work all the same.
     static void init(kyUVPlanarProjectionSupportGeometry* planar,
                      kyUVTriPlanarProjectionSupportGeometry* triPlanar,
                      kyUVCylindricalProjectionSupportGeometry* cylindrical);
@@ -42,13 +43,15 @@ public:
     /// may depend.
     static std::vector<osg::NodePtr> resolveNodes(const std::vector<osg::NodePtr>& nodes);
 
-    /// The box of the resolved nodes in world coordinates; all zero without any. Mind the order:
-    /// the centre is first.
+    /// The box of the resolved nodes in world coordinates; all zero without a position. Mind the
+    /// order: the centre is first. Positions that aren't finite don't count. Linear in positions.
     static void calculateBoundingBox(const std::vector<osg::NodePtr>& nodes, osg::Vec3f& center,
                                      osg::Pnt3f& min, osg::Pnt3f& max);
 
     /// The box of the resolved nodes in the space of a projection, of which `matrix` leads to the
-    /// world. Leaves both points alone when no node is left.
+    /// world; a singular one counts as the identity. Leaves both points alone when no node is left,
+    /// and when the nodes have no position. Positions that aren't finite there don't count. Linear
+    /// in positions.
     static void calculateProjectionSize(const std::vector<osg::NodePtr>& nodes,
                                         const osg::Matrix& matrix, osg::Pnt3f& min,
                                         osg::Pnt3f& max);
@@ -62,8 +65,8 @@ protected:
         LegacyFit2 = 2
     };
 
-    /// The extent of the resolved nodes as a projection sees them. Positions that aren't finite
-    /// there don't count.
+    /// The extent of the resolved nodes as a projection sees them, for positions within 1e30.
+    /// Those that aren't finite don't count.
     ///
     /// matrix  leads from the space of the projection to the world; a singular one counts as
     ///         the identity
@@ -76,7 +79,8 @@ protected:
                                                const osg::Matrix& matrix, osg::Vec2f& size,
                                                osg::Pnt3f& center);
 
-    /// Puts a property into a slot, with the index mapping and the notices that belong to it.
+    /// Puts a property into a slot, with the index mapping and the notices that belong to it. Does
+    /// nothing for a null geometry; null empties the slot.
     static void applyUVChanges(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
                                const osg::GeoTexCoordsPtr& texCoords);
 
