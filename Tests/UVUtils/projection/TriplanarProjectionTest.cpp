@@ -1,0 +1,262 @@
+#include "UVUtils/projection/kyUVTriplanarProjection.h"
+
+#include "OpenSGAnim/kyAnimManager.h"
+#include "OpenSGUtils/kyNodePermission.h"
+#include "UVUtils/Captures.h"
+#include "UVUtils/editing/IslandReference.h"
+#include "UVUtils/projection/PlacedNode.h"
+#include "UVUtils/projection/SupportGeometries.h"
+#include "UVUtils/projection/TriplanarAxes.h"
+#include "UVUtils/projection/TriplanarReference.h"
+#include "UVUtils/repair/kyTopologyRepair.h"
+#include "Utils/kyStackedProgress.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <numeric>
+#include <set>
+
+namespace
+{
+
+using Settings = kyUVTriplanarProjectionSettings;
+using osg::Pnt3f;
+using osg::Vec3f;
+constexpr auto set = kyUVTypes::UVSet2;
+
+/// An image over the square from -1 to 1, shifted differently on each side.
+Settings shiftedImages(Settings::Mode mode)
+{
+    Settings settings;
+    settings.setWidth(2);
+    settings.setHeight(2);
+    settings.setOffsetU(Vec3f(0.25F, 0.5F, 0.75F));
+    settings.setOffsetV(Vec3f(1.25F, 1.5F, 1.75F));
+    settings.setMode(mode);
+    return settings;
+}
+
+/// In plain words: along the image, shifted, turned back, in parts of its size.
+Vec2f uvOnImage(int axis, const Vec3f& p, const Settings& s)
+{
+    const auto k = static_cast<unsigned>(axis % 3);
+    const double sign = axis < 3 ? 1 : -1;
+    const ImageDirections directions = directionsOf(axis);
+    const double x = directions.u.dot(p) + sign * static_cast<double>(s.getOffsetU()[k]);
+    const double y = directions.v.dot(p) + s.getOffsetV()[k];
+    const double turn = sign * static_cast<double>(s.getRotation2D()[k]) * std::numbers::pi / 180;
+    const double u = (std::cos(turn) * x - std::sin(turn) * y) * s.getRepeatU()[k] / s.getWidth();
+    const double v = (std::sin(turn) * x + std::cos(turn) * y) * s.getRepeatV()[k] / s.getHeight();
+    return Vec2f(static_cast<float>(u + 0.5), static_cast<float>(v + 0.5));
+}
+
+/// From -1 to 1; two triangles a side, sides in the order of the axes that serve them.
+osg::GeometryPtr cube()
+{
+    std::vector<Pnt3f> positions;
+    for (const float z : {-1.F, 1.F})
+        for (const auto& [x, y] : {std::pair(-1.F, -1.F), {1.F, -1.F}, {1.F, 1.F}, {-1.F, 1.F}})
+            positions.emplace_back(x, y, z);
+    return geometryOf(positions, {0, 4, 7, 0, 7, 3, 0, 1, 5, 0, 5, 4, 0, 3, 2, 0, 2, 1,
+                                  1, 2, 6, 1, 6, 5, 3, 7, 6, 3, 6, 2, 4, 5, 6, 4, 6, 7});
+}
+
+std::size_t countIslands(const osg::GeometryPtr& geometry)
+{
+    const Ids labels = islandsBySpreading(geometry->getIndices()->getValues(),
+                                          geometry->getPositions()->getSize());
+    return std::set<unsigned>(labels.begin(), labels.end()).size();
+}
+
+TEST(TriplanarAxes, OfDirections)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const struct Case
+    {
+        Vec3f m;
+        int axis;
+        int candidates;
+    } cases[] = {
+        {Vec3f(1, 0, 0), 0, 1},
+        {Vec3f(0, 0, -1), 5, 32},
+        {Vec3f(-0.707F, -0.707F, 0), 4, 24},
+        {Vec3f(-0.6F, -0.6F, -0.53F), 4, 56},
+        {Vec3f(0.577F, 0.577F, 0.577F), 2, 7},
+        {Vec3f(-0.8F, 0, 0.8F), 2, 12},
+        {Vec3f(0.5F, 0, 0.86F), 2, 4},
+        {Vec3f(0, 0, 0), 5, 0},
+        {Vec3f(nan, nan, nan), 5, 0},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(triplanar::getAxis(c.m), c.axis);
+        EXPECT_EQ(triplanar::getAxisCandidatesMask(c.m), c.candidates);
+    }
+    EXPECT_EQ(triplanar::getAxisToZ(6), triplanar::getAxisToZ(2));
+}
+
+RC_GTEST_PROP(TriplanarProjection, PutsTheSidesOfAnyBoxOnTheirImages, ())
+{
+    Settings settings;
+    settings.setMode(static_cast<Settings::Mode>(*rc::gen::inRange(0, 2)));
+    settings.setWidth(1 + std::abs(mathtest::number(3)));
+    settings.setHeight(1 + std::abs(mathtest::number(3)));
+    settings.setCenter(mathtest::vector(3));
+    settings.setRotation3D(mathtest::vector(180));
+    settings.setRotation2D(mathtest::vector(180));
+    settings.setOffsetU(mathtest::vector(1));
+    settings.setOffsetV(mathtest::vector(1));
+    settings.setRepeatU(mathtest::vector(2));
+    settings.setRepeatV(mathtest::vector(2));
+    const bool mirrored = *rc::gen::arbitrary<bool>();
+    const PlacedNode placed(cube(), osg::Matrix::translation(settings.getCenter()) *
+                                        osg::Matrix::rotation(osg::Quaternion::fromEulerDegrees(
+                                            settings.getRotation3D())) *
+                                        osg::Matrix::scaling(Vec3f(mirrored ? -1.F : 1.F, 1, 1)));
+    const SupportGeometries support;
+    kyUVTriplanarProjection::apply({placed.node}, set, settings);
+    const osg::GeometryPtr geometry = coreOf(placed.node);
+    RC_ASSERT(geometry->getPositions()->getSize() == 24U);
+    RC_ASSERT(countIslands(geometry) == 6U);
+    for (unsigned i = 0; i < 36; ++i) {
+        const unsigned vertex = geometry->getIndices()->getValue(i);
+        Vec3f inBox = geometry->getPositions()->getValue(vertex).subZero();
+        int axis = static_cast<int>(i / 6);
+        if (mirrored) { // seen from inside; the mirror has exchanged the sides along x
+            inBox[0] = -inBox[0];
+            axis = axis % 3 == 0 ? axis : (axis + 3) % 6;
+        }
+        RC_ASSERT(
+            mathtest::isNear(placed.uvs(set)[vertex], uvOnImage(axis, inBox, settings), 2e-4F));
+    }
+    const auto plane = osg::dcast<osg::Transform3D>(support.triPlanar.getYPlane()->getCore());
+    const Pnt3f corner = plane->getMatrix().transformPoint(Pnt3f(1, -1, 0));
+    RC_ASSERT(std::abs(settings.getRepeatU()[1] * settings.getRepeatV()[1]) < 1e-3F ||
+              mathtest::isNear(uvOnImage(1, corner.subZero(), settings), Vec2f(1, 0), 1e-2F));
+}
+
+RC_GTEST_PROP(TriplanarProjection, OfAnySoupIsWhatMapsGive, ())
+{
+    const bool propagate = *rc::gen::arbitrary<bool>();
+    const auto count = *rc::gen::inRange(1U, 9U);
+    std::vector<Pnt3f> positions;
+    for (unsigned i = 0; i < count; ++i) {
+        const auto place = *rc::gen::container<std::array<int, 3>>(rc::gen::inRange(-2, 3));
+        positions.emplace_back(static_cast<float>(place[0]), static_cast<float>(place[1]),
+                               place[2] == 0 ? -0.F : static_cast<float>(place[2]));
+    }
+    positions.push_back(positions[0]);
+    Ids indices = *rc::gen::container<Ids>(rc::gen::inRange(0U, count + 1));
+    indices.resize(indices.size() / 3 * 3);
+    std::vector<Pnt3f> corners;
+    for (const unsigned id : indices)
+        corners.push_back(positions[id]);
+    const std::vector<int> axes = axesByMaps(corners, propagate);
+
+    const osg::RefPtr<osg::Node> node(nodeOf(geometryOf(positions, indices)));
+    const osg::GeometryPtr geometry = coreOf(node);
+    const Settings settings = shiftedImages(static_cast<Settings::Mode>(propagate));
+    kyUVTriplanarProjection::apply({node}, set, settings);
+    kyTopologyRepair repair(geometry, set);
+    while (repair.fixSingularVertices() + repair.fixSingularEdges() > 0) {
+    }
+    RC_ASSERT(geometry->getIndices()->getSize() == corners.size());
+    for (unsigned i = 0; i < corners.size(); ++i) {
+        const unsigned vertex = geometry->getIndices()->getValue(i);
+        RC_ASSERT(geometry->getPositions()->getValue(vertex) == corners[i]);
+        const Vec2f expected =
+            axes[i / 3] < 0 ? Vec2f() : uvOnImage(axes[i / 3], corners[i].subZero(), settings);
+        // The repair moves UVs apart where it cuts.
+        RC_ASSERT(mathtest::isNear(geometry->getTexSlot(set)->getValue(vertex), expected, 1e-3F));
+    }
+}
+
+/// A cube whose triangles are parted `steps` times, blown up to a sphere with small waves on it.
+osg::GeometryPtr wavySphere(unsigned steps)
+{
+    std::vector<Vec3f> corners;
+    const osg::GeometryPtr solid = cube();
+    for (const unsigned id : solid->getIndices()->getValues())
+        corners.push_back(solid->getPositions()->getValue(id).subZero());
+    for (unsigned step = 0; step < steps; ++step) {
+        std::vector<Vec3f> finer;
+        for (std::size_t i = 0; i < corners.size(); i += 3) {
+            const Vec3f a = corners[i], b = corners[i + 1], c = corners[i + 2];
+            const Vec3f ab = (a + b) * 0.5F, bc = (b + c) * 0.5F, ca = (c + a) * 0.5F;
+            finer.insert(finer.end(), {a, ab, ca, ab, b, bc, ca, bc, c, ab, bc, ca});
+        }
+        corners = finer;
+    }
+    std::vector<Pnt3f> positions;
+    for (const Vec3f& corner : corners) {
+        const Vec3f d = corner.normalized();
+        const float wave =
+            std::sin(31 * d.x()) * std::sin(29 * d.y() + 1) * std::sin(27 * d.z() + 2);
+        positions.emplace_back(d * (1 + 0.004F * wave));
+    }
+    Ids ids(positions.size());
+    std::iota(ids.begin(), ids.end(), 0U);
+    return geometryOf(positions, ids);
+}
+
+TEST(TriplanarProjection, PropagatesToFewerConnectedCharts)
+{
+    const auto chartsIn = [](Settings::Mode mode) {
+        const osg::RefPtr<osg::Node> node(nodeOf(wavySphere(4)));
+        kyUVTriplanarProjection::apply({node}, set, shiftedImages(mode));
+        return countIslands(coreOf(node));
+    };
+    EXPECT_EQ(chartsIn(Settings::PropagatedAxis), 6U);
+    EXPECT_GT(chartsIn(Settings::DominantAxis), 20U);
+}
+
+TEST(TriplanarProjection, SkipsAnimatedAndLockedNodesAndStopsWhenAsked)
+{
+    const osg::RefPtr<osg::Node> animated(nodeOf(cube()));
+    const osg::RefPtr<osg::Node> locked(nodeOf(cube()));
+    const osg::RefPtr<osg::Node> shell(twoSurfaceShell());
+    const osg::RefPtr<osg::Node> last(nodeOf(cube()));
+    kyAnimManager::the()->setVertexAnimation(animated, true);
+    kyNodePermission::deny(locked, kyScenegraphTypes::EditTextureCoordinates);
+    surfaceOf(shell, 0)->setTexSlot(set, osg::GeoTexCoords3f::create());
+    const LogCapture log;
+    kyStackedProgress::setObserver([](const kyStackedProgress& progress) {
+        if (progress.name() == "triplanar" && progress.fraction() == 0.5)
+            kyStackedProgress::requestCancel();
+    });
+    kyUVTriplanarProjection::apply({animated, locked, shell, last}, set);
+    kyUVTriplanarProjection::apply({}, set);
+    kyStackedProgress::setObserver(nullptr);
+
+    EXPECT_THAT(log.lines,
+                testing::ElementsAre("error: Triplanar Projection: Skipping node <noname> because "
+                                     "of existing vertex animation.",
+                                     "info: Map Texture: Nothing selected."));
+    EXPECT_EQ(kyUVTriplanarProjection::readSettings(shell, set).getWidth(), 100);
+    for (const unsigned child : {0U, 1U})
+        EXPECT_EQ(surfaceOf(shell, child)->getTexSlot(set)->getValue(0).y(), 0.5F);
+    for (const osg::NodePtr& node :
+         {osg::NodePtr(animated), osg::NodePtr(locked), osg::NodePtr(last)})
+    {
+        EXPECT_FALSE(kyUVTriplanarProjection::hasSettings(node, set));
+        EXPECT_FALSE(coreOf(node)->getTexSlot(set));
+    }
+}
+
+TEST(TriplanarProjection, FitsTheImageToHeightAndDepth)
+{
+    const QSizeF size =
+        kyUVTriplanarProjection::calculateProjectionSize(Pnt3f(0, 0, 0), Pnt3f(10, 4, 8), 2, 1);
+    EXPECT_EQ(size, QSizeF(16, 8));
+    const osg::RefPtr<osg::Node> node(nodeOf(quad()));
+    const Settings settings = kyUVTriplanarProjection::getDefaultSettings({node}, 0, 7);
+    EXPECT_EQ(settings.getCenter(), Vec3f(0.5F, 0.5F, 0));
+    EXPECT_EQ(settings.getWidth(), 1);
+    EXPECT_EQ(settings.getHeight(), 1);
+}
+
+} // namespace
