@@ -12,10 +12,15 @@
 
 #include "OpenSGUtils/kyOptimize.h"
 #include "UVUtils/model/UVSlot.h"
+#include "UVUtils/projection/kyUVCylindricalProjection.h"
+#include "UVUtils/projection/kyUVCylindricalProjectionSupportGeometry.h"
+#include "UVUtils/projection/kyUVPlanarProjection.h"
+#include "UVUtils/projection/kyUVPlanarProjectionSupportGeometry.h"
 #include "UVUtils/projection/kyUVTriplanarProjection.h"
 
 #include <cstdint>
-#include <malloc.h>
+#include <memory>
+#include <span>
 #include <vector>
 
 namespace
@@ -63,10 +68,49 @@ void triplanar(const osg::NodePtr& node)
     kyUVTriplanarProjection::apply({node}, slot, settings);
 }
 
+/// The trees that hold the transforms of the planar and the cylindrical projection.
+class SupportGeometries
+{
+public:
+    SupportGeometries()
+    {
+        planar_.init(osg::NullFC);
+        cylindrical_.init(osg::NullFC);
+        for (const osg::NodePtr& root :
+             {planar_.getProjectionTransformNode(), cylindrical_.getCylindricTransform3D(),
+              cylindrical_.getCylindricTransform2D()})
+            roots_.emplace_back(root);
+        kyUVTextureProjection::init(&planar_, nullptr, &cylindrical_);
+    }
+    ~SupportGeometries() { kyUVTextureProjection::init(nullptr, nullptr, nullptr); }
+    SupportGeometries(const SupportGeometries&) = delete;
+    SupportGeometries& operator=(const SupportGeometries&) = delete;
+
+private:
+    kyUVPlanarProjectionSupportGeometry planar_;
+    kyUVCylindricalProjectionSupportGeometry cylindrical_;
+    std::vector<osg::RefPtr<osg::Node>> roots_;
+};
+
+void cylindrical(const osg::NodePtr& node)
+{
+    const auto settings = kyUVCylindricalProjection::getDefaultSettings({node}, 1, 1);
+    kyUVCylindricalProjection::apply({node}, slot, settings);
+}
+
+/// A large block makes the allocator join the small ones that the hash table has left, which the
+/// measured work would pay for otherwise.
+void joinFreedBlocks()
+{
+    const auto block = std::make_unique<char[]>(std::size_t{1} << 16U);
+    benchmark::DoNotOptimize(block.get());
+}
+
 using Work = void (*)(const osg::NodePtr&);
 
 void againstHashMerge(benchmark::State& state, Work prepare, Work work)
 {
+    const SupportGeometries support;
     bench::RatioTimer timer;
     for (auto _ : state) {
         const osg::RefPtr<osg::Node> node = makeMesh(state);
@@ -75,7 +119,7 @@ void againstHashMerge(benchmark::State& state, Work prepare, Work work)
         timer.run(
             state, [&] { work(node); },
             [&] { benchmark::DoNotOptimize(bench::countDistinctCorners(geometry)); },
-            [] { malloc_trim(0); }); // or the next large block pays for the nodes of the hash table
+            joinFreedBlocks);
         state.counters["vertices"] = vertexCountOf(geometry);
     }
     timer.report(state);
@@ -94,6 +138,40 @@ KYUV_PROJECTION(unifyVertices, part, join);
 KYUV_PROJECTION(triplanarDominant, leave, triplanar<kyUVTriplanarProjectionSettings::DominantAxis>);
 KYUV_PROJECTION(triplanarPropagated, leave,
                 triplanar<kyUVTriplanarProjectionSettings::PropagatedAxis>);
+
+KYUV_PROJECTION(cylindrical, leave, cylindrical);
+
+/// As little as there is to do for one UV of each position.
+void readAndWrite(std::span<const osg::Pnt3f> positions, std::span<osg::Vec2f> uvs)
+{
+    for (std::size_t i = 0; i < positions.size(); ++i)
+        uvs[i] = osg::Vec2f(positions[i].x() + positions[i].z(), positions[i].y());
+}
+
+/// Two triangles a vertex, so that the largest has a million vertices.
+void planar(benchmark::State& state)
+{
+    const SupportGeometries support;
+    const osg::RefPtr<osg::Node> node = makeMesh(state);
+    const osg::GeometryPtr geometry = bench::coreOf(node);
+    const auto positions = osg::dcast<osg::GeoPositions3f>(geometry->getPositions());
+    std::vector<osg::Vec2f> uvs(positions->getSize());
+    const auto settings = kyUVPlanarProjection::getDefaultSettings({node}, 1, 1);
+    bench::measureRatio(
+        state, [&] { kyUVPlanarProjection::apply({node}, slot, settings); },
+        [&] {
+            readAndWrite(positions->values(), uvs);
+            benchmark::ClobberMemory();
+        });
+    state.counters["vertices"] = positions->getSize();
+}
+
+BENCHMARK(planar)
+    ->ArgNames({"triangles", "shape"})
+    ->ArgsProduct({{20'000, 200'000, 2'000'000}, {Sheet, Body}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(20);
 
 } // namespace
 
