@@ -79,9 +79,9 @@ TEST(SettingsNumbers, AreInEveryLocaleAsTheStandardFunctionsReadThemInTheirs)
     for (std::size_t i = 0; i < texts.size(); ++i)
         EXPECT_EQ(readingsOf(texts[i]), expected[i]) << '"' << texts[i] << '"';
     Strings written;
-    for (const double value : {1234567.0, -0.00001, double(123456.7F), 0.5, 3.0})
+    for (const double value : {1234565.0, -0.00001, double(123456.7F), 0.5, 3.0, -0.0})
         written.push_back(textOfNumber(value));
-    EXPECT_EQ(written, (Strings{"1.23457e+06", "-1e-05", "123457", "0.5", "3"}));
+    EXPECT_EQ(written, (Strings{"1.23457e+06", "-1e-05", "123457", "0.5", "3", "0"}));
     std::setlocale(LC_NUMERIC, "C");
 }
 

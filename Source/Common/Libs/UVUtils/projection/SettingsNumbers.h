@@ -6,7 +6,8 @@
 // Numbers in stored settings. A scene goes from one machine to another, so they are written and
 // read in the way of the C locale, whatever the locale of the process or the thread.
 
-/// Six significant digits, in the shorter of the two notations of printf's %g.
+/// Six significant digits, in the shorter of the two notations of printf's %g. Other than there, a
+/// half goes away from zero, and zero and NaN have no sign.
 std::string textOfNumber(double value);
 
 /// The number at the start of a text, as std::atof reads it: white space may come before it, any
