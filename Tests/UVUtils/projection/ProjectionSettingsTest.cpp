@@ -9,6 +9,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
+#include <set>
 #include <sstream>
 
 namespace
@@ -154,6 +155,32 @@ void checkEveryKey(const char* keys, const std::string& method)
         RC_ASSERT((textsOf(read) == values) == isShared);
         RC_ASSERT(Projection::hasSettings(stored.node, UVSet(other)) == isShared);
     }
+}
+
+/// By which keys a node has settings: it has none where any of them is missing.
+template <class Projection>
+std::set<std::string> vitalKeys(const char* keys)
+{
+    std::set<std::string> vital;
+    for (const std::string& missing : keysIn(keys)) {
+        Texts others;
+        for (const std::string& key : keysIn(keys))
+            if (key != missing)
+                others.emplace_back(key, "");
+        if (!Projection::hasSettings(StoredNode(others).node, UVSet0))
+            vital.insert(missing);
+    }
+    return vital;
+}
+
+TEST(ProjectionSettings, ANodeHasThemByThreeKeys)
+{
+    using Keys = std::set<std::string>;
+    EXPECT_EQ(vitalKeys<Planar>(planarKeys),
+              (Keys{"TMProjectionRotatePhi", "TMProjectionCenterX", "TMProjectionScaleX"}));
+    EXPECT_EQ(vitalKeys<Cylindrical>(cylindricalKeys), (Keys{"TMCylTX", "TMCylRX", "TMCylSX"}));
+    EXPECT_EQ(vitalKeys<Triplanar>(triplanarKeys),
+              (Keys{"TMTriplanarOffsetUX", "TMTriplanarOffsetUY", "TMTriplanarOffsetUZ"}));
 }
 
 RC_GTEST_PROP(ProjectionSettings, EveryKeyComesBackInTheOrderOfItsTable, ())
