@@ -52,8 +52,10 @@ osg::Vec3f getProjectionBoundingBox(const std::vector<kyNodePtr>& nodes, const o
 // reports it. A null node and one with another core are passed over. Numbers are taken as they are,
 // NaN included: the matrix is not finite then until others take their place.
 //
-// keyFrame  the key frame that takes the value, -1 for none. This scene graph has no key frames:
-//           all numbers do the same.
+// keyFrame  the key frame that takes the value. This scene graph has no key frames: all numbers do
+//           the same as NoKeyFrame.
+
+inline constexpr int NoKeyFrame = -1;
 
 /// isAbsolute  true: the translation becomes the vector; false: the vector is added to it
 void setTransformNodeTranslation(const osg::NodePtr& node, const osg::Vec3f& translation,

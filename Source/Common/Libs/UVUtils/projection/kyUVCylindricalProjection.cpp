@@ -4,6 +4,7 @@
 #include "OpenSG/CoreAs.h"
 #include "OpenSG/Transform3D.h"
 #include "OpenSGUtils/kyNodeUtils.h"
+#include "UVUtils/projection/CylinderTransforms.h"
 #include "UVUtils/projection/CylinderUVs.h"
 #include "UVUtils/projection/DegreesRadians.h"
 #include "UVUtils/projection/PartedTriangles.h"
@@ -13,9 +14,6 @@
 
 namespace
 {
-
-/// For the operations on transform nodes: not at a frame of an animation.
-constexpr int NoKeyFrame = -1;
 
 struct CylinderTransformNodes
 {
@@ -29,24 +27,6 @@ CylinderTransformNodes findNodes(kyUVCylindricalProjectionSupportGeometry* suppo
     if (!support)
         return {};
     return {support->getCylindricTransform3D(), support->getCylindricTransform2D()};
-}
-
-void placeImage(const osg::NodePtr& node, double degrees)
-{
-    const osg::Vec3f middle(0.5F, 0.5F, 0.0F);
-    kyNodeUtils::setTransformNodeScale(node, osg::Vec3f(1, 1, 1), NoKeyFrame);
-    kyNodeUtils::setTransformNodeScalePivot(node, middle, false, NoKeyFrame);
-    kyNodeUtils::setTransformNodeRotatePivot(node, middle, false, NoKeyFrame);
-    kyNodeUtils::setTransformNodeRotation(node, osg::Vec3f(0, 0, static_cast<float>(degrees)),
-                                          NoKeyFrame);
-}
-
-void placeBody(const osg::NodePtr& node, const kyUVBaseProjectionSettings& settings)
-{
-    kyNodeUtils::setTransformNodeTranslation(node, settings.getProjectionCenter(), true,
-                                             NoKeyFrame);
-    kyNodeUtils::setTransformNodeRotation(node, settings.getProjectionRotation(), NoKeyFrame);
-    kyNodeUtils::setTransformNodeScale(node, settings.getProjectionScale(), NoKeyFrame);
 }
 
 /// Writes the UVs of the corners; old values beyond three a triangle stay.
@@ -71,8 +51,8 @@ void kyUVCylindricalProjection::apply(const std::vector<osg::NodePtr>& nodes,
     const CylinderTransformNodes transforms = findNodes(support);
     if (!hasTransformNodes(transforms.body, transforms.image))
         return;
-    placeImage(transforms.image, settings.getCylindricRotation2D());
-    placeBody(transforms.body, settings);
+    CylinderTransforms::placeImage(transforms.image, settings.getCylindricRotation2D());
+    CylinderTransforms::placeBody(transforms.body, settings);
     support->setProjectionUAngle(settings.getProjectionUAngle());
 
     const auto body = osg::dcast<osg::Transform3D>(transforms.body->getCore());

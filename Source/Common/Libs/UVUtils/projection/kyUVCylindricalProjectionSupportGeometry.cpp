@@ -5,6 +5,7 @@
 #include "OpenSG/SimpleGeometry.h"
 #include "OpenSG/Transform3D.h"
 #include "OpenSGUtils/kyNodeUtils.h"
+#include "UVUtils/projection/CylinderTransforms.h"
 #include "UVUtils/projection/SupportMaterials.h"
 #include "UVUtils/projection/SupportNodes.h"
 #include "UVUtils/projection/kyUVCylindricalProjectionSettings.h"
@@ -14,21 +15,9 @@
 namespace
 {
 
-/// The middle of the image.
-constexpr osg::Vec3f imageCenter(0.5F, 0.5F, 0);
-
 osg::Quaternion aboutAxis(double degrees)
 {
     return osg::Quaternion::fromAxisAngle(osg::Vec3f(0, 1, 0), degrees * std::numbers::pi / 180);
-}
-
-osg::NodePtr makeTransform2D()
-{
-    const osg::NodePtr node = SupportNodes::makeTransform("", {});
-    kyNodeUtils::setTransformNodeScale(node, osg::Vec3f(1, 1, 1), -1);
-    kyNodeUtils::setTransformNodeScalePivot(node, imageCenter, false, -1);
-    kyNodeUtils::setTransformNodeRotatePivot(node, imageCenter, false, -1);
-    return node;
 }
 
 void turnLimitPlane(const osg::NodePtr& node, double degrees)
@@ -51,8 +40,9 @@ void kyUVCylindricalProjectionSupportGeometry::init(const osg::BlendChunkPtr& bl
     limitPlanes_ = {makeLimitPlane(), makeLimitPlane()};
     groupNode_ = SupportNodes::makeTransform("", {cylinderNode_, limitPlanes_[0], limitPlanes_[1]});
     transform3D_ = SupportNodes::makeTransform("", {groupNode_});
-    kyNodeUtils::setTransformNodeScale(transform3D_, osg::Vec3f(1, 1, 1), -1);
-    transform2D_ = makeTransform2D();
+    kyNodeUtils::setTransformNodeScale(transform3D_, osg::Vec3f(1, 1, 1), kyNodeUtils::NoKeyFrame);
+    transform2D_ = SupportNodes::makeTransform("", {});
+    CylinderTransforms::placeImage(transform2D_, 0);
     setActive(false);
 }
 
@@ -86,12 +76,7 @@ void kyUVCylindricalProjectionSupportGeometry::setProjectionUAngle(double angle)
 void kyUVCylindricalProjectionSupportGeometry::applySettings(
     const kyUVCylindricalProjectionSettings& settings)
 {
-    kyNodeUtils::setTransformNodeTranslation(transform3D_, settings.getProjectionCenter(), true,
-                                             -1);
-    kyNodeUtils::setTransformNodeRotation(transform3D_, settings.getProjectionRotation(), -1);
-    kyNodeUtils::setTransformNodeScale(transform3D_, settings.getProjectionScale(), -1);
-    kyNodeUtils::setTransformNodeRotatePivot(transform2D_, imageCenter, false, -1);
-    kyNodeUtils::setTransformNodeRotation(transform2D_,
-                                          osg::Vec3f(0, 0, settings.getCylindricRotation2D()), -1);
+    CylinderTransforms::placeBody(transform3D_, settings);
+    CylinderTransforms::turnImage(transform2D_, settings.getCylindricRotation2D());
     setProjectionUAngle(settings.getProjectionUAngle());
 }

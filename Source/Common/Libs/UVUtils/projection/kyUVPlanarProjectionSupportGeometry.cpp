@@ -17,7 +17,7 @@ void kyUVPlanarProjectionSupportGeometry::init(const osg::BlendChunkPtr& blendCh
     makeMaterials(blendChunk);
     makeTree();
     kyNodeUtils::setTransformNodeTranslation(projectionTransformNode_, osg::Vec3f(0, 0, 1), true,
-                                             -1);
+                                             kyNodeUtils::NoKeyFrame);
     initialProjectionMatrix_ =
         osg::dcast<osg::TransformBase>(projectionTransformNode_->getCore())->getMatrix();
 }
