@@ -1,6 +1,7 @@
 #include "UVUtils/projection/SupportNodes.h"
 
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/SimpleGeometry.h"
 #include "OpenSG/Transform3D.h"
 #include "OpenSGExt/NodeUtils.h"
@@ -40,7 +41,7 @@ osg::NodePtr makeNode(const osg::NodeCorePtr& core, const std::string& name,
 
 osg::NodePtr finishShape(const osg::NodePtr& shape, const osg::MaterialPtr& material)
 {
-    osg::dcast<osg::Geometry>(shape->getCore())->setMaterial(material);
+    osg::coreAs<osg::Geometry>(shape)->setMaterial(material);
     reportFinished(shape);
     return shape;
 }

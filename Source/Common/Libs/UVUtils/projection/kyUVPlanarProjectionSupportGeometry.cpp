@@ -1,6 +1,7 @@
 #include "UVUtils/projection/kyUVPlanarProjectionSupportGeometry.h"
 
 #include "OpenSG/ChangeNotice.h"
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/TransformBase.h"
 #include "OpenSGUtils/kyNodeUtils.h"
 #include "UVUtils/projection/SupportMaterials.h"
@@ -19,7 +20,7 @@ void kyUVPlanarProjectionSupportGeometry::init(const osg::BlendChunkPtr& blendCh
     kyNodeUtils::setTransformNodeTranslation(projectionTransformNode_, osg::Vec3f(0, 0, 1), true,
                                              kyNodeUtils::NoKeyFrame);
     initialProjectionMatrix_ =
-        osg::dcast<osg::TransformBase>(projectionTransformNode_->getCore())->getMatrix();
+        osg::coreAs<osg::TransformBase>(projectionTransformNode_)->getMatrix();
 }
 
 void kyUVPlanarProjectionSupportGeometry::makeMaterials(const osg::BlendChunkPtr& blendChunk)
