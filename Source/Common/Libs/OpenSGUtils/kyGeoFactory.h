@@ -11,7 +11,7 @@ namespace kyGeoFactory
 {
 
 /// A node with a name, whose core is the straight line between two points, in a material (which may
-/// be null).
+/// be null). No notice is sent.
 osg::NodePtr makeLine(const osg::Pnt3f& from, const osg::Pnt3f& to, const std::string& name,
                       const osg::MaterialPtr& material);
 

@@ -11,17 +11,6 @@
 namespace SupportNodes
 {
 
-namespace
-{
-
-void reportFinished(const osg::NodePtr& node)
-{
-    osg::notifyChanged(node->getCore(), osg::FieldMask::all());
-    osg::notifyChanged(node, osg::FieldMask::all());
-}
-
-} // namespace
-
 osg::NodePtr makeTransform(const std::string& name, std::initializer_list<osg::NodePtr> children)
 {
     return makeNode(osg::Transform3D::create(), name, children);
@@ -35,15 +24,20 @@ osg::NodePtr makeNode(const osg::NodeCorePtr& core, const std::string& name,
     NodeUtils::setName(node, name);
     for (const osg::NodePtr& child : children)
         node->addChild(child);
-    reportFinished(node);
+    return finish(node);
+}
+
+osg::NodePtr finish(const osg::NodePtr& node)
+{
+    osg::notifyChanged(node->getCore(), osg::FieldMask::all());
+    osg::notifyChanged(node, osg::FieldMask::all());
     return node;
 }
 
 osg::NodePtr finishShape(const osg::NodePtr& shape, const osg::MaterialPtr& material)
 {
     osg::coreAs<osg::Geometry>(shape)->setMaterial(material);
-    reportFinished(shape);
-    return shape;
+    return finish(shape);
 }
 
 osg::NodePtr makePlane(float width, float height, const osg::MaterialPtr& material)

@@ -9,8 +9,7 @@
 #include <span>
 #include <string>
 
-/// The nodes of what shows a projection. What is made here is finished: its core and the node are
-/// reported as changed, in this order.
+/// The nodes of what shows a projection. What is made here is finished.
 namespace SupportNodes
 {
 
@@ -25,7 +24,9 @@ osg::NodePtr makeTransform(const std::string& name, std::initializer_list<osg::N
 osg::NodePtr makeNode(const osg::NodeCorePtr& core, const std::string& name,
                       std::initializer_list<osg::NodePtr> children);
 
-/// Gives the geometry of a node a material, and the node is finished.
+/// Reports the core of a node, then the node, as changed. Returns the node.
+osg::NodePtr finish(const osg::NodePtr& node);
+/// The same, after giving the geometry of the node a material.
 osg::NodePtr finishShape(const osg::NodePtr& shape, const osg::MaterialPtr& material);
 
 /// A rectangle in the x, y plane, centred on the origin.

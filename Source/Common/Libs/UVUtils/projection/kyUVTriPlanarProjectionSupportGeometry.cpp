@@ -72,6 +72,7 @@ kyUVTriPlanarProjectionSupportGeometry::createPlaneFrame(const osg::SimpleMateri
 osg::NodePtr
 kyUVTriPlanarProjectionSupportGeometry::createLine(const osg::SimpleMaterialPtr& material)
 {
-    return kyGeoFactory::makeLine(osg::Pnt3f(0, 0, 0), osg::Pnt3f(0, 0, 500),
-                                  "kyUVEditor::TriplanarTextureProjection::Line", material);
+    return SupportNodes::finish(
+        kyGeoFactory::makeLine(osg::Pnt3f(0, 0, 0), osg::Pnt3f(0, 0, 500),
+                               "kyUVEditor::TriplanarTextureProjection::Line", material));
 }
