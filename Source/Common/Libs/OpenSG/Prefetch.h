@@ -4,6 +4,9 @@
 #include <intrin.h>
 #endif
 
+namespace osg
+{
+
 /// Asks for memory that is needed in a moment, where a loop jumps about in more of it than caches
 /// hold. Any address will do; nothing is read or written.
 inline void prefetch(const void* address)
@@ -14,3 +17,5 @@ inline void prefetch(const void* address)
     __builtin_prefetch(address);
 #endif
 }
+
+} // namespace osg

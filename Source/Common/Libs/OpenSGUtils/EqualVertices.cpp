@@ -109,7 +109,7 @@ public:
           entries_(std::size_t{1} << bits_)
     {}
 
-    void prefetch(std::uint32_t hash) const { ::prefetch(&entries_[placeOf(hash)]); }
+    void prefetch(std::uint32_t hash) const { osg::prefetch(&entries_[placeOf(hash)]); }
 
     /// The first vertex that `isSame` accepts among those with that hash, or else `vertex`, which
     /// is entered then.

@@ -65,8 +65,8 @@ void prefetchFace(std::span<const unsigned int> trianglesF, std::span<const Sort
 {
     if (k >= faces.size())
         return;
-    prefetch(trianglesF.data() + 3 * std::size_t{faces[k].triangle});
-    prefetch(tables.faceMapping.data() + faces[k].triangle);
+    osg::prefetch(trianglesF.data() + 3 * std::size_t{faces[k].triangle});
+    osg::prefetch(tables.faceMapping.data() + faces[k].triangle);
 }
 
 /// Puts the triangles in their order; each is moved once.

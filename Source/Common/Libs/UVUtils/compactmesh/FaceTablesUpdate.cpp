@@ -54,7 +54,7 @@ void refill(std::span<const unsigned int> trianglesF, unsigned int compactCount,
     tables.middleBegin.assign(std::size_t{compactCount} + 1, 0);
     for (std::size_t k = 0; k < triangleAt.size(); ++k) {
         if (k + lookAhead < triangleAt.size())
-            prefetch(trianglesF.data() + 3 * std::size_t{triangleAt[k + lookAhead]});
+            osg::prefetch(trianglesF.data() + 3 * std::size_t{triangleAt[k + lookAhead]});
         const unsigned int* cornersF = trianglesF.data() + 3 * std::size_t{triangleAt[k]};
         const unsigned int* ids = tables.facesC.data() + 3 * k;
         const SortedCorners sorted(ids[0], ids[1], ids[2]);
