@@ -28,7 +28,7 @@ public:
 
     [[nodiscard]] unsigned getWidth() const { return _width; }
     [[nodiscard]] unsigned getHeight() const { return _height; }
-    /// 1 grey, 2 grey and opacity, 3 red, green and blue, 4 these and opacity; 0 when empty.
+    /// 1 grey, 2 grey and opacity, 3 red, green and blue, 4 these and opacity; 0 at the start.
     [[nodiscard]] unsigned getChannels() const { return _channels; }
     /// The channels of a pixel side by side, the pixels of a row, row after row.
     [[nodiscard]] std::span<const std::uint8_t> getPixels() const { return _pixels; }

@@ -41,7 +41,7 @@ NodePtr makeCylinder(float height, float radius, unsigned sides, bool hasSide, b
 
 /// A geometry of lines, as one primitive, without normals and texture coordinates.
 ///
-/// ends  numbers of points, two for each line
+/// ends  numbers of points, two for each line, which go into its index list as they are
 GeometryPtr makeLines(std::span<const Pnt3f> points, std::span<const unsigned> ends);
 
 } // namespace osg

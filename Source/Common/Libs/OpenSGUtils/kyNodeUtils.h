@@ -62,6 +62,7 @@ void setTransformNodeTranslation(const osg::NodePtr& node, const osg::Vec3f& tra
                                  bool isAbsolute, int keyFrame);
 /// degrees  about x, y and z; the turn about x acts first, that about z last
 void setTransformNodeRotation(const osg::NodePtr& node, const osg::Vec3f& degrees, int keyFrame);
+/// factors  along x, y and z
 void setTransformNodeScale(const osg::NodePtr& node, const osg::Vec3f& factors, int keyFrame);
 
 /// The points that the scale and the rotation leave in place.
@@ -75,7 +76,7 @@ void setTransformNodeRotatePivot(const osg::NodePtr& node, const osg::Vec3f& piv
 
 /// A direction in spherical coordinates: x is the azimuth in the x, y plane, 0 on +x and pi/2 on
 /// +y, y the polar angle, 0 on +z and pi on -z, both in radians, and z the length. The azimuth of
-/// the z axis, and both angles of the zero vector, are 0.
+/// the z axis, and both angles of the zero vector, are 0. The coordinates are to be finite.
 osg::Vec3f cartesianToSpherical(float x, float y, float z);
 
 } // namespace kyNodeUtils

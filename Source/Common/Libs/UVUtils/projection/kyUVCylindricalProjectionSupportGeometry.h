@@ -36,7 +36,7 @@ public:
     /// blendChunk  what the application's transparent materials share; may be null
     void init(const osg::BlendChunkPtr& blendChunk);
 
-    /// Shows or hides the cylinder; hidden at the start.
+    /// Shows or hides the cylinder; hidden at the start. Does nothing before init.
     void setActive(bool isActive);
 
     /// Of the cylinder and the limit planes, from 0 to 1, 0.2 at the start. Does nothing before

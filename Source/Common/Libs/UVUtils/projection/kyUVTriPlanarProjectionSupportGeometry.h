@@ -30,7 +30,7 @@ public:
     /// blendChunk  what the application's transparent materials share; may be null
     void init(const osg::BlendChunkPtr& blendChunk);
 
-    /// Shows or hides the tree; shown at the start.
+    /// Shows or hides the tree; shown at the start. Does nothing before init.
     void setActive(bool isActive);
 
     /// Of the planes, from 0 to 1, 0.2 at the start. Before init setting does nothing, and the
