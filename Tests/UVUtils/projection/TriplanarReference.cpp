@@ -62,6 +62,7 @@ private:
     {
         std::map<std::array<float, 3>, unsigned> numberOf;
         std::vector<unsigned> places;
+        places.reserve(corners.size());
         for (const Pnt3f& p : corners)
             places.push_back(
                 numberOf.try_emplace({p[0], p[1], p[2]}, static_cast<unsigned>(numberOf.size()))

@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -14,7 +15,6 @@ namespace
 /// So many vertices are hashed at once: by then the places of the table that the first of them need
 /// have been fetched.
 constexpr unsigned int blockSize = 128;
-using HashBlock = std::array<std::uint64_t, blockSize>;
 
 /// The bits that a float is compared by.
 class ComparedBits
@@ -35,103 +35,131 @@ private:
     std::uint32_t zeroBits_; ///< what -0 is taken for
 };
 
-std::uint64_t mixed(std::uint64_t hash, std::uint32_t bits)
+/// The numbers of a property, all kinds of which are made of floats, and their place in a record.
+struct FloatColumn
 {
-    hash = (hash ^ bits) * 0x9E3779B97F4A7C15U;
-    return hash ^ (hash >> 32U);
-}
+    const float* numbers;
+    unsigned int width; ///< floats an element
+    unsigned int size;  ///< elements
+    unsigned int place; ///< of the first float among those of a record
+};
 
-/// The floats of one property; all kinds of vertex properties are made of floats.
-class FloatColumn
+/// Vertices as they are compared: records of equal length, two floats a word.
+class Records
 {
 public:
-    FloatColumn(const osg::GeoProperty& property, FloatEquality equality)
-        : numbers_(static_cast<const float*>(property.getData())),
-          width_(property.getStride() / static_cast<unsigned int>(sizeof(float))),
-          size_(property.getSize()), bitsOf_(equality)
-    {}
-
-    /// Works the numbers of the vertices from `first` on into the first `count` hashes.
-    void mixInto(HashBlock& hashes, unsigned int first, unsigned int count) const
+    Records(std::span<const osg::GeoPropertyPtr> properties, FloatEquality equality,
+            std::size_t expectedCount)
+        : bitsOf_(equality)
     {
-        switch (width_) { // known widths make plain loops
-        case 2:
-            return mixInto<2>(hashes, first, count);
-        case 3:
-            return mixInto<3>(hashes, first, count);
-        case 4:
-            return mixInto<4>(hashes, first, count);
-        default:
-            return mixInto<1>(hashes, first, count);
+        unsigned int floats = 0;
+        for (const osg::GeoPropertyPtr& property : properties) {
+            const auto width = property->getStride() / unsigned{sizeof(float)};
+            columns_.push_back({static_cast<const float*>(std::as_const(*property).getData()),
+                                width, property->getSize(), floats});
+            floats += width;
         }
+        wordCount_ = (floats + 1) / 2;
+        block_.resize(std::size_t{blockSize} * wordCount_);
+        kept_.reserve(expectedCount * wordCount_);
     }
 
-    bool areEqual(unsigned int a, unsigned int b) const
+    /// Packs the records of some vertices, blockSize at most, in the place of those before.
+    void pack(unsigned int first, unsigned int count)
     {
-        for (unsigned int k = 0; k < width_; ++k)
-            if (bitsAt(a, k) != bitsAt(b, k))
+        std::fill(block_.begin(), block_.end(), 0);
+        for (const FloatColumn& column : columns_)
+            packColumn(column, first, std::min(count, column.size - std::min(column.size, first)));
+    }
+
+    /// Of packed record i.
+    std::uint32_t hash(unsigned int i) const
+    {
+        std::uint64_t hash = 0;
+        for (const std::uint64_t word : record(block_, i)) {
+            hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
+            hash ^= hash >> 32U;
+        }
+        return static_cast<std::uint32_t>(hash);
+    }
+
+    /// Keeps packed record i behind those that were kept before.
+    void keep(unsigned int i)
+    {
+        const auto words = record(block_, i);
+        kept_.insert(kept_.end(), words.begin(), words.end());
+    }
+
+    bool isKept(unsigned int i, std::size_t keptRecord) const
+    {
+        const auto a = record(block_, i);
+        const auto b = record(kept_, keptRecord);
+        for (std::size_t k = 0; k < wordCount_; ++k)
+            if (a[k] != b[k])
                 return false;
         return true;
     }
 
 private:
-    std::uint32_t bitsAt(unsigned int vertex, unsigned int k) const
+    std::span<const std::uint64_t> record(const std::vector<std::uint64_t>& words,
+                                          std::size_t i) const
     {
-        return vertex < size_ ? bitsOf_(numbers_[std::size_t{vertex} * width_ + k]) : 0;
+        return {words.data() + i * wordCount_, wordCount_};
     }
 
-    template <unsigned int Width>
-    void mixInto(HashBlock& hashes, unsigned int first, unsigned int count) const
+    void packColumn(const FloatColumn& column, unsigned int first, unsigned int count)
     {
-        const unsigned int stored = std::min(count, size_ - std::min(size_, first));
-        const float* number = numbers_ + std::size_t{first} * width_;
-        for (unsigned int i = 0; i < stored; ++i, number += width_)
-            for (unsigned int k = 0; k < Width; ++k)
-                hashes[i] = mixed(hashes[i], bitsOf_(number[k]));
-        for (unsigned int i = stored; i < count; ++i)
-            for (unsigned int k = 0; k < Width; ++k)
-                hashes[i] = mixed(hashes[i], 0);
+        const float* numbers = column.numbers + std::size_t{first} * column.width;
+        for (unsigned int k = 0; k < column.width; ++k) {
+            const unsigned int place = column.place + k;
+            const unsigned int shift = place % 2 * 32;
+            std::uint64_t* word = block_.data() + place / 2;
+            for (unsigned int i = 0; i < count; ++i, word += wordCount_)
+                *word |= std::uint64_t{bitsOf_(numbers[std::size_t{i} * column.width + k])}
+                         << shift;
+        }
     }
 
-    const float* numbers_;
-    unsigned int width_; ///< floats an element
-    unsigned int size_;
     ComparedBits bitsOf_;
+    std::vector<FloatColumn> columns_;
+    std::size_t wordCount_ = 0; ///< of a record
+    std::vector<std::uint64_t> block_;
+    std::vector<std::uint64_t> kept_;
 };
 
-/// Open addressing with linear probing. The place of a hash is given by its highest bits, so that
-/// growing moves entries from front to back.
-class VertexTable
+/// Numbers under hashes, which may be those of several: open addressing with linear probing. The
+/// place of a hash is given by its highest bits, so that growing moves entries from front to back.
+class NumberTable
 {
 public:
-    explicit VertexTable(unsigned int expectedCount)
-        : bits_(static_cast<unsigned int>(std::bit_width(expectedCount | 7U))),
+    explicit NumberTable(unsigned int expectedCount)
+        : bits_(static_cast<unsigned int>(std::bit_width(expectedCount | 7U)) + 1),
           entries_(std::size_t{1} << bits_)
     {}
 
     void prefetch(std::uint32_t hash) const { osg::prefetch(&entries_[placeOf(hash)]); }
 
-    /// The first vertex that `isSame` accepts among those with that hash, or else `vertex`, which
+    /// The first number that `isSame` accepts among those with that hash, or else `number`, which
     /// is entered then.
     template <class IsSame>
-    unsigned int findOrEnter(std::uint32_t hash, unsigned int vertex, const IsSame& isSame)
+    unsigned int findOrEnter(std::uint32_t hash, unsigned int number, const IsSame& isSame)
     {
         std::size_t place = placeOf(hash);
-        for (; entries_[place].vertex != noVertex; place = following(place))
-            if (entries_[place].hash == hash && isSame(entries_[place].vertex))
-                return entries_[place].vertex;
-        entries_[place] = {hash, vertex};
+        for (; entries_[place].number != noNumber; place = following(place))
+            if (entries_[place].hash == hash && isSame(entries_[place].number))
+                return entries_[place].number;
+        entries_[place] = {hash, number};
         if (++count_ > entries_.size() / 2)
             grow();
-        return vertex;
+        return number;
     }
 
 private:
-    static constexpr unsigned int noVertex = std::numeric_limits<unsigned int>::max();
+    static constexpr unsigned int noNumber = std::numeric_limits<unsigned int>::max();
     struct Entry
     {
         std::uint32_t hash = 0;
-        unsigned int vertex = noVertex;
+        unsigned int number = noNumber;
     };
 
     std::size_t placeOf(std::uint32_t hash) const { return std::uint64_t{hash} << bits_ >> 32U; }
@@ -143,10 +171,10 @@ private:
         std::vector<Entry> old(std::size_t{1} << bits_);
         old.swap(entries_);
         for (const Entry& entry : old) {
-            if (entry.vertex == noVertex)
+            if (entry.number == noNumber)
                 continue;
             std::size_t place = placeOf(entry.hash);
-            while (entries_[place].vertex != noVertex)
+            while (entries_[place].number != noNumber)
                 place = following(place);
             entries_[place] = entry;
         }
@@ -157,53 +185,36 @@ private:
     std::size_t count_ = 0;
 };
 
-HashBlock hashesOf(std::span<const FloatColumn> columns, unsigned int first, unsigned int count)
-{
-    HashBlock hashes{};
-    for (const FloatColumn& column : columns)
-        column.mixInto(hashes, first, count);
-    return hashes;
-}
-
-bool areEqual(std::span<const FloatColumn> columns, unsigned int a, unsigned int b)
-{
-    return std::all_of(columns.begin(), columns.end(),
-                       [&](const FloatColumn& column) { return column.areEqual(a, b); });
-}
-
-/// source  the first vertex that is equal, which may be the vertex itself
-void join(JoinedVertices& joined, unsigned int vertex, unsigned int source)
-{
-    if (source == vertex) {
-        joined.newIdOf[vertex] = static_cast<unsigned int>(joined.sources.size());
-        joined.sources.push_back(vertex);
-    } else {
-        joined.newIdOf[vertex] = joined.newIdOf[source];
-    }
-}
-
 } // namespace
 
 JoinedVertices joinEqualVertices(std::span<const osg::GeoPropertyPtr> properties,
                                  unsigned int vertexCount, FloatEquality equality)
 {
-    std::vector<FloatColumn> columns;
-    for (const osg::GeoPropertyPtr& property : properties)
-        columns.emplace_back(*property, equality);
-    JoinedVertices joined;
-    joined.newIdOf.resize(vertexCount);
     // Meshes have about six corners a vertex, so that of corners about a sixth remain.
-    VertexTable table(vertexCount / 4);
+    const unsigned int expectedCount = vertexCount / 6;
+    NumberTable table(expectedCount);
+    Records records(properties, equality, expectedCount);
+    JoinedVertices joined;
+    joined.newIdOf.reserve(vertexCount);
+    joined.sources.reserve(expectedCount);
+    std::array<std::uint32_t, blockSize> hashes{};
     for (unsigned int first = 0, count = 0; first < vertexCount; first += count) {
         count = std::min(blockSize, vertexCount - first);
-        const HashBlock hashes = hashesOf(columns, first, count);
-        for (unsigned int i = 0; i < count; ++i)
-            table.prefetch(static_cast<std::uint32_t>(hashes[i]));
-        for (unsigned int i = 0; i < count; ++i)
-            join(joined, first + i,
-                 table.findOrEnter(
-                     static_cast<std::uint32_t>(hashes[i]), first + i,
-                     [&](unsigned int other) { return areEqual(columns, first + i, other); }));
+        records.pack(first, count);
+        for (unsigned int i = 0; i < count; ++i) {
+            hashes[i] = records.hash(i);
+            table.prefetch(hashes[i]);
+        }
+        for (unsigned int i = 0; i < count; ++i) {
+            const auto next = static_cast<unsigned int>(joined.sources.size());
+            const unsigned int newId = table.findOrEnter(
+                hashes[i], next, [&](unsigned int number) { return records.isKept(i, number); });
+            joined.newIdOf.push_back(newId);
+            if (newId != next)
+                continue;
+            joined.sources.push_back(first + i);
+            records.keep(i);
+        }
     }
     return joined;
 }
