@@ -1,11 +1,13 @@
 #include "OpenSG/SimpleGeometry.h"
 
+#include "OpenSG/CoreAs.h"
 #include "OpenSG/RefPtr.h"
 #include "OpenSG/TriangleIterator.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numbers>
 
@@ -14,81 +16,59 @@ using namespace osg;
 namespace
 {
 
-/// What the triangles of a shape add up to.
-struct Sums
+/// The point of a tube of radius 2 and height 3 that shows a place of a picture.
+Pnt3f onTube(const Vec2f& uv)
 {
-    Vec3f area; ///< along the normals
-    float volume = 0;
-};
+    const double angle = (static_cast<double>(uv.x()) - 0.5) * 2 * std::numbers::pi;
+    return Pnt3f(2 * std::sin(angle), 3 * uv.y() - 1.5F, 2 * std::cos(angle));
+}
 
-/// Adds up, and checks that each triangle is wound as its normals say and shows a picture upright
-/// and not mirrored.
-Sums checkedSums(const Geometry& shape)
+TEST(SimpleGeometry, LaysAPictureUprightOnItsOutside)
 {
-    EXPECT_EQ(shape.getNormals()->getSize(), shape.getPositions()->getSize());
-    EXPECT_EQ(shape.getTexCoords()->getSize(), shape.getPositions()->getSize());
-    Sums sums;
-    for (auto t = shape.beginTriangles(); t != shape.endTriangles(); ++t) {
-        Vec3f corners[3];
-        Vec2f uvs[3];
-        for (unsigned k = 0; k < 3; ++k) {
-            corners[k] = t.getPosition(k).subZero();
-            uvs[k] = shape.getTexCoords()->getValue(t.getPositionIndex(k));
+    const auto volumeOfPrism = [](int sides) {
+        return 3 * 4 * sides / 2.0 * std::sin(2 * std::numbers::pi / sides);
+    };
+    const struct
+    {
+        NodePtr node;
+        unsigned triangles;
+        double volume; ///< of the cones from (-1, -1, -1) to the triangles
+        std::function<Pnt3f(Vec2f)> pointAt;
+    } cases[] = {
+        {makePlane(3, 2, 4, 0, NormalAlongX), 8, 2,
+         [](Vec2f uv) { return Pnt3f(0, 3 * uv.x() - 1.5F, 2 * uv.y() - 1); }},
+        {makePlane(3, 2, 4, 1, NormalAlongY), 8, 2,
+         [](Vec2f uv) { return Pnt3f(2 * uv.y() - 1, 0, 3 * uv.x() - 1.5F); }},
+        {makePlane(3, 2, 4, 2, NormalAlongZ), 16, 2,
+         [](Vec2f uv) { return Pnt3f(3 * uv.x() - 1.5F, 2 * uv.y() - 1, 0); }},
+        {makeCylinder(3, 2, 0, true, false, false), 6, volumeOfPrism(3) * 2 / 3, onTube},
+        {makeCylinder(3, 2, 7, true, true, true), 28, volumeOfPrism(7), {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        const RefPtr<Node> node(c.node);
+        const GeometryPtr shape = coreAs<Geometry>(node);
+        unsigned triangles = 0;
+        double volume = 0;
+        for (auto t = shape->beginTriangles(); t != shape->endTriangles(); ++t, ++triangles) {
+            Vec2f uvs[3];
+            for (unsigned k = 0; k < 3; ++k) {
+                uvs[k] = shape->getTexCoords()->getValue(t.getPositionIndex(k));
+                const Pnt3f expected = c.pointAt ? c.pointAt(uvs[k]) : t.getPosition(k);
+                EXPECT_LT((t.getPosition(k) - expected).length(), 1e-5F);
+            }
+            const Vec2f a = uvs[1] - uvs[0];
+            const Vec2f b = uvs[2] - uvs[0];
+            EXPECT_GT(a.x() * b.y() - a.y() * b.x(), 0) << "neither mirrored nor collapsed";
+            const Pnt3f p = t.getPosition(0);
+            const Vec3f area = (t.getPosition(1) - p).cross(t.getPosition(2) - p) * 0.5F;
+            for (unsigned k = 0; k < 3; ++k)
+                EXPECT_GT(area.dot(shape->getNormals()->getValue(t.getPositionIndex(k))),
+                          0.4F * area.length());
+            volume += static_cast<double>((p - Pnt3f(-1, -1, -1)).dot(area)) / 3;
         }
-        const Vec3f area = (corners[1] - corners[0]).cross(corners[2] - corners[0]) * 0.5F;
-        for (unsigned k = 0; k < 3; ++k)
-            EXPECT_GT(area.dot(shape.getNormals()->getValue(t.getPositionIndex(k))),
-                      0.4F * area.length());
-        const Vec2f a = uvs[1] - uvs[0];
-        const Vec2f b = uvs[2] - uvs[0];
-        EXPECT_GT(a.x() * b.y() - a.y() * b.x(), 0);
-        sums.area += area;
-        sums.volume += corners[0].dot(area) / 3;
-    }
-    return sums;
-}
-
-const Geometry& coreOf(const RefPtr<Node>& node)
-{
-    return *dcast<Geometry>(node->getCore());
-}
-
-TEST(MakePlane, LiesInItsCoordinatePlaneWithThePictureUpright)
-{
-    for (const unsigned axis : {0U, 1U, 2U}) {
-        SCOPED_TRACE(axis);
-        const RefPtr<Node> node(makePlane(3, 2, 4, axis, CoordinateSystem(axis)));
-        const Geometry& plane = coreOf(node);
-        EXPECT_EQ(plane.getIndices()->getSize(), 6U * 4 * std::max(axis, 1U));
-        Vec3f area;
-        area[axis] = 6;
-        EXPECT_LT((checkedSums(plane).area - area).length(), 1e-5F);
-        for (unsigned i = 0; i < plane.getPositions()->getSize(); ++i) {
-            const Vec2f uv = plane.getTexCoords()->getValue(i);
-            Pnt3f expected;
-            expected[(axis + 1) % 3] = 3 * uv.x() - 1.5F;
-            expected[(axis + 2) % 3] = 2 * uv.y() - 1;
-            EXPECT_LT((plane.getPositions()->getValue(i) - expected).length(), 1e-6F);
-        }
-    }
-}
-
-TEST(MakeCylinder, IsClosedWithAllPartsAndLaysAPictureAroundTheSide)
-{
-    const RefPtr<Node> whole(makeCylinder(3, 2, 7, true, true, true));
-    const Sums sums = checkedSums(coreOf(whole));
-    EXPECT_LT(sums.area.length(), 1e-4F);
-    EXPECT_NEAR(sums.volume, 3 * 4 * 3.5 * std::sin(2 * std::numbers::pi / 7), 1e-4);
-
-    const RefPtr<Node> side(makeCylinder(3, 2, 0, true, false, false));
-    const Geometry& tube = coreOf(side);
-    EXPECT_EQ(tube.getIndices()->getSize(), 3U * 6) << "no less than three sides";
-    for (unsigned i = 0; i < tube.getPositions()->getSize(); ++i) {
-        const Pnt3f p = tube.getPositions()->getValue(i);
-        const Vec2f uv = tube.getTexCoords()->getValue(i);
-        const double angle = (static_cast<double>(uv.x()) - 0.5) * 2 * std::numbers::pi;
-        EXPECT_LT((p - Pnt3f(2 * std::sin(angle), 3 * uv.y() - 1.5F, 2 * std::cos(angle))).length(),
-                  1e-5F);
+        EXPECT_EQ(triangles, c.triangles);
+        EXPECT_NEAR(volume, c.volume, 1e-4);
     }
 }
 
