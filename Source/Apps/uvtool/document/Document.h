@@ -85,6 +85,10 @@ struct DocumentGeometry
     /// a command parted.
     std::vector<std::uint32_t> sourceOfNewPosition;
 
+    /// [slot][values behind those that were read] The same for UVs; empty in a slot where these
+    /// are no copies but new.
+    std::array<std::vector<std::uint32_t>, slotCount> sourceOfNewUV;
+
     /// The reader's own number of this geometry, for its writer.
     std::size_t source = 0;
 

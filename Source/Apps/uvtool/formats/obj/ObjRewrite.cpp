@@ -1,8 +1,7 @@
 #include "formats/obj/ObjRewrite.h"
 
-#include "document/NumberText.h"
+#include "formats/obj/UVLines.h"
 #include "formats/obj/VertexLines.h"
-#include "mesh/EqualValues.h"
 
 #include <algorithm>
 #include <array>
@@ -86,13 +85,14 @@ public:
     Rewriter(const Document& document, const ObjPayload& payload)
         : document_(document), payload_(payload), faces_(polygonsOfFaces(document)),
           lineEnd_(payload.text.find("\r\n") == std::string::npos ? "\n" : "\r\n"),
-          isStarted_(document.geometries.size(), 0), vertexLines_(document, payload)
+          isStarted_(document.geometries.size(), 0), vertexLines_(document, payload),
+          uvLines_(document, payload)
     {}
 
     std::string rewrite()
     {
-        markKept();
-        numberValues();
+        keepValuesOfCurves();
+        numberLines();
         return emit();
     }
 
@@ -102,100 +102,31 @@ private:
         return payload_.geometries[document_.geometries[g].source];
     }
 
-    std::size_t readCount(std::size_t g) const { return numbersOf(g).vtOfValue.size(); }
-
-    /// New values of a geometry: those behind the ones that were read.
-    std::uint32_t newCount(std::size_t g) const
+    void keepValuesOfCurves()
     {
-        return static_cast<std::uint32_t>(document_.geometries[g].uvs[0].values.size() -
-                                          readCount(g));
-    }
-
-    /// A `vt` line goes when geometries used it and none does any more. Lines of curves use some
-    /// too.
-    void markKept()
-    {
-        kept_.assign(payload_.vtCount, 1);
-        for (const ObjPayload::Numbers& numbers : payload_.geometries) {
-            for (const std::uint32_t vt : numbers.vtOfValue)
-                kept_[vt] = 0;
-        }
-        for (std::size_t g = 0; g < document_.geometries.size(); ++g) {
-            for (const std::uint32_t value : document_.geometries[g].uvs[0].ofCorner) {
-                if (value < readCount(g))
-                    kept_[numbersOf(g).vtOfValue[value]] = 1;
-            }
-        }
         forStatements([this](const ObjStatement& statement) {
             const CurveKind* const kind = curveKindOf(statement);
             if (kind == nullptr)
                 return;
             std::string_view rest = verticesOf(statement, *kind);
-            for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest)) {
-                const std::uint32_t vt = absoluteNumber(splitCorner(word).vt, vtRead_);
-                if (vt < payload_.vtCount)
-                    kept_[vt] = 1;
-            }
+            for (std::string_view word = takeWord(rest); !word.empty(); word = takeWord(rest))
+                uvLines_.keep(absoluteNumber(splitCorner(word).vt, vtRead_));
         });
     }
 
-    void numberValues()
+    void numberLines()
     {
-        numberOfRead_.assign(payload_.vtCount, absentIndex);
-        numberOfNew_.resize(document_.geometries.size());
-        SharedNumbers shared;
-        std::uint32_t next = 0;
-        forStatements([&](const ObjStatement& statement) {
-            if (statement.keyword == "vt" && kept_[vtRead_] != 0)
-                numberOfRead_[vtRead_] = next++;
+        forStatements([this](const ObjStatement& statement) {
+            if (statement.keyword == "vt")
+                uvLines_.numberLine(vtRead_, statement);
             else if (statement.keyword == "v")
                 vertexLines_.numberLine(statement);
             if (const std::size_t g = geometryStartingHere(statement); g != absentIndex) {
                 isStarted_[g] = 1;
                 vertexLines_.numberCopies(g);
-                numberNewValues(g, shared, next);
+                uvLines_.numberNew(g);
             }
         });
-    }
-
-    /// Values that geometries have in common, one UV at one position, are one line.
-    using Place = std::array<double, 5>;
-    struct SharedNumbers
-    {
-        FirstUseNumbers<Place, ValueHash> places{0};
-        std::vector<std::uint32_t> numberOfPlace;
-    };
-
-    void numberNewValues(std::size_t g, SharedNumbers& shared, std::uint32_t& next)
-    {
-        std::vector<std::uint32_t>& numbers = numberOfNew_[g];
-        for (const std::uint32_t place : placesOfNewValues(g, shared)) {
-            if (place == absentIndex) {
-                numbers.push_back(next++);
-                continue;
-            }
-            if (shared.numberOfPlace[place] == absentIndex)
-                shared.numberOfPlace[place] = next++;
-            numbers.push_back(shared.numberOfPlace[place]);
-        }
-    }
-
-    /// [new value] a number of what it stands for, and where; absentIndex where it isn't used.
-    std::vector<std::uint32_t> placesOfNewValues(std::size_t g, SharedNumbers& shared) const
-    {
-        const DocumentGeometry& geometry = document_.geometries[g];
-        const CornerAttribute<Vec2f>& uvs = geometry.uvs[0];
-        std::vector<std::uint32_t> places(newCount(g), absentIndex);
-        for (std::size_t c = 0; c < geometry.cornerCount(); ++c) {
-            if (!uvs.has(c) || uvs.ofCorner[c] < readCount(g))
-                continue;
-            std::uint32_t& place = places[uvs.ofCorner[c] - readCount(g)];
-            const Vec3d& at = geometry.positions.at(c);
-            if (place == absentIndex)
-                place = shared.places.of({at[0], at[1], at[2], uvs.at(c)[0], uvs.at(c)[1]});
-        }
-        shared.numberOfPlace.resize(shared.places.size(), absentIndex);
-        return places;
     }
 
     std::string emit()
@@ -222,12 +153,10 @@ private:
 
     void emitOldValue(const ObjStatement& statement, std::string& out, const char*& done)
     {
-        if (kept_[vtRead_] == 0) {
+        if (uvLines_.writeLine(vtRead_))
+            out.append(statement.line);
+        else
             done = behindLineEnd(done);
-            return;
-        }
-        out.append(statement.line);
-        ++vtWritten_;
     }
 
     void emitOther(const ObjStatement& statement, std::string& out)
@@ -254,23 +183,7 @@ private:
     {
         isStarted_[g] = 1;
         vertexLines_.writeCopies(g, lineEnd_, out);
-        emitNewValues(g, out);
-    }
-
-    /// A thin triangle must not turn over for readers that don't round to floats.
-    void emitNewValues(std::size_t g, std::string& out)
-    {
-        const std::vector<Vec2f>& values = document_.geometries[g].uvs[0].values;
-        for (std::size_t i = readCount(g); i < values.size(); ++i) {
-            if (numberOfNew_[g][i - readCount(g)] != vtWritten_)
-                continue; // written before
-            out += "vt ";
-            appendExactNumber(out, values[i][0]);
-            out += ' ';
-            appendExactNumber(out, values[i][1]);
-            out += lineEnd_;
-            ++vtWritten_;
-        }
+        uvLines_.writeNew(g, lineEnd_, out);
     }
 
     /// The face as it stands, with the `v` and `vt` numbers of its corners changed where they have
@@ -283,7 +196,7 @@ private:
         replaceWords(statement.rest, out, [&](std::string_view word, std::string& to) {
             const ObjCornerText text = splitCorner(word);
             const std::string v = vertexLines_.wordOf(face.geometry, corner, text.v);
-            appendCorner({v, text.vt, text.vn}, vtNumber(face.geometry, corner), to);
+            appendCorner({v, text.vt, text.vn}, uvLines_.numberOf(face.geometry, corner), to);
             ++corner;
         });
         out.append(statement.rest.data() + statement.rest.size(),
@@ -297,20 +210,11 @@ private:
             return;
         out += '/';
         if (vt != absentIndex)
-            appendVt(text.vt, vt, out);
+            out += uvLines_.wordFor(vt, text.vt);
         if (!text.vn.empty()) {
             out += '/';
             out += text.vn;
         }
-    }
-
-    /// Numbers that counted back go on doing so.
-    void appendVt(std::string_view before, std::uint32_t vt, std::string& out) const
-    {
-        if (before.starts_with('-'))
-            out += std::to_string(std::int64_t{vt} - std::int64_t{vtWritten_});
-        else
-            out += std::to_string(std::int64_t{vt} + 1);
     }
 
     void emitTriangles(const FacePolygons& face, std::string& out) const
@@ -331,7 +235,7 @@ private:
                     vn = wordOf(numbers.vnOfNormal[geometry.normals.ofCorner[c]]);
                 const std::string v = vertexLines_.wordOf(face.geometry, c, {});
                 out += ' ';
-                appendCorner({v, {}, vn}, vtNumber(face.geometry, c), out);
+                appendCorner({v, {}, vn}, uvLines_.numberOf(face.geometry, c), out);
             }
         }
     }
@@ -343,23 +247,10 @@ private:
             const ObjCornerText text = splitCorner(word);
             const std::uint32_t vt = absoluteNumber(text.vt, vtRead_);
             const std::string v = vertexLines_.wordOf(text.v);
-            appendCorner({v, text.vt, text.vn},
-                         vt < payload_.vtCount ? numberOfRead_[vt] : absentIndex, to);
+            appendCorner({v, text.vt, text.vn}, uvLines_.numberOf(vt), to);
         });
         out.append(vertices.data() + vertices.size(),
                    statement.line.data() + statement.line.size());
-    }
-
-    /// Number in the new file, counted from 0, of the UV of a corner.
-    std::uint32_t vtNumber(std::size_t g, std::uint32_t corner) const
-    {
-        const CornerAttribute<Vec2f>& uvs = document_.geometries[g].uvs[0];
-        if (!uvs.has(corner))
-            return absentIndex;
-        const std::uint32_t value = uvs.ofCorner[corner];
-        if (value < readCount(g))
-            return numberOfRead_[numbersOf(g).vtOfValue[value]];
-        return numberOfNew_[g][value - readCount(g)];
     }
 
     /// The geometry whose first face this statement is and that has new lines; else absentIndex.
@@ -369,7 +260,7 @@ private:
             return absentIndex;
         const std::size_t g = faces_[facesRead_].geometry;
         if (g == absentIndex || isStarted_[g] != 0 ||
-            (newCount(g) == 0 && vertexLines_.copyCount(g) == 0))
+            (uvLines_.newCount(g) == 0 && vertexLines_.copyCount(g) == 0))
             return absentIndex;
         return g;
     }
@@ -404,16 +295,12 @@ private:
     const std::vector<FacePolygons> faces_;
     const std::string lineEnd_;
 
-    std::vector<char> kept_;                  ///< by `vt` of the file: 1 = its line stays
-    std::vector<std::uint32_t> numberOfRead_; ///< by `vt` of the file: its number in the new one
-    std::vector<char> isStarted_;             ///< by geometry: its first face was met
-    /// By geometry and new value: its number in the new file.
-    std::vector<std::vector<std::uint32_t>> numberOfNew_;
+    std::vector<char> isStarted_; ///< by geometry: its first face was met
     VertexLines vertexLines_;
+    UVLines uvLines_;
 
     std::uint32_t vtRead_ = 0;
     std::uint32_t facesRead_ = 0;
-    std::uint32_t vtWritten_ = 0;
 };
 
 } // namespace

@@ -32,6 +32,13 @@ bool joinsLines(std::string_view text, std::size_t at)
 
 } // namespace
 
+std::string_view ObjStatement::withoutComment() const
+{
+    const std::size_t last = rest.find_last_not_of(" \t");
+    const char* const end = rest.data() + (last == std::string_view::npos ? 0 : last + 1);
+    return {keyword.data(), static_cast<std::size_t>(end - keyword.data())};
+}
+
 bool ObjStatements::next(ObjStatement& statement)
 {
     while (at_ < text_.size()) {

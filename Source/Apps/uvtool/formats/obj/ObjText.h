@@ -17,6 +17,9 @@ struct ObjStatement
     std::string_view keyword;
     std::string_view rest;
     std::string_view line; ///< all of it with its comment, without the line's end
+
+    /// From the keyword to the last word.
+    std::string_view withoutComment() const;
 };
 
 /// Walks over the statements of a text, blank lines and comments left out.

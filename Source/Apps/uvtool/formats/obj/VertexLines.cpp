@@ -15,9 +15,7 @@ std::uint32_t absoluteNumber(std::string_view word, std::uint32_t before)
 
 void VertexLines::numberLine(const ObjStatement& line)
 {
-    const std::size_t last = line.rest.find_last_not_of(" \t");
-    const char* const end = line.rest.data() + (last == std::string_view::npos ? 0 : last + 1);
-    lines_.emplace_back(line.keyword.data(), static_cast<std::size_t>(end - line.keyword.data()));
+    lines_.push_back(line.withoutComment());
     numberOfRead_.push_back(next_++);
 }
 
