@@ -1,7 +1,10 @@
+#include "uvtool/ObjTopology.h"
 #include "uvtool/TempFolder.h"
 #include "uvtool/ToolRun.h"
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace
 {
@@ -24,7 +27,8 @@ TEST(RepairCommand, WritesTheFileWithCopiesOfVertexLinesAndNothingElseNew)
               "o b\nv 9 9 9\nv 8 8 8\nf 9 10 2\nl 9 -1\np 1 9\ncurv 0 1 1 9\n");
     EXPECT_EQ(run.json()["geometries"][0]["repair"],
               nlohmann::json::parse(R"({"singularVertices": 1, "singularEdges": 0,
-                                        "foldedTriangles": 1, "newVertices": 3, "rounds": 1})"));
+                                        "foldedTriangles": 1, "singularUVs": 0,
+                                        "newVertices": 3, "newUVs": 0, "rounds": 1})"));
 }
 
 TEST(RepairCommand, TakesPolygonsApartThatComeApart)
@@ -40,6 +44,71 @@ TEST(RepairCommand, TakesPolygonsApartThatComeApart)
         const ToolRun again = runTool({"repair", folder / name, "-o", folder / "2.obj"});
         EXPECT_NE(again.err.find("nothing singular"), std::string::npos) << again.err;
     }
+}
+
+/// An octahedron with two charts that touch in its top, 1, and one of the other faces that
+/// touches itself there.
+TEST(RepairCommand, GivesChartsThatTouchInAPointUVsOfTheirOwn)
+{
+    const TempFolder folder;
+    const std::string values = "v 0 0 1\nv 1 0 0\nv 0 1 0\nv -1 0 0\nv 0 -1 0\nv 0 0 -1\n"
+                               "vt .5 0.30000000000000004 1 # top\nvt 1 0\nvt 1 1\nvt 0 1\n"
+                               "vt 0 0\nvt .5 .5\nvt .5 0\n";
+    const std::string others = "f 1/6 3/6 4/6\nf 1/6 5/6 2/6\nf 3/6 2/6 6/7\nf 4/6 3/6 6/7\n"
+                               "f 5/6 4/6 6/7\nf 2/6 5/6 6/7\nl 1/1 2/6\n";
+    const auto in = folder.write("in.obj", values + "f 1/1 2/2 3/3\nf 1/-7 4/4 5/5\n" + others);
+    const ToolRun run = runTool({"repair", in, "-o", folder / "out.obj", "--json", "--quiet"});
+    ASSERT_EQ(run.status, Done) << run.err;
+    EXPECT_EQ(run.json()["geometries"][0]["repair"]["newVertices"], 0);
+    EXPECT_EQ(run.json()["geometries"][0]["repair"]["newUVs"], 1);
+    EXPECT_EQ(bytesOf(folder / "out.obj"),
+              values + "vt .5 0.30000000000000004 1\nf 1/1 2/2 3/3\nf 1/-1 4/4 5/5\n" + others);
+}
+
+/// Faces over few positions and few UVs, which are all equal; some have none.
+std::string randomFaces(std::mt19937& random)
+{
+    const auto upTo = [&random](int n) { return 1 + static_cast<int>(random() % unsigned(n)); };
+    std::string text;
+    const int count = 3 + upTo(6);
+    for (int i = 0; i < count; ++i)
+        text += "v " + std::to_string(i) + " 0 0\nvt 0.5 0.5\n";
+    for (const char* const object : {"o a\n", "o b\n"}) {
+        text += object;
+        for (int f = upTo(16); f > 0; --f) {
+            const bool hasUVs = upTo(5) > 1;
+            text += "f";
+            for (int k = 0; k < 3; ++k)
+                text += " " + std::to_string(upTo(count)) +
+                        (hasUVs ? "/" + std::to_string(upTo(2)) : "");
+            text += "\n";
+        }
+    }
+    return text;
+}
+
+TEST(RepairCommand, LeavesNothingSingularInAnyTanglesNumbers)
+{
+    const TempFolder folder;
+    std::size_t found = 0;
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        const std::string text = randomFaces(random);
+        ASSERT_EQ(
+            runTool({"repair", folder.write("in.obj", text), "-o", folder / "out.obj"}).status,
+            Done);
+        const ObjTopology before(text);
+        const ObjTopology after(bytesOf(folder / "out.obj"));
+        found += before.singularCount(true);
+        EXPECT_EQ(after.singularCount(false) + after.singularCount(true), 0U);
+        EXPECT_EQ(after.cornerValues(), before.cornerValues());
+        const auto setOf = [](const auto& lines) { return std::set(lines.begin(), lines.end()); };
+        EXPECT_EQ(setOf(after.positions), setOf(before.positions));
+        ASSERT_EQ(runTool({"repair", folder / "out.obj", "-o", folder / "2.obj"}).status, Done);
+        EXPECT_EQ(bytesOf(folder / "2.obj"), bytesOf(folder / "out.obj"));
+    }
+    EXPECT_GT(found, 100U);
 }
 
 } // namespace

@@ -21,18 +21,37 @@ struct Repaired
     double seconds = 0.0;
 };
 
+/// Parts corners so that the vertices that they have in the file are manifold.
+Repaired repairSurface(DocumentGeometry& geometry, RepairedVertices kind)
+{
+    const Repair repair = repairTriangles(geometry, kind);
+    return {repair.counts, partCorners(geometry, repair.numberOfTriangleCorner)};
+}
+
+/// Goes on with charts, in which nothing is left that touches along an edge.
+void repairCharts(DocumentGeometry& geometry, std::size_t slot, Repaired& repaired)
+{
+    const Repair repair = repairUVs(geometry, slot);
+    const std::size_t surfaceRounds = repaired.counts.rounds;
+    repaired.counts += repair.counts;
+    repaired.counts.rounds = surfaceRounds + repair.counts.rounds;
+    repaired.splitPolygons += partUVs(geometry, slot, repair.numberOfTriangleCorner);
+}
+
 Repaired repairGeometry(Task& task, std::size_t number)
 {
     task.throwIfCancelled();
     DocumentGeometry& geometry = task.document.geometries[number];
     LibraryLog log;
     const LibraryScope scope(task.console, log);
+    const FormatTraits traits = traitsOfFormat(task.options.output);
     const Stopwatch watch;
-    const bool hasWholeVertices = traitsOfFormat(task.options.output).hasWholeVertices;
-    const Repair repair =
-        repairTriangles(geometry, hasWholeVertices ? WholeVertices : PositionVertices);
-    const double seconds = watch.seconds();
-    return {repair.counts, partCorners(geometry, repair.positionOfTriangleCorner), seconds};
+    Repaired repaired =
+        repairSurface(geometry, traits.hasWholeVertices ? WholeVertices : PositionVertices);
+    for (std::size_t slot = 0; !traits.hasWholeVertices && slot < traits.slots; ++slot)
+        repairCharts(geometry, slot, repaired);
+    repaired.seconds = watch.seconds();
+    return repaired;
 }
 
 /// Adds what was done to the surfaces of a scene to its entry.

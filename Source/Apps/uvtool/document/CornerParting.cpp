@@ -2,32 +2,58 @@
 
 #include "document/TornPolygons.h"
 
-#include <algorithm>
+#include <vector>
 
 namespace uvtool
 {
+namespace
+{
+
+/// Numbers of an attribute for the corners of triangles, as the copies of values that are new.
+template <class T>
+void takeCopies(CornerAttribute<T>& attribute, std::vector<std::uint32_t>& sourceOfNew,
+                std::span<const std::uint32_t> triangles,
+                std::span<const std::uint32_t> numberOfTriangleCorner)
+{
+    const std::size_t readCount = attribute.values.size() - sourceOfNew.size();
+    for (std::size_t i = 0; i < triangles.size(); ++i) {
+        std::uint32_t& ofCorner = attribute.ofCorner[triangles[i]];
+        const std::uint32_t number = numberOfTriangleCorner[i];
+        if (number == ofCorner)
+            continue;
+        const std::size_t copy = number - readCount;
+        if (copy >= sourceOfNew.size())
+            sourceOfNew.resize(copy + 1);
+        sourceOfNew[copy] = ofCorner;
+        ofCorner = number;
+    }
+    attribute.values.resize(readCount);
+    for (const std::uint32_t source : sourceOfNew)
+        attribute.values.push_back(attribute.values[source]);
+}
+
+} // namespace
 
 std::size_t partCorners(DocumentGeometry& geometry,
                         std::span<const std::uint32_t> positionOfTriangleCorner)
 {
     const std::size_t tornCount = splitTornPolygons(geometry, positionOfTriangleCorner);
-    CornerAttribute<Vec3d>& positions = geometry.positions;
-    const std::size_t readCount = geometry.readPositionCount();
-    for (std::size_t i = 0; i < geometry.triangles.size(); ++i) {
-        std::uint32_t& ofCorner = positions.ofCorner[geometry.triangles[i]];
-        const std::uint32_t position = positionOfTriangleCorner[i];
-        if (position == ofCorner)
-            continue;
-        const std::size_t copy = position - readCount;
-        if (copy >= geometry.sourceOfNewPosition.size())
-            geometry.sourceOfNewPosition.resize(copy + 1);
-        geometry.sourceOfNewPosition[copy] = ofCorner;
-        ofCorner = position;
-    }
+    takeCopies(geometry.positions, geometry.sourceOfNewPosition, geometry.triangles,
+               positionOfTriangleCorner);
     geometry.keepsPositionsApart = true;
-    positions.values.resize(readCount);
-    for (const std::uint32_t source : geometry.sourceOfNewPosition)
-        positions.values.push_back(positions.values[source]);
+    return tornCount;
+}
+
+std::size_t partUVs(DocumentGeometry& geometry, std::size_t slot,
+                    std::span<const std::uint32_t> uvOfTriangleCorner)
+{
+    if (!geometry.uvs[slot].exists())
+        return 0;
+    const std::size_t tornCount = splitTornPolygons(geometry, uvOfTriangleCorner);
+    std::vector<std::uint32_t>& sources = geometry.sourceOfNewUV[slot];
+    takeCopies(geometry.uvs[slot], sources, geometry.triangles, uvOfTriangleCorner);
+    if (!sources.empty())
+        geometry.changedSlots.set(slot);
     return tornCount;
 }
 

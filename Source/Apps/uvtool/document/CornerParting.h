@@ -20,4 +20,12 @@ namespace uvtool
 std::size_t partCorners(DocumentGeometry& geometry,
                         std::span<const std::uint32_t> positionOfTriangleCorner);
 
+/// Gives corners UVs of their own in a slot that no command wrote, as partCorners does with
+/// positions: values stay, and those that are equal are kept apart. Without new numbers nothing is
+/// changed.
+///
+/// uvOfTriangleCorner  [3 * triangleCount] as there; absentIndex for corners without a UV
+std::size_t partUVs(DocumentGeometry& geometry, std::size_t slot,
+                    std::span<const std::uint32_t> uvOfTriangleCorner);
+
 } // namespace uvtool

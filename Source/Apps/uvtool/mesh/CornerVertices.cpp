@@ -35,14 +35,14 @@ void splitBy(const CornerAttribute<T>& attribute, const std::vector<std::uint32_
     vertices.vertexCount = split.size();
 }
 
-/// Splits the vertices so far where corners name different positions.
-void splitByPositionNumber(const DocumentGeometry& geometry, CornerVertices& vertices)
+/// Splits the vertices so far where corners name different values, equal or not.
+void splitByNumber(const std::vector<std::uint32_t>& numberOfCorner,
+                   const std::vector<std::uint32_t>& triangles, CornerVertices& vertices)
 {
     FirstUseNumbers<std::pair<std::uint32_t, std::uint32_t>, PairHash> split(vertices.vertexCount);
-    for (std::size_t i = 0; i < geometry.triangles.size(); ++i) {
-        const std::uint32_t position = geometry.positions.ofCorner[geometry.triangles[i]];
-        vertices.vertexOfCorner[i] = split.of({vertices.vertexOfCorner[i], position});
-    }
+    for (std::size_t i = 0; i < triangles.size(); ++i)
+        vertices.vertexOfCorner[i] =
+            split.of({vertices.vertexOfCorner[i], numberOfCorner[triangles[i]]});
     vertices.vertexCount = split.size();
 }
 
@@ -108,6 +108,14 @@ CornerVertices cornersByPositionNumber(const DocumentGeometry& geometry)
     return vertices;
 }
 
+CornerVertices cornersByUVNumber(const DocumentGeometry& geometry, std::size_t slot)
+{
+    CornerVertices vertices = cornersByPositionNumber(geometry);
+    if (geometry.uvs[slot].exists())
+        splitByNumber(geometry.uvs[slot].ofCorner, geometry.triangles, vertices);
+    return vertices;
+}
+
 bool isCutOpen(const DocumentGeometry& geometry)
 {
     const CornerVertices byNumber = cornersByPositionNumber(geometry);
@@ -145,7 +153,7 @@ CornerVertices distinctCorners(const DocumentGeometry& geometry)
     for (const CornerAttribute<Vec2f>& slot : geometry.uvs)
         splitBy(slot, geometry.triangles, vertices);
     if (geometry.keepsPositionsApart)
-        splitByPositionNumber(geometry, vertices);
+        splitByNumber(geometry.positions.ofCorner, geometry.triangles, vertices);
     return vertices;
 }
 

@@ -37,6 +37,10 @@ bool isCutOpen(const DocumentGeometry& geometry);
 /// Corners are one vertex where they name the same position, whose number is that of the vertex.
 CornerVertices cornersByPositionNumber(const DocumentGeometry& geometry);
 
+/// Corners are one vertex where they name the same position and the same UV in the slot, or both
+/// none there. Without UVs in the slot as cornersByPositionNumber.
+CornerVertices cornersByUVNumber(const DocumentGeometry& geometry, std::size_t slot);
+
 /// Corners are one vertex where positions are equal.
 CornerVertices cornersByPosition(const DocumentGeometry& geometry);
 

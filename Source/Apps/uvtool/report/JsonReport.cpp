@@ -163,7 +163,9 @@ Json repairJson(const RepairCounts& repair)
     return {{"singularVertices", repair.singularVertices},
             {"singularEdges", repair.singularEdges},
             {"foldedTriangles", repair.foldedTriangles},
+            {"singularUVs", repair.singularUVs},
             {"newVertices", repair.newVertices},
+            {"newUVs", repair.newUVs},
             {"rounds", repair.rounds}};
 }
 

@@ -165,22 +165,38 @@ std::string lineOnSeams(const Report& report)
            "; vertices in UV: " + change(compactVertices, done.compactVertices);
 }
 
+/// Things of several kinds, those that there are: "32 singular vertices, 4 singular edges".
+class CountedList
+{
+public:
+    void add(std::size_t count, const char* single, const char* plural)
+    {
+        if (count > 0)
+            text_ += (text_.empty() ? "" : ", ") + counted(count, single, plural);
+    }
+
+    const std::string& text() const { return text_; }
+
+private:
+    std::string text_;
+};
+
 /// "32 singular vertices, 4 singular edges repaired in 2 rounds; 34 new vertices".
 std::string textOf(const RepairCounts& repair)
 {
-    if (repair.newVertices == 0)
+    CountedList found;
+    found.add(repair.singularVertices, "singular vertex", "singular vertices");
+    found.add(repair.singularEdges, "singular edge", "singular edges");
+    found.add(repair.foldedTriangles, "folded triangle", "folded triangles");
+    found.add(repair.singularUVs, "UV where charts touched", "UVs where charts touched");
+    CountedList made;
+    made.add(repair.newVertices, "new vertex", "new vertices");
+    made.add(repair.newUVs, "new UV", "new UVs");
+    if (made.text().empty())
         return "nothing singular";
-    std::string text;
-    const auto add = [&text](std::size_t count, const char* single, const char* plural) {
-        if (count > 0)
-            text += (text.empty() ? "" : ", ") + counted(count, single, plural);
-    };
-    add(repair.singularVertices, "singular vertex", "singular vertices");
-    add(repair.singularEdges, "singular edge", "singular edges");
-    add(repair.foldedTriangles, "folded triangle", "folded triangles");
-    return text + " repaired" +
+    return found.text() + " repaired" +
            (repair.rounds > 1 ? " in " + std::to_string(repair.rounds) + " rounds" : "") + "; " +
-           counted(repair.newVertices, "new vertex", "new vertices");
+           made.text();
 }
 
 /// What was repaired in all geometries together, and, where there are several, in each.
@@ -192,7 +208,7 @@ std::vector<std::string> textOfRepair(const Report& report)
         if (!geometry.repair)
             continue;
         all += *geometry.repair;
-        if (geometry.repair->newVertices > 0)
+        if (geometry.repair->newVertices + geometry.repair->newUVs > 0)
             lines.push_back("  geometry " + std::to_string(geometry.number) + " " +
                             nameIn(geometry) + ": " + textOf(*geometry.repair));
     }

@@ -100,18 +100,37 @@ void fixUntilNothingIsFound(const osg::GeometryPtr& geometry, RepairCounts& coun
     }
 }
 
-/// New vertices become new positions, the others are those that they were.
-std::vector<std::uint32_t> positionsOf(const DocumentGeometry& geometry,
-                                       std::vector<std::uint32_t> vertexOfCorner,
-                                       std::size_t oldCount)
+/// New vertices become new values of the attribute, the others are those that they were.
+template <class T>
+std::vector<std::uint32_t>
+numbersOf(const CornerAttribute<T>& attribute, const std::vector<std::uint32_t>& triangles,
+          std::vector<std::uint32_t> vertexOfCorner, std::size_t oldCount)
 {
-    const std::size_t positionCount = geometry.positions.values.size();
+    const std::size_t valueCount = attribute.values.size();
     for (std::size_t i = 0; i < vertexOfCorner.size(); ++i)
         vertexOfCorner[i] =
             vertexOfCorner[i] < oldCount
-                ? geometry.positions.ofCorner[geometry.triangles[i]]
-                : static_cast<std::uint32_t>(vertexOfCorner[i] - oldCount + positionCount);
+                ? attribute.ofCorner[triangles[i]]
+                : static_cast<std::uint32_t>(vertexOfCorner[i] - oldCount + valueCount);
     return vertexOfCorner;
+}
+
+/// Where the vertices lie is no matter here, and neither are their UVs.
+osg::RefPtr<osg::Geometry> topologyOf(std::size_t vertexCount,
+                                      std::span<const std::uint32_t> triangles)
+{
+    const std::vector<Vec3f> origins(vertexCount);
+    return makeGeometry({origins, triangles, {}}, 0);
+}
+
+/// Drops the vertices whose corners have no UV.
+void keepMapped(const CornerVertices& vertices, const std::vector<std::uint32_t>& triangles,
+                const CornerAttribute<Vec2f>& uvs, std::vector<unsigned int>& kept)
+{
+    std::vector<char> isMapped(vertices.vertexCount, 0);
+    for (std::size_t i = 0; i < triangles.size(); ++i)
+        isMapped[vertices.vertexOfCorner[i]] = uvs.has(triangles[i]) ? 1 : 0;
+    std::erase_if(kept, [&isMapped](unsigned int vertex) { return isMapped[vertex] == 0; });
 }
 
 } // namespace
@@ -122,6 +141,8 @@ RepairCounts& RepairCounts::operator+=(const RepairCounts& other)
     singularVertices += other.singularVertices;
     singularEdges += other.singularEdges;
     newVertices += other.newVertices;
+    singularUVs += other.singularUVs;
+    newUVs += other.newUVs;
     rounds = std::max(rounds, other.rounds);
     return *this;
 }
@@ -133,13 +154,34 @@ Repair repairTriangles(const DocumentGeometry& geometry, RepairedVertices kind)
         kind == WholeVertices ? wholeVertices(geometry) : cornersByPositionNumber(geometry);
     FoldedTriangles folded(vertices.vertexOfCorner, vertices.vertexCount);
     repair.counts.foldedTriangles = folded.detach();
-    // Where the vertices lie is no matter here, and neither are their UVs.
-    const std::vector<Vec3f> nowhere(folded.vertexCount());
-    const osg::RefPtr<osg::Geometry> core = makeGeometry({nowhere, vertices.vertexOfCorner, {}}, 0);
+    const osg::RefPtr<osg::Geometry> core =
+        topologyOf(folded.vertexCount(), vertices.vertexOfCorner);
     fixUntilNothingIsFound(core, repair.counts);
     repair.counts.newVertices = core->getPositions()->getSize() - vertices.vertexCount;
-    repair.positionOfTriangleCorner =
-        positionsOf(geometry, core->getIndices()->getValues(), vertices.vertexCount);
+    repair.numberOfTriangleCorner =
+        numbersOf(geometry.positions, geometry.triangles, core->getIndices()->getValues(),
+                  vertices.vertexCount);
+    return repair;
+}
+
+Repair repairUVs(const DocumentGeometry& geometry, std::size_t slot)
+{
+    const CornerAttribute<Vec2f>& uvs = geometry.uvs[slot];
+    Repair repair;
+    if (!uvs.exists())
+        return repair;
+    const CornerVertices vertices = cornersByUVNumber(geometry, slot);
+    const osg::RefPtr<osg::Geometry> core =
+        topologyOf(vertices.vertexCount, vertices.vertexOfCorner);
+    kyTopologyRepair topology(core, kyUVTypes::UVSet0);
+    std::vector<unsigned int> singular = topology.findSingularVertices();
+    keepMapped(vertices, geometry.triangles, uvs, singular);
+    topology.fixSingularVertices(singular, nullptr);
+    repair.counts.singularUVs = singular.size();
+    repair.counts.newUVs = core->getPositions()->getSize() - vertices.vertexCount;
+    repair.counts.rounds = singular.empty() ? 0 : 1;
+    repair.numberOfTriangleCorner =
+        numbersOf(uvs, geometry.triangles, core->getIndices()->getValues(), vertices.vertexCount);
     return repair;
 }
 

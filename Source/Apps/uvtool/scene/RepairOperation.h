@@ -16,6 +16,8 @@ struct RepairCounts
     std::size_t singularVertices = 0;
     std::size_t singularEdges = 0;
     std::size_t newVertices = 0;
+    std::size_t singularUVs = 0; ///< in which charts met that share no edge
+    std::size_t newUVs = 0;
     std::size_t rounds = 0; ///< that found something
 
     RepairCounts& operator+=(const RepairCounts& other);
@@ -24,9 +26,9 @@ struct RepairCounts
 struct Repair
 {
     RepairCounts counts;
-    /// [3 * triangleCount] Positions; those behind the geometry's are copies, as partCorners takes
-    /// them.
-    std::vector<std::uint32_t> positionOfTriangleCorner;
+    /// [3 * triangleCount] Positions or UVs; those behind the geometry's are copies, as partCorners
+    /// and partUVs take them.
+    std::vector<std::uint32_t> numberOfTriangleCorner;
 };
 
 /// What a vertex is where triangles are to hang together.
@@ -43,6 +45,17 @@ enum RepairedVertices : std::int32_t
 ///
 /// A triangle that names a vertex twice runs along an edge twice, so that the library would cut the
 /// surface open beside it. It gets vertices of its own first, where others name them too.
+///
+/// Returns positions.
 Repair repairTriangles(const DocumentGeometry& geometry, RepairedVertices kind);
+
+/// Finds the UVs of a slot in which charts meet that share no edge, and gives each chart but the
+/// first one of its own. A chart is made of triangles that hang together by edges at which they
+/// name the same positions and the same UVs. For a geometry without singular edges, where UVs
+/// belong to corners.
+///
+/// Corners without a UV join charts as if it were one, but there is nothing to part in it. Returns
+/// UVs, absentIndex for these.
+Repair repairUVs(const DocumentGeometry& geometry, std::size_t slot);
 
 } // namespace uvtool
