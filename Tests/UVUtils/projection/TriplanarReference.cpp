@@ -1,81 +1,53 @@
 #include "UVUtils/projection/TriplanarReference.h"
 
+#include <algorithm>
 #include <array>
-#include <cmath>
+#include <bit>
 #include <functional>
 #include <map>
 #include <queue>
-#include <set>
 
-using osg::Pnt3f;
 using osg::Vec3f;
+using tiny::Ids;
+
+namespace reference
+{
 
 namespace
 {
 
-const std::array<Vec3f, 6> axes{Vec3f(1, 0, 0),  Vec3f(0, 1, 0),  Vec3f(0, 0, 1),
-                                Vec3f(-1, 0, 0), Vec3f(0, -1, 0), Vec3f(0, 0, -1)};
-
-/// The axes less than 60 degrees away, ascending. With whole numbers the angle is never just 60.
-std::vector<int> candidatesOf(const Vec3f& m)
-{
-    std::vector<int> result;
-    for (int axis = 0; axis < 6; ++axis) {
-        const double along = m.dot(axes[static_cast<std::size_t>(axis)]);
-        if (along > 0 && 4 * along * along > static_cast<double>(m.squareLength()))
-            result.push_back(axis);
-    }
-    return result;
-}
-
-/// Of equal components the last one counts.
-int dominantAxisOf(const Vec3f& m)
-{
-    int largest = 0;
-    for (int k = 1; k < 3; ++k)
-        if (std::abs(m[static_cast<unsigned>(k)]) >= std::abs(m[static_cast<unsigned>(largest)]))
-            largest = k;
-    return m[static_cast<unsigned>(largest)] > 0 ? largest : largest + 3;
-}
-
 class Propagation
 {
 public:
-    Propagation(const std::vector<Pnt3f>& corners, std::vector<std::vector<int>> candidates)
-        : candidates_(std::move(candidates)), axes_(candidates_.size(), -1),
-          neighbors_(candidates_.size())
+    Propagation(const Ids& places, const Masks& candidates)
+        : candidates_(candidates), neighbors_(candidates.size())
     {
-        for (std::size_t t = 0; t < axes_.size(); ++t)
-            if (candidates_[t].size() == 1)
-                axes_[t] = candidates_[t][0];
-        findNeighbors(corners);
-        pushFront();
+        for (const unsigned char mask : candidates)
+            axes.push_back(std::has_single_bit(mask) ? mask : 0);
+        findNeighbors(places);
+        for (const int axis : {0, 3, 1, 4, 2, 5})
+            for (std::size_t t = 0; t < axes.size(); ++t)
+                if (axes[t] == 1 << axis && hasOpenNeighbor(t))
+                    queue_.push(t);
         spread();
-        chooseWhere([](std::size_t count) { return count == 2; });
-        chooseWhere([](std::size_t count) { return count >= 3; });
+        chooseWhere([](int count) { return count == 2; });
+        chooseWhere([](int count) { return count >= 3; });
     }
 
-    std::vector<int> axes() const { return axes_; }
+    Masks axes;
 
 private:
-    void findNeighbors(const std::vector<Pnt3f>& corners)
+    void findNeighbors(const Ids& places)
     {
-        std::map<std::array<float, 3>, unsigned> numberOf;
-        std::vector<unsigned> places;
-        places.reserve(corners.size());
-        for (const Pnt3f& p : corners)
-            places.push_back(
-                numberOf.try_emplace({p[0], p[1], p[2]}, static_cast<unsigned>(numberOf.size()))
-                    .first->second);
         const auto edgeOf = [&](std::size_t t, std::size_t k) {
             return std::minmax(
                 {unsigned{places[3 * t + k]}, unsigned{places[3 * t + (k + 1) % 3]}});
         };
         std::map<std::pair<unsigned, unsigned>, std::vector<std::size_t>> trianglesOf;
-        for (std::size_t t = 0; t < axes_.size(); ++t)
+        for (std::size_t t = 0; t < axes.size(); ++t)
             for (const std::size_t k : {0U, 1U, 2U})
                 trianglesOf[edgeOf(t, k)].push_back(t);
-        for (std::size_t t = 0; t < axes_.size(); ++t)
+        for (std::size_t t = 0; t < axes.size(); ++t)
             for (const std::size_t k : {0U, 1U, 2U})
                 if (const auto& there = trianglesOf[edgeOf(t, k)]; there.size() < 3)
                     for (const std::size_t other : there)
@@ -86,60 +58,43 @@ private:
     bool hasOpenNeighbor(std::size_t t) const
     {
         return std::any_of(neighbors_[t].begin(), neighbors_[t].end(),
-                           [this](std::size_t x) { return axes_[x] < 0; });
-    }
-
-    void pushFront()
-    {
-        for (const int axis : {0, 3, 1, 4, 2, 5})
-            for (std::size_t t = 0; t < axes_.size(); ++t)
-                if (axes_[t] == axis && hasOpenNeighbor(t))
-                    queue_.push(t);
+                           [this](std::size_t x) { return axes[x] == 0; });
     }
 
     void spread()
     {
         for (; !queue_.empty(); queue_.pop())
-            for (const std::size_t x : neighbors_[queue_.front()]) {
-                const int axis = axes_[queue_.front()];
-                if (axes_[x] >= 0 || std::find(candidates_[x].begin(), candidates_[x].end(),
-                                               axis) == candidates_[x].end())
-                    continue;
-                axes_[x] = axis;
-                queue_.push(x);
-            }
+            for (const std::size_t x : neighbors_[queue_.front()])
+                if (axes[x] == 0 && (candidates_[x] & axes[queue_.front()]) != 0) {
+                    axes[x] = axes[queue_.front()];
+                    queue_.push(x);
+                }
     }
 
-    void chooseWhere(const std::function<bool(std::size_t)>& accepts)
+    void chooseWhere(const std::function<bool(int)>& accepts)
     {
-        for (std::size_t t = 0; t < axes_.size(); ++t) {
-            if (axes_[t] >= 0 || !accepts(candidates_[t].size()))
+        for (std::size_t t = 0; t < axes.size(); ++t) {
+            if (axes[t] != 0 || !accepts(std::popcount(candidates_[t])))
                 continue;
             const bool starts = hasOpenNeighbor(t);
-            axes_[t] =
-                starts || neighbors_[t].empty() ? candidates_[t][0] : axes_[neighbors_[t].back()];
+            const auto lowest = static_cast<unsigned char>(candidates_[t] & -candidates_[t]);
+            axes[t] = starts || neighbors_[t].empty() ? lowest : axes[neighbors_[t].back()];
             if (starts)
                 queue_.push(t);
             spread();
         }
     }
 
-    std::vector<std::vector<int>> candidates_;
-    std::vector<int> axes_;
+    const Masks& candidates_;
     std::vector<std::vector<std::size_t>> neighbors_;
     std::queue<std::size_t> queue_;
 };
 
 } // namespace
 
-std::vector<int> axesByMaps(const std::vector<Pnt3f>& corners, bool propagate)
+Masks propagatedAxes(const Ids& places, const Masks& candidates)
 {
-    std::vector<std::vector<int>> candidates;
-    for (std::size_t i = 0; i < corners.size(); i += 3) {
-        const Vec3f m = (corners[i + 2] - corners[i]).cross(corners[i + 1] - corners[i]);
-        candidates.push_back(propagate ? candidatesOf(m) : std::vector{dominantAxisOf(m)});
-    }
-    return Propagation(corners, candidates).axes();
+    return Propagation(places, candidates).axes;
 }
 
 ImageDirections directionsOf(int axis)
@@ -152,3 +107,5 @@ ImageDirections directionsOf(int axis)
                                                      {Vec3f(1, 0, 0), Vec3f(0, 1, 0)}}};
     return directions[static_cast<std::size_t>(axis)];
 }
+
+} // namespace reference

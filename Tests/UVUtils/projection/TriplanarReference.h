@@ -1,15 +1,20 @@
 #pragma once
 
 #include "OpenSG/TinyGeometry.h"
-#include "OpenSG/Vector.h"
 
 #include <vector>
 
-/// The axis of each triangle, -1 for none, worked out with maps and without any speed.
+/// What the triplanar projection has to make of triangles, worked out without any speed.
+namespace reference
+{
+
+using Masks = std::vector<unsigned char>;
+
+/// The axis of each triangle as a mask, 0 for none, where those with several candidates follow
+/// others. Those with one take it.
 ///
-/// corners    three positions a triangle, of whole numbers, which makes angles exact
-/// propagate  spread axes over triangles that could take several
-std::vector<int> axesByMaps(const std::vector<osg::Pnt3f>& corners, bool propagate);
+/// places  [3 * triangle + corner] equal for corners at the same place
+Masks propagatedAxes(const tiny::Ids& places, const Masks& candidates);
 
 /// The way in which U and V run on the image of an axis.
 struct ImageDirections
@@ -18,3 +23,5 @@ struct ImageDirections
     osg::Vec3f v;
 };
 ImageDirections directionsOf(int axis);
+
+} // namespace reference
