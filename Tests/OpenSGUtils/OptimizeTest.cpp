@@ -21,31 +21,36 @@ namespace
 {
 
 using Flags = std::array<bool, 12>;
-constexpr Flags compareAll{true, true, true, true,  true, true,
-                           true, true, true, false, true, false};
+constexpr Flags asProjectionsDo{true, true, true, true,  true, true,
+                                true, true, true, false, true, false};
+constexpr unsigned separateZeros = 9;
+constexpr unsigned firstUseOrder = 11;
 
-void unify(const osg::GeometryPtr& geometry, const Flags& f = compareAll)
+void unify(const osg::GeometryPtr& geometry, const Flags& f = asProjectionsDo)
 {
     kyOptimize::unifyVertices(geometry, f[0], f[1], f[2], f[3], f[4], f[5], f[6], f[7], f[8], f[9],
                               f[10], f[11]);
 }
 
-/// All numbers of a vertex, as bits in which -0 is 0.
+/// The numbers of a vertex, as bits, in the properties that the flags ask for, or in all.
 using Record = std::vector<std::uint32_t>;
 
-Record recordOf(const osg::Geometry& geometry, unsigned vertex)
+Record recordOf(const osg::Geometry& geometry, unsigned vertex, const Flags* flags = nullptr)
 {
+    constexpr std::array<unsigned, 12> flagOfProperty{12, 0, 10, 10, 1, 2, 3, 4, 5, 6, 7, 8};
     Record record;
     for (unsigned n = 0; n < osg::Geometry::VertexPropertyCount; ++n) {
         const osg::GeoPropertyPtr property = geometry.getVertexProperty(n);
-        if (!property || property->getSize() == 0)
+        if (!property || property->getSize() == 0 ||
+            (flags && n > 0 && !(*flags)[flagOfProperty[n]]))
             continue;
         const auto width = property->getStride() / unsigned{sizeof(float)};
         const auto* numbers = static_cast<const float*>(property->getData());
-        for (unsigned k = 0; k < width; ++k)
-            record.push_back(vertex < property->getSize() && numbers[vertex * width + k] != 0.F
-                                 ? std::bit_cast<std::uint32_t>(numbers[vertex * width + k])
-                                 : 0);
+        for (unsigned k = 0; k < width; ++k) {
+            const float number = vertex < property->getSize() ? numbers[vertex * width + k] : 0.F;
+            const bool isZero = number == 0.F && flags && !(*flags)[separateZeros];
+            record.push_back(isZero ? 0 : std::bit_cast<std::uint32_t>(number));
+        }
     }
     return record;
 }
@@ -78,8 +83,8 @@ osg::RefPtr<osg::Geometry> randomGeometry()
     const auto add = [&](unsigned n, const auto& property) {
         if (n != 0 && *rc::gen::inRange(0, 3) != 0)
             return;
-        const bool isRagged = n != 0 && *rc::gen::inRange(0, 4) == 0;
-        fill(property, isRagged ? *rc::gen::inRange(0U, 12U) : vertexCount);
+        const bool isShort = n != 0 && *rc::gen::inRange(0, 4) == 0;
+        fill(property, isShort ? *rc::gen::inRange(0U, vertexCount) : vertexCount);
         geometry->setVertexProperty(n, property);
     };
     add(0, osg::GeoPositions3f::create());
@@ -106,103 +111,57 @@ osg::RefPtr<osg::Geometry> randomGeometry()
     return geometry;
 }
 
-/// Checks what unify made of the vertices that were there before, one record each.
-void checkUnified(const osg::Geometry& geometry, const std::vector<Record>& before)
-{
-    std::vector<Record> expected;
-    for (const Record& record : before)
-        if (std::find(expected.begin(), expected.end(), record) == expected.end())
-            expected.push_back(record);
-    RC_ASSERT(geometry.getPositions()->getSize() == expected.size());
-    for (unsigned vertex = 0; vertex < expected.size(); ++vertex)
-        RC_ASSERT(recordOf(geometry, vertex) == expected[vertex]);
-}
-
-RC_GTEST_PROP(Optimize, PartsAndJoinsVerticesOfAnyTriangles, ())
+RC_GTEST_PROP(Optimize, PartsAnyPrimitivesIntoTriangles, ())
 {
     const osg::RefPtr<osg::Geometry> geometry = randomGeometry();
     const std::vector<Record> corners = cornersOf(*geometry);
-    const Ids shared = geometry->getIndices()->getValues();
-    kyOptimize::triangulate(geometry, true);
+    const Ids before = geometry->getIndices()->getValues();
+    const bool ownVertices = *rc::gen::arbitrary<bool>();
+    kyOptimize::triangulate(geometry, ownVertices);
     if (corners.empty()) {
-        RC_ASSERT(geometry->getIndices()->getValues() == shared);
+        RC_ASSERT(geometry->getIndices()->getValues() == before);
         return;
     }
-    Ids numbers(corners.size());
-    std::iota(numbers.begin(), numbers.end(), 0U);
-    RC_ASSERT(geometry->getIndices()->getValues() == numbers);
     RC_ASSERT(geometry->getTypes()->getValues() == Ids{osg::GeoPrimitive::Triangles});
     RC_ASSERT(geometry->getLengths()->getValues() == Ids{geometry->getIndices()->getSize()});
-    RC_ASSERT(geometry->getPositions()->getSize() == corners.size());
     RC_ASSERT(cornersOf(*geometry) == corners);
+    Ids numbers(corners.size());
+    std::iota(numbers.begin(), numbers.end(), 0U);
+    RC_ASSERT(!ownVertices || geometry->getIndices()->getValues() == numbers);
+    RC_ASSERT(!ownVertices || geometry->getPositions()->getSize() == corners.size());
+}
 
-    unify(geometry);
-    RC_ASSERT(cornersOf(*geometry) == corners);
-    checkUnified(*geometry, corners);
+RC_GTEST_PROP(Optimize, JoinsVerticesThatAreEqualInWhatIsAsked, ())
+{
+    const osg::RefPtr<osg::Geometry> geometry = randomGeometry();
+    const auto flags = *rc::gen::container<Flags>(rc::gen::arbitrary<bool>());
+    const Ids before = geometry->getIndices()->getValues();
+    Ids sequence = flags[firstUseOrder] ? before : Ids();
+    std::vector<Record> keys; // [vertex]
+    for (unsigned vertex = 0; vertex < geometry->getPositions()->getSize(); ++vertex) {
+        keys.push_back(recordOf(*geometry, vertex, &flags));
+        sequence.push_back(vertex);
+    }
+    std::vector<Record> distinct;
+    std::vector<Record> values; // of the first vertex with each
+    for (const unsigned vertex : sequence) {
+        if (std::find(distinct.begin(), distinct.end(), keys[vertex]) != distinct.end())
+            continue;
+        distinct.push_back(keys[vertex]);
+        const auto first = std::find(keys.begin(), keys.end(), keys[vertex]) - keys.begin();
+        values.push_back(recordOf(*geometry, static_cast<unsigned>(first)));
+    }
+    unify(geometry, flags);
+    RC_ASSERT(geometry->getPositions()->getSize() == values.size());
+    for (unsigned vertex = 0; vertex < values.size(); ++vertex)
+        RC_ASSERT(recordOf(*geometry, vertex) == values[vertex]);
+    RC_ASSERT(geometry->getIndices()->getSize() == before.size());
+    for (unsigned i = 0; i < before.size(); ++i)
+        RC_ASSERT(distinct[geometry->getIndices()->getValue(i)] == keys[before[i]]);
     tiny::NoticeJournal journal;
     journal.watch(geometry);
-    unify(geometry);
+    unify(geometry, flags);
     RC_ASSERT(journal.notices.empty());
-    kyOptimize::triangulate(geometry, false);
-    checkUnified(*geometry, corners);
-    RC_ASSERT(cornersOf(*geometry) == corners);
-}
-
-osg::GeoPropertyPtr newProperty(unsigned n)
-{
-    if (n == 1)
-        return osg::GeoNormals3f::create();
-    if (n == 2 || n == 3)
-        return osg::GeoColors3f::create();
-    return osg::GeoTexCoords2f::create();
-}
-
-/// How many of four vertices are left that differ in vertex property n alone, and there one from
-/// three.
-unsigned countUnified(unsigned n, const Flags& flags)
-{
-    const auto geometry = tiny::quad();
-    geometry->setPositions(tiny::positions(std::vector<osg::Pnt3f>(4)));
-    const osg::RefPtr<osg::GeoProperty> property(newProperty(n));
-    property->resize(4);
-    static_cast<float*>(property->getData())[0] = 1.F;
-    geometry->setVertexProperty(n, property);
-    unify(geometry, flags);
-    return geometry->getPositions()->getSize();
-}
-
-TEST(Optimize, ComparesJustTheAskedProperties)
-{
-    constexpr unsigned colors = 10;
-    constexpr std::array<unsigned, 12> flagOfProperty{0, 0, colors, colors, 1, 2, 3, 4, 5, 6, 7, 8};
-    for (unsigned n = 1; n < flagOfProperty.size(); ++n) {
-        SCOPED_TRACE(n);
-        Flags others = compareAll;
-        others[flagOfProperty[n]] = false;
-        EXPECT_EQ(countUnified(n, compareAll), 2U);
-        EXPECT_EQ(countUnified(n, others), 1U);
-    }
-}
-
-TEST(Optimize, TakesZerosAndOrderAsAsked)
-{
-    const auto geometry = tiny::quad();
-    geometry->setPositions(tiny::positions(
-        {osg::Pnt3f(1, 0, 0), osg::Pnt3f(-0.F, 0, 0), osg::Pnt3f(0, 0, 0), osg::Pnt3f(1, 0, 0)}));
-    geometry->setIndices(tiny::indices({2, 1, 0, 3, 2, 1}));
-    Flags flags = compareAll;
-    flags[9] = true;
-    unify(geometry, flags);
-    EXPECT_EQ(geometry->getIndices()->getValues(), (Ids{2, 1, 0, 0, 2, 1}));
-    flags[11] = true;
-    unify(geometry, flags);
-    EXPECT_EQ(geometry->getIndices()->getValues(), (Ids{0, 1, 2, 2, 0, 1}));
-    unify(geometry);
-    EXPECT_EQ(geometry->getIndices()->getValues(), (Ids{0, 0, 1, 1, 0, 0}));
-    geometry->getIndices()->addValue(2);
-    geometry->getPositions()->setValues(std::vector<osg::Pnt3f>(2));
-    unify(geometry);
-    EXPECT_EQ(geometry->getPositions()->getSize(), 2U) << "an index is beyond the positions";
 }
 
 TEST(Optimize, CarriesConstraintsAndWhatLiesBeyondTheVertices)
@@ -226,6 +185,10 @@ TEST(Optimize, CarriesConstraintsAndWhatLiesBeyondTheVertices)
     EXPECT_EQ(journal.notices[0].mask,
               osg::Geometry::PositionsFieldMask | osg::Geometry::TexCoordsFieldMask);
     EXPECT_EQ(journal.notices[1].mask, osg::Geometry::IndicesFieldMask);
+    geometry->getIndices()->addValue(4);
+    geometry->getPositions()->setValues(std::vector<osg::Pnt3f>(4));
+    unify(geometry);
+    EXPECT_EQ(geometry->getPositions()->getSize(), 4U) << "an index is beyond the positions";
     kyOptimize::triangulate(osg::NullFC, true);
     unify(osg::NullFC);
 }
