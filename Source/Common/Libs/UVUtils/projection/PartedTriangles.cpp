@@ -39,6 +39,7 @@ PartedTriangles partTriangles(const osg::GeometryPtr& geometry)
     if (areApart(corners, vertexCountOf(geometry)) && isTriangleList(*geometry, corners.size()))
         return {std::move(corners), {}};
     kyOptimize::triangulate(geometry, true);
+    geometry->makeSingleIndexed(); // all that follows counts on one number a corner
     std::vector<unsigned int> numbers(corners.size());
     std::iota(numbers.begin(), numbers.end(), 0U); // as triangulate numbers them
     return {std::move(numbers), std::move(corners)};
