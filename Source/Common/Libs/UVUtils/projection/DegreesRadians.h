@@ -2,8 +2,8 @@
 
 #include <numbers>
 
-// Stored angles are degrees, and single precision; what is computed from them follows the same
-// rounding everywhere, so that an angle that is stored, read and stored again stays the same.
+// Angles of projections are stored in degrees, in single precision, and are converted in it, in
+// this order of steps: what was projected before comes out to the same bits again.
 
 constexpr float PiF = std::numbers::pi_v<float>;
 constexpr float TwoPiF = 2 * PiF;

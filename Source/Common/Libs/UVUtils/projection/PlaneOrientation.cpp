@@ -13,9 +13,9 @@ constexpr float HalfPiF = PiF / 2;
 /// Directions within this of each other, in each component, count as one.
 constexpr float SameDirection = 0.01F;
 
-const osg::Vec3f AxisX(1, 0, 0);
-const osg::Vec3f AxisY(0, 1, 0);
-const osg::Vec3f AxisZ(0, 0, 1);
+constexpr osg::Vec3f AxisX(1, 0, 0);
+constexpr osg::Vec3f AxisY(0, 1, 0);
+constexpr osg::Vec3f AxisZ(0, 0, 1);
 
 /// Normalised after each factor, so that rounding doesn't gather.
 osg::Quaternion turnedBy(const osg::Quaternion& rotation, const osg::Vec3f& axis, float angle)
@@ -52,8 +52,8 @@ PlaneAngles anglesOfNormal(const osg::Vec3f& normal, bool isZUp)
 
 osg::Quaternion imageRotation(float rhoDegrees)
 {
-    const float radians = (rhoDegrees + rhoDegrees) * PiF / -360.0F;
-    return osg::Quaternion::fromAxisAngle(AxisZ, static_cast<double>(radians));
+    return osg::Quaternion::fromAxisAngle(AxisZ,
+                                          -static_cast<double>(radiansFromDegrees(rhoDegrees)));
 }
 
 osg::Vec3f normalAfterTurn(const osg::Vec3f& axis, float angle, const osg::Quaternion& rotation)

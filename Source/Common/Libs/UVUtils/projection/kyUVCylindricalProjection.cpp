@@ -79,7 +79,7 @@ void kyUVCylindricalProjection::apply(const osg::NodePtr& node, kyUVTypes::UVSet
         const osg::GeoPositions3fPtr positions = positionsToProject(geometry);
         osg::RefPtr<osg::GeoTexCoords2f> texCoords = texCoordsToFill(*geometry, uvSet);
         wrapImage(*positions, corners,
-                  {toCylinder * resolved->getToWorld(), matrix2D, angle * PiF / 180.0F},
+                  {toCylinder * resolved->getToWorld(), matrix2D, radiansFromDegrees(angle)},
                   *texCoords);
         osg::notifyChanged(texCoords, osg::FieldMask::all());
         applyUVChanges(geometry, uvSet, texCoords.get());
