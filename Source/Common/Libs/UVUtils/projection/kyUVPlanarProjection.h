@@ -8,7 +8,8 @@
 /// Maps vertices straight onto a plane.
 ///
 /// A rectangle of TextureWidth x TextureHeight, times TextureScale, about ProjectionCenter takes
-/// the image. Its normal is its local +Z, U and V run along its local x and y. A vertex gets the UV
+/// the image. Its normal is its local +Z, U and V run along its local x and y. TextureOffset, in
+/// scene units, shifts it against these two, so that UVs grow with the offset. A vertex gets the UV
 /// of the place on the plane where it falls along the normal, from either side; beyond the
 /// rectangle UVs run on below 0 and above 1.
 ///
