@@ -16,41 +16,38 @@ struct TransformNode
 {
     TransformNode() { node->setCore(core); }
 
-    Pnt3f image(const Pnt3f& point) const { return core->getMatrix().transformPoint(point); }
-
     RefPtr<Node> node{Node::create()};
     RefPtr<Transform3D> core{Transform3D::create()};
 };
 
-RC_GTEST_PROP(TransformNodesProperty, APivotAgainstTheTranslationStandsTheSpaceOffTheCenter, ())
+RC_GTEST_PROP(TransformNodesProperty, SetFieldsAndAPivotThatKeepsThePlaceMovesNothing, ())
 {
-    const Vec3f center = mathtest::vector(3);
+    const TransformNode t;
+    const Vec3f start = mathtest::vector(3);
+    const Vec3f way = mathtest::vector(3);
     const Vec3f degrees = mathtest::vector(180);
-    const Vec3f point = mathtest::vector(2);
-    const Vec3f distance(0, 0, mathtest::number(5));
-    const TransformNode t;
-    kyNodeUtils::setTransformNodeTranslation(t.node, center + distance, true, -1);
+    const Vec3f factors = mathtest::vector(2);
+    kyNodeUtils::setTransformNodeTranslation(t.node, mathtest::vector(3), true, -1);
+    kyNodeUtils::setTransformNodeTranslation(t.node, start, true, -1);
+    kyNodeUtils::setTransformNodeTranslation(t.node, way, false, -1);
     kyNodeUtils::setTransformNodeRotation(t.node, degrees, -1);
-    kyNodeUtils::setTransformNodeRotatePivot(t.node, -distance, false, -1);
-    const Vec3f turned = Quaternion::fromEulerDegrees(degrees).rotate(point + distance);
-    RC_ASSERT(mathtest::isNear(t.image(Pnt3f(point)), Pnt3f(center + turned), 1e-4F));
-}
+    kyNodeUtils::setTransformNodeScale(t.node, factors, -1);
+    RC_ASSERT(t.core->getTranslation() == start + way);
+    RC_ASSERT(t.core->getRotationAsQuaternion() == Quaternion::fromEulerDegrees(degrees));
+    RC_ASSERT(t.core->getScale() == factors);
 
-RC_GTEST_PROP(TransformNodesProperty, APivotThatKeepsThePlaceChangesNothingButTheFields, ())
-{
-    const TransformNode t;
-    kyNodeUtils::setTransformNodeTranslation(t.node, mathtest::vector(3), false, -1);
-    kyNodeUtils::setTransformNodeTranslation(t.node, mathtest::vector(3), false, -1);
-    kyNodeUtils::setTransformNodeRotation(t.node, mathtest::vector(180), -1);
-    kyNodeUtils::setTransformNodeScale(t.node, mathtest::vector(2), -1);
     const Matrix before = t.core->getMatrix();
     const Vec3f rotatePivot = mathtest::vector(2);
     const Vec3f scalePivot = mathtest::vector(2);
     kyNodeUtils::setTransformNodeRotatePivot(t.node, rotatePivot, true, -1);
     kyNodeUtils::setTransformNodeScalePivot(t.node, scalePivot, true, -1);
-    RC_ASSERT(t.core->getRotatePivot() == Pnt3f(rotatePivot));
-    RC_ASSERT(t.core->getScalePivot() == Pnt3f(scalePivot));
     RC_ASSERT(mathtest::isNear(t.core->getMatrix(), before, 2e-5F));
+    const Vec3f translation = t.core->getTranslation();
+    kyNodeUtils::setTransformNodeRotatePivot(t.node, scalePivot, false, -1);
+    kyNodeUtils::setTransformNodeScalePivot(t.node, rotatePivot, false, -1);
+    RC_ASSERT(t.core->getRotatePivot() == Pnt3f(scalePivot));
+    RC_ASSERT(t.core->getScalePivot() == Pnt3f(rotatePivot));
+    RC_ASSERT(t.core->getTranslation() == translation);
 }
 
 TEST(TransformNodes, ReportTheFieldThatWasSetAndPassOverOtherNodes)
