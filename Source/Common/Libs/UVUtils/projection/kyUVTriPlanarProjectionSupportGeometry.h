@@ -44,9 +44,13 @@ public:
     osg::NodePtr getZPlane() const { return zPlane_; }
 
 protected:
+    // What the tree is made of: new materials and nodes, each reported as changed once it is
+    // finished.
+
     static osg::SimpleMaterialPtr createPlaneMaterial(const osg::BlendChunkPtr& blendChunk);
     osg::SimpleMaterialPtr createFrameMaterial(const osg::BlendChunkPtr& blendChunk) const;
 
+    /// A transform with createSimplePlane and createPlaneFrame below it.
     static osg::NodePtr createPlane(const osg::SimpleMaterialPtr& planeMaterial,
                                     const osg::SimpleMaterialPtr& frameMaterial);
     static osg::NodePtr createSimplePlane(const osg::SimpleMaterialPtr& material);
