@@ -5,20 +5,9 @@
 #include <bit>
 #include <cstdint>
 
-/// The six sides of the box that a triplanar projection looks from.
-///
-/// An axis is the direction in which a side looks, so that it serves triangles whose normals point
-/// the other way. The image on each side stands as the table says, in the space of the box:
-///
-///     axis  looks along  serves normals  U runs along  V runs along
-///      0        +X             -X             -Y            +Z
-///      1        +Y             -Y             +X            +Z
-///      2        +Z             -Z             -X            +Y
-///      3        -X             +X             +Y            +Z
-///      4        -Y             +Y             -X            +Z
-///      5        -Z             +Z             +X            +Y
-///
-/// Any other number is taken for axis 2. In a mask axis a is the bit 1 << a.
+/// The six sides of the box that a triplanar projection looks from, by the numbers of their axes
+/// (see the table at kyUVTriplanarProjection). Any other number is taken for axis 2. In a mask axis
+/// a is the bit 1 << a.
 namespace triplanar
 {
 

@@ -14,15 +14,26 @@ struct BoxView;
 
 /// Projects triangles from the six sides of a box.
 ///
-/// The box stands at Center, turned by Rotation3D, and each of its sides carries the image as the
-/// table in TriplanarAxes.h says: of size Width by Height about the middle of the side, RepeatU
-/// and RepeatV times smaller, shifted by OffsetU and OffsetV, turned by Rotation2D. Opposite sides
-/// share these numbers, and show the image from outside. Beyond the image UVs run on.
+/// The box stands at Center, turned by Rotation3D. Each side has an axis, the direction in which it
+/// looks, and carries the image as it is seen from outside, in the space of the box:
+///
+///     axis  looks along  serves normals  U runs along  V runs along  components
+///      0        +X             -X             -Y            +Z            x
+///      1        +Y             -Y             +X            +Z            y
+///      2        +Z             -Z             -X            +Y            z
+///      3        -X             +X             +Y            +Z            x
+///      4        -Y             +Y             -X            +Z            y
+///      5        -Z             +Z             +X            +Y            z
+///
+/// The image is of size Width by Height about the middle of the side, RepeatU and RepeatV times
+/// smaller, shifted by OffsetU and OffsetV and turned by Rotation2D, of which opposite sides share
+/// a component. Beyond the image UVs run on.
 ///
 /// Every triangle belongs to one side. In mode DominantAxis it is the one that the triangle faces
-/// most. In mode PropagatedAxis a triangle that turns to several sides by less than 60 degrees
-/// goes with its neighbours, which makes fewer and smoother borders; see propagateAxes. A triangle
-/// without area has the UV (0, 0) in this mode, and belongs to side 5 in the other.
+/// most. In mode PropagatedAxis triangles that turn to just one side by less than 60 degrees belong
+/// to it, and from them waves spread over those that turn to several, all together and evenly, so
+/// that charts are larger and their borders smoother. A triangle without area has the UV (0, 0) in
+/// this mode, and belongs to axis 5 in the other.
 ///
 /// A node whose world matrix mirrors is seen from inside: its triangles take the opposite sides.
 class kyUVTriplanarProjection : public kyUVTextureProjection
@@ -76,7 +87,7 @@ protected:
 private:
     static void applyTriPlanarProjection(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
                                          const kyUVTriplanarProjectionSettings& settings);
-    /// Also moves the support geometry there.
+    /// From the world to the box and its images. Also moves the support geometry there.
     static triplanar::BoxView viewOfWorld(const kyUVTriplanarProjectionSettings& settings);
     /// Parts the triangles of a geometry and gives them UVs.
     static void writeUVs(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
