@@ -3,6 +3,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/NumberRange.h"
 #include "cli/PackArguments.h"
+#include "cli/ProjectArguments.h"
 #include "cli/RelaxArguments.h"
 #include "cli/SeamArguments.h"
 #include "cli/SeamSearchArguments.h"
@@ -92,17 +93,32 @@ void checkTogether(const Options& options)
                " texels; make --resolution larger");
 }
 
+/// The projections are commands of a command.
+void addProjections(CLI::App& project, Options& options)
+{
+    project.require_subcommand(1);
+    for (const ProjectionCommand& projection : projectionCommands()) {
+        CLI::App* const command = project.add_subcommand(projection.name, projection.help);
+        addCommonOptions(*command, options.common);
+        addOutput(*command, options.output);
+        addProjectOptions(*command, projection.kind, options.project);
+        command->parse_complete_callback(
+            [&options, kind = projection.kind] { options.project.kind = kind; });
+    }
+}
+
 /// CLI11 has no word for a command that it doesn't know.
 void checkCommand(const CLI::App& app, std::span<const std::string> arguments)
 {
-    if (arguments.empty() || arguments[0].starts_with('-'))
-        return;
     const auto known = app.get_subcommands([](const CLI::App*) { return true; });
-    if (std::any_of(known.begin(), known.end(),
-                    [&](const CLI::App* command) { return command->get_name() == arguments[0]; }))
+    if (known.empty() || arguments.empty() || arguments[0].starts_with('-'))
         return;
-    throw CommandError(WrongUsage,
-                       "there is no command \"" + arguments[0] + "\"; see uvtool --help");
+    for (const CLI::App* const command : known)
+        if (command->get_name() == arguments[0])
+            return checkCommand(*command, arguments.subspan(1));
+    const std::string name = app.get_parent() == nullptr ? "" : app.get_name() + " ";
+    throw CommandError(WrongUsage, "there is no command \"" + name + arguments[0] +
+                                       "\"; see uvtool " + name + "--help");
 }
 
 } // namespace
@@ -166,6 +182,9 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
         app.add_subcommand("repair", "Parts the triangles of a file where they are not manifold");
     addCommonOptions(*repair, options.common);
     addOutput(*repair, options.output);
+    CLI::App* const project = app.add_subcommand(
+        "project", "Throws an image onto the meshes of a file from a plane, a cylinder or a box");
+    addProjections(*project, options);
 
     checkCommand(app, arguments);
     try {
@@ -191,6 +210,7 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
                       : optimize->parsed()  ? Options::Optimize
                       : constrain->parsed() ? Options::Constrain
                       : repair->parsed()    ? Options::Repair
+                      : project->parsed()   ? Options::Project
                                             : Options::Info;
     checkTogether(options);
     return options;

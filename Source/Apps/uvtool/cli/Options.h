@@ -1,11 +1,13 @@
 #pragma once
 
+#include "UVUtils/projection/kyUVTriplanarProjectionSettings.h"
 #include "UVUtils/solver/OptimizeSettings.h"
 #include "UVUtils/solver/PackSettings.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -116,6 +118,51 @@ struct StraightOptions
     const char* name() const { return horizontal ? "--horizontal" : "--vertical"; }
 };
 
+/// In pixels; 0, 0 for none.
+struct ImageSize
+{
+    unsigned int width = 0;
+    unsigned int height = 0;
+};
+
+/// What an image is thrown from. Settings that aren't given follow from a file of settings, or else
+/// fit the meshes.
+struct ProjectOptions
+{
+    enum Kind : std::int32_t
+    {
+        Planar,
+        Cylindrical,
+        Triplanar
+    };
+    /// Of the meshes, as the camera sees them.
+    enum Side : std::int32_t
+    {
+        Front,
+        Back,
+        Left,
+        Right,
+        Top,
+        Bottom
+    };
+    enum Axis : std::int32_t
+    {
+        AxisX,
+        AxisY,
+        AxisZ
+    };
+
+    Kind kind = Planar;
+    ImageSize image;
+    bool isZUp = false;                               ///< for the camera
+    std::filesystem::path settingsFile;               ///< empty for none
+    std::filesystem::path savedFile;                  ///< of settings to write; empty for none
+    std::map<std::string, std::vector<double>> given; ///< by the names of SettingOptions.h
+    std::optional<Side> from;                         ///< planar: in place of a rotation
+    std::optional<Axis> axis;                         ///< cylindrical: the same
+    std::optional<kyUVTriplanarProjectionSettings::Mode> mode;
+};
+
 struct IslandsOptions
 {
     bool list = false; ///< tell the seeds as well
@@ -135,7 +182,8 @@ struct Options
         Optimize,
         Constrain,
         Seams,
-        Repair
+        Repair,
+        Project
     };
 
     Command command = Info;
@@ -151,6 +199,7 @@ struct Options
     SewOptions sew;
     RelaxOptions relax;
     StraightOptions straight;
+    ProjectOptions project;
 
     bool writesMesh() const
     {

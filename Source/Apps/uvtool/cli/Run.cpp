@@ -38,6 +38,8 @@ ExitStatus perform(const Options& options, Console& console)
         return runConstrain(options, console);
     case Options::Repair:
         return runRepair(options, console);
+    case Options::Project:
+        return runProject(options, console);
     }
     return WrongUsage;
 }

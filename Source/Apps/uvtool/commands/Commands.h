@@ -20,5 +20,6 @@ ExitStatus runSew(const Options& options, Console& console);
 ExitStatus runOptimize(const Options& options, Console& console);
 ExitStatus runConstrain(const Options& options, Console& console);
 ExitStatus runRepair(const Options& options, Console& console);
+ExitStatus runProject(const Options& options, Console& console);
 
 } // namespace uvtool

@@ -5,21 +5,30 @@
 namespace uvtool
 {
 
-void forEachScene(Task& task,
+void forEachScene(Task& task, const VerticesOf& verticesOf,
                   const std::function<void(const SceneGeometry&, const SceneIslands&)>& use)
 {
     const std::size_t slot = task.options.common.slot;
-    const auto useScene = [&](const SceneGeometry& scene) {
+    const auto useScene = [&](std::span<const std::size_t> numbers, bool isShell) {
+        task.throwIfCancelled();
+        const SceneGeometry scene = makeScene(task.document, numbers, slot, isShell, verticesOf);
         use(scene, findSceneIslands(task.document, scene, slot, task.console));
     };
     if (task.options.common.shell) {
-        useScene(makeShellScene(task.document, task.chosen, slot));
+        useScene(task.chosen, true);
         return;
     }
-    for (const std::size_t number : task.chosen) {
-        task.throwIfCancelled();
-        useScene(makePlainScene(task.document, number, slot));
-    }
+    for (const std::size_t& number : task.chosen)
+        useScene(std::span(&number, 1), false);
+}
+
+void forEachScene(Task& task,
+                  const std::function<void(const SceneGeometry&, const SceneIslands&)>& use)
+{
+    forEachScene(
+        task,
+        [&task](std::size_t number) { return distinctCorners(task.document.geometries[number]); },
+        use);
 }
 
 void throwUnlessOneScene(const Task& task, const char* option)

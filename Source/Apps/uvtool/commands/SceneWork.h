@@ -14,6 +14,10 @@ namespace uvtool
 void forEachScene(Task& task,
                   const std::function<void(const SceneGeometry&, const SceneIslands&)>& use);
 
+/// The same, with other vertices than the distinct corners, as makeScene takes them.
+void forEachScene(Task& task, const VerticesOf& verticesOf,
+                  const std::function<void(const SceneGeometry&, const SceneIslands&)>& use);
+
 /// A CommandError of status WrongUsage when ids of vertices were given and there are several
 /// geometries that they may belong to.
 ///

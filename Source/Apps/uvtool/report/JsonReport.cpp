@@ -169,6 +169,25 @@ Json repairJson(const RepairCounts& repair)
             {"rounds", repair.rounds}};
 }
 
+Json projectionJson(const ProjectionReport& projection)
+{
+    Json json{{"kind", projection.kind}, {"up", projection.isZUp ? "z" : "y"}};
+    Json& settings = json["settings"] = Json::object();
+    for (const auto& [name, numbers] : projection.settings)
+        settings[name] = numbers.size() == 1 ? Json(numbers.front()) : Json(numbers);
+    if (!projection.mode.empty())
+        settings["mode"] = projection.mode;
+    return json;
+}
+
+Json projectedJson(const ProjectedCounts& projected)
+{
+    return {{"verticesBefore", projected.verticesBefore},
+            {"vertices", projected.vertices},
+            {"degenerateTriangles", projected.degenerateTriangles},
+            {"trianglesWithoutAxis", projected.trianglesWithoutAxis}};
+}
+
 Json geometryJson(const GeometryReport& geometry, const Report& report)
 {
     Json json;
@@ -201,9 +220,11 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
         addLines(json, *geometry.lines);
     if (geometry.repair)
         json["repair"] = repairJson(*geometry.repair);
+    if (geometry.projected)
+        json["projected"] = projectedJson(*geometry.projected);
     if (geometry.result) {
         json["result"] = wordFor(*geometry.result);
-        if (!geometry.seams && !geometry.repair) {
+        if (!geometry.seams && !geometry.repair && !geometry.projected) {
             json["islandsDone"] = geometry.islandsDone;
             json["keptIslands"] = islandsJson(geometry.keptIslands);
         }
@@ -240,6 +261,8 @@ std::string jsonReport(const Report& report)
         json["error"] = report.error;
     if (report.texelsPerUnit)
         json["texelsPerUnit"] = *report.texelsPerUnit;
+    if (report.projection)
+        json["projection"] = projectionJson(*report.projection);
     json["geometries"] = Json::array();
     for (const GeometryReport& geometry : report.geometries)
         json["geometries"].push_back(geometryJson(geometry, report));

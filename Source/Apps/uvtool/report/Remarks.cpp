@@ -164,6 +164,23 @@ void addSeams(const Report& report, Remarks& remarks)
     addStartUVs(report, remarks);
 }
 
+/// Triangles on which an image has no place.
+void addProjected(const Report& report, Remarks& remarks)
+{
+    const auto tallyOfProjected = [&report](std::size_t ProjectedCounts::*count) {
+        return tallyOf(report, [count](const GeometryReport& geometry) {
+            return geometry.projected ? *geometry.projected.*count : std::size_t{0};
+        });
+    };
+    remarks.add(tallyOfProjected(&ProjectedCounts::degenerateTriangles),
+                "triangle has no area in the scene", "triangles have no area in the scene");
+    remarks.add(tallyOfProjected(&ProjectedCounts::trianglesWithoutAxis),
+                "triangle is too small to tell its sides and keeps the UV 0, 0; --mode dominant "
+                "projects it",
+                "triangles are too small to tell their sides and keep the UV 0, 0; --mode dominant "
+                "projects them");
+}
+
 /// The same warning about several geometries is one line.
 void addWarnings(const Report& report, Remarks& remarks)
 {
@@ -195,6 +212,7 @@ std::vector<std::string> remarksOn(const Report& report)
         addIslands(report, remarks);
     addSeams(report, remarks);
     addMeshes(report, remarks);
+    addProjected(report, remarks);
     addWarnings(report, remarks);
     return std::move(remarks.lines);
 }

@@ -2,6 +2,7 @@
 
 #include "document/Document.h"
 #include "mesh/Survey.h"
+#include "projection/ProjectionReport.h"
 #include "report/CheckReport.h"
 #include "report/RelaxReport.h"
 #include "scene/RepairOperation.h"
@@ -83,11 +84,12 @@ struct GeometryReport
     std::optional<CheckReport> check;
     std::optional<std::vector<SceneIslands::Island>> islandList; ///< of a command about islands
 
-    std::optional<SeamReport> seams;      ///< of commands that make or close some
-    std::optional<FoundSeams> foundSeams; ///< where some were searched for
-    std::optional<RelaxReport> relax;     ///< of commands that relax what is there
-    std::optional<LineReport> lines;      ///< where edges were named that are to be straight
-    std::optional<RepairCounts> repair;   ///< of a command that makes them manifold
+    std::optional<SeamReport> seams;          ///< of commands that make or close some
+    std::optional<FoundSeams> foundSeams;     ///< where some were searched for
+    std::optional<RelaxReport> relax;         ///< of commands that relax what is there
+    std::optional<LineReport> lines;          ///< where edges were named that are to be straight
+    std::optional<RepairCounts> repair;       ///< of a command that makes them manifold
+    std::optional<ProjectedCounts> projected; ///< of one that throws images
 
     std::optional<Outcome> result;        ///< of commands that change UVs; empty if not reached
     std::size_t islandsDone = 0;          ///< that got new UVs
@@ -110,6 +112,7 @@ struct Report
     std::vector<GeometryReport> geometries;
     std::optional<CheckReport> check;    ///< of all geometries as one layout
     std::optional<double> texelsPerUnit; ///< of the UV plane, where islands were packed
+    std::optional<ProjectionReport> projection;
     std::vector<std::string> warnings;
     std::optional<Outcome> result;
     std::string error; ///< why the result isn't a success

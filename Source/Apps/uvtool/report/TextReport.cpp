@@ -1,5 +1,6 @@
 #include "report/TextReport.h"
 
+#include "report/ProjectionText.h"
 #include "report/RelaxText.h"
 #include "report/Remarks.h"
 
@@ -300,11 +301,12 @@ std::vector<std::string> textOfResult(const Report& report)
     if (std::any_of(report.geometries.begin(), report.geometries.end(),
                     [](const GeometryReport& geometry) { return geometry.foundSeams; }))
         lines.push_back(lineOnSearch(report));
-    for (const auto& text : {textOfRepair(report), textOfRelaxing(report), textOfLines(report)})
+    for (const auto& text : {textOfRepair(report), textOfRelaxing(report), textOfLines(report),
+                             textOfProjection(report)})
         lines.insert(lines.end(), text.begin(), text.end());
     if (report.check) {
-        lines.push_back(lineOnLayout(report.check->found, report.texelsPerUnit) + ", " +
-                        lineOnFaults(*report.check));
+        lines.push_back(lineOnLayout(report.check->found, report.texelsPerUnit) +
+                        (report.projection ? "" : ", " + lineOnFaults(*report.check)));
     }
     const std::string distortion = lineOnDistortion(report);
     if (!distortion.empty())

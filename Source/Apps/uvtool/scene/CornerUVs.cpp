@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace uvtool
@@ -102,6 +103,30 @@ std::vector<std::uint32_t> compactCorners(const SceneGeometry& scene, std::size_
     return corners;
 }
 
+std::vector<Vec2f> documentCornerUVs(const DocumentGeometry& geometry, std::size_t slot)
+{
+    constexpr float none = std::numeric_limits<float>::quiet_NaN();
+    const CornerAttribute<Vec2f>& attribute = geometry.uvs[slot];
+    std::vector<Vec2f> uvs;
+    uvs.reserve(geometry.triangles.size());
+    for (const std::uint32_t corner : geometry.triangles)
+        uvs.push_back(attribute.has(corner) ? attribute.at(corner) : Vec2f{none, none});
+    return uvs;
+}
+
+std::size_t writeCornerUVs(DocumentGeometry& geometry, std::size_t slot,
+                           std::span<const Vec2f> before, std::span<const Vec2f> after,
+                           bool vRunsDownward)
+{
+    SlotValues changed = changedValues(before, after);
+    if (changed.values.empty())
+        return 0;
+    throwUnlessFinite(changed.values, geometry.name);
+    if (vRunsDownward)
+        roundForTurnedV(changed.values);
+    return writeSlot(geometry, slot, changed);
+}
+
 std::size_t writeCornerUVs(Document& document, const SceneGeometry& scene, std::size_t slot,
                            std::span<const Vec2f> before, std::span<const Vec2f> after,
                            bool vRunsDownward)
@@ -113,15 +138,9 @@ std::size_t writeCornerUVs(Document& document, const SceneGeometry& scene, std::
             continue;
         DocumentGeometry& geometry = document.geometries[surface.number];
         const std::size_t count = geometry.triangles.size();
-        SlotValues changed =
-            changedValues(before.subspan(first, count), after.subspan(first, count));
+        splitPolygons += writeCornerUVs(geometry, slot, before.subspan(first, count),
+                                        after.subspan(first, count), vRunsDownward);
         first += count;
-        if (changed.values.empty())
-            continue;
-        throwUnlessFinite(changed.values, geometry.name);
-        if (vRunsDownward)
-            roundForTurnedV(changed.values);
-        splitPolygons += writeSlot(geometry, slot, changed);
     }
     return splitPolygons;
 }

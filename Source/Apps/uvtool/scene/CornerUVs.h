@@ -23,7 +23,11 @@ std::vector<Vec2f> surfaceCornerUVs(const SceneGeometry& scene, std::size_t slot
 /// the scene has left them.
 std::vector<std::uint32_t> compactCorners(const SceneGeometry& scene, std::size_t slot);
 
-/// Puts the UVs of the corners for which `after` differs from `before` into the document, and
+/// [3 * triangleCount] The UVs of a geometry as they stand in the document; NaN at corners without
+/// one, which equals nothing.
+std::vector<Vec2f> documentCornerUVs(const DocumentGeometry& geometry, std::size_t slot);
+
+/// Puts the UVs of the corners for which `after` differs from `before` into a geometry, and
 /// nothing else: other corners keep what was read.
 ///
 /// before, after  [3 * triangleCount]
@@ -31,6 +35,11 @@ std::vector<std::uint32_t> compactCorners(const SceneGeometry& scene, std::size_
 ///
 /// Returns the number of polygons that are now written as their triangles. A CommandError of status
 /// Unsound where a value isn't finite.
+std::size_t writeCornerUVs(DocumentGeometry& geometry, std::size_t slot,
+                           std::span<const Vec2f> before, std::span<const Vec2f> after,
+                           bool vRunsDownward);
+
+/// The same for the surfaces of a scene, one after the other.
 std::size_t writeCornerUVs(Document& document, const SceneGeometry& scene, std::size_t slot,
                            std::span<const Vec2f> before, std::span<const Vec2f> after,
                            bool vRunsDownward);

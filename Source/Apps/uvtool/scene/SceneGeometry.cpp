@@ -1,6 +1,5 @@
 #include "scene/SceneGeometry.h"
 
-#include "mesh/CornerVertices.h"
 #include "mesh/SolverFrame.h"
 #include "solver/SolverGeometry.h"
 
@@ -11,7 +10,7 @@ namespace uvtool
 namespace
 {
 
-/// The distinct corners of a geometry of the document.
+/// The vertices of a geometry of the document.
 struct SurfaceVertices
 {
     std::vector<std::uint32_t> triangles;      ///< [3 * n] vertices
@@ -19,12 +18,10 @@ struct SurfaceVertices
     std::vector<Vec3d> positions;              ///< [vertex] in the scene
 };
 
-SurfaceVertices verticesOf(const DocumentGeometry& geometry)
+SurfaceVertices placeVertices(const DocumentGeometry& geometry, CornerVertices corners)
 {
-    CornerVertices corners = distinctCorners(geometry);
     SurfaceVertices vertices;
     vertices.cornerOfVertex.reserve(corners.vertexCount);
-    // Vertices are numbered in order of first use.
     for (std::size_t i = 0; i < corners.vertexOfCorner.size(); ++i)
         if (corners.vertexOfCorner[i] == vertices.cornerOfVertex.size())
             vertices.cornerOfVertex.push_back(geometry.triangles[i]);
@@ -89,25 +86,9 @@ void addSurface(const DocumentGeometry& geometry, std::size_t number, std::size_
     scene.vertexCount += vertices.cornerOfVertex.size();
 }
 
-SceneGeometry makeScene(const Document& document, std::span<const std::size_t> numbers,
-                        std::size_t slot, bool isShell)
+VerticesOf distinctCornersOf(const Document& document)
 {
-    SceneGeometry scene;
-    scene.node = osg::Node::create();
-    scene.isShell = isShell;
-    if (isShell) {
-        const osg::GeometryPtr shell = osg::Geometry::create();
-        shell->setGeometryType(osg::Geometry::ShellType);
-        scene.node->setCore(shell);
-    }
-    std::vector<SurfaceVertices> surfaces;
-    surfaces.reserve(numbers.size());
-    for (const std::size_t number : numbers)
-        surfaces.push_back(verticesOf(document.geometries[number]));
-    const SolverFrame frame = commonFrame(surfaces);
-    for (std::size_t i = 0; i < numbers.size(); ++i)
-        addSurface(document.geometries[numbers[i]], numbers[i], slot, surfaces[i], frame, scene);
-    return scene;
+    return [&document](std::size_t number) { return distinctCorners(document.geometries[number]); };
 }
 
 } // namespace
@@ -122,15 +103,36 @@ void SceneGeometry::forEachSurface(const std::function<void(const osg::GeometryP
     }
 }
 
+SceneGeometry makeScene(const Document& document, std::span<const std::size_t> numbers,
+                        std::size_t slot, bool isShell, const VerticesOf& verticesOf)
+{
+    SceneGeometry scene;
+    scene.node = osg::Node::create();
+    scene.isShell = isShell;
+    if (isShell) {
+        const osg::GeometryPtr shell = osg::Geometry::create();
+        shell->setGeometryType(osg::Geometry::ShellType);
+        scene.node->setCore(shell);
+    }
+    std::vector<SurfaceVertices> surfaces;
+    surfaces.reserve(numbers.size());
+    for (const std::size_t number : numbers)
+        surfaces.push_back(placeVertices(document.geometries[number], verticesOf(number)));
+    const SolverFrame frame = commonFrame(surfaces);
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        addSurface(document.geometries[numbers[i]], numbers[i], slot, surfaces[i], frame, scene);
+    return scene;
+}
+
 SceneGeometry makePlainScene(const Document& document, std::size_t number, std::size_t slot)
 {
-    return makeScene(document, std::span(&number, 1), slot, false);
+    return makeScene(document, std::span(&number, 1), slot, false, distinctCornersOf(document));
 }
 
 SceneGeometry makeShellScene(const Document& document, std::span<const std::size_t> numbers,
                              std::size_t slot)
 {
-    return makeScene(document, numbers, slot, true);
+    return makeScene(document, numbers, slot, true, distinctCornersOf(document));
 }
 
 } // namespace uvtool

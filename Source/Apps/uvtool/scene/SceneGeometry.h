@@ -2,6 +2,7 @@
 
 #include "document/Document.h"
 #include "layout/DocumentLayout.h"
+#include "mesh/CornerVertices.h"
 
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
@@ -49,11 +50,19 @@ struct SceneGeometry
     void forEachSurface(const std::function<void(const osg::GeometryPtr&)>& use) const;
 };
 
+/// The vertices of the geometry of that number in the document, in order of first use.
+using VerticesOf = std::function<CornerVertices(std::size_t)>;
+
 /// A geometry of the document by itself.
 SceneGeometry makePlainScene(const Document& document, std::size_t number, std::size_t slot);
 
 /// A shell whose surfaces are these geometries of the document, in this order.
 SceneGeometry makeShellScene(const Document& document, std::span<const std::size_t> numbers,
                              std::size_t slot);
+
+/// Either, with other vertices than the distinct corners; those of one agree in position and in the
+/// UV of the slot. A plain geometry is a single one.
+SceneGeometry makeScene(const Document& document, std::span<const std::size_t> numbers,
+                        std::size_t slot, bool isShell, const VerticesOf& verticesOf);
 
 } // namespace uvtool

@@ -1,6 +1,7 @@
 #include "formats/gltf/GltfJson.h"
 
-#include <algorithm>
+#include "document/PlaceInText.h"
+
 #include <cmath>
 #include <utility>
 
@@ -14,18 +15,6 @@ constexpr int deepestNesting = 200;
 
 /// Whole numbers up to this are exact in a double, and far above any size of a file.
 constexpr double largestWhole = 9007199254740992.0;
-
-std::string placeOfByte(std::string_view text, std::size_t byte)
-{
-    const std::string_view before = text.substr(0, std::min(byte, text.size()));
-    const auto line = 1 + std::count(before.begin(), before.end(), '\n');
-    const std::size_t lineStart = before.rfind('\n') + 1; // 0 when there is none
-    std::string place = "line ";
-    place += std::to_string(line);
-    place += ", column ";
-    place += std::to_string(before.size() - lineStart);
-    return place;
-}
 
 bool refuseDeepNesting(int depth, Json::parse_event_t, Json&)
 {

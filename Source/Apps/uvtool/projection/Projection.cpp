@@ -1,0 +1,167 @@
+#include "projection/Projection.h"
+
+#include "cli/ExitStatus.h"
+#include "cli/ProjectArguments.h"
+#include "document/FileError.h"
+#include "projection/ProjectionSupport.h"
+#include "projection/SettingsFit.h"
+
+#include "UVUtils/projection/kyUVCylindricalProjection.h"
+#include "UVUtils/projection/kyUVPlanarProjection.h"
+#include "UVUtils/projection/kyUVTriplanarProjection.h"
+
+#include <algorithm>
+#include <cmath>
+#include <exception>
+#include <sstream>
+
+namespace uvtool
+{
+namespace
+{
+
+/// Settings are stored without a projection as well, so that the texts can be looked at.
+struct StoringTriplanarProjection : kyUVTriplanarProjection
+{
+    using kyUVTriplanarProjection::writeSettings;
+};
+
+kyUVTypes::UVSet setOf(const Options& options)
+{
+    return static_cast<kyUVTypes::UVSet>(options.common.slot);
+}
+
+/// The texts of some settings.
+template <class Method, class Settings>
+SettingsTexts storedTexts(const Settings& settings, kyUVTypes::UVSet slot)
+{
+    const osg::RefPtr<osg::Node> node(osg::Node::create());
+    Method::writeSettings(node, slot, settings);
+    return textsOf(node);
+}
+
+/// The settings that texts stand for. They have been found readable.
+template <class Method>
+auto settingsOf(const SettingsTexts& texts, kyUVTypes::UVSet slot)
+{
+    const osg::RefPtr<osg::Node> node(osg::Node::create());
+    putOnNode(texts, node);
+    return Method::readSettings(node, slot);
+}
+
+template <class Method>
+auto readSettingsOf(const ProjectOptions& options, const SettingsTexts& texts,
+                    kyUVTypes::UVSet slot)
+{
+    using Settings = decltype(Method::readSettings(osg::NodePtr(), slot));
+    const osg::RefPtr<osg::Node> node(osg::Node::create());
+    putOnNode(texts, node);
+    if (!Method::hasSettings(node, slot))
+        throw FileError(FileError::Read, options.settingsFile,
+                        std::string("holds no settings of a ") + nameOf(options.kind) +
+                            " projection for slot " + std::to_string(slot));
+    throwUnlessReadable(texts, storedTexts<Method>(Settings(), slot), options.settingsFile);
+    return settingsOf<Method>(texts, slot);
+}
+
+template <class Method>
+auto fittingSettings(const std::vector<osg::NodePtr>& nodes, const ProjectOptions& options)
+{
+    auto settings = Method::getDefaultSettings(nodes, options.image.width, options.image.height);
+    if (turn(options, settings))
+        fitTurned(nodes, options.image, settings);
+    return settings;
+}
+
+template <class Settings>
+void takeGiven(const ProjectOptions& options, Settings& settings)
+{
+    turn(options, settings);
+    for (const SettingOption<Settings>& option : optionsOf(settings)) {
+        const auto given = options.given.find(option.name);
+        if (given != options.given.end())
+            option.set(settings, given->second);
+    }
+}
+
+void takeGiven(const ProjectOptions& options, kyUVTriplanarProjectionSettings& settings)
+{
+    takeGiven<kyUVTriplanarProjectionSettings>(options, settings);
+    if (options.mode)
+        settings.setMode(*options.mode);
+}
+
+std::string modeOf(const kyUVBaseProjectionSettings&)
+{
+    return {};
+}
+std::string modeOf(const kyUVTriplanarProjectionSettings& settings)
+{
+    return settings.getMode() == kyUVTriplanarProjectionSettings::PropagatedAxis ? "propagated"
+                                                                                 : "dominant";
+}
+
+/// An image without a size can't be thrown, nor one that is too large to be told.
+void throwUnlessUsable(const NamedSettings& settings, const Options& options)
+{
+    const auto fail = [&options](const std::string& why) {
+        throw CommandError(Failed, options.common.input.string() + ": " + why);
+    };
+    for (const auto& [name, numbers] : settings) {
+        if (!std::all_of(numbers.begin(), numbers.end(), [](double x) { return std::isfinite(x); }))
+            fail("the meshes are too large to project; the setting \"" + name +
+                 "\" would be beyond single precision");
+        if (name != "size" || std::min(numbers[0], numbers[1]) > 0)
+            continue;
+        std::ostringstream size;
+        size << numbers[0] << " by " << numbers[1];
+        fail("the image would have no size, it is " + size.str() + "; give --size" +
+             (options.project.kind == ProjectOptions::Planar
+                  ? ", or with --from a side from which the meshes have one"
+                  : ""));
+    }
+}
+
+template <class Method>
+Projection projectWith(const ProjectionScene& scene, const Options& options)
+{
+    const ProjectOptions& project = options.project;
+    const kyUVTypes::UVSet slot = setOf(options);
+    SettingsTexts texts;
+    if (!project.settingsFile.empty())
+        texts = readSettingsTexts(project.settingsFile);
+    auto settings = project.settingsFile.empty() ? fittingSettings<Method>(scene.nodes, project)
+                                                 : readSettingsOf<Method>(project, texts, slot);
+    takeGiven(project, settings);
+    if (!project.savedFile.empty())
+        settings = settingsOf<Method>(storedTexts<Method>(settings, slot), slot);
+
+    Projection projection;
+    projection.report = {nameOf(project.kind), project.isZUp, namedSettings(settings),
+                         modeOf(settings)};
+    throwUnlessUsable(projection.report.settings, options);
+    for (const osg::NodePtr& node : scene.nodes)
+        putOnNode(texts, node);
+    Method::apply(scene.nodes, slot, settings);
+    projection.texts = textsOf(scene.nodes.front());
+    return projection;
+}
+
+} // namespace
+
+Projection projectScene(const ProjectionScene& scene, const Options& options)
+{
+    const ProjectionSupport support;
+    const UpAxisScope up(options.project.isZUp);
+    switch (options.project.kind) {
+    case ProjectOptions::Planar:
+        return projectWith<kyUVPlanarProjection>(scene, options);
+    case ProjectOptions::Cylindrical:
+        return projectWith<kyUVCylindricalProjection>(scene, options);
+    case ProjectOptions::Triplanar:
+        return projectWith<StoringTriplanarProjection>(scene, options);
+    }
+    return {};
+}
+
+} // namespace uvtool

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "cli/Options.h"
+
+#include "OpenSG/Node.h"
+#include "UVUtils/projection/kyUVCylindricalProjectionSettings.h"
+#include "UVUtils/projection/kyUVPlanarProjectionSettings.h"
+#include "UVUtils/projection/kyUVTriplanarProjectionSettings.h"
+
+#include <vector>
+
+// Settings that look at the meshes from where the user wants it, and fit them there.
+
+namespace uvtool
+{
+
+/// Turns the projection as the options say; false where they say nothing about it.
+bool turn(const ProjectOptions& options, kyUVPlanarProjectionSettings& settings);
+bool turn(const ProjectOptions& options, kyUVCylindricalProjectionSettings& settings);
+/// A box can be turned without another size: false.
+bool turn(const ProjectOptions& options, kyUVTriplanarProjectionSettings& settings);
+
+/// Has the default settings fit the nodes anew, after a turn. Needs the ProjectionSupport.
+void fitTurned(const std::vector<osg::NodePtr>& nodes, const ImageSize& image,
+               kyUVPlanarProjectionSettings& settings);
+void fitTurned(const std::vector<osg::NodePtr>& nodes, const ImageSize& image,
+               kyUVCylindricalProjectionSettings& settings);
+inline void fitTurned(const std::vector<osg::NodePtr>&, const ImageSize&,
+                      kyUVTriplanarProjectionSettings&)
+{}
+
+} // namespace uvtool
