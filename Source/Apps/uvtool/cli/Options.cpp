@@ -110,7 +110,9 @@ void addProjections(CLI::App& project, Options& options)
 /// CLI11 has no word for a command that it doesn't know.
 void checkCommand(const CLI::App& app, std::span<const std::string> arguments)
 {
-    const auto known = app.get_subcommands([](const CLI::App*) { return true; });
+    // Groups of options are commands without a name.
+    const auto known =
+        app.get_subcommands([](const CLI::App* command) { return !command->get_name().empty(); });
     if (known.empty() || arguments.empty() || arguments[0].starts_with('-'))
         return;
     for (const CLI::App* const command : known)

@@ -122,6 +122,55 @@ void throwUnlessUsable(const NamedSettings& settings, const Options& options)
     }
 }
 
+/// The boxes of triplanar projections are looked at from near, see scaleForTriplanar.
+kyUVTriplanarProjectionSettings scaled(const kyUVTriplanarProjectionSettings& settings,
+                                       float factor)
+{
+    kyUVTriplanarProjectionSettings larger = settings;
+    larger.setCenter(settings.getCenter() * factor);
+    larger.setWidth(settings.getWidth() * factor);
+    larger.setHeight(settings.getHeight() * factor);
+    larger.setOffsetU(settings.getOffsetU() * factor);
+    larger.setOffsetV(settings.getOffsetV() * factor);
+    return larger;
+}
+
+/// The library has no normal for triangles of less than 1e-6 in twice their area, which a scanned
+/// figure in metres is full of. A power of two changes no digit of a UV.
+float scaleForTriplanar(const std::vector<osg::NodePtr>& nodes)
+{
+    constexpr int wantedExponent = 12; // for coordinates of some thousands
+    constexpr int mostExponent = 60;
+    osg::Vec3f center;
+    osg::Pnt3f min;
+    osg::Pnt3f max;
+    kyUVTextureProjection::calculateBoundingBox(nodes, center, min, max);
+    float size = 0;
+    for (unsigned i = 0; i < 3; ++i)
+        size = std::max({size, std::abs(min[i]), std::abs(max[i])});
+    const int exponent = size > 0 ? wantedExponent - std::ilogb(size) : 0;
+    return std::ldexp(1.0F, std::clamp(exponent, 0, mostExponent));
+}
+
+template <class Method, class Settings>
+void applyTo(const ProjectionScene& scene, kyUVTypes::UVSet slot, const Settings& settings)
+{
+    Method::apply(scene.nodes, slot, settings);
+}
+
+/// In a scene that is scaled up, whose settings then give way to those of the scene as it is.
+template <>
+void applyTo<StoringTriplanarProjection>(const ProjectionScene& scene, kyUVTypes::UVSet slot,
+                                         const kyUVTriplanarProjectionSettings& settings)
+{
+    const float factor = scaleForTriplanar(scene.nodes);
+    scene.setScale(factor);
+    StoringTriplanarProjection::apply(scene.nodes, slot, scaled(settings, factor));
+    scene.setScale(1);
+    for (const osg::NodePtr& node : scene.nodes)
+        StoringTriplanarProjection::writeSettings(node, slot, settings);
+}
+
 template <class Method>
 Projection projectWith(const ProjectionScene& scene, const Options& options)
 {
@@ -142,7 +191,7 @@ Projection projectWith(const ProjectionScene& scene, const Options& options)
     throwUnlessUsable(projection.report.settings, options);
     for (const osg::NodePtr& node : scene.nodes)
         putOnNode(texts, node);
-    Method::apply(scene.nodes, slot, settings);
+    applyTo<Method>(scene, slot, settings);
     projection.texts = textsOf(scene.nodes.front());
     return projection;
 }

@@ -45,10 +45,19 @@ osg::Matrix matrixOf(const std::array<double, 16>& columns)
     return matrix;
 }
 
-osg::NodePtr makeTransform(const std::array<double, 16>& toWorld)
+osg::NodePtr makeTransform(const osg::Matrix& matrix)
 {
     const osg::Transform3DPtr core = osg::Transform3D::create();
-    core->setMatrix(matrixOf(toWorld));
+    core->setMatrix(matrix);
+    const osg::NodePtr node = osg::Node::create();
+    node->setCore(core);
+    return node;
+}
+
+osg::NodePtr makeShell()
+{
+    const osg::GeometryPtr core = osg::Geometry::create();
+    core->setGeometryType(osg::Geometry::ShellType);
     const osg::NodePtr node = osg::Node::create();
     node->setCore(core);
     return node;
@@ -74,12 +83,10 @@ ProjectionScene makeProjectionScene(const Document& document, std::span<const st
                                     bool isShell)
 {
     ProjectionScene scene;
-    scene.root = osg::Node::create();
+    scene.root = makeTransform({});
     if (isShell) {
-        const osg::GeometryPtr shell = osg::Geometry::create();
-        shell->setGeometryType(osg::Geometry::ShellType);
-        scene.root->setCore(shell);
-        scene.nodes.push_back(scene.root.get());
+        scene.nodes.push_back(makeShell());
+        scene.root->addChild(scene.nodes.front());
     }
     for (const std::size_t number : numbers) {
         const DocumentGeometry& geometry = document.geometries[number];
@@ -87,9 +94,9 @@ ProjectionScene makeProjectionScene(const Document& document, std::span<const st
         const osg::NodePtr node = osg::Node::create();
         node->setCore(core);
         if (isShell) {
-            scene.root->addChild(node);
+            scene.nodes.front()->addChild(node);
         } else {
-            const osg::NodePtr place = makeTransform(geometry.toWorld);
+            const osg::NodePtr place = makeTransform(matrixOf(geometry.toWorld));
             place->addChild(node);
             scene.root->addChild(place);
             scene.nodes.push_back(node);
@@ -97,6 +104,12 @@ ProjectionScene makeProjectionScene(const Document& document, std::span<const st
         scene.surfaces.push_back({number, core, core->getPositions()->getSize()});
     }
     return scene;
+}
+
+void ProjectionScene::setScale(float factor) const
+{
+    const osg::Matrix matrix = osg::Matrix::scaling(osg::Vec3f(factor, factor, factor));
+    osg::dcast<osg::TransformBase>(root->getCore())->setMatrix(matrix);
 }
 
 ProjectedSurface projectedSurface(const ProjectionScene::Surface& surface, kyUVTypes::UVSet slot)

@@ -18,8 +18,8 @@ namespace uvtool
 /// Geometries of a document as nodes to project, in the units of its scene.
 ///
 /// A plain geometry stands in its own space below a transform that places it in the scene. Those of
-/// a shell are its surfaces, in the space of the scene. They have positions, triangles in the order
-/// of the document, and nothing else: a vertex for each place.
+/// a shell are its surfaces, in the space of the scene. The root can scale the whole. They have
+/// positions, triangles in the order of the document, and nothing else: a vertex for each place.
 struct ProjectionScene
 {
     struct Surface
@@ -32,6 +32,9 @@ struct ProjectionScene
     osg::RefPtr<osg::Node> root;
     std::vector<osg::NodePtr> nodes; ///< that hold the settings: one for each geometry or the shell
     std::vector<Surface> surfaces;
+
+    /// 1 at the start.
+    void setScale(float factor) const;
 };
 
 /// Of the geometries with these numbers, in their order.

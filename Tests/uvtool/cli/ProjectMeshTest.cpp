@@ -1,0 +1,70 @@
+// Projections of real meshes, and what a repair finds afterwards.
+
+#include "uvtool/TempFolder.h"
+#include "uvtool/ToolRun.h"
+
+#include "document/Format.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace uvtool;
+using namespace uvtool::test;
+
+bool hasUVsEverywhere(const std::filesystem::path& file)
+{
+    for (const DocumentGeometry& geometry : readDocument(file).geometries)
+        for (const std::uint32_t corner : geometry.triangles)
+            if (!geometry.uvs[0].has(corner))
+                return false;
+    return true;
+}
+
+/// Where the corners lie. Polygons that came apart count as the triangles that they were.
+std::vector<Vec3d> cornersIn(const std::filesystem::path& file)
+{
+    std::vector<Vec3d> corners;
+    for (const DocumentGeometry& geometry : readDocument(file).geometries)
+        for (const std::uint32_t corner : geometry.triangles)
+            corners.push_back(geometry.positions.at(corner));
+    return corners;
+}
+
+TEST(ProjectionsOfMeshes, ReachEveryTriangleAndMoveNothing)
+{
+    const std::filesystem::path meshes = KYUV_MESHES;
+    if (!std::filesystem::exists(meshes))
+        GTEST_SKIP() << meshes << " is absent";
+    for (const auto& entry : std::filesystem::directory_iterator(meshes))
+        for (const std::vector<std::string>& kind :
+             {std::vector<std::string>{"planar", "--from", "top"},
+              {"cylindrical"},
+              {"triplanar"},
+              {"triplanar", "--mode", "propagated"}})
+        {
+            const std::filesystem::path& in = entry.path();
+            if (in.extension() != ".obj")
+                continue;
+            SCOPED_TRACE(kind.back() + " of " + in.string());
+            const TempFolder folder;
+            std::vector<std::string> words{"project", kind[0], in, "-o", folder / "out.obj"};
+            words.insert(words.end(), kind.begin() + 1, kind.end());
+            const ToolRun run = runTool(words);
+            ASSERT_EQ(run.status, Done) << run.err;
+            EXPECT_TRUE(hasUVsEverywhere(folder / "out.obj"));
+            EXPECT_TRUE(cornersIn(folder / "out.obj") == cornersIn(in));
+            if (kind[0] != "triplanar")
+                continue;
+            for (const auto& [from, to] : {std::pair{"out.obj", "1.glb"}, {"1.glb", "2.glb"}}) {
+                const ToolRun repair = runTool({"repair", folder / from, "-o", folder / to});
+                EXPECT_EQ(repair.status, Done);
+                EXPECT_EQ(std::string(from) == "1.glb",
+                          repair.err.find("nothing singular") != std::string::npos)
+                    << repair.err;
+            }
+        }
+}
+
+} // namespace
