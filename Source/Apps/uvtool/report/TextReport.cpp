@@ -117,11 +117,29 @@ std::string lineOnInput(const Report& report)
            ", " + counted(triangleCount(report), "triangle", "triangles");
 }
 
-/// "13 islands cover 0.61, smallest gap 2.0 texels".
+/// "13 islands cover 0.61 of the UV plane".
+std::string lineOnCover(const LayoutCheck& found)
+{
+    return counted(found.islands, "island covers ", "islands cover ") + shortNumber(found.area) +
+           " of the UV plane";
+}
+
+/// The same with what is natural where an image is thrown onto front and back.
+std::string lineOnProjection(const LayoutCheck& found)
+{
+    std::string line = lineOnCover(found);
+    if (found.mirroredIslands > 0)
+        line += ", " + std::to_string(found.mirroredIslands) + " mirrored";
+    if (found.flipped.count > 0)
+        line += ", with " +
+                counted(found.flipped.count, "triangle turned over", "triangles turned over");
+    return line;
+}
+
+/// The same with "smallest gap 2.0 texels".
 std::string lineOnLayout(const LayoutCheck& found, std::optional<double> texelsPerUnit)
 {
-    std::string line = counted(found.islands, "island covers ", "islands cover ") +
-                       shortNumber(found.area) + " of the UV plane";
+    std::string line = lineOnCover(found);
     if (found.gap.exists())
         line += ", smallest gap " +
                 (texelsPerUnit ? decimal(found.gap.distance * *texelsPerUnit, 2) + " texels"
@@ -305,8 +323,10 @@ std::vector<std::string> textOfResult(const Report& report)
                              textOfProjection(report)})
         lines.insert(lines.end(), text.begin(), text.end());
     if (report.check) {
-        lines.push_back(lineOnLayout(report.check->found, report.texelsPerUnit) +
-                        (report.projection ? "" : ", " + lineOnFaults(*report.check)));
+        lines.push_back(report.projection
+                            ? lineOnProjection(report.check->found)
+                            : lineOnLayout(report.check->found, report.texelsPerUnit) + ", " +
+                                  lineOnFaults(*report.check));
     }
     const std::string distortion = lineOnDistortion(report);
     if (!distortion.empty())
