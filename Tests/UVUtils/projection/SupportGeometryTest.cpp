@@ -5,6 +5,7 @@
 #include "OpenSG/Transform3D.h"
 #include "OpenSGExt/NodeUtils.h"
 #include "OpenSGUtils/kyMaterials.h"
+#include "OpenSGUtils/kyNodeUtils.h"
 #include "UVUtils/projection/kyUVCylindricalProjectionSettings.h"
 #include "UVUtils/projection/kyUVCylindricalProjectionSupportGeometry.h"
 #include "UVUtils/projection/kyUVPlanarProjectionSupportGeometry.h"
@@ -38,26 +39,34 @@ SimpleMaterialPtr materialOf(const NodePtr& shape)
     return dcast<SimpleMaterial>(coreAs<Geometry>(shape)->getMaterial());
 }
 
-/// The type and the sizes of a shape, the ends of its lines, and its material.
-void describeShape(const Geometry& shape, const SimpleMaterialPtr& material, std::ostream& text)
+std::ostream& operator<<(std::ostream& text, const Tuple<float, 3>& t)
+{
+    return text << t[0] << ' ' << t[1] << ' ' << t[2];
+}
+
+/// What a shape is made of, its size, the ends of its lines, and its material.
+void describeShape(const NodePtr& node, const Geometry& shape, std::ostream& text)
 {
     const unsigned type = shape.getTypes()->getValue(0);
-    text << " type " << type << ", " << shape.getPositions()->getSize() << " points, "
-         << shape.getLengths()->getValue(0) << " corners";
-    for (unsigned i = 0; type == GeoPrimitive::Lines && i < shape.getIndices()->getSize(); ++i) {
-        const Pnt3f end = shape.getPositions()->getValue(shape.getIndices()->getValue(i));
-        text << (i % 2 == 0 ? ", " : "-") << end.x() << ' ' << end.y() << ' ' << end.z();
-    }
-    text << ", " << kyMaterials::getName(material) << (material->getLit() ? " lit" : "");
-    for (unsigned i = 0; i < 3; ++i)
-        text << ' ' << material->getDiffuse()[i];
+    Pnt3f min;
+    Pnt3f max;
+    text << (type == GeoPrimitive::Lines ? " lines, " : " triangles, ")
+         << shape.getLengths()->getValue(0) << " corners, size "
+         << kyNodeUtils::getProjectionBoundingBox({node}, Matrix(), min, max, false);
+    for (unsigned i = 0; type == GeoPrimitive::Lines && i < shape.getIndices()->getSize(); ++i)
+        text << (i % 2 == 0 ? ", from " : " to ")
+             << shape.getPositions()->getValue(shape.getIndices()->getValue(i));
+    const SimpleMaterialPtr material = materialOf(node);
+    text << ", " << kyMaterials::getName(material) << (material->getLit() ? " lit " : " ")
+         << material->getDiffuse();
     text << ", transparency " << material->getTransparency();
     for (unsigned i = 0; i < material->getNChunks(); ++i)
         text << ", " << material->getChunk(i)->getType().getName() << material->getChunkSlot(i);
 }
 
 /// A line for each node with its name and its shape. All of them should be among the reported.
-std::string describe(const NodePtr& node, const ContainerIds& reported, std::string indent = "\n")
+std::string describe(const NodePtr& node, const ContainerIds& reported,
+                     const std::string& indent = "\n")
 {
     std::ostringstream text;
     const char* name = NodeUtils::getName(node);
@@ -65,12 +74,15 @@ std::string describe(const NodePtr& node, const ContainerIds& reported, std::str
     EXPECT_TRUE(reported.contains(node->getId()) && reported.contains(node->getCore()->getId()));
     if (const auto shape = coreAs<Geometry>(node)) {
         EXPECT_TRUE(reported.contains(materialOf(node)->getId()));
-        describeShape(*shape, materialOf(node), text);
+        describeShape(node, *shape, text);
     }
     for (unsigned i = 0; i < node->getNChildren(); ++i)
         text << describe(node->getChild(i), reported, indent + "  ");
     return text.str();
 }
+
+const std::string square =
+    ", from -1 -1 0 to 1 -1 0, from 1 -1 0 to 1 1 0, from 1 1 0 to -1 1 0, from -1 1 0 to -1 -1 0";
 
 TEST(PlanarSupport, BuildsItsTreeAndReportsWhatIsSet)
 {
@@ -80,14 +92,14 @@ TEST(PlanarSupport, BuildsItsTreeAndReportsWhatIsSet)
     EXPECT_EQ(support.getOpacity(), 1);
     const ContainerIds reported = initAndGetReported(support);
     const RefPtr<Node> root(support.getProjectionTransformNode());
-    EXPECT_EQ(describe(root, reported), R"(
-Projection Transform
-  Planar Transform
-    - type 4, 4 points, 6 corners, kyTextureEditor::texmapmat 1 1 1, transparency 0.8, )"
-                                        R"(TextureChunk-2, BlendChunk-2
-    - type 1, 6 points, 10 corners, -1 -1 0-1 -1 0, 1 -1 0-1 1 0, 1 1 0--1 1 0, -1 1 0--1 -1 0, )"
-                                        R"(0 0 0-0 0 -1e+07, kyTextureEditor::texframemat 0 0 1, )"
-                                        R"(transparency 0, LineChunk-2, BlendChunk-2)");
+    EXPECT_EQ(describe(root, reported),
+              "\nProjection Transform\n  Planar Transform\n"
+              "    - triangles, 6 corners, size 2 2 0, kyTextureEditor::texmapmat 1 1 1, "
+              "transparency 0.8, TextureChunk-2, BlendChunk-2\n"
+              "    - lines, 10 corners, size 2 2 1e+07" +
+                  square +
+                  ", from 0 0 0 to 0 0 -1e+07, kyTextureEditor::texframemat 0 0 1, "
+                  "transparency 0, LineChunk-2, BlendChunk-2");
     EXPECT_EQ(root->getToWorld(), Matrix::translation(Vec3f(0, 0, 1)));
     EXPECT_EQ(root->getToWorld(), support.getInitialProjectionMatrix());
     EXPECT_EQ(root->getTravMask(), ~0U);
@@ -125,14 +137,28 @@ TEST(TriPlanarSupport, BuildsItsTree)
     const RefPtr<Node> root(support.getProjectionTransformNode());
     const std::string own = "kyUVEditor::TriplanarTextureProjection::";
     const std::string side =
-        "\n  " + own + "PlaneGroup\n    - type 4, 4 points, 6 corners, " + own +
-        "planeMaterial 1 1 1, transparency 0.8, BlendChunk-2\n    - type 1, 4 points, 8 corners, "
-        "-1 -1 0-1 -1 0, 1 -1 0-1 1 0, 1 1 0--1 1 0, -1 1 0--1 -1 0, " +
-        own + "FrameMat 0.953 0.525 0.184, transparency 0, LineChunk-2, BlendChunk-2";
+        "\n  " + own + "PlaneGroup\n    - triangles, 6 corners, size 2 2 0, " + own +
+        "planeMaterial 1 1 1, transparency 0.8, BlendChunk-2\n"
+        "    - lines, 8 corners, size 2 2 0" +
+        square + ", " + own +
+        "FrameMat 0.953 0.525 0.184, transparency 0, LineChunk-2, BlendChunk-2";
     EXPECT_EQ(describe(root, reported), "\n" + own + "ProjectionTransform" + side + side + side);
     EXPECT_EQ(root->findChild(support.getXPlane()), 0);
     EXPECT_EQ(root->findChild(support.getYPlane()), 1);
     EXPECT_EQ(root->findChild(support.getZPlane()), 2);
+
+    struct : kyUVTriPlanarProjectionSupportGeometry
+    {
+        void init(const BlendChunkPtr& blend)
+        {
+            node = RefPtr<Node>(createLine(createPlaneMaterial(blend)));
+        }
+        RefPtr<Node> node;
+    } line;
+    const ContainerIds lineReported = initAndGetReported(line);
+    EXPECT_EQ(describe(line.node, lineReported),
+              "\n" + own + "Line lines, 2 corners, size 0 0 500, from 0 0 0 to 0 0 500, " + own +
+                  "planeMaterial 1 1 1, transparency 0.8, BlendChunk-2");
 }
 
 TEST(CylindricalSupport, BuildsItsTreesAndBringsThemToSettings)
@@ -142,10 +168,10 @@ TEST(CylindricalSupport, BuildsItsTreesAndBringsThemToSettings)
     const RefPtr<Node> root(support.getCylindricTransform3D());
     const RefPtr<Node> image(support.getCylindricTransform2D());
     const std::string material =
-        "corners, kyTextureEditor::cylindrictexmapmat 1 1 1, transparency 0.8, BlendChunk-2";
-    const std::string limit = "\n    -\n      - type 4, 4 points, 6 " + material;
+        ", kyTextureEditor::cylindrictexmapmat 1 1 1, transparency 0.8, BlendChunk-2";
+    const std::string limit = "\n    -\n      - triangles, 6 corners, size 1 1 0" + material;
     EXPECT_EQ(describe(root, reported),
-              "\n-\n  -\n    - type 4, 130 points, 384 " + material + limit + limit);
+              "\n-\n  -\n    - triangles, 384 corners, size 2 1 2" + material + limit + limit);
     EXPECT_EQ(describe(image, reported), "\n-");
     EXPECT_EQ(root->getTravMask(), 0U) << "hidden";
 
