@@ -1,6 +1,7 @@
 // `cut` and `sew`: seams go where they were asked for, stand in the file that is written, and
 // nothing else in it has changed.
 
+#include "uvtool/ObjTopology.h"
 #include "uvtool/SameButUVs.h"
 #include "uvtool/TempFolder.h"
 #include "uvtool/ToolRun.h"
@@ -259,6 +260,20 @@ TEST(Seams, AreSewnOnlyWhereTheyWereAskedFor)
             EXPECT_EQ(islandsIn(folder / "sewn.obj", false)["islands"], c.islands) << run.err;
         }
     }
+}
+
+TEST(Seams, AreSewnInNumbersTooWhereAnEndHadOneValueBefore)
+{
+    // Two triangles that touch in the UV of vertex 1, by two numbers.
+    const TempFolder folder;
+    const auto in = folder.write("in.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nv -1 0 0\n"
+                                           "vt .5 .5\nvt .50 .5\nvt 1 0\nvt 0 1\nvt 0 1.5\n"
+                                           "vt .1 0\nf 1/1 2/3 3/4\nf 1/2 3/5 4/6\n");
+    ASSERT_EQ(runTool({"sew", in, "-o", folder / "out.obj"}).status, Done);
+    const std::vector<ObjTopology::Face> faces =
+        ObjTopology(bytesOf(folder / "out.obj")).objects[0];
+    EXPECT_EQ(faces[0][0], faces[1][0]);
+    EXPECT_EQ(faces[0][2], faces[1][1]);
 }
 
 TEST(Seams, FilesOfEdgesThatCannotBeReadAreNamedWithTheirLine)

@@ -5,6 +5,7 @@
 #include "document/Format.h"
 #include "report/Remarks.h"
 #include "scene/CornerUVs.h"
+#include "scene/SewnCorners.h"
 #include "scene/SideSeparation.h"
 #include "scene/StartUVs.h"
 #include "solver/LibraryScope.h"
@@ -89,7 +90,7 @@ void SeamWork::carryOut(const SeamPlan& plan, const SceneGeometry& scene, std::s
     LibraryLog log;
     const LibraryScope scope(task_.console, log);
     const Stopwatch watch;
-    const SceneEdit edit = editScene(plan.operation, scene, task_.options);
+    SceneEdit edit = editScene(plan.operation, scene, task_.options);
     entry.seconds = watch.seconds();
     if (!edit.undoFault.empty())
         throw CommandError(Unsound,
@@ -97,9 +98,11 @@ void SeamWork::carryOut(const SeamPlan& plan, const SceneGeometry& scene, std::s
                                " fails the check of undo, nothing was written: " + edit.undoFault);
     entry.seams->isUndoChecked = task_.options.seams.undoCheck;
     islandsMade_[number] = edit.islands;
-    entry.splitPolygons =
-        writeCornerUVs(task_.document, scene, task_.options.common.slot, edit.before, edit.after,
-                       traitsOfFormat(task_.options.output).vRunsDownward);
+    const FormatTraits traits = traitsOfFormat(task_.options.output);
+    if (plan.operation.kind != SeamOperation::CutEdges && !traits.hasWholeVertices)
+        renewSewnCorners(task_.document, scene, plan.sides, edit.after, edit.before);
+    entry.splitPolygons = writeCornerUVs(task_.document, scene, task_.options.common.slot,
+                                         edit.before, edit.after, traits.vRunsDownward);
 }
 
 void SeamWork::settleStartUVs(const SceneGeometry& scene, bool isCut, GeometryReport& entry)
