@@ -5,6 +5,7 @@
 #include "OpenSG/TinyGeometry.h"
 #include "OpenSG/Transform3D.h"
 
+#include <algorithm>
 #include <vector>
 
 using namespace osg;
@@ -46,9 +47,9 @@ RC_GTEST_PROP(TransformNodesProperty, SetFieldsAndAPivotThatKeepsThePlaceMovesNo
     RC_ASSERT(core->getScalePivot() == Pnt3f(rotatePivot));
     RC_ASSERT(core->getTranslation() == translation);
 
-    std::vector<FieldMask> masks;
-    for (const auto& notice : journal.notices)
-        masks.push_back(notice.mask);
+    std::vector<FieldMask> masks(journal.notices.size());
+    std::transform(journal.notices.begin(), journal.notices.end(), masks.begin(),
+                   [](const auto& notice) { return notice.mask; });
     RC_ASSERT(masks == (std::vector<FieldMask>{T::TranslationFieldMask, T::TranslationFieldMask,
                                                T::TranslationFieldMask, T::RotationFieldMask,
                                                T::ScaleFieldMask,
