@@ -158,7 +158,7 @@ TEST(ProjectCommand, ActsInTheSceneInWhichNodesPlaceTheMeshes)
     }
     const ToolRun edgeOn = project("planar", in, folder / "no.glb");
     EXPECT_EQ(edgeOn.status, Failed);
-    EXPECT_THAT(edgeOn.err, HasSubstr("give --size, or with --from a side"));
+    EXPECT_THAT(edgeOn.err, HasSubstr("nothing but an edge of the meshes; name another side"));
     EXPECT_FALSE(std::filesystem::exists(folder / "no.glb"));
 }
 

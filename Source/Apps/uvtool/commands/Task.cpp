@@ -104,6 +104,7 @@ void Task::draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes)
         PictureOptions picture;
         picture.title = common.input.filename().string();
         picture.boxes = boxes;
+        picture.flipsAreNatural = report.projection.has_value();
         drawLayout(layout, picture, common.picture);
     }
     if (!common.view.empty())

@@ -181,6 +181,14 @@ void paintFlippedPatch(QPainter& painter, const QRectF& square, double)
     painter.fillRect(square, pictureStyle::flipped);
 }
 
+/// Their tints differ; that they are the darker ones shows beside a lighter grey.
+void paintFoldedPatch(QPainter& painter, const QRectF& square, double)
+{
+    painter.fillRect(square, pictureStyle::tileLine);
+    painter.fillRect(QRectF(square.center(), square.bottomRight()), pictureStyle::boxLine);
+    painter.fillRect(QRectF(square.topLeft(), square.center()), pictureStyle::boxLine);
+}
+
 void paintOverlapPatch(QPainter& painter, const QRectF& square, double unit)
 {
     painter.fillRect(square, pictureStyle::box);
@@ -198,7 +206,11 @@ void paintOverlapPatch(QPainter& painter, const QRectF& square, double unit)
 std::vector<LegendEntry> legend(const PictureContent& content, const OverlapShare& overlap)
 {
     std::vector<LegendEntry> entries;
-    if (!content.flipped.empty())
+    if (content.flipsAreNatural && !content.flipped.empty())
+        entries.push_back(
+            {paintFoldedPatch, countText(content.flipped.size(), "triangle", "triangles") +
+                                   QStringLiteral(" turned over, darker")});
+    else if (!content.flipped.empty())
         entries.push_back({paintFlippedPatch, countText(content.flipped.size(), "flipped triangle",
                                                         "flipped triangles")});
     if (overlap.area > 0)

@@ -218,18 +218,28 @@ void paintIslands(QPainter& painter, const PictureFrame& frame, const UVLayout& 
 }
 
 void paintFlipped(QPainter& painter, const PictureFrame& frame, const UVLayout& layout,
-                  const PictureContent& content)
+                  const PictureContent& content, std::span<const Tint> tints)
 {
-    // The pen keeps a sliver visible.
-    painter.setPen(QPen(pictureStyle::flipped, 0.06 * frame.unit));
-    painter.setBrush(pictureStyle::flipped);
-    const std::span<const std::uint32_t> flipped = content.flipped;
-    for (std::size_t first = 0; first < flipped.size(); first += flipsPerPath) {
+    const auto islandOf = [&content](std::uint32_t triangle) {
+        return static_cast<std::size_t>(content.islandOfTriangle[triangle]);
+    };
+    std::vector<std::uint32_t> flipped = content.flipped;
+    if (content.flipsAreNatural)
+        std::stable_sort(flipped.begin(), flipped.end(), [&](std::uint32_t s, std::uint32_t t) {
+            return content.areaOfIsland[islandOf(s)] > content.areaOfIsland[islandOf(t)];
+        });
+    for (std::size_t first = 0; first < flipped.size();) {
+        const std::size_t island = islandOf(flipped[first]);
+        const QColor fill =
+            content.flipsAreNatural ? color(darker(tints[island], 0.75)) : pictureStyle::flipped;
         QPainterPath path;
         path.setFillRule(Qt::WindingFill);
-        for (const std::uint32_t triangle :
-             flipped.subspan(first, std::min(flipsPerPath, flipped.size() - first)))
-            addTriangle(path, frame, layout, triangle);
+        const std::size_t end = std::min(first + flipsPerPath, flipped.size());
+        for (; first < end && (!content.flipsAreNatural || islandOf(flipped[first]) == island);
+             ++first)
+            addTriangle(path, frame, layout, flipped[first]);
+        painter.setPen(QPen(fill, 0.06 * frame.unit)); // keeps a sliver visible
+        painter.setBrush(fill);
         painter.drawPath(path);
     }
 }

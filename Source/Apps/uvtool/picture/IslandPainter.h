@@ -19,9 +19,9 @@ namespace uvtool
 void paintIslands(QPainter& painter, const PictureFrame& frame, const UVLayout& layout,
                   const PictureContent& content, std::span<const Tint> tints);
 
-/// Paints triangles that turn against their island.
+/// Paints triangles that turn against their island: red, or where that is natural, darker than it.
 void paintFlipped(QPainter& painter, const PictureFrame& frame, const UVLayout& layout,
-                  const PictureContent& content);
+                  const PictureContent& content, std::span<const Tint> tints);
 
 /// Darkens and hatches what is covered more than once. `raster` is of the frame's own cells.
 void paintOverlaps(QPainter& painter, const PictureFrame& frame, const CoverageRaster& raster);

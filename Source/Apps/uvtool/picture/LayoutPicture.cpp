@@ -69,6 +69,7 @@ Picture compose(const UVLayout& layout, const PictureOptions& options)
 {
     const int size = std::clamp(options.size, 200, 8192);
     PictureContent content = collectContent(layout);
+    content.flipsAreNatural = options.flipsAreNatural;
     const PictureFrame frame = framePicture(content, options.boxes, size);
     const CoverageRaster raster(frame.raster(), layout, content.islandOfTriangle);
     const auto reach = static_cast<std::int32_t>(neighbourReach * size);
@@ -86,7 +87,7 @@ void paint(QPainter& painter, const Picture& picture, bool hasText)
         painter.setFont(pictureStyle::font(picture.frame.width / 60, false));
     paintBackground(painter, picture.frame);
     paintIslands(painter, picture.frame, picture.layout, picture.content, picture.tints);
-    paintFlipped(painter, picture.frame, picture.layout, picture.content);
+    paintFlipped(painter, picture.frame, picture.layout, picture.content, picture.tints);
     paintOverlaps(painter, picture.frame, picture.raster);
     paintBoxes(painter, picture.frame);
     if (hasText)

@@ -21,6 +21,10 @@ struct PictureOptions
     /// the bounding box of the layout where these are more than 64.
     std::vector<UVBox> boxes;
 
+    /// Triangles that turn over are no faults: an image that is thrown onto a body falls on its
+    /// back as well. They are a darker tint of their island then, not red.
+    bool flipsAreNatural = false;
+
     int size = 1600; ///< longer side of the picture, in pixels; taken to the range 200 to 8192
 };
 

@@ -20,6 +20,7 @@ struct PictureContent
     std::vector<double> areaOfIsland;             ///< [islandCount] sums of unsigned areas
     std::vector<std::uint32_t> trianglesOfIsland; ///< [islandCount]
     std::vector<std::uint32_t> flipped;           ///< triangles that turn against their island
+    bool flipsAreNatural = false;                 ///< see PictureOptions
     std::size_t triangleCount = 0;                ///< those drawn
     std::size_t nonFinite = 0;                    ///< those left out
     double area = 0;                              ///< sum over the islands

@@ -115,11 +115,21 @@ void throwUnlessUsable(const NamedSettings& settings, const Options& options)
             continue;
         std::ostringstream size;
         size << numbers[0] << " by " << numbers[1];
-        fail("the image would have no size, it is " + size.str() + "; give --size" +
-             (options.project.kind == ProjectOptions::Planar
-                  ? ", or with --from a side from which the meshes have one"
-                  : ""));
+        fail("the image would have no size, it is " + size.str() + "; give --size");
     }
+}
+
+/// An image that follows from the size of the meshes can't follow from nothing.
+template <class Settings>
+void throwIfEdgeOn(const std::vector<osg::NodePtr>& nodes, const Settings& settings,
+                   const Options& options)
+{
+    const ProjectOptions& project = options.project;
+    if (project.settingsFile.empty() && !project.given.contains("size") &&
+        isEdgeOn(nodes, settings))
+        throw CommandError(Failed, options.common.input.string() +
+                                       ": the plane sees nothing but an edge of the meshes; name "
+                                       "another side with --from, or give --rotate or --size");
 }
 
 /// The boxes of triplanar projections are looked at from near, see scaleForTriplanar.
@@ -188,6 +198,7 @@ Projection projectWith(const ProjectionScene& scene, const Options& options)
     Projection projection;
     projection.report = {nameOf(project.kind), project.isZUp, namedSettings(settings),
                          modeOf(settings)};
+    throwIfEdgeOn(scene.nodes, settings, options);
     throwUnlessUsable(projection.report.settings, options);
     for (const osg::NodePtr& node : scene.nodes)
         putOnNode(texts, node);

@@ -6,6 +6,7 @@
 #include "UVUtils/projection/kyUVCylindricalProjection.h"
 #include "UVUtils/projection/kyUVPlanarProjection.h"
 
+#include <algorithm>
 #include <array>
 
 namespace uvtool
@@ -37,6 +38,20 @@ bool turnAsGiven(const ProjectOptions& options, Settings& settings)
     return true;
 }
 
+/// Width and height of the nodes as the plane sees them.
+osg::Vec2f sizeOnPlane(const std::vector<osg::NodePtr>& nodes,
+                       const kyUVPlanarProjectionSettings& settings)
+{
+    kyUVPlanarProjection::updateManipulator(settings);
+    const osg::NodePtr plane =
+        kyUVTextureProjection::getPlanarSupportGeometry()->getProjectionTransformNode();
+    osg::Pnt3f min;
+    osg::Pnt3f max;
+    kyUVTextureProjection::calculateProjectionSize(
+        nodes, osg::dcast<osg::TransformBase>(plane->getCore())->getMatrix(), min, max);
+    return osg::Vec2f(max.x() - min.x(), max.y() - min.y());
+}
+
 } // namespace
 
 bool turn(const ProjectOptions& options, kyUVPlanarProjectionSettings& settings)
@@ -66,14 +81,7 @@ bool turn(const ProjectOptions&, kyUVTriplanarProjectionSettings&)
 void fitTurned(const std::vector<osg::NodePtr>& nodes, const ImageSize& image,
                kyUVPlanarProjectionSettings& settings)
 {
-    kyUVPlanarProjection::updateManipulator(settings);
-    const osg::NodePtr plane =
-        kyUVTextureProjection::getPlanarSupportGeometry()->getProjectionTransformNode();
-    osg::Pnt3f min;
-    osg::Pnt3f max;
-    kyUVTextureProjection::calculateProjectionSize(
-        nodes, osg::dcast<osg::TransformBase>(plane->getCore())->getMatrix(), min, max);
-    osg::Vec2f size(max.x() - min.x(), max.y() - min.y());
+    osg::Vec2f size = sizeOnPlane(nodes, settings);
     if (image.width > 0)
         kyUVPlanarProjection::adjustSizeToAspectRatio(size, static_cast<float>(image.width) /
                                                                 static_cast<float>(image.height));
@@ -90,6 +98,13 @@ void fitTurned(const std::vector<osg::NodePtr>& nodes, const ImageSize& image,
     kyUVCylindricalProjection::getScaleAndCenterFromGeometry(nodes, settings);
     if (image.width > 0)
         kyUVCylindricalProjection::applyScalePreservingAspectRatio(settings);
+}
+
+bool isEdgeOn(const std::vector<osg::NodePtr>& nodes, const kyUVPlanarProjectionSettings& settings)
+{
+    constexpr float widestEdge = 1e-6F; // in lengths of the edge: what rounding makes of none
+    const osg::Vec2f size = sizeOnPlane(nodes, settings);
+    return std::min(size.x(), size.y()) <= widestEdge * std::max(size.x(), size.y());
 }
 
 } // namespace uvtool

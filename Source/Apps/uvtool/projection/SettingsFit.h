@@ -29,4 +29,16 @@ inline void fitTurned(const std::vector<osg::NodePtr>&, const ImageSize&,
                       kyUVTriplanarProjectionSettings&)
 {}
 
+/// Do the nodes turn an edge to the plane, so that no image on it can show more than a line? Needs
+/// the ProjectionSupport.
+bool isEdgeOn(const std::vector<osg::NodePtr>& nodes, const kyUVPlanarProjectionSettings& settings);
+inline bool isEdgeOn(const std::vector<osg::NodePtr>&, const kyUVCylindricalProjectionSettings&)
+{
+    return false;
+}
+inline bool isEdgeOn(const std::vector<osg::NodePtr>&, const kyUVTriplanarProjectionSettings&)
+{
+    return false;
+}
+
 } // namespace uvtool
