@@ -39,7 +39,7 @@ TEST(ProjectionsOfMeshes, ReachEveryTriangleAndMoveNothing)
         GTEST_SKIP() << meshes << " is absent";
     for (const auto& entry : std::filesystem::directory_iterator(meshes))
         for (const std::vector<std::string>& kind :
-             {std::vector<std::string>{"planar", "--from", "top"},
+             {std::vector<std::string>{"planar", "--from", "front"},
               {"cylindrical"},
               {"triplanar"},
               {"triplanar", "--mode", "propagated"}})
@@ -57,13 +57,9 @@ TEST(ProjectionsOfMeshes, ReachEveryTriangleAndMoveNothing)
             EXPECT_TRUE(cornersIn(folder / "out.obj") == cornersIn(in));
             if (kind[0] != "triplanar")
                 continue;
-            for (const auto& [from, to] : {std::pair{"out.obj", "1.glb"}, {"1.glb", "2.glb"}}) {
-                const ToolRun repair = runTool({"repair", folder / from, "-o", folder / to});
-                EXPECT_EQ(repair.status, Done);
-                EXPECT_EQ(std::string(from) == "1.glb",
-                          repair.err.find("nothing singular") != std::string::npos)
-                    << repair.err;
-            }
+            ASSERT_EQ(runTool({"repair", folder / "out.obj", "-o", folder / "1.glb"}).status, Done);
+            const ToolRun again = runTool({"repair", folder / "1.glb", "-o", folder / "2.glb"});
+            EXPECT_NE(again.err.find("nothing singular"), std::string::npos) << again.err;
         }
 }
 
