@@ -25,8 +25,9 @@ using Words = std::vector<std::string>;
 ToolRun project(const std::string& kind, const std::filesystem::path& in,
                 const std::filesystem::path& out, const Words& more = {})
 {
-    Words words{"project", kind, in, "-o", out, "--json"};
+    Words words{"project", kind, "--json"};
     words.insert(words.end(), more.begin(), more.end());
+    words.insert(words.end(), {in, "-o", out});
     return runTool(words);
 }
 

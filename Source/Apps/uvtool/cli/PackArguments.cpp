@@ -185,6 +185,7 @@ void addPackOptions(CLI::App& command, PackOptions& pack)
             },
             "The box to fill, 0 0 1 1 if not given")
         ->expected(4)
+        ->allow_extra_args(false)
         ->type_name("U0 V0 U1 V1");
 }
 

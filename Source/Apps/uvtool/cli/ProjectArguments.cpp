@@ -48,6 +48,7 @@ void addSetting(CLI::App& command, const SettingText& setting, ProjectOptions& p
             },
             setting.help)
         ->expected(static_cast<int>(setting.count))
+        ->allow_extra_args(false)
         ->check(numberIn(setting.range))
         ->type_name(setting.parts);
 }

@@ -4,6 +4,7 @@
 #include "cli/ProjectArguments.h"
 #include "document/FileError.h"
 #include "projection/ProjectionSupport.h"
+#include "projection/SettingsCheck.h"
 #include "projection/SettingsFit.h"
 
 #include "UVUtils/projection/kyUVCylindricalProjection.h"
@@ -13,7 +14,6 @@
 #include <algorithm>
 #include <cmath>
 #include <exception>
-#include <sstream>
 
 namespace uvtool
 {
@@ -101,37 +101,6 @@ std::string modeOf(const kyUVTriplanarProjectionSettings& settings)
                                                                                  : "dominant";
 }
 
-/// An image without a size can't be thrown, nor one that is too large to be told.
-void throwUnlessUsable(const NamedSettings& settings, const Options& options)
-{
-    const auto fail = [&options](const std::string& why) {
-        throw CommandError(Failed, options.common.input.string() + ": " + why);
-    };
-    for (const auto& [name, numbers] : settings) {
-        if (!std::all_of(numbers.begin(), numbers.end(), [](double x) { return std::isfinite(x); }))
-            fail("the meshes are too large to project; the setting \"" + name +
-                 "\" would be beyond single precision");
-        if (name != "size" || std::min(numbers[0], numbers[1]) > 0)
-            continue;
-        std::ostringstream size;
-        size << numbers[0] << " by " << numbers[1];
-        fail("the image would have no size, it is " + size.str() + "; give --size");
-    }
-}
-
-/// An image that follows from the size of the meshes can't follow from nothing.
-template <class Settings>
-void throwIfEdgeOn(const std::vector<osg::NodePtr>& nodes, const Settings& settings,
-                   const Options& options)
-{
-    const ProjectOptions& project = options.project;
-    if (project.settingsFile.empty() && !project.given.contains("size") &&
-        isEdgeOn(nodes, settings))
-        throw CommandError(Failed, options.common.input.string() +
-                                       ": the plane sees nothing but an edge of the meshes; name "
-                                       "another side with --from, or give --rotate or --size");
-}
-
 /// The boxes of triplanar projections are looked at from near, see scaleForTriplanar.
 kyUVTriplanarProjectionSettings scaled(const kyUVTriplanarProjectionSettings& settings,
                                        float factor)
@@ -198,8 +167,9 @@ Projection projectWith(const ProjectionScene& scene, const Options& options)
     Projection projection;
     projection.report = {nameOf(project.kind), project.isZUp, namedSettings(settings),
                          modeOf(settings)};
-    throwIfEdgeOn(scene.nodes, settings, options);
-    throwUnlessUsable(projection.report.settings, options);
+    const std::string why = whyUnusable(scene.nodes, settings, project);
+    if (!why.empty())
+        throw CommandError(Failed, options.common.input.string() + ": " + why);
     for (const osg::NodePtr& node : scene.nodes)
         putOnNode(texts, node);
     applyTo<Method>(scene, slot, settings);
