@@ -93,6 +93,12 @@ TEST(LayoutPicture, MarksFlipsAndOverlaps)
     EXPECT_EQ(picture.at(0.08, 0.03), pictureStyle::flipped);
     EXPECT_LT(picture.at(0.73, 0.26).lightness(), picture.at(0.87, 0.33).lightness() - 10);
 
+    PictureOptions natural;
+    natural.flipsAreNatural = true;
+    const DrawnPicture darker(layout, natural);
+    EXPECT_LT(darker.at(0.08, 0.03).lightness(), darker.at(0.205, 0.155).lightness() - 10);
+    EXPECT_NE(darker.at(0.08, 0.03).hue(), pictureStyle::flipped.hue());
+
     const std::string texts = textsIn(svgOf(layout));
     EXPECT_THAT(texts, HasSubstr("1 flipped triangle\n"));
     EXPECT_THAT(texts, HasSubstr("of the area overlaps\n"));

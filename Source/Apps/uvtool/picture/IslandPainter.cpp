@@ -231,7 +231,7 @@ void paintFlipped(QPainter& painter, const PictureFrame& frame, const UVLayout& 
     for (std::size_t first = 0; first < flipped.size();) {
         const std::size_t island = islandOf(flipped[first]);
         const QColor fill =
-            content.flipsAreNatural ? color(darker(tints[island], 0.75)) : pictureStyle::flipped;
+            content.flipsAreNatural ? color(darker(tints[island], 0.6)) : pictureStyle::flipped;
         QPainterPath path;
         path.setFillRule(Qt::WindingFill);
         const std::size_t end = std::min(first + flipsPerPath, flipped.size());

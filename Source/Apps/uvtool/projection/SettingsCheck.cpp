@@ -7,12 +7,24 @@
 namespace uvtool
 {
 
+namespace
+{
+
+std::string endlessText(const std::string& name)
+{
+    std::ostringstream text;
+    text << "the meshes are too large to project, the setting \"" << name
+         << "\" is beyond single precision; give --" << name;
+    return text.str();
+}
+
+} // namespace
+
 std::string whyEndless(const NamedSettings& settings)
 {
     for (const auto& [name, numbers] : settings)
         if (!std::all_of(numbers.begin(), numbers.end(), [](double x) { return std::isfinite(x); }))
-            return "the meshes are too large to project, the setting \"" + name +
-                   "\" is beyond single precision; give --" + name;
+            return endlessText(name);
     return {};
 }
 
