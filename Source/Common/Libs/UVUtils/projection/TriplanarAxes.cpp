@@ -40,8 +40,7 @@ unsigned int largestComponent(const osg::Vec3f& m)
 
 osg::Matrix getAxisToZ(int axis)
 {
-    const auto& sources =
-        planeToBox[static_cast<std::size_t>(axis >= 0 && axis < axisCount ? axis : 2)];
+    const std::array<Source, 3>& sources = planeToBox[knownAxis(axis)];
     osg::Matrix matrix = osg::Matrix::scaling(osg::Vec3f(0, 0, 0));
     for (unsigned int row = 0; row < 3; ++row)
         matrix(row, sources[row].component) = sources[row].sign;

@@ -11,17 +11,16 @@
 namespace
 {
 
-/// The number of the pair of opposite sides that an axis belongs to. A number that is no axis is
-/// taken for axis 2.
+/// The number of the pair of opposite sides that an axis belongs to.
 unsigned int pairOf(int axis)
 {
-    return axis >= 0 && axis < triplanar::axisCount ? static_cast<unsigned int>(axis) % 3 : 2;
+    return triplanar::knownAxis(axis) % 3;
 }
 
 /// Of the axes 3, 4 and 5, whose images stand the other way round.
 bool isOpposite(int axis)
 {
-    return axis >= 3 && axis < triplanar::axisCount;
+    return triplanar::knownAxis(axis) >= 3;
 }
 
 float halfSize(float repeat, float size)
