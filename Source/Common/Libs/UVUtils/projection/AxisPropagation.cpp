@@ -4,6 +4,7 @@
 #include "UVUtils/projection/TriplanarAxes.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace triplanar
 {
@@ -102,16 +103,15 @@ void propagateToAmbiguousNeighbors(TriangleQueue& queue, std::span<const Neighbo
     }
 }
 
-/// accepts  is it the turn of triangles with so many candidates?
-template <class Predicate>
+/// predicate  is it the turn of triangles with so many candidates?
 void chooseAxisAndPropagateToAmbiguousNeighbors(TriangleQueue& queue, std::size_t triangleCount,
                                                 std::span<const Neighbors> neighbors,
                                                 std::span<const unsigned char> candidates,
                                                 std::span<unsigned char> assigned,
-                                                const Predicate& accepts)
+                                                const std::function<bool(int)>& predicate)
 {
     for (std::size_t i = 0; i < triangleCount; ++i) {
-        if (assigned[i] != 0 || !accepts(countAxes(candidates[i])))
+        if (assigned[i] != 0 || !predicate(countAxes(candidates[i])))
             continue;
         bool hasOpenNeighbor = false;
         unsigned char axisOfLast = 0;
@@ -155,9 +155,9 @@ void propagateAxes(std::span<const unsigned int> places, std::span<const unsigne
         return;
     TriangleQueue queue = queueOf(front, assigned.size());
     propagateToAmbiguousNeighbors(queue, neighbors, candidates, assigned);
-    const auto chooseAmong = [&](const auto& accepts) {
+    const auto chooseAmong = [&](const std::function<bool(int)>& predicate) {
         chooseAxisAndPropagateToAmbiguousNeighbors(queue, assigned.size(), neighbors, candidates,
-                                                   assigned, accepts);
+                                                   assigned, predicate);
     };
     chooseAmong([](int count) { return count == 2; });
     chooseAmong([](int count) { return count >= 3; });

@@ -20,7 +20,7 @@ void forEachDirection(std::span<const osg::Pnt3f> positions, std::span<const uns
     const auto inBox = [&positions, matrix = toBox](unsigned int id) {
         return matrix.transformPoint(positionAt(positions, id));
     };
-    for (std::size_t t = 0; 3 * t + 2 < corners.size(); ++t) {
+    for (std::size_t t = 0; t < countTriangles(corners); ++t) {
         const osg::Vec3f normal = computeNormal(inBox(corners[3 * t]), inBox(corners[3 * t + 1]),
                                                 inBox(corners[3 * t + 2]));
         visit(t, -normal);
@@ -54,7 +54,7 @@ std::vector<unsigned char> dominantAxes(std::span<const osg::Pnt3f> positions,
                                         std::span<const unsigned int> corners,
                                         const osg::Matrix& toBox)
 {
-    std::vector<unsigned char> assigned(corners.size() / 3);
+    std::vector<unsigned char> assigned(countTriangles(corners));
     forEachDirection(positions, corners, toBox,
                      [&](std::size_t t, const osg::Vec3f& m) { assigned[t] = maskOf(getAxis(m)); });
     return assigned;
@@ -64,8 +64,8 @@ TriangleAxes candidateAxes(std::span<const osg::Pnt3f> positions,
                            std::span<const unsigned int> corners, const osg::Matrix& toBox)
 {
     TriangleAxes axes;
-    axes.candidates.resize(corners.size() / 3);
-    axes.assigned.resize(corners.size() / 3);
+    axes.candidates.resize(countTriangles(corners));
+    axes.assigned.resize(countTriangles(corners));
     forEachDirection(positions, corners, toBox, [&](std::size_t t, const osg::Vec3f& m) {
         const unsigned char mask = getAxisCandidatesMask(m);
         const bool isAmbiguous = hasSeveralAxes(mask);
@@ -81,7 +81,7 @@ void writeTriplanarUVs(std::span<const osg::Pnt3f> positions, std::span<const un
                        const std::array<osg::Matrix, axisCount>& toImages,
                        std::span<osg::Vec2f> uvs)
 {
-    for (std::size_t t = 0; 3 * t + 2 < corners.size(); ++t) {
+    for (std::size_t t = 0; t < countTriangles(corners); ++t) {
         if (assigned[t] == 0)
             continue;
         const osg::Matrix& toImage = toImages[static_cast<std::size_t>(lowestAxis(assigned[t]))];

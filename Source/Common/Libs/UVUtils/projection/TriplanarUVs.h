@@ -4,6 +4,7 @@
 #include "UVUtils/projection/TriplanarAxes.h"
 
 #include <array>
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -13,6 +14,12 @@
 /// corners  [3 * triangle + corner] ids of positions; one beyond the positions is at the origin
 namespace triplanar
 {
+
+/// How many triangles the corners make up.
+inline std::size_t countTriangles(std::span<const unsigned int> corners)
+{
+    return corners.size() / 3;
+}
 
 /// The ways from the space of positions to the projection box.
 struct BoxView
@@ -43,8 +50,8 @@ std::vector<unsigned char> dominantAxes(std::span<const osg::Pnt3f> positions,
                                         std::span<const unsigned int> corners,
                                         const osg::Matrix& toBox);
 
-/// Each triangle gets its candidates, and the axis if there is just one. One without a normal has
-/// none.
+/// Each triangle gets its candidates, and the axis if there is just one. One whose normal is not of
+/// length 1 (computeNormal) may have none.
 TriangleAxes candidateAxes(std::span<const osg::Pnt3f> positions,
                            std::span<const unsigned int> corners, const osg::Matrix& toBox);
 
