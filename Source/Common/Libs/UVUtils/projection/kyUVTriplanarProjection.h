@@ -26,16 +26,21 @@ struct BoxView;
 ///      5        -Z             +Z             +X            +Y            z
 ///
 /// The image is of size Width by Height about the middle of the side, RepeatU and RepeatV times
-/// smaller, shifted by OffsetU and OffsetV and turned by Rotation2D, of which opposite sides share
-/// a component. Beyond the image UVs run on.
+/// smaller. It is shifted by OffsetU, on axes 0 to 2 against U and on axes 3 to 5 along it, and by
+/// OffsetV against V. About its own middle it is turned by Rotation2D, clockwise as it is seen on
+/// axes 0 to 2, the other way on axes 3 to 5. Opposite sides share a component of each. Beyond the
+/// image UVs run on. Where it has no width or no height, UVs are (x + 1) / 2 and (y + 1) / 2 of the
+/// world.
 ///
 /// Every triangle belongs to one side. In mode DominantAxis it is the one that the triangle faces
-/// most. In mode PropagatedAxis triangles that turn to just one side by less than 60 degrees belong
-/// to it, and from them waves spread over those that turn to several, all together and evenly, so
-/// that charts are larger and their borders smoother. A triangle without area has the UV (0, 0) in
-/// this mode, and belongs to axis 5 in the other.
+/// most, axis 5 for a triangle without area. In mode PropagatedAxis triangles that turn to just one
+/// side by less than 60 degrees belong to it, and from them waves spread over those that turn to
+/// several, all together and evenly, so that charts are larger and their borders smoother. In this
+/// mode a triangle of less than 5e-7 square units in the world has no direction: it belongs to no
+/// side, and its corners have the UV (0, 0). Small meshes are to be scaled up for it.
 ///
 /// A node whose world matrix mirrors is seen from inside: its triangles take the opposite sides.
+/// What belongs to a position that isn't finite may be any side and any UV.
 class kyUVTriplanarProjection : public kyUVTextureProjection
 {
 public:
@@ -64,15 +69,15 @@ public:
     /// Projects the nodes: stores the settings on each, and writes the UVs of its geometry, or of
     /// the surfaces of its shell. What was in the slot is replaced, a slot of another kind too.
     ///
-    /// The geometry has triangles of single indices afterwards, and nothing singular that one run
-    /// of kyTopologyRepair takes away. Vertices are split where sides meet and joined where they
-    /// are equal in all; the order of the triangles stays, and their ids change.
+    /// The geometry has triangles of single indices afterwards. Vertices are split where sides
+    /// meet, and joined where all their properties are equal, also if they were apart before; then
+    /// kyTopologyRepair runs once. The order of the triangles stays, ids of vertices change.
     ///
     /// Nodes that may not be projected stay as they are, and so do those with vertex animation,
     /// which are logged, as an empty list is and one of locked nodes only. A node without positions
-    /// of three floats or without indices gets the settings only. A kyStackedProgress runs, which
-    /// counts nodes; when it is cancelled, the node in hand is the last. Linear in triangles, but
-    /// for the sorting of the edges at one place.
+    /// of three floats or without indices gets the settings only. A kyStackedProgress "triplanar"
+    /// runs, of which each node of the list is a part; when it is cancelled, the node in hand is
+    /// the last. Linear in triangles, but for the sorting of the edges at one place.
     static void apply(const std::vector<osg::NodePtr>& nodes, kyUVTypes::UVSet uvSet,
                       const kyUVTriplanarProjectionSettings& settings);
     /// With default-constructed settings.

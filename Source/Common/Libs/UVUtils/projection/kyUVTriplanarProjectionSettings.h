@@ -4,9 +4,10 @@
 
 #include <cstdint>
 
-/// The parameters of a projection from the six sides of a box. Lengths are in scene units, angles
-/// in degrees. Where a vector holds image parameters, each component is for the two sides of the
-/// box that face along that axis.
+/// The parameters of a projection from the six sides of a box; see kyUVTriplanarProjection for the
+/// ways in which images move and turn. Lengths are in scene units, angles in degrees. Where a
+/// vector holds image parameters, each component is for the two sides of the box that face along
+/// that axis.
 class kyUVTriplanarProjectionSettings
 {
 public:
