@@ -12,6 +12,7 @@
 
 #include "OpenSGUtils/kyOptimize.h"
 #include "UVUtils/model/UVSlot.h"
+#include "UVUtils/projection/PartedTriangles.h"
 #include "UVUtils/projection/kyUVCylindricalProjection.h"
 #include "UVUtils/projection/kyUVCylindricalProjectionSupportGeometry.h"
 #include "UVUtils/projection/kyUVPlanarProjection.h"
@@ -53,8 +54,7 @@ void part(const osg::NodePtr& node)
 
 void join(const osg::NodePtr& node)
 {
-    kyOptimize::unifyVertices(bench::coreOf(node), true, true, true, true, true, true, true, true,
-                              true, false, true, false);
+    joinEqualCorners(bench::coreOf(node));
 }
 
 void leave(const osg::NodePtr&) {}
@@ -138,7 +138,6 @@ KYUV_PROJECTION(unifyVertices, part, join);
 KYUV_PROJECTION(triplanarDominant, leave, triplanar<kyUVTriplanarProjectionSettings::DominantAxis>);
 KYUV_PROJECTION(triplanarPropagated, leave,
                 triplanar<kyUVTriplanarProjectionSettings::PropagatedAxis>);
-
 KYUV_PROJECTION(cylindrical, leave, cylindrical);
 
 /// As little as there is to do for one UV of each position.
