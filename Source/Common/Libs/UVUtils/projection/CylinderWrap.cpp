@@ -1,6 +1,6 @@
 #include "UVUtils/projection/CylinderWrap.h"
 
-#include "UVUtils/projection/DegreesRadians.h"
+#include "UVUtils/model/DegreesRadians.h"
 
 #include <cmath>
 

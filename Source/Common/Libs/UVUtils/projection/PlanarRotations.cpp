@@ -1,5 +1,5 @@
 #include "OpenSGExt/kyOpenSGExt.h"
-#include "UVUtils/projection/DegreesRadians.h"
+#include "UVUtils/model/DegreesRadians.h"
 #include "UVUtils/projection/PlaneOrientation.h"
 #include "UVUtils/projection/kyUVPlanarProjection.h"
 

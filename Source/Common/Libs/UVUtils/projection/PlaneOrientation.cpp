@@ -1,7 +1,7 @@
 #include "UVUtils/projection/PlaneOrientation.h"
 
 #include "OpenSGUtils/kyNodeUtils.h"
-#include "UVUtils/projection/DegreesRadians.h"
+#include "UVUtils/model/DegreesRadians.h"
 
 #include <cmath>
 

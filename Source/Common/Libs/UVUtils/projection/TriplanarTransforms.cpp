@@ -1,7 +1,7 @@
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/CoreAs.h"
 #include "OpenSG/Transform3D.h"
-#include "UVUtils/projection/DegreesRadians.h"
+#include "UVUtils/model/DegreesRadians.h"
 #include "UVUtils/projection/TriplanarAxes.h"
 #include "UVUtils/projection/kyUVTriPlanarProjectionSupportGeometry.h"
 #include "UVUtils/projection/kyUVTriplanarProjection.h"

@@ -2,7 +2,7 @@
 
 #include <numbers>
 
-// Angles of projections are stored in degrees, in single precision, and are converted in it, in
+// Angles come and are stored in degrees, in single precision, and are converted in it, in
 // this order of steps: what was projected before comes out to the same bits again.
 
 constexpr float PiF = std::numbers::pi_v<float>;
