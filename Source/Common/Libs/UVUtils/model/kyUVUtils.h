@@ -250,6 +250,49 @@ public:
     /// sewAlongEdges for each node.
     static void sewAlongEdgesUndo(std::vector<osg::NodePtr> nodes, kyUVTypes::UVSet uvSet);
 
+    // Paths along edges, to pick seams by. Lists of edges hold two ids an edge; nothing is changed.
+    // Through a compact mesh a path runs over from one surface to the next where they are welded,
+    // and each of its edges is named by one pair of vertices on one surface, the lower vertex of
+    // the mesh first; without one the ends of an edge stand in the order of the walk.
+
+    /// Joins picked vertices, each with the next one, by the shortest path along edges, measured in
+    /// space.
+    ///
+    /// picked        [count]  in the order of the walk; ids that no vertex has are passed over
+    /// alongBorders  walk along border edges only, between picked vertices on borders: with one
+    ///               inside there is no path at all
+    /// edges         becomes the paths, one behind the other; left as it is for an invalid geometry
+    ///
+    /// Between islands that touch along seams, a path runs within an island that has twins of both
+    /// ends, vertices at the same places (but for 1.2e-7), and ends at those. Of several such
+    /// islands the one with the shortest path counts. The first two vertices without a path in
+    /// between, such as one picked twice in a row, end the search; what was found before stays.
+    ///
+    /// The graph of edges is built once, linear in triangles. A path then costs a fill of the heap
+    /// for each island that it may run in, and n log n in vertices nearer than its end.
+    static void findEdgesShortestPath(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                      kyUVTypes::UVSet uvSet, const unsigned int* picked,
+                                      unsigned int count, bool alongBorders, FlatEdgeList& edges);
+
+    /// Goes on from an edge at both of its ends, along the straightest edges, until none is
+    /// straight enough, or the walk meets itself.
+    ///
+    /// maxSurfaceAngle  by which an edge may turn from the one before within the surface, in
+    /// degrees maxEdgeAngle     the same in space bordersOnly      walk along border edges only;
+    /// without a result for another start edge stopAtBorders    go no further than to the first
+    /// border vertex; for a start edge that is no
+    ///                  border edge only
+    ///
+    /// Returns the start edge, the edges that follow its higher vertex, and then those that follow
+    /// the lower one, in the order of the walk. Empty for an invalid geometry, and for an edge of
+    /// vertices that there aren't. An edge that closes a ring is found from both ends.
+    ///
+    /// Linear in triangles.
+    static FlatEdgeList findContiguousEdges(const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
+                                            const Edge& start, float maxSurfaceAngle,
+                                            float maxEdgeAngle, bool bordersOnly,
+                                            bool stopAtBorders);
+
     // Edges held straight: an unfold leaves both ends of a horizontal one at one v, of a vertical
     // one at one u. Each geometry keeps its own, on a shell each surface; they go with the vertices
     // through cuts and sews. An edge held by constrainEdges is held one way. Nobody asks whether an
@@ -505,6 +548,17 @@ private:
                                 std::vector<unsigned int>& islandVertCounts);
     /// Empty without indices, or when their number is no multiple of 3.
     static FlatEdgeList getAllEdges(const osg::GeometryPtr& geometry);
+
+    // Paths on exactly one geometry; defined beside the operations that they serve.
+
+    /// As findEdgesShortestPath, on the geometry as it stands; appends. Nothing without indices or
+    /// three-float positions.
+    static void doFindShortestPath(const osg::GeometryPtr& geometry, const unsigned int* picked,
+                                   unsigned int count, bool alongBorders, FlatEdgeList& edges);
+    /// As findContiguousEdges, on the geometry as it stands.
+    static FlatEdgeList doFindContiguousEdges(const osg::GeometryPtr& geometry, const Edge& start,
+                                              float maxSurfaceAngle, float maxEdgeAngle,
+                                              bool bordersOnly, bool stopAtBorders);
 
     // The border list; defined beside updateBorderEdges.
 
