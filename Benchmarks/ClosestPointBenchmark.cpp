@@ -1,0 +1,214 @@
+// Closest points near a sheet of 10 000 to a million triangles, by each structure, as multiples of
+// the time that Embree's own point query takes for the same points in the same order; and building
+// the structures, as multiples of Embree's build of its scene. All on one thread. The points lie up
+// to an edge's length off the surface, which is where a mesh asks when it takes over what another
+// one of about its shape has. They come in the order of a space-filling curve, as the triangles of
+// a mesh mostly do, or scattered, and the last answer is passed on as a guess, or none.
+
+#include "EmbreeClosest.h"
+#include "RatioTimer.h"
+#include "ShellMeshes.h"
+
+#include "MeshUtils/kyGeoSampler.h"
+#include "MeshUtils/kyMeshPointQuery.h"
+#include "MeshUtils/kyTriangleOctree.h"
+
+#include <tbb/global_control.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <random>
+#include <utility>
+
+namespace
+{
+
+enum Order : std::int32_t
+{
+    Scattered,
+    Curve,
+    CurveGuessing
+};
+
+/// Where a point about the unit square stands on the Z curve of a fine grid.
+std::uint64_t placeOnCurve(const osg::Pnt3f& point)
+{
+    constexpr unsigned int bits = 20;
+    constexpr float cells = 1U << bits;
+    std::uint64_t place = 0;
+    for (unsigned int i = 0; i < 3; ++i) {
+        const auto cell =
+            static_cast<std::uint64_t>(std::clamp((point[i] + 0.5F) / 2 * cells, 0.F, cells - 1));
+        for (unsigned int bit = 0; bit < bits; ++bit)
+            place |= (cell >> bit & 1U) << (3 * bit + i);
+    }
+    return place;
+}
+
+/// Points in the middle of random triangles, moved by up to a given distance along each axis.
+std::vector<osg::Pnt3f> pointsNear(const osg::GeometryPtr& geometry, std::size_t count, float far)
+{
+    std::mt19937 random(7);
+    const auto positions = geometry->getPositions()->getValues();
+    const auto ids = geometry->getIndices()->getValues();
+    std::uniform_real_distribution<float> offset(-far, far);
+    std::vector<osg::Pnt3f> points;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t t = random() % (ids.size() / 3);
+        osg::Vec3f sum;
+        for (std::size_t k = 0; k < 3; ++k)
+            sum += positions[ids[3 * t + k]].subZero();
+        points.emplace_back(osg::Pnt3f(sum * (1.F / 3)) +
+                            osg::Vec3f(offset(random), offset(random), offset(random)));
+    }
+    return points;
+}
+
+void sortAlongCurve(std::vector<osg::Pnt3f>& points)
+{
+    std::vector<std::pair<std::uint64_t, osg::Pnt3f>> keyed;
+    for (const osg::Pnt3f& point : points)
+        keyed.emplace_back(placeOnCurve(point), point);
+    std::ranges::stable_sort(keyed, {}, [](const auto& entry) { return entry.first; });
+    std::ranges::transform(keyed, points.begin(), [](const auto& entry) { return entry.second; });
+}
+
+struct Case
+{
+    explicit Case(benchmark::State& state)
+        : node(bench::sheetPlain(static_cast<unsigned int>(state.range(0)))),
+          geometry(bench::coreOf(node)), order(static_cast<Order>(state.range(1)))
+    {}
+    [[nodiscard]] std::vector<osg::Pnt3f> points(std::size_t count) const
+    {
+        const auto triangles = static_cast<float>(geometry->getIndices()->getSize() / 3);
+        const float edge = std::sqrt(2.F / triangles);
+        std::vector<osg::Pnt3f> result = pointsNear(geometry, count, edge);
+        if (order != Scattered)
+            sortAlongCurve(result);
+        return result;
+    }
+
+    tbb::global_control oneThread{tbb::global_control::max_allowed_parallelism, 1};
+    osg::RefPtr<osg::Node> node;
+    osg::GeometryPtr geometry;
+    Order order;
+};
+
+/// Asks for all points by `find` (point, result) and by Embree, in turn.
+template <class Find>
+void compare(benchmark::State& state, const Case& test, std::size_t count, const Find& find)
+{
+    const std::vector<osg::Pnt3f> points = test.points(count);
+    const bench::EmbreeClosest embree(test.geometry);
+    bench::RatioTimer timer;
+    double ours = 0;
+    double theirs = 0;
+    const auto askOurs = [&] {
+        kyPointOnGeometry result;
+        for (const osg::Pnt3f& point : points) {
+            if (test.order != CurveGuessing)
+                result = kyPointOnGeometry();
+            find(point, result);
+            benchmark::DoNotOptimize(result);
+        }
+    };
+    const auto askEmbree = [&] {
+        for (const osg::Pnt3f& point : points)
+            benchmark::DoNotOptimize(embree.find(point));
+    };
+    for (auto _ : state)
+        timer.run(state, askOurs, askEmbree);
+    for (const osg::Pnt3f& point : points) {
+        kyPointOnGeometry result;
+        find(point, result);
+        ours += static_cast<double>((result.getPosition() - point).length());
+        theirs += static_cast<double>(embree.find(point).distance);
+    }
+    state.counters["distances_agree"] = std::abs(ours - theirs) <= 1e-4 * theirs ? 1 : 0;
+    state.counters["queries"] = static_cast<double>(points.size());
+    timer.report(state);
+}
+
+constexpr std::size_t PointCount = 200'000;
+
+void bvhQueries(benchmark::State& state)
+{
+    const Case test(state);
+    kyMeshPointQuery query;
+    query.build(test.geometry);
+    compare(state, test, PointCount, [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
+        query.findClosestPoint(point, result);
+    });
+}
+
+void octreeQueries(benchmark::State& state)
+{
+    const Case test(state);
+    kyTriangleOctree octree(test.geometry);
+    octree.build();
+    compare(state, test, PointCount, [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
+        octree.getClosestPoint(point, result);
+    });
+}
+
+void linearQueries(benchmark::State& state)
+{
+    const Case test(state);
+    compare(state, test, 20, [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
+        kyGeoSampler::getClosestPoint(test.geometry, point, result);
+    });
+}
+
+void bvhBuild(benchmark::State& state)
+{
+    const Case test(state);
+    bench::measureRatio(
+        state,
+        [&] {
+            kyMeshPointQuery query;
+            query.build(test.geometry);
+        },
+        [&] { const bench::EmbreeClosest embree(test.geometry); });
+}
+
+void octreeBuild(benchmark::State& state)
+{
+    const Case test(state);
+    bench::measureRatio(
+        state,
+        [&] {
+            kyTriangleOctree octree(test.geometry);
+            octree.build();
+        },
+        [&] { const bench::EmbreeClosest embree(test.geometry); });
+}
+
+void queryArguments(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->ArgNames({"triangles", "order"})
+        ->ArgsProduct({{10'000, 100'000, 1'000'000}, {Scattered, Curve, CurveGuessing}})
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(5);
+}
+
+void buildArguments(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->ArgNames({"triangles", "order"})
+        ->ArgsProduct({{10'000, 100'000, 1'000'000}, {Scattered}})
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->Iterations(5);
+}
+
+BENCHMARK(bvhQueries)->Apply(queryArguments);
+BENCHMARK(octreeQueries)->Apply(queryArguments);
+BENCHMARK(linearQueries)->Apply(buildArguments);
+BENCHMARK(bvhBuild)->Apply(buildArguments);
+BENCHMARK(octreeBuild)->Apply(buildArguments);
+
+} // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,108 @@
+#include "TriangleSoups.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+using Points = std::vector<osg::Pnt3f>;
+
+/// Corners, middles of edges and points nearby and far off of some of the triangles.
+Points pointsAbout(std::mt19937& random, const Points& positions, float size)
+{
+    Points points;
+    for (unsigned int i = 0; i < 24; ++i) {
+        const osg::Pnt3f a = positions[random() % positions.size()];
+        const osg::Pnt3f b = positions[random() % positions.size()];
+        points.push_back(a);
+        points.emplace_back((a.subZero() + b.subZero()) * 0.5F);
+        points.push_back(a + randomPoint(random, 0.1F * size).subZero());
+        points.push_back(randomPoint(random, std::min((i % 4 == 0 ? 1e4F : 2.F) * size, 1e38F)));
+    }
+    points.push_back(randomPoint(random, 1e30F));
+    std::erase_if(points, [](const osg::Pnt3f& point) {
+        return !std::isfinite(point.x()) || !std::isfinite(point.y());
+    });
+    return points;
+}
+
+Soup soup(const std::string& name, std::mt19937& random, const Points& positions,
+          const tiny::Ids& ids, float size)
+{
+    return {name, soupOf(positions, ids), pointsAbout(random, positions, size)};
+}
+
+tiny::Ids randomIds(std::mt19937& random, std::size_t triangles, std::size_t vertices)
+{
+    tiny::Ids ids(3 * triangles);
+    for (unsigned int& id : ids)
+        id = static_cast<unsigned int>(random() % vertices);
+    return ids;
+}
+
+} // namespace
+
+osg::Pnt3f randomPoint(std::mt19937& random, float size)
+{
+    std::uniform_real_distribution<float> component(-size, size);
+    const float x = component(random);
+    const float y = component(random);
+    return osg::Pnt3f(x, y, component(random));
+}
+
+osg::RefPtr<osg::Geometry> soupOf(const Points& positions, const tiny::Ids& ids)
+{
+    osg::RefPtr<osg::Geometry> geometry(osg::Geometry::create());
+    geometry->setPositions(tiny::positions(positions));
+    geometry->setIndices(tiny::indices(ids));
+    return geometry;
+}
+
+osg::RefPtr<osg::Geometry> flatGrid(unsigned int n)
+{
+    Points positions;
+    tiny::Ids ids;
+    for (unsigned int y = 0; y <= n; ++y)
+        for (unsigned int x = 0; x <= n; ++x) {
+            positions.emplace_back(x, y, 0);
+            const unsigned int a = y * (n + 1) + x;
+            if (x < n && y < n)
+                ids.insert(ids.end(), {a, a + 1, a + n + 2, a, a + n + 2, a + n + 1});
+        }
+    return soupOf(positions, ids);
+}
+
+std::vector<Soup> hardSoups()
+{
+    std::mt19937 random(11);
+    std::vector<Soup> soups;
+    const auto cloud = [&](std::size_t count, float size, const osg::Vec3f& center) {
+        Points points;
+        while (points.size() < count)
+            points.push_back(randomPoint(random, size) + center);
+        return points;
+    };
+    for (const float size : {1.F, 1e-20F, 1e20F, 3e-44F, 1e38F})
+        soups.push_back(soup("size " + std::to_string(std::log10(size)), random,
+                             cloud(120, size, osg::Vec3f()), randomIds(random, 200, 120), size));
+    soups.push_back(soup("far off", random, cloud(200, 1.F, osg::Vec3f(1e6F, -3e5F, 7.F)),
+                         randomIds(random, 300, 200), 1e6F));
+    const auto grid = flatGrid(12);
+    soups.push_back(soup("grid", random, grid->getPositions()->getValues(),
+                         grid->getIndices()->getValues(), 1.F));
+    soups.push_back(
+        soup("few places", random, cloud(5, 1.F, osg::Vec3f()), randomIds(random, 200, 5), 1.F));
+    Points line;
+    for (int i = 0; i < 40; ++i)
+        line.emplace_back(0.1F * static_cast<float>(i), 0.3F * static_cast<float>(i),
+                          i % 5 == 0 ? 1e-7F : 0.F);
+    soups.push_back(soup("slivers", random, line, randomIds(random, 200, 40), 4.F));
+    Points broken = cloud(60, 1.F, osg::Vec3f());
+    broken[3] = osg::Pnt3f(std::numeric_limits<float>::quiet_NaN(), 0, 0);
+    broken[4] = osg::Pnt3f(0, -std::numeric_limits<float>::infinity(), 0);
+    soups.push_back(soup("broken", random, broken, randomIds(random, 200, 64), 1.F));
+    soups.push_back(soup("one triangle", random, cloud(3, 1.F, osg::Vec3f()), {0, 1, 2}, 1.F));
+    return soups;
+}
