@@ -40,16 +40,14 @@ void PathHeap::rise(std::size_t position, const Entry& entry)
     put(position, entry);
 }
 
-/// From the top, whose place is free.
+/// From the top, whose place is free. Which child is less is a toss-up, so nothing branches on it.
 void PathHeap::sink(const Entry& entry)
 {
     std::size_t position = 0;
-    for (;;) {
-        std::size_t child = 2 * position + 2;
-        if (child > entries_.size())
-            break;
-        if (child == entries_.size() || entries_[child - 1].key < entries_[child].key)
-            --child;
+    for (std::size_t right = 2; right <= entries_.size(); right = 2 * position + 2) {
+        const std::size_t other = right < entries_.size() ? right : right - 1;
+        const bool isLeftLess = entries_[right - 1].key < entries_[other].key;
+        const std::size_t child = other - static_cast<std::size_t>(isLeftLess);
         if (!(entry.key > entries_[child].key))
             break;
         put(position, entries_[child]);
