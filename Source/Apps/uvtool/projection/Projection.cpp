@@ -70,6 +70,8 @@ auto fittingSettings(const std::vector<osg::NodePtr>& nodes, const ProjectOption
     auto settings = Method::getDefaultSettings(nodes, options.image.width, options.image.height);
     if (turn(options, settings))
         fitTurned(nodes, options.image, settings);
+    else if (isEdgeOn(nodes, settings))
+        turnToLargestSide(nodes, options, settings);
     return settings;
 }
 

@@ -38,6 +38,13 @@ bool turnAsGiven(const ProjectOptions& options, Settings& settings)
     return true;
 }
 
+void turnToSide(ProjectOptions::Side side, bool isZUp, kyUVPlanarProjectionSettings& settings)
+{
+    const SideAngles& angles = isZUp ? anglesWithZUp : anglesWithYUp;
+    const auto& [phi, theta] = angles[static_cast<std::size_t>(side)];
+    settings.setProjectionRotation(osg::Vec3f(phi, theta, 0));
+}
+
 /// Width and height of the nodes as the plane sees them.
 osg::Vec2f sizeOnPlane(const std::vector<osg::NodePtr>& nodes,
                        const kyUVPlanarProjectionSettings& settings)
@@ -58,9 +65,7 @@ bool turn(const ProjectOptions& options, kyUVPlanarProjectionSettings& settings)
 {
     if (!options.from)
         return turnAsGiven(options, settings);
-    const SideAngles& angles = options.isZUp ? anglesWithZUp : anglesWithYUp;
-    const auto& [phi, theta] = angles[static_cast<std::size_t>(*options.from)];
-    settings.setProjectionRotation(osg::Vec3f(phi, theta, 0));
+    turnToSide(*options.from, options.isZUp, settings);
     return true;
 }
 
@@ -105,6 +110,25 @@ bool isEdgeOn(const std::vector<osg::NodePtr>& nodes, const kyUVPlanarProjection
     constexpr float widestEdge = 1e-6F; // in lengths of the edge: what rounding makes of none
     const osg::Vec2f size = sizeOnPlane(nodes, settings);
     return std::min(size.x(), size.y()) <= widestEdge * std::max(size.x(), size.y());
+}
+
+void turnToLargestSide(const std::vector<osg::NodePtr>& nodes, const ProjectOptions& options,
+                       kyUVPlanarProjectionSettings& settings)
+{
+    ProjectOptions::Side largest = ProjectOptions::Front;
+    float largestArea = -1;
+    for (const ProjectOptions::Side side :
+         {ProjectOptions::Front, ProjectOptions::Top, ProjectOptions::Right})
+    {
+        turnToSide(side, options.isZUp, settings);
+        const osg::Vec2f size = sizeOnPlane(nodes, settings);
+        if (size.x() * size.y() > largestArea) {
+            largest = side;
+            largestArea = size.x() * size.y();
+        }
+    }
+    turnToSide(largest, options.isZUp, settings);
+    fitTurned(nodes, options.image, settings);
 }
 
 } // namespace uvtool

@@ -41,4 +41,15 @@ inline bool isEdgeOn(const std::vector<osg::NodePtr>&, const kyUVTriplanarProjec
     return false;
 }
 
+/// Turns the plane to what shows most of front, top and right, and has it fit there. Needs the
+/// ProjectionSupport.
+void turnToLargestSide(const std::vector<osg::NodePtr>& nodes, const ProjectOptions& options,
+                       kyUVPlanarProjectionSettings& settings);
+inline void turnToLargestSide(const std::vector<osg::NodePtr>&, const ProjectOptions&,
+                              kyUVCylindricalProjectionSettings&)
+{}
+inline void turnToLargestSide(const std::vector<osg::NodePtr>&, const ProjectOptions&,
+                              kyUVTriplanarProjectionSettings&)
+{}
+
 } // namespace uvtool
