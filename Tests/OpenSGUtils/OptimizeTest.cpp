@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <limits>
+#include <cmath>
 #include <numeric>
 
 using osg::Vec2f;
@@ -64,18 +64,7 @@ std::vector<Record> cornersOf(const osg::Geometry& geometry)
     return corners;
 }
 
-/// Few numbers, so that vertices come out equal.
-template <class Property>
-void fill(const osg::Ptr<Property>& property, unsigned size)
-{
-    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-    property->resize(size);
-    for (auto& element : property->values())
-        for (unsigned k = 0; k < property->getStride() / sizeof(float); ++k)
-            element[k] = *rc::gen::weightedElement<float>(
-                {{30, 1.F}, {10, 2.F}, {3, 0.F}, {2, -0.F}, {2, nan}});
-}
-
+/// Of few numbers, so that vertices come out equal.
 osg::RefPtr<osg::Geometry> randomGeometry()
 {
     osg::RefPtr<osg::Geometry> geometry(osg::Geometry::create());
@@ -84,7 +73,11 @@ osg::RefPtr<osg::Geometry> randomGeometry()
         if (n != 0 && *rc::gen::inRange(0, 3) != 0)
             return;
         const bool isShort = n != 0 && *rc::gen::inRange(0, 4) == 0;
-        fill(property, isShort ? *rc::gen::inRange(0U, vertexCount) : vertexCount);
+        property->resize(isShort ? *rc::gen::inRange(0U, vertexCount) : vertexCount);
+        for (auto& element : property->values())
+            for (unsigned k = 0; k < property->getStride() / sizeof(float); ++k)
+                element[k] = *rc::gen::weightedElement<float>(
+                    {{30, 1.F}, {10, 2.F}, {3, 0.F}, {2, -0.F}, {2, NAN}});
         geometry->setVertexProperty(n, property);
     };
     add(0, osg::GeoPositions3f::create());
@@ -95,14 +88,12 @@ osg::RefPtr<osg::Geometry> randomGeometry()
     add(5, osg::GeoTexCoords1f::create());
     add(8, osg::GeoTexCoords3f::create());
     add(11, osg::GeoTexCoords4f::create());
-    const auto lengths = *rc::gen::container<Ids>(rc::gen::inRange(0U, 9U));
     geometry->setTypes(osg::GeoPTypesUI8::create());
     geometry->setLengths(osg::GeoPLengthsUI32::create());
-    if (*rc::gen::arbitrary<bool>())
-        geometry->setIndices(osg::GeoIndicesUI16::create());
-    else
-        geometry->setIndices(osg::GeoIndicesUI32::create());
-    for (const unsigned length : lengths) {
+    geometry->setIndices(*rc::gen::arbitrary<bool>()
+                             ? osg::GeoIndicesPtr(osg::GeoIndicesUI16::create())
+                             : osg::GeoIndicesUI32::create());
+    for (const unsigned length : *rc::gen::container<Ids>(rc::gen::inRange(0U, 9U))) {
         geometry->getTypes()->addValue(*rc::gen::inRange(0U, 10U));
         geometry->getLengths()->addValue(length);
         for (unsigned corner = 0; corner < length; ++corner)
@@ -145,7 +136,7 @@ RC_GTEST_PROP(Optimize, JoinsVerticesThatAreEqualInWhatIsAsked, ())
     std::vector<Record> distinct;
     std::vector<Record> values; // of the first vertex with each
     for (const unsigned vertex : sequence) {
-        if (std::find(distinct.begin(), distinct.end(), keys[vertex]) != distinct.end())
+        if (std::count(distinct.begin(), distinct.end(), keys[vertex]) > 0)
             continue;
         distinct.push_back(keys[vertex]);
         const auto first = std::find(keys.begin(), keys.end(), keys[vertex]) - keys.begin();
