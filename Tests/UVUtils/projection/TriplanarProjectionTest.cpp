@@ -223,6 +223,7 @@ RC_GTEST_PROP(TriplanarProjection, OfAnySoupIsWhatMapsGive, ())
     const Settings settings = shiftedImages(static_cast<Settings::Mode>(propagate));
     kyUVTriplanarProjection::apply({node}, set, settings);
     kyTopologyRepair repair(geometry, set);
+    RC_ASSERT(repair.findSingularEdges().empty());
     while (repair.fixSingularVertices() + repair.fixSingularEdges() > 0) {
     }
     RC_ASSERT(geometry->getIndices()->getSize() == corners.size());
