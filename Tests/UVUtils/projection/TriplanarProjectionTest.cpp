@@ -67,13 +67,13 @@ osg::GeometryPtr boxOfCells(unsigned n, bool isWavySphere = false)
     for (unsigned i = 0; i < 36 * n * n; ++i) {
         const unsigned side = i / (6 * n * n);
         const unsigned k = std::array{0U, 1U, 2U, 0U, 2U, 3U}[i % 6];
-        std::array place{i / 6 % n + (k == 1 || k == 2 ? 1 : 0), i / 6 / n % n + (k > 1 ? 1 : 0)};
-        if (side < 3)
-            std::swap(place[0], place[1]); // opposite sides turn the other way round
+        const auto along = [n](unsigned cells) {
+            return 2 * static_cast<float>(cells) / static_cast<float>(n) - 1;
+        };
         Vec3f d;
-        d[side % 3] = side < 3 ? -1 : 1;
-        for (const unsigned m : {0U, 1U})
-            d[(side + m + 1) % 3] = 2 * static_cast<float>(place[m]) / static_cast<float>(n) - 1;
+        d[side % 3] = side < 3 ? -1 : 1; // opposite sides turn the other way round
+        d[(side + (side < 3 ? 2 : 1)) % 3] = along(i / 6 % n + (k == 1 || k == 2 ? 1 : 0));
+        d[(side + (side < 3 ? 1 : 2)) % 3] = along(i / 6 / n % n + (k > 1 ? 1 : 0));
         if (isWavySphere) {
             d.normalize();
             d *= 1 + 0.004F * std::sin(31 * d.x()) * std::sin(29 * d.y()) * std::sin(27 * d.z());
@@ -133,7 +133,10 @@ RC_GTEST_PROP(TriplanarProjection, PutsTheSidesOfAnyBoxOnTheirImages, ())
     const PlacedNode placed(boxOfCells(1),
                             box * osg::Matrix::scaling(Vec3f(mirrored ? -1.F : 1.F, 1, 1)));
     const SupportGeometries support;
+    tiny::NoticeJournal journal;
+    journal.watch(support.triPlanar.getYPlane()->getCore());
     kyUVTriplanarProjection::apply({placed.node}, set, settings);
+    RC_ASSERT(journal.notices.at(0).mask == osg::TransformBase::MatrixFieldMask);
     const osg::GeometryPtr geometry = coreOf(placed.node);
     RC_ASSERT(geometry->getPositions()->getSize() == 24U);
     RC_ASSERT(countIslands(geometry) == 6U);
@@ -220,6 +223,7 @@ RC_GTEST_PROP(TriplanarProjection, OfAnySoupIsWhatMapsGive, ())
 
     const osg::RefPtr<osg::Node> node(nodeOf(geometryOf(positions, indices)));
     const osg::GeometryPtr geometry = coreOf(node);
+    geometry->setTexSlot(set, tiny::texCoords(UVs(positions.size(), Vec2f(9, 9))));
     const Settings settings = shiftedImages(static_cast<Settings::Mode>(propagate));
     kyUVTriplanarProjection::apply({node}, set, settings);
     kyTopologyRepair repair(geometry, set);
@@ -285,14 +289,13 @@ TEST(TriplanarProjection, SkipsAnimatedAndLockedNodesAndStopsWhenAsked)
 
 TEST(TriplanarProjection, FitsTheImageToHeightAndDepth)
 {
-    const QSizeF size =
-        kyUVTriplanarProjection::calculateProjectionSize(Pnt3f(0, 0, 0), Pnt3f(10, 4, 8), 2, 1);
-    EXPECT_EQ(size, QSizeF(16, 8));
+    EXPECT_EQ(
+        kyUVTriplanarProjection::calculateProjectionSize(Pnt3f(0, 0, 0), Pnt3f(10, 4, 8), 2, 1),
+        QSizeF(16, 8));
     const osg::RefPtr<osg::Node> node(nodeOf(quad()));
     const Settings settings = kyUVTriplanarProjection::getDefaultSettings({node}, 0, 7);
     EXPECT_EQ(settings.getCenter(), Vec3f(0.5F, 0.5F, 0));
-    EXPECT_EQ(settings.getWidth(), 1);
-    EXPECT_EQ(settings.getHeight(), 1);
+    EXPECT_EQ(QSizeF(settings.getWidth(), settings.getHeight()), QSizeF(1, 1));
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <bit>
-#include <functional>
+#include <iterator>
 #include <map>
 #include <queue>
 #include <set>
@@ -28,8 +28,11 @@ public:
                 if (axes[t] == 1 << axis && hasOpenNeighbor(t))
                     queue_.push(t);
         spread();
-        chooseWhere([](int count) { return count == 2; });
-        chooseWhere([](int count) { return count >= 3; });
+        for (const bool isTurnOfMany : {false, true})
+            for (std::size_t t = 0; t < axes.size(); ++t)
+                if (const int count = std::popcount(candidates[t]);
+                    axes[t] == 0 && count > 1 && (count > 2) == isTurnOfMany)
+                    choose(t);
     }
 
     Masks axes; ///< [triangle] the result
@@ -65,18 +68,14 @@ private:
                 }
     }
 
-    void chooseWhere(const std::function<bool(int)>& accepts)
+    void choose(std::size_t t)
     {
-        for (std::size_t t = 0; t < axes.size(); ++t) {
-            if (axes[t] != 0 || !accepts(std::popcount(candidates_[t])))
-                continue;
-            const bool starts = hasOpenNeighbor(t);
-            const auto lowest = static_cast<unsigned char>(candidates_[t] & -candidates_[t]);
-            axes[t] = starts || neighbors_[t].empty() ? lowest : axes[neighbors_[t].back()];
-            if (starts)
-                queue_.push(t);
-            spread();
-        }
+        const bool starts = hasOpenNeighbor(t);
+        const auto lowest = static_cast<unsigned char>(candidates_[t] & -candidates_[t]);
+        axes[t] = starts || neighbors_[t].empty() ? lowest : axes[neighbors_[t].back()];
+        if (starts)
+            queue_.push(t);
+        spread();
     }
 
     const Masks& candidates_;
