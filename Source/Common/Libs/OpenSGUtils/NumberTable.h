@@ -13,6 +13,7 @@
 class NumberTable
 {
 public:
+    /// expectedCount  so many numbers find room; with more the table grows
     explicit NumberTable(unsigned int expectedCount)
         : bits_(static_cast<unsigned int>(std::bit_width(expectedCount | 7U)) + 1),
           entries_(std::size_t{1} << bits_)
@@ -21,7 +22,8 @@ public:
     void prefetch(std::uint32_t hash) const { osg::prefetch(&entries_[placeOf(hash)]); }
 
     /// The first number that `isSame` accepts among those with that hash, or else `number`, which
-    /// is entered then.
+    /// is entered then. `number` is not the highest unsigned int. Constant time while hashes are
+    /// spread evenly.
     template <class IsSame>
     unsigned int findOrEnter(std::uint32_t hash, unsigned int number, const IsSame& isSame)
     {
