@@ -9,6 +9,7 @@
 #include <tbb/global_control.h>
 #include <tbb/parallel_for.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -130,9 +131,8 @@ TEST(ClosestPoint, APointOnASharedEdgeIsEquallyFarFromBothTriangles)
     std::mt19937 random(5);
     int onEdge = 0;
     for (int run = 0; run < 200; ++run) {
-        std::vector<osg::Pnt3f> positions;
-        for (int k = 0; k < 4; ++k)
-            positions.push_back(randomPoint(random, 1.F));
+        std::vector<osg::Pnt3f> positions(4);
+        std::ranges::generate(positions, [&] { return randomPoint(random, 1.F); });
         const auto one = soupOf(positions, {0, 1, 2, 1, 0, 3});
         const auto two = soupOf(positions, {0, 3, 1, 2, 0, 1});
         // Seen from the far side of both triangles, only the edge is near.

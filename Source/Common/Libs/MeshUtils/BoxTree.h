@@ -1,18 +1,19 @@
 #pragma once
 
-#include "MeshUtils/SearchSpace.h"
+#include "MeshUtils/LeafPlanes.h"
 
 #include <cstdint>
 #include <vector>
 
-/// A node of a tree of boxes: up to Width children, one a lane, component by component so that all
+/// A node of a tree of boxes: up to eight children, one a lane, component by component so that all
 /// are compared in one go. A lane without a child has an empty box.
-template <unsigned int Width>
 struct alignas(64) BoxNode
 {
-    float lower[3][Width];
-    float upper[3][Width];
-    std::uint32_t first[Width]; ///< the first triangle of a leaf, or the number of a node
+    static constexpr unsigned int Width = 8;
+
+    Lanes lower[3][2];
+    Lanes upper[3][2];
+    std::uint32_t first[Width]; ///< the first packet of a leaf, or the number of a node
     std::uint32_t count[Width]; ///< of triangles in a leaf; 0 for a node
 
     BoxNode()
@@ -25,21 +26,55 @@ struct alignas(64) BoxNode
                   std::uint32_t countOfChild)
     {
         for (unsigned int i = 0; i < 3; ++i) {
-            lower[i][lane] = box.lower[i];
-            upper[i][lane] = box.upper[i];
+            lower[i][lane / 4][lane % 4] = box.lower[i];
+            upper[i][lane / 4][lane % 4] = box.upper[i];
         }
         first[lane] = firstOfChild;
         count[lane] = countOfChild;
     }
 };
 
-/// A tree of boxes over packed triangles. Node 0 is the root; there is none without triangles.
-template <unsigned int Width>
+/// A tree of boxes over packed triangles. A leaf has its triangles in packets of up to four, one
+/// after the other.
 struct BoxTree
 {
     /// Nodes on the way from the root to a leaf; builders stay below it.
     static constexpr unsigned int MaxDepth = 40;
+    static constexpr std::size_t PacketSize = 4;
 
-    std::vector<BoxNode<Width>> nodes;
+    std::vector<BoxNode> nodes;
+    std::uint32_t root = 0;
+    std::vector<std::uint32_t> firstOfPacket; ///< triangles; one more at the end
+    std::vector<LeafPlanes> planes;           ///< of each packet
     SearchSpace space;
+
+    /// Adds the packets of a leaf whose triangles follow those of the last one. Returns the first.
+    std::uint32_t addLeaf(std::size_t begin, std::size_t count)
+    {
+        const auto leaf = static_cast<std::uint32_t>(firstOfPacket.size());
+        for (std::size_t i = 0; i < count; i += PacketSize)
+            firstOfPacket.push_back(static_cast<std::uint32_t>(begin + i));
+        return leaf;
+    }
+    /// To be called once all leaves are there and the triangles are in their order.
+    void finishLeaves(std::span<const SortedTriangle> triangles)
+    {
+        planes.reserve(firstOfPacket.size());
+        firstOfPacket.push_back(static_cast<std::uint32_t>(triangles.size()));
+        for (std::size_t i = 0; i + 1 < firstOfPacket.size(); ++i)
+            planes.push_back(LeafPlanes::of(packet(i, triangles), space));
+    }
+    /// Sends for what a walk will look at soon: a leaf with triangles, or a node.
+    void prefetch(std::uint32_t first, std::uint32_t count) const
+    {
+        const char* const what = count > 0 ? reinterpret_cast<const char*>(&planes[first])
+                                           : reinterpret_cast<const char*>(&nodes[first]);
+        for (unsigned int line = 0; line < 4; ++line)
+            __builtin_prefetch(what + std::size_t{64} * line);
+    }
+    [[nodiscard]] std::span<const SortedTriangle>
+    packet(std::size_t i, std::span<const SortedTriangle> triangles) const
+    {
+        return triangles.subspan(firstOfPacket[i], firstOfPacket[i + 1] - firstOfPacket[i]);
+    }
 };

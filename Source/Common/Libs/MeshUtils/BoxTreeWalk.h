@@ -3,66 +3,92 @@
 #include "MeshUtils/BoxTree.h"
 
 #include <array>
+#include <bit>
 #include <cstdint>
+#include <utility>
 
-/// The children that a walk through a tree has still to look into, the nearest on top.
-template <unsigned int Width>
-class BoxStack
+/// A distance for each child of a node.
+struct ChildDistances
+{
+    Lanes halves[2];
+
+    [[nodiscard]] unsigned int within(float limit) const
+    {
+        return bitsOf(halves[0] <= limit) | bitsOf(halves[1] <= limit) << 4;
+    }
+};
+
+/// A child on the way of a walk: a leaf if it has triangles.
+struct WalkChild
+{
+    float distance;
+    std::uint32_t first;
+    std::uint32_t count;
+};
+
+/// The children that a walk has still to look into.
+class WalkStack
 {
 public:
-    struct Entry
+    void push(const WalkChild& child) { children_[size_++] = child; }
+    /// Takes children off until one lies within a limit. Returns false if none does.
+    bool pop(float limit, WalkChild& child)
     {
-        float distance;
-        std::uint32_t first;
-        std::uint32_t count;
-    };
-
-    BoxStack() { entries_[size_++] = {0, 0, 0}; } // the root
-    [[nodiscard]] bool isEmpty() const { return size_ == 0; }
-    Entry pop() { return entries_[--size_]; }
-
-    /// Puts the children of a node that lie within a limit on top.
-    void push(const BoxNode<Width>& node, const std::array<float, Width>& distances, float limit)
-    {
-        const unsigned int bottom = size_;
-        for (unsigned int lane = 0; lane < Width; ++lane)
-            if (distances[lane] <= limit)
-                insert({distances[lane], node.first[lane], node.count[lane]}, bottom);
+        while (size_ > 0) {
+            child = children_[--size_];
+            if (child.distance <= limit)
+                return true;
+        }
+        return false;
     }
 
 private:
-    void insert(const Entry& entry, unsigned int bottom)
-    {
-        unsigned int at = size_++;
-        for (; at > bottom && entries_[at - 1].distance < entry.distance; --at)
-            entries_[at] = entries_[at - 1];
-        entries_[at] = entry;
-    }
-
     unsigned int size_ = 0;
-    std::array<Entry, (Width - 1) * BoxTree<Width>::MaxDepth + 1> entries_;
+    std::array<WalkChild, (BoxNode::Width - 1) * BoxTree::MaxDepth> children_;
 };
 
-/// Walks through the children of a tree, the nearer ones first, as far as they lie within a limit
-/// that may shrink on the way.
+/// Goes on to the nearest of a node's children within a limit and puts the others on the stack.
+/// Returns false if there is none.
+inline bool descend(const BoxTree& tree, const BoxNode& node, const ChildDistances& lanes,
+                    float limit, WalkStack& stack, WalkChild& current)
+{
+    const auto distances = std::bit_cast<std::array<float, BoxNode::Width>>(lanes);
+    const auto childAt = [&](int lane) {
+        return WalkChild{distances[lane], node.first[lane], node.count[lane]};
+    };
+    unsigned int hits = lanes.within(limit);
+    if (hits == 0)
+        return false;
+    current = childAt(std::countr_zero(hits));
+    for (hits &= hits - 1; hits != 0; hits &= hits - 1) {
+        WalkChild other = childAt(std::countr_zero(hits));
+        if (other.distance < current.distance)
+            std::swap(other, current);
+        tree.prefetch(other.first, other.count);
+        stack.push(other);
+    }
+    return true;
+}
+
+/// Walks through the children of a tree, the nearest one of a node first, as far as they lie within
+/// a limit that may shrink on the way.
 ///
-/// distancesOf  (node) to the distances of its children, in any unit that grows with the distance
+/// distancesOf  (node) to ChildDistances, in any unit that grows with the distance
 /// limit        () to the largest distance that is still of interest
-/// visit        (first, count) looks at the triangles of a leaf
-template <unsigned int Width, class DistancesOf, class Limit, class Visit>
-void walk(const BoxTree<Width>& tree, const DistancesOf& distancesOf, const Limit& limit,
+/// visit        (first packet, triangle count) looks at a leaf
+template <class DistancesOf, class Limit, class Visit>
+void walk(const BoxTree& tree, const DistancesOf& distancesOf, const Limit& limit,
           const Visit& visit)
 {
-    BoxStack<Width> stack;
-    while (!stack.isEmpty()) {
-        const auto entry = stack.pop();
-        if (entry.distance > limit())
-            continue;
-        if (entry.count > 0) {
-            visit(entry.first, entry.count);
-            continue;
+    WalkStack stack;
+    WalkChild current{0, tree.root, 0};
+    do {
+        while (current.count == 0) {
+            const BoxNode& node = tree.nodes[current.first];
+            if (!descend(tree, node, distancesOf(node), limit(), stack, current))
+                break;
         }
-        const BoxNode<Width>& node = tree.nodes[entry.first];
-        stack.push(node, distancesOf(node), limit());
-    }
+        if (current.count > 0)
+            visit(current.first, current.count);
+    } while (stack.pop(limit(), current));
 }

@@ -91,8 +91,9 @@ inline bool isPlaneBeyond(const View& view, double squareDistance)
 /// The point of a triangle that is closest to a given one. A triangle that is surely farther away
 /// than a squared distance may come back at infinity; the rest of the answer does not depend on
 /// that bound. Good for all finite floats: none of the products can leave the range of a double.
-inline TriangleFoot closestOnTriangle(const Vec3d& point, const SortedTriangle& triangle,
-                                      double beyond = std::numeric_limits<double>::infinity())
+[[gnu::always_inline]] inline TriangleFoot
+closestOnTriangle(const Vec3d& point, const SortedTriangle& triangle,
+                  double beyond = std::numeric_limits<double>::infinity())
 {
     const closest::View view(point, triangle);
     TriangleFoot foot;

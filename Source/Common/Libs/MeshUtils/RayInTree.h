@@ -23,31 +23,26 @@ public:
 
     /// How far along the ray the boxes of a node begin; infinite for those that it misses or that
     /// begin beyond a limit.
-    template <unsigned int Width>
-    [[nodiscard]] std::array<float, Width> distances(const BoxNode<Width>& node, float limit) const
+    [[nodiscard]] ChildDistances distances(const BoxNode& node, float limit) const
     {
-        std::array<float, Width> enter = {};
-        std::array<float, Width> leave;
-        leave.fill(limit);
-        for (unsigned int i = 0; i < 3; ++i) {
-            const bool isForward = inverse_[i] > 0;
-            const auto& nearSide = isForward ? node.lower[i] : node.upper[i];
-            const auto& farSide = isForward ? node.upper[i] : node.lower[i];
-            const float nearMargin = isForward ? -margin_ : margin_;
-            for (unsigned int lane = 0; lane < Width; ++lane) {
-                // A ray within a side gives 0 * infinity: no comparison holds, no harm is done.
-                const float in = (nearSide[lane] - origin_[i] + nearMargin) * inverse_[i];
-                const float out = (farSide[lane] - origin_[i] - nearMargin) * inverse_[i];
-                enter[lane] = in > enter[lane] ? in : enter[lane];
-                leave[lane] = out < leave[lane] ? out : leave[lane];
-            }
-        }
         constexpr float miss = std::numeric_limits<float>::infinity();
-        for (unsigned int lane = 0; lane < Width; ++lane)
-            enter[lane] = enter[lane] * (1 - 2e-6F) <= leave[lane] * (1 + 2e-6F)
-                              ? enter[lane] * (1 - 2e-6F)
-                              : miss;
-        return enter;
+        ChildDistances result = {};
+        for (unsigned int half = 0; half < 2; ++half) {
+            Lanes enter = {};
+            Lanes leave = lanesOf(limit);
+            for (unsigned int i = 0; i < 3; ++i) {
+                const bool isForward = inverse_[i] > 0;
+                const Lanes nearSide = isForward ? node.lower[i][half] : node.upper[i][half];
+                const Lanes farSide = isForward ? node.upper[i][half] : node.lower[i][half];
+                const float margin = isForward ? margin_ : -margin_;
+                // A ray within a side gives 0 * infinity: the other operand stays.
+                enter = larger((nearSide - origin_[i] - margin) * inverse_[i], enter);
+                leave = smaller((farSide - origin_[i] + margin) * inverse_[i], leave);
+            }
+            enter *= 1 - 2e-6F;
+            result.halves[half] = enter <= leave * (1 + 2e-6F) ? enter : lanesOf(miss);
+        }
+        return result;
     }
 
 private:
@@ -56,9 +51,8 @@ private:
     float margin_ = 0;
 };
 
-template <unsigned int Width>
-void searchRay(const BoxTree<Width>& tree, std::span<const SortedTriangle> triangles,
-               const RayBoxes& boxes, RaySearch& search)
+inline void searchRay(const BoxTree& tree, std::span<const SortedTriangle> triangles,
+                      const RayBoxes& boxes, RaySearch& search)
 {
     const auto currentLimit = [&] {
         const double limit = search.limit() * tree.space.scale() * (1 + 1e-5);
@@ -66,10 +60,11 @@ void searchRay(const BoxTree<Width>& tree, std::span<const SortedTriangle> trian
     };
     float limit = currentLimit();
     walk(
-        tree, [&](const BoxNode<Width>& node) { return boxes.distances(node, limit); },
+        tree, [&](const BoxNode& node) { return boxes.distances(node, limit); },
         [&] { return limit; },
         [&](std::uint32_t first, std::uint32_t count) {
-            for (const SortedTriangle& triangle : triangles.subspan(first, count))
+            for (const SortedTriangle& triangle :
+                 triangles.subspan(tree.firstOfPacket[first], count))
                 if (search.offer(triangle))
                     limit = currentLimit();
         });

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 #include <span>
+#include <vector>
 
 /// An axis-aligned box in the coordinates of a SearchSpace.
 struct SearchBox
@@ -88,6 +89,14 @@ public:
             box.upper[i] += extent * 0x1p-26F + std::abs(box.upper[i]) * 0x1p-23F;
         }
         return box;
+    }
+    [[nodiscard]] std::vector<SearchBox> boxesOf(std::span<const SortedTriangle> triangles) const
+    {
+        std::vector<SearchBox> boxes;
+        boxes.reserve(triangles.size());
+        for (const SortedTriangle& triangle : triangles)
+            boxes.push_back(boxOf(triangle));
+        return boxes;
     }
 
 private:

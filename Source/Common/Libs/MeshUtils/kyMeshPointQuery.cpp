@@ -7,7 +7,7 @@
 struct kyMeshPointQuery::Tree
 {
     SurfaceTriangles triangles;
-    BoxTree<4> boxes;
+    BoxTree boxes;
 
     void search(const Ray& ray, const std::array<float, 3>& origin, RaySearch& search) const
     {
@@ -39,8 +39,6 @@ void kyMeshPointQuery::build(const osg::GeometryPtr& geometry)
 {
     tree_->triangles = SurfaceTriangles(geometry);
     tree_->boxes = buildBoundingVolumes(tree_->triangles);
-    if (tree_->boxes.nodes.empty())
-        tree_->triangles = SurfaceTriangles();
 }
 
 bool kyMeshPointQuery::isValid() const

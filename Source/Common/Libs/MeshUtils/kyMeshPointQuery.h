@@ -27,10 +27,10 @@ public:
 
     /// Reads the geometry as it is now; a change after that is not seen until the next build. The
     /// geometry must live as long as questions are asked. Not safe beside questions on the same
-    /// object. O(n log n) in triangles, on all threads of the arena.
+    /// object. O(n log n) in triangles.
     void build(const osg::GeometryPtr& geometry);
     /// Whether there is something to find: not before `build`, nor for a null geometry or one
-    /// without usable triangles, nor if the memory for the tree could not be had.
+    /// without usable triangles.
     [[nodiscard]] bool isValid() const;
 
     /// The closest point of the surface. Returns false, with a result without a geometry, if there

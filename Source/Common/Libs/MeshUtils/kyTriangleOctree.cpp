@@ -6,7 +6,7 @@
 struct kyTriangleOctree::Tree
 {
     SurfaceTriangles triangles;
-    BoxTree<8> boxes;
+    BoxTree boxes;
 };
 
 kyTriangleOctree::kyTriangleOctree(const osg::GeometryPtr& geometry)
