@@ -3,6 +3,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/NumberRange.h"
 #include "cli/PackArguments.h"
+#include "cli/PathArguments.h"
 #include "cli/ProjectArguments.h"
 #include "cli/RelaxArguments.h"
 #include "cli/SeamArguments.h"
@@ -73,6 +74,9 @@ void checkTogether(const Options& options)
     const std::string misplaced = misplacedSeamOption(options.search);
     if (!misplaced.empty())
         refuse(misplaced);
+    const std::string pathFault = faultOfPath(options.path);
+    if (!pathFault.empty())
+        refuse(pathFault);
     if (!options.common.picture.empty() && !isPictureFormat(options.common.picture))
         refuse("--picture: \"" + options.common.picture.string() + "\" must end in .png or .svg");
     if (!options.common.view.empty() && !isSurfacePictureFormat(options.common.view))
@@ -158,6 +162,12 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     seams->add_option("-o,--output", options.output, "The mesh file to write, cut along the seams");
     seams->add_option("--edges", options.edgesOutput, "The file of edges to write, for cut");
     addSeamSearch(*seams, "--mode", options.search);
+    CLI::App* const path = app.add_subcommand(
+        "path", "Finds edges of a mesh that lead from vertex to vertex, for cut");
+    addCommonOptions(*path, options.common);
+    path->add_option("-o,--output", options.edgesOutput,
+                     "The file of edges to write; standard output without");
+    addPathOptions(*path, options.path);
     CLI::App* const cut =
         app.add_subcommand("cut", "Cuts the UVs of the meshes of a file open along edges");
     addCommonOptions(*cut, options.common);
@@ -207,6 +217,7 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
                       : pack->parsed()      ? Options::Pack
                       : islands->parsed()   ? Options::Islands
                       : seams->parsed()     ? Options::Seams
+                      : path->parsed()      ? Options::Path
                       : cut->parsed()       ? Options::Cut
                       : sew->parsed()       ? Options::Sew
                       : optimize->parsed()  ? Options::Optimize

@@ -163,6 +163,23 @@ struct ProjectOptions
     std::optional<kyUVTriplanarProjectionSettings::Mode> mode;
 };
 
+/// A path along edges: the shortest through some vertices, or on from an edge. One of the two.
+struct PathOptions
+{
+    std::vector<unsigned int> vertices;
+    bool alongBorders = false;
+
+    std::vector<unsigned int> edge; ///< its two vertices
+    double surfaceAngle = 40.0;     ///< of the next edge to the one before, in degrees
+    double edgeAngle = 60.0;
+    bool bordersOnly = false;
+    bool stopAtBorders = false;
+
+    const std::vector<unsigned int>& ids() const { return edge.empty() ? vertices : edge; }
+    /// The option by which they were given, for messages.
+    const char* name() const { return edge.empty() ? "--vertices" : "--edge"; }
+};
+
 struct IslandsOptions
 {
     bool list = false; ///< tell the seeds as well
@@ -183,6 +200,7 @@ struct Options
         Constrain,
         Seams,
         Repair,
+        Path,
         Project
     };
 
@@ -191,6 +209,7 @@ struct Options
     std::filesystem::path output;      ///< of the commands that write a mesh; empty for none
     std::filesystem::path edgesOutput; ///< a file of edges; empty for none
     IslandsOptions islands;
+    PathOptions path;
     UnfoldOptions unfold;
     SeamSearchOptions search;
     PackOptions pack;
@@ -203,7 +222,8 @@ struct Options
 
     bool writesMesh() const
     {
-        return command != Info && command != Islands && (command != Seams || !output.empty());
+        return command != Info && command != Islands && command != Path &&
+               (command != Seams || !output.empty());
     }
 };
 

@@ -24,6 +24,8 @@ ExitStatus perform(const Options& options, Console& console)
         return runIslands(options, console);
     case Options::Seams:
         return runSeams(options, console);
+    case Options::Path:
+        return runPath(options, console);
     case Options::Unfold:
         return runUnfold(options, console);
     case Options::Pack:

@@ -13,6 +13,7 @@ namespace uvtool
 ExitStatus runInfo(const Options& options, Console& console);
 ExitStatus runIslands(const Options& options, Console& console);
 ExitStatus runSeams(const Options& options, Console& console);
+ExitStatus runPath(const Options& options, Console& console);
 ExitStatus runUnfold(const Options& options, Console& console);
 ExitStatus runPack(const Options& options, Console& console);
 ExitStatus runCut(const Options& options, Console& console);

@@ -94,7 +94,8 @@ void Task::run(const std::function<void()>& work, const std::function<void()>& t
     tell();
 }
 
-void Task::draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes)
+void Task::draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes,
+                const MarkedSides& marked)
 {
     const CommonOptions& common = options.common;
     if (common.picture.empty() && common.view.empty())
@@ -104,11 +105,12 @@ void Task::draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes)
         PictureOptions picture;
         picture.title = common.input.filename().string();
         picture.boxes = boxes;
+        picture.lines = linesIn(layout, marked);
         picture.flipsAreNatural = report.projection.has_value();
         drawLayout(layout, picture, common.picture);
     }
     if (!common.view.empty())
-        drawSurface(surfaceOf(document, chosen, layout), common.view);
+        drawSurface(surfaceOf(document, chosen, layout), common.view, marked);
     report.stages.emplace_back("draw", watch.seconds());
 }
 

@@ -6,6 +6,7 @@
 #include "cli/Stopwatch.h"
 #include "document/Document.h"
 #include "layout/DocumentLayout.h"
+#include "layout/MarkedSides.h"
 #include "layout/UVBox.h"
 #include "report/Report.h"
 
@@ -59,8 +60,9 @@ public:
     void probeOutputs() const;
 
     /// Draws the layout, and the mesh with it, where such pictures were asked for; `boxes` as in
-    /// PictureOptions.
-    void draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes);
+    /// PictureOptions, `marked` is pointed out in both.
+    void draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes,
+              const MarkedSides& marked = {});
 
 private:
     void finish(Outcome outcome, const std::string& error);

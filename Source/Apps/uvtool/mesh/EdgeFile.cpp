@@ -26,13 +26,18 @@ std::vector<VertexPair> readEdgeFile(const std::filesystem::path& path, std::siz
     return pairs;
 }
 
-void writeEdgeFile(const std::filesystem::path& path, std::span<const VertexPair> pairs)
+std::string textOfEdges(std::span<const VertexPair> pairs)
 {
     std::string text;
     for (const VertexPair& pair : pairs)
         text += std::to_string(pair[0]) + ' ' + std::to_string(pair[1]) + '\n';
+    return text;
+}
+
+void writeEdgeFile(const std::filesystem::path& path, std::span<const VertexPair> pairs)
+{
     OutputFile file(path);
-    file.write(text);
+    file.write(textOfEdges(pairs));
     file.commit();
 }
 

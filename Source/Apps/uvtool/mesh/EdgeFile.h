@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace uvtool
@@ -19,6 +20,9 @@ using VertexPair = std::array<std::uint32_t, 2>;
 /// Returns the pairs ascending, each once. A FileError of kind Read names the line that isn't like
 /// that, or holds an id that isn't below vertexCount.
 std::vector<VertexPair> readEdgeFile(const std::filesystem::path& path, std::size_t vertexCount);
+
+/// The edges as such a file holds them.
+std::string textOfEdges(std::span<const VertexPair> pairs);
 
 /// Writes such a file, whole or not at all. A FileError of kind Write where it can't be.
 void writeEdgeFile(const std::filesystem::path& path, std::span<const VertexPair> pairs);

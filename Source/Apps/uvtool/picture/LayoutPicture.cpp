@@ -7,6 +7,7 @@
 #include "picture/FramePainter.h"
 #include "picture/GuiSession.h"
 #include "picture/IslandPainter.h"
+#include "picture/LinePainter.h"
 #include "picture/PictureContent.h"
 #include "picture/PictureFrame.h"
 #include "picture/PictureStyle.h"
@@ -20,6 +21,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -52,6 +54,7 @@ struct Picture
     CoverageRaster raster;
     std::vector<Tint> tints;
     OverlapShare overlap;
+    std::span<const std::array<std::array<float, 2>, 2>> lines;
 };
 
 /// The text with spaces for all that has no place in an SVG.
@@ -76,7 +79,9 @@ Picture compose(const UVLayout& layout, const PictureOptions& options)
     const std::vector<Tint> tints = tintIslands(islandsBySize(content), raster.neighbours(reach));
     const double overlap =
         static_cast<double>(raster.excess()) / (frame.pixelsPerUnit * frame.pixelsPerUnit);
-    return {layout, printable(options.title), std::move(content), frame, raster, tints, {overlap}};
+    return {
+        layout,       printable(options.title), std::move(content), frame, raster, tints, {overlap},
+        options.lines};
 }
 
 void paint(QPainter& painter, const Picture& picture, bool hasText)
@@ -90,6 +95,7 @@ void paint(QPainter& painter, const Picture& picture, bool hasText)
     paintFlipped(painter, picture.frame, picture.layout, picture.content, picture.tints);
     paintOverlaps(painter, picture.frame, picture.raster);
     paintBoxes(painter, picture.frame);
+    paintLines(painter, picture.frame, picture.lines);
     if (hasText)
         paintTexts(painter, picture.frame, picture.content, picture.title, picture.overlap);
 }

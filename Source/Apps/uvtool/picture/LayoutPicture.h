@@ -3,6 +3,7 @@
 #include "layout/UVBox.h"
 #include "layout/UVLayout.h"
 
+#include <array>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -20,6 +21,8 @@ struct PictureOptions
     /// numbers) that islands use, one that reaches into a tile by less than a tenth not counted; or
     /// the bounding box of the layout where these are more than 64.
     std::vector<UVBox> boxes;
+
+    std::vector<std::array<std::array<float, 2>, 2>> lines; ///< to point out, from end to end
 
     int size = 1600; ///< longer side of the picture, in pixels; taken to the range 200 to 8192
 

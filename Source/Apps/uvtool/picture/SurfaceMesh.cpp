@@ -12,7 +12,7 @@ namespace
 {
 
 /// Adds the triangles of a geometry with their positions; returns the number of the first.
-std::size_t addTriangles(const DocumentGeometry& geometry,
+std::size_t addTriangles(const DocumentGeometry& geometry, std::uint32_t geometryNumber,
                          FirstUseNumbers<Vec3d, ValueHash>& numbers, SurfaceMesh& mesh)
 {
     const std::size_t first = mesh.triangleCount();
@@ -23,6 +23,8 @@ std::size_t addTriangles(const DocumentGeometry& geometry,
             mesh.points.push_back(point);
         mesh.triangles.push_back(number);
     }
+    for (std::uint32_t t = 0; t < geometry.triangleCount(); ++t)
+        mesh.source.push_back({geometryNumber, t});
     mesh.uvs.resize(mesh.triangles.size());
     mesh.island.resize(first + geometry.triangleCount(), -1);
     return first;
@@ -54,7 +56,8 @@ SurfaceMesh surfaceOf(const Document& document, std::span<const std::size_t> geo
     FirstUseNumbers<Vec3d, ValueHash> numbers(layout.sourceOfTriangle.size());
     std::vector<std::size_t> firstOfGeometry(document.geometries.size(), 0);
     for (const std::size_t number : geometries)
-        firstOfGeometry[number] = addTriangles(document.geometries[number], numbers, mesh);
+        firstOfGeometry[number] = addTriangles(document.geometries[number],
+                                               static_cast<std::uint32_t>(number), numbers, mesh);
     for (std::size_t t = 0; t < layout.sourceOfTriangle.size(); ++t) {
         if (layout.islandOfTriangle[t] < 0)
             continue;

@@ -19,6 +19,7 @@ struct SurfaceMesh
     std::vector<std::uint32_t> triangles; ///< [3 * triangleCount] points
     std::vector<Vec2f> uvs;               ///< [3 * triangleCount] zeros without an island
     std::vector<std::int32_t> island;     ///< [triangleCount] -1 for triangles without a layout
+    std::vector<TriangleSource> source;   ///< [triangleCount]
 
     std::size_t triangleCount() const { return island.size(); }
     const Vec3d& corner(std::size_t triangle, std::size_t k) const

@@ -4,6 +4,7 @@
 #include "document/FileError.h"
 #include "document/OutputFile.h"
 #include "document/Vec3Math.h"
+#include "mesh/EdgeGroups.h"
 #include "picture/DepthRaster.h"
 #include "picture/SurfaceCamera.h"
 #include "picture/SurfaceShading.h"
@@ -26,7 +27,15 @@ constexpr double squaresAlongDiagonal = 48;
 constexpr double seamRadius = 1.6; ///< of the lines, in cells
 constexpr double seamLift = 2.5;   ///< towards the viewer, in cells
 constexpr Rgb page{0.945, 0.953, 0.965};
-constexpr Rgb seamColour{0.08, 0.10, 0.14};
+
+/// What a cell shows instead of the surface.
+enum Line : std::uint8_t
+{
+    NoLine,
+    Seam,
+    Mark
+};
+constexpr std::array<Rgb, 3> lineColours{Rgb{}, Rgb{0.08, 0.10, 0.14}, Rgb{0.91, 0.17, 0.05}};
 
 /// Directions to the viewers.
 constexpr std::array<Vec3d, 2> viewers{Vec3d{0.8, 0.5, 1.0}, Vec3d{-0.8, 0.35, -1.0}};
@@ -45,12 +54,12 @@ public:
             const std::uint32_t* const corner = mesh.triangles.data() + 3 * std::size_t{t};
             raster_.draw(t, {seen_[corner[0]], seen_[corner[1]], seen_[corner[2]]});
         }
-        isSeam_.resize(static_cast<std::size_t>(raster_.size()) *
-                       static_cast<std::size_t>(raster_.size()));
+        lines_.resize(static_cast<std::size_t>(raster_.size()) *
+                      static_cast<std::size_t>(raster_.size()));
     }
 
-    /// Draws a line where the surface doesn't hide it.
-    void drawSeam(std::uint32_t from, std::uint32_t to)
+    /// Draws a line where the surface doesn't hide it, over what was drawn before.
+    void drawLine(std::uint32_t from, std::uint32_t to, Line line)
     {
         const Vec3d way = difference(seen_[to], seen_[from]);
         const auto steps = static_cast<int>(std::ceil(std::hypot(way[0], way[1])));
@@ -59,7 +68,7 @@ public:
             Vec3d point = seen_[from];
             for (std::size_t k = 0; k < 3; ++k)
                 point[k] += part * way[k];
-            stamp(point);
+            stamp(point, line);
         }
     }
 
@@ -89,7 +98,7 @@ private:
     }
 
     /// Marks the cells around a point that are no nearer than it.
-    void stamp(const Vec3d& point)
+    void stamp(const Vec3d& point, Line line)
     {
         const auto low = [&](double x) {
             return static_cast<std::int32_t>(std::max(0.0, std::floor(x - seamRadius)));
@@ -102,14 +111,14 @@ private:
                 const bool isNear =
                     std::hypot(column + 0.5 - point[0], row + 0.5 - point[1]) <= seamRadius;
                 if (isNear && raster_.depth(row, column) <= point[2] + seamLift)
-                    isSeam_[index(row, column)] = 1;
+                    lines_[index(row, column)] = line;
             }
     }
 
     Rgb cell(std::int32_t row, std::int32_t column) const
     {
-        if (isSeam_[index(row, column)] != 0)
-            return seamColour;
+        if (const Line line = lines_[index(row, column)]; line != NoLine)
+            return lineColours[line];
         const DepthRaster::Hit& hit = raster_.hit(row, column);
         return hit.triangle == DepthRaster::nothing ? page : shading_.colour(hit, light_);
     }
@@ -125,7 +134,7 @@ private:
     Vec3d light_;
     std::vector<Vec3d> seen_; ///< [point]
     DepthRaster raster_;
-    std::vector<char> isSeam_; ///< [cell]
+    std::vector<Line> lines_; ///< [cell]
 };
 
 QRgb toPixel(const Rgb& colour)
@@ -136,7 +145,7 @@ QRgb toPixel(const Rgb& colour)
     return qRgb(byte(colour[0]), byte(colour[1]), byte(colour[2]));
 }
 
-QImage render(const SurfaceMesh& mesh)
+QImage render(const SurfaceMesh& mesh, const MarkedSides& marked)
 {
     const SurfaceShading shading(mesh, squaresAlongDiagonal);
     const std::vector<std::uint32_t> seams = seamsOf(mesh);
@@ -145,7 +154,10 @@ QImage render(const SurfaceMesh& mesh)
     for (const Vec3d& viewer : viewers) {
         View view(mesh, shading, viewer);
         for (std::size_t i = 0; i < seams.size(); i += 2)
-            view.drawSeam(seams[i], seams[i + 1]);
+            view.drawLine(seams[i], seams[i + 1], Seam);
+        marked.forEachIn(mesh.source, [&](std::uint32_t side) {
+            view.drawLine(mesh.triangles[side], mesh.triangles[endCorner(side)], Mark);
+        });
         for (std::int32_t row = 0; row < viewSize; ++row)
             for (std::int32_t column = 0; column < viewSize; ++column)
                 image.setPixel(left + column, row, toPixel(view.pixel(row, column)));
@@ -156,7 +168,8 @@ QImage render(const SurfaceMesh& mesh)
 
 } // namespace
 
-void drawSurface(const SurfaceMesh& mesh, const std::filesystem::path& file)
+void drawSurface(const SurfaceMesh& mesh, const std::filesystem::path& file,
+                 const MarkedSides& marked)
 {
     if (!isSurfacePictureFormat(file))
         throw FileError(FileError::Write, file, "a picture of an unknown kind; use .png");
@@ -164,7 +177,7 @@ void drawSurface(const SurfaceMesh& mesh, const std::filesystem::path& file)
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    render(mesh).save(&buffer, "PNG");
+    render(mesh, marked).save(&buffer, "PNG");
     output.write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
     output.commit();
 }

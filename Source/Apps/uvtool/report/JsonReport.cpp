@@ -212,6 +212,10 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
         addSeams(json, geometry, report);
     if (geometry.foundSeams)
         json["seams"] = foundSeamsJson(*geometry.foundSeams);
+    if (geometry.path)
+        json["path"] = {{"edges", geometry.path->pairs.size()},
+                        {"length", finiteOrNull(geometry.path->length)},
+                        {"pairs", geometry.path->pairs}};
     if (geometry.relax) {
         json["before"] = qualityJson(geometry.relax->before);
         json["after"] = qualityJson(geometry.relax->after);

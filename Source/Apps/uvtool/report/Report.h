@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/Document.h"
+#include "mesh/EdgeFile.h"
 #include "mesh/Survey.h"
 #include "projection/ProjectionReport.h"
 #include "report/CheckReport.h"
@@ -65,6 +66,13 @@ struct FoundSeams
     std::size_t islands = 0; ///< that they leave
 };
 
+/// A path along edges that was found.
+struct PathReport
+{
+    std::vector<VertexPair> pairs; ///< its edges, in the order of the walk
+    double length = 0.0;           ///< in the scene
+};
+
 struct GeometryReport
 {
     std::size_t number = 0; ///< as --geometry counts
@@ -86,6 +94,7 @@ struct GeometryReport
 
     std::optional<SeamReport> seams;          ///< of commands that make or close some
     std::optional<FoundSeams> foundSeams;     ///< where some were searched for
+    std::optional<PathReport> path;           ///< of a command that searches for one
     std::optional<RelaxReport> relax;         ///< of commands that relax what is there
     std::optional<LineReport> lines;          ///< where edges were named that are to be straight
     std::optional<RepairCounts> repair;       ///< of a command that makes them manifold

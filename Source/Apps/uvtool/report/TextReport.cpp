@@ -311,6 +311,12 @@ std::vector<std::string> textOfIslands(const Report& report)
     return lines;
 }
 
+std::string textOfPath(const PathReport& path)
+{
+    return "a path of " + counted(path.pairs.size(), "edge", "edges") + ", " +
+           shortNumber(path.length) + " long";
+}
+
 std::vector<std::string> textOfResult(const Report& report)
 {
     std::vector<std::string> lines;

@@ -17,6 +17,9 @@ std::vector<std::string> textOfIslands(const Report& report);
 /// The report of `seams` as lines to read: what was found for each geometry.
 std::vector<std::string> textOfSeams(const Report& report);
 
+/// The report of `path` as a line to read.
+std::string textOfPath(const PathReport& path);
+
 /// The report of a command that changed UVs, as lines to read: what was done, what the result is
 /// like, and what took the time.
 std::vector<std::string> textOfResult(const Report& report);
