@@ -24,8 +24,7 @@ namespace
 constexpr std::int32_t viewSize = 900;    ///< pixels along a view
 constexpr std::int32_t cellsPerPixel = 2; ///< each way; pixels are means
 constexpr double squaresAlongDiagonal = 48;
-constexpr double seamRadius = 1.6; ///< of the lines, in cells
-constexpr double seamLift = 2.5;   ///< towards the viewer, in cells
+constexpr double seamLift = 2.5; ///< towards the viewer, in cells
 constexpr Rgb page{0.945, 0.953, 0.965};
 
 /// What a cell shows instead of the surface.
@@ -35,6 +34,7 @@ enum Line : std::uint8_t
     Seam,
     Mark
 };
+constexpr std::array<double, 3> lineRadius{0.0, 1.6, 3.2}; ///< in cells
 constexpr std::array<Rgb, 3> lineColours{Rgb{}, Rgb{0.08, 0.10, 0.14}, Rgb{0.91, 0.17, 0.05}};
 
 /// Directions to the viewers.
@@ -100,16 +100,17 @@ private:
     /// Marks the cells around a point that are no nearer than it.
     void stamp(const Vec3d& point, Line line)
     {
+        const double radius = lineRadius[line];
         const auto low = [&](double x) {
-            return static_cast<std::int32_t>(std::max(0.0, std::floor(x - seamRadius)));
+            return static_cast<std::int32_t>(std::max(0.0, std::floor(x - radius)));
         };
         const auto high = [&](double x) {
-            return std::min(raster_.size(), static_cast<std::int32_t>(std::ceil(x + seamRadius)));
+            return std::min(raster_.size(), static_cast<std::int32_t>(std::ceil(x + radius)));
         };
         for (std::int32_t row = low(point[1]); row < high(point[1]); ++row)
             for (std::int32_t column = low(point[0]); column < high(point[0]); ++column) {
                 const bool isNear =
-                    std::hypot(column + 0.5 - point[0], row + 0.5 - point[1]) <= seamRadius;
+                    std::hypot(column + 0.5 - point[0], row + 0.5 - point[1]) <= radius;
                 if (isNear && raster_.depth(row, column) <= point[2] + seamLift)
                     lines_[index(row, column)] = line;
             }
