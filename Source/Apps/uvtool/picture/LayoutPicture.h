@@ -22,13 +22,13 @@ struct PictureOptions
     /// the bounding box of the layout where these are more than 64.
     std::vector<UVBox> boxes;
 
-    std::vector<std::array<std::array<float, 2>, 2>> lines; ///< to point out, from end to end
-
     int size = 1600; ///< longer side of the picture, in pixels; taken to the range 200 to 8192
 
     /// Triangles that turn over are no faults: an image that is thrown onto a body falls on its
     /// back as well. They are a darker tint of their island then, not red.
     bool flipsAreNatural = false;
+
+    std::vector<std::array<std::array<float, 2>, 2>> lines; ///< to point out, from end to end
 };
 
 /// Draws a layout into a PNG or an SVG; the format goes by the extension of `file`.
