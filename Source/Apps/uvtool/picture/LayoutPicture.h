@@ -28,7 +28,7 @@ struct PictureOptions
     /// back as well. They are a darker tint of their island then, not red.
     bool flipsAreNatural = false;
 
-    std::vector<std::array<std::array<float, 2>, 2>> lines; ///< to point out, from end to end
+    std::vector<std::array<std::array<float, 2>, 2>> lines{}; ///< to point out, from end to end
 };
 
 /// Draws a layout into a PNG or an SVG; the format goes by the extension of `file`.
