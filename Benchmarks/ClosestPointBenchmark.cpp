@@ -131,16 +131,21 @@ void compare(benchmark::State& state, const Case& test, std::size_t count, const
     timer.report(state);
 }
 
-constexpr std::size_t PointCount = 200'000;
+/// As many points as the sheet has triangles, but enough to measure.
+std::size_t pointCount(const benchmark::State& state)
+{
+    return static_cast<std::size_t>(std::max<std::int64_t>(100'000, state.range(0)));
+}
 
 void bvhQueries(benchmark::State& state)
 {
     const Case test(state);
     kyMeshPointQuery query;
     query.build(test.geometry);
-    compare(state, test, PointCount, [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
-        query.findClosestPoint(point, result);
-    });
+    compare(state, test, pointCount(state),
+            [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
+                query.findClosestPoint(point, result);
+            });
 }
 
 void octreeQueries(benchmark::State& state)
@@ -148,9 +153,10 @@ void octreeQueries(benchmark::State& state)
     const Case test(state);
     kyTriangleOctree octree(test.geometry);
     octree.build();
-    compare(state, test, PointCount, [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
-        octree.getClosestPoint(point, result);
-    });
+    compare(state, test, pointCount(state),
+            [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
+                octree.getClosestPoint(point, result);
+            });
 }
 
 void linearQueries(benchmark::State& state)

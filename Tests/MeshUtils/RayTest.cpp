@@ -1,5 +1,7 @@
 #include "TriangleSoups.h"
 
+#include "MeshUtils/RayOnTriangle.h"
+#include "MeshUtils/SurfaceTriangles.h"
 #include "MeshUtils/kyMeshPointQuery.h"
 #include "OpenSG/TriangleIterator.h"
 
@@ -70,6 +72,33 @@ TEST(Ray, HitsWhatAPlainLoopHits)
             EXPECT_TRUE(query.castRay(origin, direction, distance * 1.001F, result, distance));
         }
         EXPECT_GT(hits, 50);
+    }
+}
+
+TEST(Ray, TheTreeLeavesOutNothingThatATriangleWouldGive)
+{
+    for (const Soup& soup : hardSoups()) {
+        SCOPED_TRACE(soup.name);
+        kyMeshPointQuery query;
+        query.build(soup.geometry);
+        const SurfaceTriangles triangles(soup.geometry);
+        for (std::size_t i = 0; i < soup.points.size(); ++i) {
+            const osg::Pnt3f& origin = soup.points[i];
+            const osg::Pnt3f& target = soup.points[7 * i % soup.points.size()];
+            const osg::Vec3f direction =
+                i % 3 == 0 || target == origin ? osg::Vec3f(0, 0, -1) : target - origin;
+            RaySearch search(Ray(origin, direction), Endless);
+            for (const SortedTriangle& triangle : triangles.packed())
+                search.offer(triangle);
+            kyPointOnGeometry result;
+            float distance = -1;
+            ASSERT_EQ(query.castRay(origin, direction, Endless, result, distance),
+                      search.hasFound());
+            if (!search.hasFound())
+                continue;
+            EXPECT_EQ(result.triangle, search.triangle().number);
+            EXPECT_EQ(distance, static_cast<float>(search.hit().distance));
+        }
     }
 }
 

@@ -89,7 +89,7 @@ std::vector<Soup> hardSoups()
                              cloud(120, size, osg::Vec3f()), randomIds(random, 200, 120), size));
     soups.push_back(soup("far off", random, cloud(200, 1.F, osg::Vec3f(1e6F, -3e5F, 7.F)),
                          randomIds(random, 300, 200), 1e6F));
-    const auto grid = flatGrid(12);
+    const auto grid = flatGrid(40);
     soups.push_back(soup("grid", random, grid->getPositions()->getValues(),
                          grid->getIndices()->getValues(), 1.F));
     soups.push_back(
@@ -99,6 +99,9 @@ std::vector<Soup> hardSoups()
         line.emplace_back(0.1F * static_cast<float>(i), 0.3F * static_cast<float>(i),
                           i % 5 == 0 ? 1e-7F : 0.F);
     soups.push_back(soup("slivers", random, line, randomIds(random, 200, 40), 4.F));
+    for (osg::Pnt3f& point : line)
+        point += osg::Vec3f(700.F, -300.F, 5.F);
+    soups.push_back(soup("slivers far off", random, line, randomIds(random, 200, 40), 4.F));
     Points broken = cloud(60, 1.F, osg::Vec3f());
     broken[3] = osg::Pnt3f(std::numeric_limits<float>::quiet_NaN(), 0, 0);
     broken[4] = osg::Pnt3f(0, -std::numeric_limits<float>::infinity(), 0);

@@ -129,6 +129,8 @@ public:
     /// Returns whether the triangle is the closest so far.
     bool offer(const SortedTriangle& triangle)
     {
+        if (triangle.number == number())
+            return false; // a guess that turned out right
         const TriangleFoot foot = closestOnTriangle(point_, triangle, foot_.squareDistance);
         const bool isTie = foot.squareDistance == foot_.squareDistance;
         if (!(foot.squareDistance < foot_.squareDistance || (isTie && triangle.number < number())))

@@ -12,7 +12,8 @@
 // Intersection", JCGT 2(1), 2013, in double: the corners are sheared so that the ray is the z axis,
 // and the signs of three edge functions tell inside from outside. Departures: what is within
 // EdgeSnap of an edge counts as on it, for both triangles at the edge, and is measured on the edge
-// alone, so that their distances agree to the last bit.
+// alone, so that their distances agree to the last bit; and a triangle that the ray sees as a line
+// is met at an edge, since its weights are noise.
 
 /// A ray of unit direction, ready to be met.
 class Ray
@@ -92,10 +93,52 @@ inline RayHit onEdge(const std::array<Vec3d, 3>& corners, unsigned int i, unsign
     return result;
 }
 
+/// How far the corners are from the origin of the ray, and from the ray.
+struct Extent
+{
+    double reach = 0;
+    double width = 0;
+
+    explicit Extent(const std::array<Vec3d, 3>& corners)
+    {
+        for (const Vec3d& corner : corners) {
+            width = std::max({width, std::abs(corner.x()), std::abs(corner.y())});
+            reach = std::max(reach, std::abs(corner.z()));
+        }
+        reach = std::max(reach, width);
+    }
+};
+
+/// Below this part of reach times width the area that the ray sees leaves too little of the
+/// weights.
+constexpr double EdgeOn = 0x1p-24;
+/// The rounding of corners as the ray sees them, as a part of their reach.
+constexpr double Rounding = 0x1p-46;
+
+/// The hit of a triangle that the ray sees as a line, by rounding inside of it or not: at the
+/// nearest edge, if the ray does not pass beyond its ends.
+inline RayHit onNearestEdge(const std::array<Vec3d, 3>& corners, double reach)
+{
+    constexpr std::array<std::array<unsigned int, 2>, 3> edges = {{{0, 1}, {0, 2}, {1, 2}}};
+    RayHit nearest;
+    double least = std::numeric_limits<double>::infinity();
+    for (const auto [i, j] : edges) {
+        const RayHit found = onEdge(corners, i, j);
+        const Vec3d foot = corners[i] * found.weights[i] + corners[j] * found.weights[j];
+        const double away = std::max(std::abs(foot.x()), std::abs(foot.y()));
+        const bool isEnd = found.weights[i] == 1 || found.weights[j] == 1;
+        if (away >= least || (isEnd && away > Rounding * reach))
+            continue;
+        least = away;
+        nearest = found;
+    }
+    return nearest;
+}
+
 } // namespace hit
 
 /// Where a ray, followed in both directions, meets a triangle, from either side. The distance is
-/// infinite if it passes by, and if it lies in the triangle's plane or the triangle has no area.
+/// infinite if it passes by; one in the triangle's plane may meet an edge or none.
 inline RayHit meet(const Ray& ray, const SortedTriangle& triangle)
 {
     const std::array<Vec3d, 3> corners = {ray.sheared(triangle.corners[0]),
@@ -112,6 +155,9 @@ inline RayHit meet(const Ray& ray, const SortedTriangle& triangle)
     c /= sum;
     if (!(a >= -EdgeSnap && b >= -EdgeSnap && c >= -EdgeSnap))
         return {};
+    const hit::Extent extent(corners);
+    if (std::abs(sum) <= hit::EdgeOn * extent.reach * extent.width)
+        return hit::onNearestEdge(corners, extent.reach);
     if (c <= EdgeSnap)
         return hit::onEdge(corners, 0, 1);
     if (b <= EdgeSnap)

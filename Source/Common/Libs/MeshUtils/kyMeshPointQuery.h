@@ -45,7 +45,7 @@ public:
 
     /// The nearest place where a ray meets the surface, from either side, at a distance of at least
     /// 0 and less than maxDistance, which may be infinite. No ray slips through between triangles
-    /// that share an edge or a vertex; one that lies in the plane of a triangle does not meet it.
+    /// that share an edge or a vertex. One that runs within the plane of a triangle may pass it by.
     ///
     /// direction  of any length but 0
     /// distance   to the hit, in units of the mesh whatever the length of the direction
