@@ -68,6 +68,7 @@ std::vector<osg::Pnt3f> pointsNear(const osg::GeometryPtr& geometry, std::size_t
 void sortAlongCurve(std::vector<osg::Pnt3f>& points)
 {
     std::vector<std::pair<std::uint64_t, osg::Pnt3f>> keyed;
+    keyed.reserve(points.size());
     for (const osg::Pnt3f& point : points)
         keyed.emplace_back(placeOnCurve(point), point);
     std::ranges::stable_sort(keyed, {}, [](const auto& entry) { return entry.first; });
@@ -82,8 +83,8 @@ struct Case
     {}
     [[nodiscard]] std::vector<osg::Pnt3f> points(std::size_t count) const
     {
-        const auto triangles = static_cast<float>(geometry->getIndices()->getSize() / 3);
-        const float edge = std::sqrt(2.F / triangles);
+        const auto corners = static_cast<float>(geometry->getIndices()->getSize());
+        const float edge = std::sqrt(2.F / (corners / 3));
         std::vector<osg::Pnt3f> result = pointsNear(geometry, count, edge);
         if (order != Scattered)
             sortAlongCurve(result);

@@ -47,9 +47,9 @@ TEST(Ray, HitsWhatAPlainLoopHits)
         ids.insert(ids.end(), {i, (7 * i + 1) % 300, (3 * i + 50) % 300});
     }
     for (const float size : {1.F, 1e-15F, 1e15F}) {
-        std::vector<osg::Pnt3f> scaled;
-        for (const osg::Pnt3f& position : positions)
-            scaled.emplace_back(position.subZero() * size);
+        std::vector<osg::Pnt3f> scaled = positions;
+        for (osg::Pnt3f& position : scaled)
+            position = osg::Pnt3f(position.subZero() * size);
         const auto soup = soupOf(scaled, ids);
         kyMeshPointQuery query;
         query.build(soup);
@@ -112,7 +112,7 @@ TEST(Ray, DoesNotSlipThroughWhereTrianglesMeet)
     sheet->getPositions()->setValues(positions);
     kyMeshPointQuery query;
     query.build(sheet);
-    for (int i = 0; i < 4000; ++i) {
+    for (unsigned int i = 0; i < 4000; ++i) {
         // At a vertex or a point of an edge off the border, from one side or the other.
         const unsigned int vertex = 11 * (2 + i % 7) + 2 + i / 7 % 7;
         const float t = i % 3 == 0 ? 0.F : static_cast<float>(i % 100) / 100.F;

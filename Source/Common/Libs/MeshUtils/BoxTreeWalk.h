@@ -53,7 +53,8 @@ inline bool descend(const BoxTree& tree, const BoxNode& node, const ChildDistanc
                     float limit, WalkStack& stack, WalkChild& current)
 {
     const auto distances = std::bit_cast<std::array<float, BoxNode::Width>>(lanes);
-    const auto childAt = [&](int lane) {
+    const auto childAt = [&](int firstHit) {
+        const auto lane = static_cast<unsigned int>(firstHit);
         return WalkChild{distances[lane], node.first[lane], node.count[lane]};
     };
     unsigned int hits = lanes.within(limit);
