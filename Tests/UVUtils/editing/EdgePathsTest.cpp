@@ -42,9 +42,10 @@ osg::RefPtr<osg::Node> gridOf(unsigned columns, unsigned rows, bool isRing, cons
     Ids triangles;
     for (unsigned i = 0; i < columns * rows; ++i) {
         const unsigned x = i % columns;
-        positions.push_back(place(static_cast<float>(x), static_cast<float>(i / columns)));
+        const unsigned y = i / columns;
+        positions.push_back(place(static_cast<float>(x), static_cast<float>(y)));
         const unsigned right = x + 1 < columns ? i + 1 : i + 1 - columns;
-        if (i / columns + 1 < rows && (isRing || right > i))
+        if (y + 1 < rows && (isRing || right > i))
             triangles.insert(triangles.end(),
                              {i, right, right + columns, i, right + columns, i + columns});
     }
