@@ -1,7 +1,5 @@
 #include "UVUtils/repair/EdgeCrossing.h"
 
-#include <cmath>
-
 namespace
 {
 
@@ -30,19 +28,6 @@ float placeOnLine(const osg::Vec3f& edge, const osg::Vec3f& edgeToFrom, const os
 }
 
 } // namespace
-
-std::optional<EdgeCrossing> crossingWithPlane(const osg::Pnt3f& first, const osg::Pnt3f& second,
-                                              const osg::Plane& plane)
-{
-    constexpr double tolerance = 1e-10;
-    const double firstDistance = plane.distance(first);
-    const double secondDistance = plane.distance(second);
-    if (firstDistance * secondDistance >= tolerance)
-        return std::nullopt;
-    const double width = firstDistance - secondDistance;
-    const auto t = static_cast<float>(std::abs(width) > tolerance ? firstDistance / width : 0.5);
-    return EdgeCrossing{t, osg::Pnt3f(first.subZero() * (1 - t) + second.subZero() * t)};
-}
 
 EdgeCrossing crossingWithLine(const osg::Pnt3f& first, const osg::Pnt3f& second,
                               const osg::Pnt3f& from, const osg::Pnt3f& to)

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "OpenSG/Plane.h"
 #include "OpenSG/Vector.h"
 
+#include <cmath>
 #include <optional>
 
 /// Where a way over a surface crosses an edge.
@@ -12,11 +12,21 @@ struct EdgeCrossing
     osg::Pnt3f point;
 };
 
-/// The place where an edge goes through a plane; none where both ends are on one side. An end
-/// counts as on the plane when it nearly is, so the edge of two ends that nearly are may have a
-/// crossing outside of it, and one that lies in the plane has it in the middle.
-std::optional<EdgeCrossing> crossingWithPlane(const osg::Pnt3f& first, const osg::Pnt3f& second,
-                                              const osg::Plane& plane);
+/// The place where an edge goes through a plane, from the distances of its ends; none where both
+/// are on one side. An end counts as on the plane when it nearly is, so the edge of two ends that
+/// nearly are may have a crossing outside of it, and one that lies in the plane has it in the
+/// middle.
+inline std::optional<EdgeCrossing> crossingWithPlane(const osg::Pnt3f& first,
+                                                     const osg::Pnt3f& second, double firstDistance,
+                                                     double secondDistance)
+{
+    constexpr double tolerance = 1e-10;
+    if (firstDistance * secondDistance >= tolerance)
+        return std::nullopt;
+    const double width = firstDistance - secondDistance;
+    const auto t = static_cast<float>(std::abs(width) > tolerance ? firstDistance / width : 0.5);
+    return EdgeCrossing{t, osg::Pnt3f(first.subZero() * (1 - t) + second.subZero() * t)};
+}
 
 /// The place of an edge that is closest to the line between two points, as seen when the far one is
 /// turned about the edge's plane with the near one: the way goes straight on over the fold. For an

@@ -1,6 +1,7 @@
 #include "UVUtils/repair/SeamWalker.h"
 
 #include "UVUtils/model/IndexView.h"
+#include "UVUtils/repair/EdgeCrossing.h"
 #include "UVUtils/repair/TrianglesOfEdges.h"
 
 #include <boost/container/small_vector.hpp>
@@ -8,11 +9,16 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <unordered_set>
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <utility>
 
 namespace
 {
+
+/// How much longer than the straight line a way may be.
+constexpr float lengthFactor = 1.3F;
 
 /// A squared distance below it is none.
 constexpr float arrived = 0.000001F;
@@ -20,27 +26,50 @@ constexpr float arrived = 0.000001F;
 /// Ways are short nearly always: room for one without asking for memory.
 constexpr std::size_t usualSteps = 32;
 
-/// A set of sides.
+/// A set of sides: a hash table with linear probing. Small ones ask for no memory.
 class VisitedSides
 {
 public:
-    bool contains(unsigned int side) const
+    VisitedSides() : slots_(2 * usualSteps, none) {}
+
+    /// False if it was there before.
+    bool insert(unsigned int side)
     {
-        const auto end = few_.begin() + static_cast<std::ptrdiff_t>(fewCount_);
-        return std::find(few_.begin(), end, side) != end || many_.contains(side);
-    }
-    void add(unsigned int side)
-    {
-        if (fewCount_ < few_.size())
-            few_[fewCount_++] = side;
-        else
-            many_.insert(side);
+        std::size_t slot = slotOf(side);
+        if (slots_[slot] == side)
+            return false;
+        if (2 * ++count_ > slots_.size()) {
+            grow();
+            slot = slotOf(side);
+        }
+        slots_[slot] = side;
+        return true;
     }
 
 private:
-    std::array<unsigned int, usualSteps> few_;
-    std::size_t fewCount_ = 0;
-    std::unordered_set<unsigned int> many_;
+    static constexpr unsigned int none = 0xFFFFFFFFU;
+
+    /// Where a side is, or would be. There are twice as many slots as sides, a power of 2.
+    std::size_t slotOf(unsigned int side) const
+    {
+        const std::size_t mask = slots_.size() - 1;
+        std::size_t slot = (side * std::uint64_t{0x9E3779B97F4A7C15U} >> 32U) & mask;
+        while (slots_[slot] != none && slots_[slot] != side)
+            slot = (slot + 1) & mask;
+        return slot;
+    }
+    void grow()
+    {
+        Slots before(2 * slots_.size(), none);
+        before.swap(slots_);
+        for (const unsigned int side : before)
+            if (side != none)
+                slots_[slotOf(side)] = side;
+    }
+
+    using Slots = boost::container::small_vector<unsigned int, 2 * usualSteps>;
+    Slots slots_;
+    std::size_t count_ = 0;
 };
 
 std::vector<int> neighboursOfSides(std::span<const unsigned int> triangles)
@@ -58,39 +87,145 @@ std::vector<int> neighboursOfSides(std::span<const unsigned int> triangles)
     return neighbours;
 }
 
-unsigned int nextCorner(unsigned int side)
+unsigned int cornerAfter(unsigned int corner)
 {
-    return side % 3 == 2 ? side - 2 : side + 1;
+    return corner == 2 ? 0 : corner + 1;
 }
 
 } // namespace
 
-/// What all steps of one search share.
-struct SeamWalker::Search
+class SeamWalker::Search
 {
-    osg::Pnt3f end;
-    unsigned int endTriangle;
-    const osg::Plane* plane;
-    kyPointOnGeometry* out;
-    double best;          ///< squared distance to the end of the closest point so far
-    VisitedSides visited; ///< those that were crossed
-};
+public:
+    Search(const SeamWalker& walker, const osg::Pnt3f& end, unsigned int endTriangle,
+           const osg::Plane* plane, double startSquare, kyPointOnGeometry* out)
+        : walker_(walker), end_(end), endTriangle_(endTriangle), plane_(plane), out_(out),
+          best_(startSquare)
+    {}
 
-/// A triangle on the way, and where in it the way goes on.
-struct SeamWalker::Step
-{
-    osg::Pnt3f from;
-    float budget; ///< the square of how far the end may be, along the way
-    unsigned int triangle;
-    unsigned int nextCorner = 0; ///< of the triangle, whose side is tried next
-};
+    /// Depth first, the sides of a triangle in their order. A way can have as many steps as there
+    /// are sides, so they are kept in a list of their own and not on the stack of calls.
+    ///
+    /// budget  the square of how long the way may be
+    bool walk(const osg::Pnt3f& from, unsigned int triangle, float budget)
+    {
+        steps_.push_back(enter(from, triangle, budget));
+        while (!steps_.empty()) {
+            Step& at = steps_.back();
+            if (at.triangle == endTriangle_)
+                return true;
+            Outcome outcome = Outcome::Refused;
+            Step next;
+            while (outcome == Outcome::Refused && at.nextCorner < 3)
+                outcome = tryEdge(at, at.nextCorner++, next);
+            if (outcome == Outcome::Crossed) {
+                steps_.push_back(next);
+                continue;
+            }
+            steps_.pop_back();
+            if (best_ < static_cast<double>(arrived))
+                return false; // and so for each step before, as nothing comes closer
+        }
+        return false;
+    }
 
-/// What came of trying to cross a side.
-enum class SeamWalker::Outcome : int
-{
-    Refused, ///< the next side may do
-    Crossed,
-    Reached ///< it passes so near the end that nothing is to be gained behind it
+private:
+    /// A triangle on the way, and where in it the way goes on.
+    struct Step
+    {
+        osg::Pnt3f from;
+        float budget;
+        unsigned int triangle;
+        unsigned int nextCorner; ///< of the triangle, whose side is tried next
+        /// [corner] from the plane, where there is one.
+        std::array<double, 3> distances;
+    };
+
+    /// What came of trying to cross a side.
+    enum class Outcome : std::uint8_t
+    {
+        Refused, ///< the next side may do
+        Crossed,
+        Reached ///< it passes so near the end that nothing is to be gained behind it
+    };
+
+    Step enter(const osg::Pnt3f& from, unsigned int triangle, float budget) const
+    {
+        Step step{from, budget, triangle, 0, {}};
+        if (plane_ && triangle != endTriangle_)
+            for (unsigned int k = 0; k < 3; ++k)
+                step.distances[k] = plane_->distance(positionOf(triangle, k));
+        return step;
+    }
+
+    Outcome tryEdge(const Step& at, unsigned int corner, Step& next)
+    {
+        const std::optional<EdgeCrossing> crossing = crossingOf(at, corner);
+        if (!crossing)
+            return Outcome::Refused;
+        const float done = (crossing->point - at.from).squareLength();
+        const float left = (crossing->point - end_).squareLength();
+        // The second is taken where the first is no number, at a way of no length.
+        const float budget = std::min(at.budget - done, left * at.budget / (done + left));
+        if (!(budget >= left))
+            return Outcome::Refused;
+        const unsigned int side = 3 * at.triangle + corner;
+        if (left < arrived) {
+            record(side, crossing->t);
+            return Outcome::Reached;
+        }
+        const int neighbour = walker_.neighbours_[side];
+        if (neighbour != noTriangle && visited_.insert(side)) {
+            best_ = std::min(best_, static_cast<double>(left));
+            next = enter(crossing->point, static_cast<unsigned int>(neighbour), budget);
+            return Outcome::Crossed;
+        }
+        if (static_cast<double>(left) < best_) {
+            best_ = left;
+            record(side, crossing->t);
+        }
+        return Outcome::Refused;
+    }
+
+    std::optional<EdgeCrossing> crossingOf(const Step& at, unsigned int corner) const
+    {
+        const unsigned int after = cornerAfter(corner);
+        const osg::Pnt3f& first = positionOf(at.triangle, corner);
+        const osg::Pnt3f& second = positionOf(at.triangle, after);
+        if (plane_)
+            return crossingWithPlane(first, second, at.distances[corner], at.distances[after]);
+        return crossingWithLine(first, second, at.from, end_);
+    }
+
+    const osg::Pnt3f& positionOf(unsigned int triangle, unsigned int corner) const
+    {
+        return walker_.positions_[walker_.triangles_[3 * triangle + corner]];
+    }
+
+    /// The place on a side, in the side's own triangle, is the closest to the end so far.
+    void record(unsigned int side, float t) const
+    {
+        if (!out_)
+            return;
+        const unsigned int first = side % 3;
+        const unsigned int second = cornerAfter(first);
+        out_->geometry = walker_.geometry_.get();
+        out_->triangle = static_cast<int>(side / 3);
+        for (unsigned int k = 0; k < 3; ++k)
+            out_->vertices[k] = walker_.triangles_[side - first + k];
+        out_->weights[first] = 1 - t;
+        out_->weights[second] = t;
+        out_->weights[3 - first - second] = 1 - (1 - t) - t;
+    }
+
+    const SeamWalker& walker_;
+    osg::Pnt3f end_;
+    unsigned int endTriangle_;
+    const osg::Plane* plane_;
+    kyPointOnGeometry* out_;
+    double best_;          ///< squared distance to the end of the closest point so far
+    VisitedSides visited_; ///< those that were crossed
+    boost::container::small_vector<Step, usualSteps> steps_;
 };
 
 SeamWalker::SeamWalker(const osg::GeometryPtr& geometry) : geometry_(geometry)
@@ -102,100 +237,16 @@ SeamWalker::SeamWalker(const osg::GeometryPtr& geometry) : geometry_(geometry)
     neighbours_ = neighboursOfSides(triangles_);
 }
 
-bool SeamWalker::isTriangle(int number) const
-{
-    return number >= 0 && static_cast<std::size_t>(number) < triangles_.size() / 3;
-}
-
 bool SeamWalker::findPath(const osg::Pnt3f& start, int startTriangle, const osg::Pnt3f& end,
                           int endTriangle, const osg::Plane* plane, kyPointOnGeometry* out) const
 {
+    const auto isTriangle = [this](int number) {
+        return number >= 0 && static_cast<std::size_t>(number) < neighbours_.size() / 3;
+    };
     const float square = (end - start).squareLength();
     if (!isTriangle(startTriangle) || !isTriangle(endTriangle) || !std::isfinite(square))
         return false;
-    Search search{end, static_cast<unsigned int>(endTriangle), plane, out, square, {}};
-    return walk(search, start, static_cast<unsigned int>(startTriangle),
-                square * (lengthFactor * lengthFactor));
-}
-
-/// Depth first, the sides of a triangle in their order. A way can have as many steps as there are
-/// sides, so they are kept in a list of its own and not on the stack of calls.
-bool SeamWalker::walk(Search& search, const osg::Pnt3f& from, unsigned int triangle,
-                      float budget) const
-{
-    boost::container::small_vector<Step, usualSteps> steps;
-    steps.push_back({from, budget, triangle});
-    while (!steps.empty()) {
-        Step& at = steps.back();
-        if (at.triangle == search.endTriangle)
-            return true;
-        Outcome outcome = Outcome::Refused;
-        Step next{};
-        while (outcome == Outcome::Refused && at.nextCorner < 3)
-            outcome = tryEdge(search, at, 3 * at.triangle + at.nextCorner++, next);
-        if (outcome == Outcome::Crossed) {
-            steps.push_back(next);
-            continue;
-        }
-        steps.pop_back();
-        if (search.best < static_cast<double>(arrived))
-            return false; // and so for each step before, as nothing comes closer
-    }
-    return false;
-}
-
-SeamWalker::Outcome SeamWalker::tryEdge(Search& search, const Step& at, unsigned int side,
-                                        Step& next) const
-{
-    const std::optional<EdgeCrossing> crossing = crossingOf(side, at.from, search);
-    if (!crossing)
-        return Outcome::Refused;
-    const float done = (crossing->point - at.from).squareLength();
-    const float left = (crossing->point - search.end).squareLength();
-    // The second is taken where the first is no number, at a way of no length.
-    const float budget = std::min(at.budget - done, left * at.budget / (done + left));
-    if (!(budget >= left))
-        return Outcome::Refused;
-    if (left < arrived) {
-        if (search.out)
-            *search.out = edgePoint(side, crossing->t);
-        return Outcome::Reached;
-    }
-    if (neighbours_[side] != noTriangle && !search.visited.contains(side)) {
-        search.best = std::min(search.best, static_cast<double>(left));
-        search.visited.add(side);
-        next = {crossing->point, budget, static_cast<unsigned int>(neighbours_[side])};
-        return Outcome::Crossed;
-    }
-    if (static_cast<double>(left) < search.best) {
-        search.best = left;
-        if (search.out)
-            *search.out = edgePoint(side, crossing->t);
-    }
-    return Outcome::Refused;
-}
-
-std::optional<EdgeCrossing> SeamWalker::crossingOf(unsigned int side, const osg::Pnt3f& from,
-                                                   const Search& search) const
-{
-    const osg::Pnt3f& first = positions_[triangles_[side]];
-    const osg::Pnt3f& second = positions_[triangles_[nextCorner(side)]];
-    if (search.plane)
-        return crossingWithPlane(first, second, *search.plane);
-    return crossingWithLine(first, second, from, search.end);
-}
-
-kyPointOnGeometry SeamWalker::edgePoint(unsigned int side, float t) const
-{
-    const unsigned int triangle = side / 3;
-    const unsigned int first = side % 3;
-    const unsigned int second = (first + 1) % 3;
-    kyPointOnGeometry point;
-    point.geometry = geometry_.get();
-    point.triangle = static_cast<int>(triangle);
-    std::copy_n(triangles_.begin() + 3 * static_cast<std::ptrdiff_t>(triangle), 3, point.vertices);
-    point.weights[first] = 1 - t;
-    point.weights[second] = t;
-    point.weights[3 - first - second] = 1 - (1 - t) - t;
-    return point;
+    Search search(*this, end, static_cast<unsigned int>(endTriangle), plane, square, out);
+    return search.walk(start, static_cast<unsigned int>(startTriangle),
+                       square * (lengthFactor * lengthFactor));
 }

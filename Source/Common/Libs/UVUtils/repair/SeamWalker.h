@@ -4,9 +4,7 @@
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Plane.h"
 #include "OpenSG/RefPtr.h"
-#include "UVUtils/repair/EdgeCrossing.h"
 
-#include <optional>
 #include <vector>
 
 /// Finds out whether one can walk over the triangles of a geometry from one point to another
@@ -42,19 +40,6 @@ public:
                   int endTriangle, const osg::Plane* plane, kyPointOnGeometry* out) const;
 
 private:
-    struct Search;
-    struct Step;
-
-    bool walk(Search& search, const osg::Pnt3f& from, unsigned int triangle, float budget) const;
-    enum class Outcome : int;
-    Outcome tryEdge(Search& search, const Step& at, unsigned int side, Step& next) const;
-    bool isTriangle(int number) const;
-    std::optional<EdgeCrossing> crossingOf(unsigned int side, const osg::Pnt3f& from,
-                                           const Search& search) const;
-    kyPointOnGeometry edgePoint(unsigned int side, float t) const;
-
-    /// How much longer than the straight line a way may be.
-    static constexpr float lengthFactor = 1.3F;
     static constexpr int noTriangle = -1;
 
     osg::RefPtr<osg::Geometry> geometry_;
@@ -63,4 +48,8 @@ private:
     /// [side] the first triangle at the edge that is not the side's own. There is none at a border
     /// edge; nor where a triangle that names a vertex twice runs along the edge both times.
     std::vector<int> neighbours_;
+
+    /// A search for a way over these arrays.
+    class Search;
+    friend class Search;
 };

@@ -10,6 +10,7 @@
 #include <tbb/task_group.h>
 
 #include <limits>
+#include <optional>
 
 namespace
 {
@@ -53,7 +54,7 @@ std::vector<kyTransferGeoProperties::VertexSample> kyTransferGeoProperties::samp
         if (target.cornersOfVertex[vertex].empty())
             return;
         getAssociatedPoint(source, target.positions[vertex], target.normalAt(vertex), hit);
-        samples[vertex] = {hit, hit.getUV(static_cast<unsigned int>(uvSet))};
+        samples[vertex] = {hit, hit.getPosition(), hit.getUV(static_cast<unsigned int>(uvSet))};
     });
     return samples;
 }
@@ -74,34 +75,35 @@ void kyTransferGeoProperties::sampleTriangle(const TransferTarget& target, unsig
     const osg::Vec3f normal = (p1 - p0).cross(p2 - p0).normalized();
     centerHit = samples[vertices[0]].hit; // near the answer
     getAssociatedPoint(source, center, normal, centerHit);
+    const osg::Pnt3f start = centerHit.getPosition();
     for (unsigned int k = 0; k < 3; ++k) {
         const VertexSample& sample = samples[vertices[k]];
         uvOfCorner[first + k] = sample.uv;
         if (!sample.hit.geometry || sample.hit.geometry != centerHit.geometry ||
             sample.hit.triangle == centerHit.triangle)
             continue;
-        kyPointOnGeometry hit = sample.hit;
-        if (correctHit(centerHit, target.normalAt(vertices[k]) + normal, hit))
-            uvOfCorner[first + k] = hit.getUV(static_cast<unsigned int>(uvSet));
+        const osg::Vec3f up = target.normalAt(vertices[k]) + normal;
+        if (const auto corrected = correctHit(centerHit, start, up, sample))
+            uvOfCorner[first + k] = corrected->getUV(static_cast<unsigned int>(uvSet));
     }
 }
 
-bool kyTransferGeoProperties::correctHit(const kyPointOnGeometry& centerHit,
-                                         const osg::Vec3f& normal, kyPointOnGeometry& hit) const
+std::optional<kyPointOnGeometry>
+kyTransferGeoProperties::correctHit(const kyPointOnGeometry& centerHit, const osg::Pnt3f& start,
+                                    const osg::Vec3f& up, const VertexSample& sample) const
 {
-    const osg::Pnt3f start = centerHit.getPosition();
-    const osg::Pnt3f end = hit.getPosition();
+    const osg::Pnt3f& end = sample.position;
+    const int endTriangle = sample.hit.triangle;
     // It stands on the surface along the way.
-    const osg::Plane plane(normal.cross(end - start), start);
+    const osg::Plane plane(up.cross(end - start), start);
     kyPointOnGeometry edgePoint = centerHit;
-    if (walker_->findPath(start, centerHit.triangle, end, hit.triangle, &plane, &edgePoint))
-        return false;
+    if (walker_->findPath(start, centerHit.triangle, end, endTriangle, &plane, &edgePoint))
+        return std::nullopt;
     // Where the plane leads onto a seam there may be a way around its end.
-    if (walker_->findPath(edgePoint.getPosition(), edgePoint.triangle, end, hit.triangle, nullptr,
+    if (walker_->findPath(edgePoint.getPosition(), edgePoint.triangle, end, endTriangle, nullptr,
                           &edgePoint))
-        return false;
-    hit = edgePoint;
-    return true;
+        return std::nullopt;
+    return edgePoint;
 }
 
 bool kyTransferGeoProperties::getAssociatedPoint(const osg::GeometryPtr& geometry,

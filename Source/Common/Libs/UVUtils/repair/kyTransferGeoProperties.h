@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -104,6 +105,7 @@ private:
     struct VertexSample
     {
         kyPointOnGeometry hit;
+        osg::Pnt3f position;
         osg::Vec2f uv;
     };
 
@@ -117,8 +119,9 @@ private:
                         const osg::GeometryPtr& source, const std::vector<VertexSample>& samples,
                         kyUVTypes::UVSet uvSet, kyPointOnGeometry& centerHit,
                         std::vector<osg::Vec2f>& uvOfCorner) const;
-    bool correctHit(const kyPointOnGeometry& centerHit, const osg::Vec3f& normal,
-                    kyPointOnGeometry& hit) const;
+    std::optional<kyPointOnGeometry> correctHit(const kyPointOnGeometry& centerHit,
+                                                const osg::Pnt3f& start, const osg::Vec3f& up,
+                                                const VertexSample& sample) const;
 
     bool getAssociatedPoint(const osg::GeometryPtr& geometry, const osg::Pnt3f& point,
                             const osg::Vec3f& normal, kyPointOnGeometry& out) const;
