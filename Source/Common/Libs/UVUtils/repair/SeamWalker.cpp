@@ -72,19 +72,12 @@ private:
     std::size_t count_ = 0;
 };
 
-std::vector<int> neighboursOfSides(std::span<const unsigned int> triangles)
+/// The first triangle of some that isn't this one.
+int otherThan(unsigned int triangle, std::span<const unsigned int> triangles, int none)
 {
-    const TrianglesOfEdges edges = collectTrianglesOfEdges(triangles);
-    std::vector<int> neighbours(triangles.size(), -1);
-    for (unsigned int side = 0; side < triangles.size(); ++side) {
-        const auto there = edges.at(edges.edgeOfSide[side]);
-        const auto other = std::find_if(there.begin(), there.end(), [side](unsigned int triangle) {
-            return triangle != side / 3;
-        });
-        if (other != there.end())
-            neighbours[side] = static_cast<int>(*other);
-    }
-    return neighbours;
+    const auto other = std::find_if(triangles.begin(), triangles.end(),
+                                    [triangle](unsigned int there) { return there != triangle; });
+    return other == triangles.end() ? none : static_cast<int>(*other);
 }
 
 unsigned int cornerAfter(unsigned int corner)
@@ -109,19 +102,16 @@ public:
     /// budget  the square of how long the way may be
     bool walk(const osg::Pnt3f& from, unsigned int triangle, float budget)
     {
-        steps_.push_back(enter(from, triangle, budget));
+        enter(from, triangle, budget);
         while (!steps_.empty()) {
             Step& at = steps_.back();
             if (at.triangle == endTriangle_)
                 return true;
             Outcome outcome = Outcome::Refused;
-            Step next;
             while (outcome == Outcome::Refused && at.nextCorner < 3)
-                outcome = tryEdge(at, at.nextCorner++, next);
-            if (outcome == Outcome::Crossed) {
-                steps_.push_back(next);
-                continue;
-            }
+                outcome = tryEdge(at, at.nextCorner++);
+            if (outcome == Outcome::Crossed)
+                continue; // with the step that this added
             steps_.pop_back();
             if (best_ < static_cast<double>(arrived))
                 return false; // and so for each step before, as nothing comes closer
@@ -149,16 +139,20 @@ private:
         Reached ///< it passes so near the end that nothing is to be gained behind it
     };
 
-    Step enter(const osg::Pnt3f& from, unsigned int triangle, float budget) const
+    /// Adds a step, filled in where it lies.
+    void enter(const osg::Pnt3f& from, unsigned int triangle, float budget)
     {
-        Step step{from, budget, triangle, 0, {}};
+        Step& step = steps_.emplace_back();
+        step.from = from;
+        step.budget = budget;
+        step.triangle = triangle;
+        step.nextCorner = 0;
         if (plane_ && triangle != endTriangle_)
             for (unsigned int k = 0; k < 3; ++k)
                 step.distances[k] = plane_->distance(positionOf(triangle, k));
-        return step;
     }
 
-    Outcome tryEdge(const Step& at, unsigned int corner, Step& next)
+    Outcome tryEdge(const Step& at, unsigned int corner)
     {
         const std::optional<EdgeCrossing> crossing = crossingOf(at, corner);
         if (!crossing)
@@ -174,10 +168,10 @@ private:
             record(side, crossing->t);
             return Outcome::Reached;
         }
-        const int neighbour = walker_.neighbours_[side];
+        const int neighbour = walker_.sides_[side].neighbour;
         if (neighbour != noTriangle && visited_.insert(side)) {
             best_ = std::min(best_, static_cast<double>(left));
-            next = enter(crossing->point, static_cast<unsigned int>(neighbour), budget);
+            enter(crossing->point, static_cast<unsigned int>(neighbour), budget);
             return Outcome::Crossed;
         }
         if (static_cast<double>(left) < best_) {
@@ -199,7 +193,7 @@ private:
 
     const osg::Pnt3f& positionOf(unsigned int triangle, unsigned int corner) const
     {
-        return walker_.positions_[walker_.triangles_[3 * triangle + corner]];
+        return walker_.positions_[walker_.sides_[3 * triangle + corner].vertex];
     }
 
     /// The place on a side, in the side's own triangle, is the closest to the end so far.
@@ -212,7 +206,7 @@ private:
         out_->geometry = walker_.geometry_.get();
         out_->triangle = static_cast<int>(side / 3);
         for (unsigned int k = 0; k < 3; ++k)
-            out_->vertices[k] = walker_.triangles_[side - first + k];
+            out_->vertices[k] = walker_.sides_[side - first + k].vertex;
         out_->weights[first] = 1 - t;
         out_->weights[second] = t;
         out_->weights[3 - first - second] = 1 - (1 - t) - t;
@@ -233,15 +227,19 @@ SeamWalker::SeamWalker(const osg::GeometryPtr& geometry) : geometry_(geometry)
     if (const auto positions = osg::dcast<osg::GeoPositions3f>(geometry->getPositions()))
         positions_.assign(positions->values().begin(), positions->values().end());
     const IndexView indices(geometry->getIndices());
-    triangles_.assign(indices.triangles().begin(), indices.triangles().end());
-    neighbours_ = neighboursOfSides(triangles_);
+    const std::span<const unsigned int> triangles = indices.triangles();
+    const TrianglesOfEdges edges = collectTrianglesOfEdges(triangles);
+    sides_.resize(triangles.size());
+    for (unsigned int side = 0; side < sides_.size(); ++side)
+        sides_[side] = {triangles[side],
+                        otherThan(side / 3, edges.at(edges.edgeOfSide[side]), noTriangle)};
 }
 
 bool SeamWalker::findPath(const osg::Pnt3f& start, int startTriangle, const osg::Pnt3f& end,
                           int endTriangle, const osg::Plane* plane, kyPointOnGeometry* out) const
 {
     const auto isTriangle = [this](int number) {
-        return number >= 0 && static_cast<std::size_t>(number) < neighbours_.size() / 3;
+        return number >= 0 && static_cast<std::size_t>(number) < sides_.size() / 3;
     };
     const float square = (end - start).squareLength();
     if (!isTriangle(startTriangle) || !isTriangle(endTriangle) || !std::isfinite(square))

@@ -42,12 +42,17 @@ public:
 private:
     static constexpr int noTriangle = -1;
 
+    struct Side
+    {
+        unsigned int vertex; ///< where it begins
+        /// The first triangle at the edge that is not the side's own. There is none at a border
+        /// edge; nor where a triangle that names a vertex twice runs along the edge both times.
+        int neighbour;
+    };
+
     osg::RefPtr<osg::Geometry> geometry_;
     std::vector<osg::Pnt3f> positions_;
-    std::vector<unsigned int> triangles_; ///< [side] the vertex where it begins
-    /// [side] the first triangle at the edge that is not the side's own. There is none at a border
-    /// edge; nor where a triangle that names a vertex twice runs along the edge both times.
-    std::vector<int> neighbours_;
+    std::vector<Side> sides_; ///< three a triangle
 
     /// A search for a way over these arrays.
     class Search;
