@@ -47,7 +47,7 @@ struct LeafPlanes
         float size = 1;
         for (const float component : place)
             size = std::max(size, std::abs(component));
-        const float distance = std::sqrt(boxLimit) + size * 0x1p-19F;
+        const float distance = std::sqrt(boxLimit) + size * 0x1p-18F;
         return std::min(distance * distance, SearchSpace::NoLimit);
     }
 };
