@@ -3,6 +3,7 @@
 #include "UVUtils/editing/IslandReference.h"
 #include "UVUtils/editing/PathReference.h"
 #include "UVUtils/editing/RandomNodes.h"
+#include "UVUtils/model/EdgeLists.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -86,18 +87,26 @@ RC_GTEST_PROP(EdgePaths, AreThoseOfThePlainSearchOnRandomNodes, (bool useMesh))
     Ids work = picked;
     for (unsigned& id : work)
         id = scope.getMesh() ? scope.getMesh()->mapVertFToC(id) : id;
-    const auto angle = static_cast<float>(*rc::gen::inRange(0, 120));
     for (const bool onBorders : {false, true}) {
         FlatEdgeList path = reference.shortestPath(work, onBorders);
         scope.toCallerIds(path);
         RC_ASSERT(pathOn(node, picked, onBorders) == path);
-        for (const bool stop : {false, true}) {
-            path = reference.contiguous(Edge(work[0], work[1]), angle, angle + 30, onBorders, stop);
-            scope.toCallerIds(path);
-            RC_ASSERT(kyUVUtils::findContiguousEdges(node, slot, Edge(picked[0], picked[1]), angle,
-                                                     angle + 30, onBorders, stop) == path);
-        }
     }
+}
+
+RC_GTEST_PROP(EdgePaths, GoOnAlongEdgesOnly, (bool bordersOnly, bool stopAtBorders))
+{
+    const osg::RefPtr<osg::Node> node = anyNode();
+    const FlatEdgeList pairs = kyUVUtils::getAllEdges(coreOf(node), node, slot);
+    RC_PRE(!pairs.empty());
+    const std::vector<Edge> all = edgesOf(pairs);
+    const Edge start = *rc::gen::elementOf(all);
+    const auto angle = static_cast<float>(*rc::gen::inRange(0, 150));
+    const FlatEdgeList found = kyUVUtils::findContiguousEdges(node, slot, start, angle, angle + 30,
+                                                              bordersOnly, stopAtBorders);
+    for (const Edge& edge : edgesOf(found))
+        RC_ASSERT(std::count(all.begin(), all.end(), edge) > 0);
+    RC_ASSERT((found.empty() ? bordersOnly : Edge(found[0], found[1]) == start));
 }
 
 /// Only the length tells the shortest from others: no two are equal here.

@@ -8,7 +8,8 @@
 #include <map>
 #include <set>
 
-/// The searches along edges in the plainest way there is, with sets and maps and nothing spared.
+/// The search for shortest paths in the plainest way there is, with sets and maps and nothing
+/// spared.
 class PathReference
 {
 public:
@@ -41,59 +42,6 @@ public:
         return edges;
     }
 
-    FlatEdgeList contiguous(Edge start, float surfaceAngle, float edgeAngle, bool bordersOnly,
-                            bool stopAtBorders)
-    {
-        const bool isOnBorder = sidesOf_[start] == 1;
-        if (bordersOnly && !isOnBorder)
-            return {};
-        std::map<unsigned, std::set<unsigned>> neighbours;
-        for (const auto& [edge, count] : sidesOf_)
-            if (count > 0 && (!bordersOnly || count == 1)) {
-                neighbours[edge.first].insert(edge.second);
-                neighbours[edge.second].insert(edge.first);
-            }
-        const auto cosOf = [](float angle) { return std::cos((angle + angle) * 3.1415927F / 360); };
-        const auto ends = [&](unsigned v) {
-            return stopAtBorders && !isOnBorder && borderVertices_.contains(v);
-        };
-        std::set<unsigned> visited;
-        FlatEdgeList edges{start.first, start.second};
-        for (const bool isSecond : {false, true}) {
-            unsigned from = isSecond ? start.second : start.first;
-            unsigned to = isSecond ? start.first : start.second;
-            if (ends(to))
-                continue;
-            visited.insert({from, to});
-            for (bool goesOn = true; goesOn;) {
-                float best = -10;
-                unsigned winner = to;
-                const osg::Vec3f d = (positions_[to] - positions_[from]).normalized();
-                const osg::Vec3f n = normal(to);
-                for (const unsigned w : neighbours[to]) {
-                    const osg::Vec3f e = (positions_[w] - positions_[to]).normalized();
-                    const float dn = dot(d, n);
-                    const float en = dot(e, n);
-                    const float r = std::sqrt((1 - en * en) * (1 - dn * dn));
-                    const float q = (dot(d, e) - en * dn) / r;
-                    if (w != from && dot(d, e) >= cosOf(edgeAngle) && r >= 1e-10F &&
-                        q >= cosOf(surfaceAngle) && q > best)
-                    {
-                        best = q;
-                        winner = w;
-                    }
-                }
-                if (best == -10)
-                    break;
-                edges.insert(edges.end(), {to, winner});
-                goesOn = visited.insert(winner).second && !ends(winner);
-                from = to;
-                to = winner;
-            }
-        }
-        return edges;
-    }
-
 private:
     static constexpr float far = std::numeric_limits<float>::max();
 
@@ -104,18 +52,6 @@ private:
             for (const std::size_t k : {0U, 1U, 2U})
                 all.emplace_back(triangles_[i + k], triangles_[i + (k + 1) % 3]);
         return all;
-    }
-
-    osg::Vec3f normal(unsigned vertex) const
-    {
-        osg::Vec3f sum;
-        for (std::size_t i = 0; i + 2 < triangles_.size(); ++i)
-            if (triangles_[i] == vertex) {
-                const auto* const t = &triangles_[i / 3 * 3];
-                sum +=
-                    cross(positions_[t[1]] - positions_[t[0]], positions_[t[2]] - positions_[t[0]]);
-            }
-        return sum.normalized();
     }
 
     /// By island.
