@@ -163,6 +163,18 @@ TEST(Traverse, GoesDepthFirstWhereOneSkipsTheChildrenAndTwoEndsTheWalk)
     EXPECT_EQ(visit(2), (std::vector{0, 1}));
     EXPECT_EQ(result, 2U);
 
+    std::vector<const void*> wayBack;
+    const auto leave = [&](NodePtr& node) {
+        wayBack.push_back(&*node);
+        return node == nodes[1].get() ? 2U : 0U;
+    };
+    const auto skipNode4 = [&](NodePtr& node) { return node == nodes[4].get() ? 1U : 0U; };
+    EXPECT_EQ(traverse(nodes[0], skipNode4, leave), 2U) << "on the way back it ends there too";
+    EXPECT_EQ(wayBack, (std::vector<const void*>{&*nodes[2], &*nodes[3], &*nodes[1]}));
+    wayBack.clear();
+    traverse(nodes[4], skipNode4, leave);
+    EXPECT_EQ(wayBack.size(), 1U) << "one whose children are passed over is left as well";
+
     int visits = 0;
     traverse(nodes[0], [&](NodePtr& node) {
         ++visits;

@@ -23,7 +23,7 @@ void log(unsigned level, const std::string& module, const std::string& text)
     if (const LogHandler handler = currentHandler())
         handler(level, module, text);
     else if (level <= LogLevel::Warning)
-        std::cerr << module << ": " << text << '\n';
+        std::cerr << module << ": " << text << (text.ends_with('\n') ? "" : "\n");
 }
 
 LogHandler setLogHandler(LogHandler handler)

@@ -19,7 +19,8 @@ struct LogLevel
     };
 };
 
-/// Receives the level, the module that speaks, and the text, which has no line end.
+/// Receives the level, the module that speaks, and the text as it was given, with a line end or
+/// without.
 using LogHandler =
     std::function<void(unsigned level, const std::string& module, const std::string& text)>;
 

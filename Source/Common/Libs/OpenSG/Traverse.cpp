@@ -5,21 +5,42 @@
 namespace osg
 {
 
+namespace
+{
+
+struct Visit
+{
+    NodePtr node;
+    bool isOnTheWayBack = false;
+};
+
+} // namespace
+
 unsigned traverse(const NodePtr& root, const std::function<unsigned(NodePtr&)>& visitor)
 {
-    std::vector<NodePtr> waiting; // the next one is the last
+    return traverse(root, visitor, {});
+}
+
+unsigned traverse(const NodePtr& root, const std::function<unsigned(NodePtr&)>& enter,
+                  const std::function<unsigned(NodePtr&)>& leave)
+{
+    std::vector<Visit> waiting; // the next one is the last
     if (root)
-        waiting.push_back(root);
+        waiting.push_back({root});
     while (!waiting.empty()) {
-        NodePtr node = waiting.back();
+        auto [node, isOnTheWayBack] = waiting.back();
         waiting.pop_back();
-        const unsigned answer = visitor(node);
+        const unsigned answer = isOnTheWayBack ? leave(node) : enter(node);
         if (answer == TraverseResult::Quit)
             return TraverseResult::Quit;
-        if (answer == TraverseResult::Skip || node == NullFC)
+        if (isOnTheWayBack || node == NullFC)
+            continue;
+        if (leave)
+            waiting.push_back({node, true});
+        if (answer == TraverseResult::Skip)
             continue;
         for (unsigned i = node->getNChildren(); i-- > 0;)
-            waiting.push_back(node->getChild(i));
+            waiting.push_back({node->getChild(i)});
     }
     return TraverseResult::Continue;
 }

@@ -25,4 +25,10 @@ struct TraverseResult
 /// tree as it is.
 unsigned traverse(const NodePtr& root, const std::function<unsigned(NodePtr&)>& visitor);
 
+/// The same with a visit on the way back as well: `leave` is called for each node that was entered
+/// once everything below it is done, also where its children were passed over. It may end the walk
+/// too. Nodes that a walk which ends stands in are not left.
+unsigned traverse(const NodePtr& root, const std::function<unsigned(NodePtr&)>& enter,
+                  const std::function<unsigned(NodePtr&)>& leave);
+
 } // namespace osg
