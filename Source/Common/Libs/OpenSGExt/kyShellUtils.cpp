@@ -2,6 +2,7 @@
 
 #include "OpenSG/CoreAs.h"
 #include "OpenSG/SurfaceBase.h"
+#include "OpenSGExt/kyGeoUtils.h"
 
 #include <set>
 #include <vector>
@@ -42,6 +43,13 @@ bool isVisibleShellComponent(const osg::NodePtr& child, const osg::GeometryPtr& 
                              unsigned int shownSides)
 {
     return child && surface && child->getTravMask() != 0 && (sideOf(surface) & shownSides) != 0;
+}
+
+bool isActiveShellComponent(const osg::NodePtr& child, const osg::GeometryPtr& surface,
+                            unsigned int shownSides)
+{
+    return isVisibleShellComponent(child, surface, shownSides) &&
+           kyGeoUtils::checkGeometryCore(surface, true) == 0;
 }
 
 void forShellsOfComponent(

@@ -20,6 +20,11 @@ bool isShell(const osg::GeometryPtr& geometry);
 bool isVisibleShellComponent(const osg::NodePtr& child, const osg::GeometryPtr& surface,
                              unsigned int shownSides);
 
+/// Does it really take part: is it visible, and a mesh that can be worked on (checkGeometryCore of
+/// kyGeoUtils, indices included)?
+bool isActiveShellComponent(const osg::NodePtr& child, const osg::GeometryPtr& surface,
+                            unsigned int shownSides);
+
 /// Calls a function for each shell that a geometry is a surface of, with the shell's node and its
 /// core: in the order in which the geometry's nodes took it, each shell node once.
 void forShellsOfComponent(

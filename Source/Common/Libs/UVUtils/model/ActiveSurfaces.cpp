@@ -9,17 +9,6 @@
 #include <algorithm>
 #include <iterator>
 
-namespace
-{
-
-bool takesPart(const osg::NodePtr& child, const osg::GeometryPtr& geometry, unsigned int sides)
-{
-    return geometry && kyGeoUtils::checkGeometryCore(geometry, true) == 0 &&
-           kyShellUtils::isVisibleShellComponent(child, geometry, sides);
-}
-
-} // namespace
-
 std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node)
 {
     const auto core = osg::coreAs<osg::Geometry>(node);
@@ -35,7 +24,7 @@ std::vector<ActiveSurface> activeSurfaces(const osg::NodePtr& node)
     for (unsigned int i = 0; i < node->getNChildren(); ++i) {
         const osg::NodePtr child = node->getChild(i);
         const auto geometry = osg::dcast<osg::Geometry>(child->getCore());
-        if (!takesPart(child, geometry, sides))
+        if (!kyShellUtils::isActiveShellComponent(child, geometry, sides))
             continue;
         surfaces.push_back({child, geometry, i, firstId, vertexCountOf(geometry)});
         firstId += surfaces.back().vertexCount;
