@@ -19,6 +19,7 @@
 ///
 /// What a list names stays what it names; no new vertex is named. Ids beyond the last surface go.
 /// A surface that stands in the shell twice counts twice.
+/// One that stands elsewhere too, and grows there before the shell is entered, is not noticed.
 ///
 /// Shells may lie in shells; the innermost one that was entered and not left counts. Outside all
 /// shells nothing happens.

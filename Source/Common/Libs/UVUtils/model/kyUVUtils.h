@@ -293,6 +293,26 @@ public:
                                             float maxEdgeAngle, bool bordersOnly,
                                             bool stopAtBorders);
 
+    // Repair of what is not manifold; see kyTopologyRepair for what that is.
+
+    /// Makes all geometries below a node, the node's own included, what most algorithms ask for:
+    /// removes triangles without an area, then repairs vertices and edges, as
+    /// osg::RemoveDegPolysGraphOp and osg::TopologyRepairGraphOp do. What was fixed is logged, with
+    /// the node's name, and the selected islands of the node are found anew.
+    ///
+    /// uvSet  the slot in which the sides of a repaired edge move apart
+    ///
+    /// One pass: repairing edges may leave vertices singular that were not so before. The repair of
+    /// vertices and edges can be undone, one command for each geometry and kind; the removed
+    /// triangles are gone, and with them the way back behind an older command on their geometry.
+    ///
+    /// False for null, and, with an error in the log, for a node that has vertex animation and for
+    /// whose own geometry hasTopologyError holds: other vertices would not fit its frames.
+    static bool repairTopology(const osg::NodePtr& node, kyUVTypes::UVSet uvSet);
+    /// Would repairTopology change the geometry of this node? Those below it are not looked at.
+    /// False for null and for a core that is no geometry. Linear in triangles, but for sorting.
+    static bool hasTopologyError(const osg::NodePtr& node);
+
     // Edges held straight: an unfold leaves both ends of a horizontal one at one v, of a vertical
     // one at one u. Each geometry keeps its own, on a shell each surface; they go with the vertices
     // through cuts and sews. An edge held by constrainEdges is held one way. Nobody asks whether an
