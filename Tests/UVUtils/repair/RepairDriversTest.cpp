@@ -46,6 +46,17 @@ osg::GeometryPtr randomMess()
     return geometry;
 }
 
+/// Up to three surfaces, of which the first may stand there twice.
+osg::RefPtr<osg::Node> randomShellOfMesses()
+{
+    std::vector<osg::GeometryPtr> surfaces;
+    for (int count = *rc::gen::inRange(0, 4); count > 0; --count)
+        surfaces.push_back(randomMess());
+    if (!surfaces.empty() && *rc::gen::arbitrary<bool>())
+        surfaces.push_back(surfaces[0]);
+    return osg::RefPtr<osg::Node>(shellOf(surfaces));
+}
+
 /// A group of plain geometries, shells and groups, hidden ones and instances among them.
 osg::RefPtr<osg::Node> randomScene()
 {
@@ -58,9 +69,10 @@ osg::RefPtr<osg::Node> randomScene()
         osg::RefPtr<osg::Node> node;
         if (kind == 0 && !cores.empty())
             node = osg::RefPtr<osg::Node>(nodeOf(*rc::gen::elementOf(cores)));
-        else if (kind < 3)
-            node = kind == 1 ? osg::RefPtr<osg::Node>(nodeOf(osg::Group::create()))
-                             : osg::RefPtr<osg::Node>(shellOf({}));
+        else if (kind == 1)
+            node = osg::RefPtr<osg::Node>(nodeOf(osg::Group::create()));
+        else if (kind < 4)
+            node = randomShellOfMesses();
         else
             node = osg::RefPtr<osg::Node>(nodeOf(cores.emplace_back(randomMess())));
         node->setTravMask(*rc::gen::inRange(0U, 4U));
