@@ -170,20 +170,35 @@ TEST(Transfer, AMeshOntoItselfStaysAsItIs)
 
 TEST(Transfer, IslandsOfACubeStayApart)
 {
-    const auto source = meshOf(cube, {9, 9}).node();
-    for (const Tessellation& grid :
-         {Tessellation{20, 23}, {4, 3}, {9, 9, 0.3F}, {1, 1}, {13, 7, 0.3F}})
+    struct Case
     {
-        const Mesh parted = meshOf(cube, grid);
-        const auto target = weldedTarget(parted).node();
-        ASSERT_TRUE(transfer(source, target));
+        Tessellation grid;
+        float size = 1; ///< of the target; its normals go through the middle of the cube
+        Transfer::SampleMethod method = Transfer::ClosestBVH;
+    };
+    const auto source = meshOf(cube, {9, 9}).node();
+    for (const Case& c : {Case{{20, 23}},
+                          {{4, 3}},
+                          {{9, 9, 0.3F}},
+                          {{1, 1}},
+                          {{13, 7, 0.3F}},
+                          {{4, 3}, 1.05F, Transfer::AlongNormal},
+                          {{13, 7, 0.3F}, 0.95F, Transfer::AlongNormal}})
+    {
+        SCOPED_TRACE(testing::Message() << c.grid.columns << " columns, size " << c.size);
+        const Mesh parted = meshOf(cube, c.grid);
+        Mesh welded = weldedTarget(parted);
+        for (osg::Pnt3f& p : welded.positions)
+            p = osg::Pnt3f(p.subZero() * c.size);
+        const auto target = welded.node();
+        ASSERT_TRUE(transfer(source, target, c.method));
         const UVs uvs = uvsOf(target);
-        EXPECT_EQ(uvs.size(), parted.uvs.size()) << grid.columns;
+        EXPECT_EQ(uvs.size(), parted.uvs.size());
         EXPECT_EQ(uvs.size(), coreOf(target)->getPositions()->getSize());
         const Ids triangles = trianglesOf(target);
         for (std::size_t i = 0; i < triangles.size(); ++i)
             ASSERT_LE((uvs[triangles[i]] - parted.uvs[parted.triangles[i]]).length(), 5e-4F)
-                << grid.columns << " columns, corner " << i;
+                << "corner " << i;
     }
 }
 

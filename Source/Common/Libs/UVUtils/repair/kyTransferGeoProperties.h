@@ -90,8 +90,9 @@ public:
     /// normals, and for the very geometry that the source is read from. Of a shell, a surface that
     /// can't be written is passed over and makes the result false.
     ///
-    /// Two searches a vertex or so, on all threads of the arena, and a walk for each corner that
-    /// lies on another source triangle than the middle of its own.
+    /// A search a vertex and one a triangle, on all threads of the arena, and a walk for each
+    /// corner that lies on another source triangle than the middle of its own: in all O((v + t) log
+    /// s) for s source triangles, as long as corners are not far from their triangle on the source.
     bool transferUVs(const osg::NodePtr& target, kyUVTypes::UVSet uvSet);
 
 private:
