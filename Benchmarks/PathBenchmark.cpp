@@ -132,7 +132,7 @@ void shortestPath(benchmark::State& state)
             for (std::size_t i = 1; i < picked.size(); ++i)
                 benchmark::DoNotOptimize(search.run(picked[i - 1], picked[i]));
         });
-    state.counters["edges"] = static_cast<double>(edges.size() / 2);
+    state.counters["edges"] = static_cast<double>(edges.size()) / 2.0;
 }
 
 void graph(benchmark::State& state)
