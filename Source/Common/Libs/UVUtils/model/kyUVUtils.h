@@ -277,11 +277,11 @@ public:
     /// Goes on from an edge at both of its ends, along the straightest edges, until none is
     /// straight enough, or the walk meets itself.
     ///
-    /// maxSurfaceAngle  by which an edge may turn from the one before within the surface, in
-    /// degrees maxEdgeAngle     the same in space bordersOnly      walk along border edges only;
-    /// without a result for another start edge stopAtBorders    go no further than to the first
-    /// border vertex; for a start edge that is no
-    ///                  border edge only
+    /// maxSurfaceAngle  degrees by which an edge may turn from the one before within the surface
+    /// maxEdgeAngle     degrees by which it may turn in space
+    /// bordersOnly      walk along border edges only; for another start edge there is no result
+    /// stopAtBorders    go no further than to the first border vertex; does nothing for a start
+    ///                  edge that is a border edge itself
     ///
     /// Returns the start edge, the edges that follow its higher vertex, and then those that follow
     /// the lower one, in the order of the walk. Empty for an invalid geometry, and for an edge of
