@@ -68,6 +68,13 @@ struct Place
     std::size_t firstCorner = 0;
 };
 
+/// Is a primitive a list of triangles? So it is also where no type says what it is.
+bool isTriangleList(const osg::GeoPTypesPtr& types, unsigned int primitive)
+{
+    return !types || primitive >= types->getSize() ||
+           types->getValue(primitive) == osg::GeoPrimitive::Triangles;
+}
+
 /// The places of the degenerate triangles in their order, up to a number of them; 0 for all.
 template <class Id>
 std::vector<Place> find(const osg::Geometry& geometry, std::span<const Id> ids, std::size_t most)
@@ -86,7 +93,7 @@ std::vector<Place> find(const osg::Geometry& geometry, std::span<const Id> ids, 
         const std::size_t length =
             lengths ? std::min<std::size_t>(lengths->getValue(i), rest) : rest;
         const std::size_t end = corner + length;
-        const bool isList = !types || types->getValue(i) == osg::GeoPrimitive::Triangles;
+        const bool isList = isTriangleList(types, i);
         for (; isList && corner + 3 <= end; corner += 3) {
             const Id* const first = ids.data() + corner * stride + offset;
             if (!points.isDegenerate(first[0], first[stride], first[2 * stride]))

@@ -6,9 +6,8 @@
 
 /// Triangles without an area: two of their vertices are the same, or the cross product of two of
 /// their edges is zero at each corner. It is computed in double, so that small triangles are not
-/// taken for such.
-/// One that has a coordinate which is no finite number, or an index beyond the positions, is
-/// degenerate only if it names a vertex twice.
+/// taken for such. One that has a coordinate which is no finite number, or an index beyond the
+/// positions, is degenerate only if it names a vertex twice.
 ///
 /// Only primitives that are lists of triangles are looked at: strips and fans need such triangles,
 /// and the corners of a polygon may lie on a line.

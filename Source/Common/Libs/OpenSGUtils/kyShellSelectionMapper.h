@@ -18,8 +18,8 @@
 ///     after two were added to the second one:   0 .. 3 | 4 .. 7 8 9  | 10 .. 12
 ///
 /// What a list names stays what it names; no new vertex is named. Ids beyond the last surface go.
-/// A surface that stands in the shell twice counts twice.
-/// One that stands elsewhere too, and grows there before the shell is entered, is not noticed.
+/// A surface that stands in the shell twice counts twice. One that stands elsewhere too, and grows
+/// there before the shell is entered, is not noticed.
 ///
 /// Shells may lie in shells; the innermost one that was entered and not left counts. Outside all
 /// shells nothing happens.
