@@ -9,12 +9,17 @@
 namespace bench
 {
 
+inline double secondsBy(clockid_t clock)
+{
+    timespec time{};
+    clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
 /// Of this thread on a processor, so that what else runs counts little.
 inline double processorSeconds()
 {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+    return secondsBy(CLOCK_THREAD_CPUTIME_ID);
 }
 
 /// Times an operation and a plain loop over the same data in turn. What it reports as "ratio", the
@@ -22,6 +27,9 @@ inline double processorSeconds()
 class RatioTimer
 {
 public:
+    /// clock  for work on several threads CLOCK_MONOTONIC, which means something on a quiet machine
+    explicit RatioTimer(clockid_t clock = CLOCK_THREAD_CPUTIME_ID) : clock_(clock) {}
+
     /// One iteration of a benchmark that uses manual time.
     template <class Operation, class Reference>
     void run(benchmark::State& state, const Operation& operation, const Reference& reference)
@@ -39,21 +47,23 @@ public:
         operationBest_ = std::min(operationBest_, seconds);
         state.SetIterationTime(seconds);
     }
+    [[nodiscard]] double ratio() const { return operationBest_ / referenceBest_; }
     void report(benchmark::State& state) const
     {
-        state.counters["ratio"] = operationBest_ / referenceBest_;
+        state.counters["ratio"] = ratio();
         state.counters["best_ms"] = 1e3 * operationBest_;
     }
 
 private:
     template <class Work>
-    static double secondsOf(const Work& work)
+    [[nodiscard]] double secondsOf(const Work& work) const
     {
-        const double start = processorSeconds();
+        const double start = secondsBy(clock_);
         work();
-        return processorSeconds() - start;
+        return secondsBy(clock_) - start;
     }
 
+    clockid_t clock_;
     double operationBest_ = std::numeric_limits<double>::infinity();
     double referenceBest_ = std::numeric_limits<double>::infinity();
 };
