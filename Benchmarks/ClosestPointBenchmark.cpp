@@ -1,11 +1,12 @@
-// Closest points near a sheet of 10 000 to a million triangles, by each structure, as multiples of
-// the time that Embree's own point query takes for the same points in the same order; and building
-// the structures, as multiples of Embree's build of its scene. All on one thread. The points lie up
-// to an edge's length off the surface, which is where a mesh asks when it takes over what another
-// one of about its shape has. They come in the order of a space-filling curve, as the triangles of
-// a mesh mostly do, or scattered, and the last answer is passed on as a guess, or none.
+// Closest points near a sheet of 10 000 to a million triangles, by each structure, and rays, as
+// multiples of the time that Embree's own queries take for the same points in the same order; and
+// building the structures, as multiples of Embree's build of its scene. All on one thread. The
+// points lie up to an edge's length off the surface, which is where a mesh asks when it takes over
+// what another one of about its shape has. They come in the order of a space-filling curve, as the
+// triangles of a mesh mostly do, or scattered, and the last answer is passed on as a guess, or
+// none.
 
-#include "EmbreeClosest.h"
+#include "EmbreeScene.h"
 #include "RatioTimer.h"
 #include "ShellMeshes.h"
 
@@ -18,7 +19,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <random>
+#include <span>
 #include <utility>
 
 namespace
@@ -29,6 +32,12 @@ enum Order : std::int32_t
     Scattered,
     Curve,
     CurveGuessing
+};
+
+enum RayKind : std::int32_t
+{
+    Steep, ///< onto the sheet nearly straight down, as along normals
+    Flat   ///< along the sheet, far and across many boxes
 };
 
 /// Where a point about the unit square stands on the Z curve of a fine grid.
@@ -97,39 +106,50 @@ struct Case
     Order order;
 };
 
-/// Asks for all points by `find` (point, result) and by Embree, in turn.
-template <class Find>
-void compare(benchmark::State& state, const Case& test, std::size_t count, const Find& find)
+/// Asks about all points by `ours` and by Embree, in turn. Each takes (point) and returns an
+/// answer; `distanceOf` takes (point, answer of ours).
+template <class Ours, class Theirs, class DistanceOf>
+void compare(benchmark::State& state, std::span<const osg::Pnt3f> points, const Ours& ours,
+             const Theirs& theirs, const DistanceOf& distanceOf)
 {
-    const std::vector<osg::Pnt3f> points = test.points(count);
-    const bench::EmbreeClosest embree(test.geometry);
+    const auto askAll = [points](const auto& ask) {
+        for (const osg::Pnt3f& point : points)
+            benchmark::DoNotOptimize(ask(point));
+    };
     bench::RatioTimer timer;
-    double ours = 0;
-    double theirs = 0;
-    const auto askOurs = [&] {
-        kyPointOnGeometry result;
-        for (const osg::Pnt3f& point : points) {
+    for (auto _ : state)
+        timer.run(
+            state, [&] { askAll(ours); }, [&] { askAll(theirs); });
+    double sumOfOurs = 0;
+    double sumOfTheirs = 0;
+    for (const osg::Pnt3f& point : points) {
+        sumOfOurs += static_cast<double>(distanceOf(point, ours(point)));
+        sumOfTheirs += static_cast<double>(theirs(point).distance);
+    }
+    const double difference = std::abs(sumOfOurs - sumOfTheirs);
+    state.counters["distances_agree"] = difference <= 1e-4 * sumOfTheirs ? 1 : 0;
+    state.counters["per_second"] = static_cast<double>(points.size()) / timer.best();
+    timer.report(state);
+}
+
+/// find  (point, result) finds the closest point
+template <class Find>
+void compareClosest(benchmark::State& state, const Case& test, std::size_t count, const Find& find)
+{
+    const bench::EmbreeScene embree(test.geometry);
+    kyPointOnGeometry result;
+    compare(
+        state, test.points(count),
+        [&](const osg::Pnt3f& point) -> const kyPointOnGeometry& {
             if (test.order != CurveGuessing)
                 result = kyPointOnGeometry();
             find(point, result);
-            benchmark::DoNotOptimize(result);
-        }
-    };
-    const auto askEmbree = [&] {
-        for (const osg::Pnt3f& point : points)
-            benchmark::DoNotOptimize(embree.find(point));
-    };
-    for (auto _ : state)
-        timer.run(state, askOurs, askEmbree);
-    for (const osg::Pnt3f& point : points) {
-        kyPointOnGeometry result;
-        find(point, result);
-        ours += static_cast<double>((result.getPosition() - point).length());
-        theirs += static_cast<double>(embree.find(point).distance);
-    }
-    state.counters["distances_agree"] = std::abs(ours - theirs) <= 1e-4 * theirs ? 1 : 0;
-    state.counters["queries"] = static_cast<double>(points.size());
-    timer.report(state);
+            return result;
+        },
+        [&](const osg::Pnt3f& point) { return embree.closest(point); },
+        [](const osg::Pnt3f& point, const kyPointOnGeometry& answer) {
+            return (answer.getPosition() - point).length();
+        });
 }
 
 /// As many points as the sheet has triangles, but enough to measure.
@@ -143,10 +163,10 @@ void bvhQueries(benchmark::State& state)
     const Case test(state);
     kyMeshPointQuery query;
     query.build(test.geometry);
-    compare(state, test, pointCount(state),
-            [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
-                query.findClosestPoint(point, result);
-            });
+    compareClosest(state, test, pointCount(state),
+                   [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
+                       query.findClosestPoint(point, result);
+                   });
 }
 
 void octreeQueries(benchmark::State& state)
@@ -154,18 +174,44 @@ void octreeQueries(benchmark::State& state)
     const Case test(state);
     kyTriangleOctree octree(test.geometry);
     octree.build();
-    compare(state, test, pointCount(state),
-            [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
-                octree.getClosestPoint(point, result);
-            });
+    compareClosest(state, test, pointCount(state),
+                   [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
+                       octree.getClosestPoint(point, result);
+                   });
 }
 
 void linearQueries(benchmark::State& state)
 {
     const Case test(state);
-    compare(state, test, 20, [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
+    compareClosest(state, test, 20, [&](const osg::Pnt3f& point, kyPointOnGeometry& result) {
         kyGeoSampler::getClosestPoint(test.geometry, point, result);
     });
+}
+
+void bvhRays(benchmark::State& state)
+{
+    const Case test(state);
+    kyMeshPointQuery query;
+    query.build(test.geometry);
+    const bench::EmbreeScene embree(test.geometry);
+    const bool isSteep = state.range(2) == Steep;
+    // Each ray has a direction of its own, the same for both.
+    const auto directionFrom = [isSteep](const osg::Pnt3f& point) {
+        const float x = std::sin(1e5F * point.x());
+        const float y = std::sin(1e5F * point.y());
+        return osg::Vec3f(x, y, isSteep ? -4.F : -0.1F).normalized();
+    };
+    compare(
+        state, test.points(pointCount(state)),
+        [&](const osg::Pnt3f& point) {
+            kyPointOnGeometry result;
+            float distance = 0;
+            query.castRay(point, directionFrom(point), std::numeric_limits<float>::infinity(),
+                          result, distance);
+            return distance;
+        },
+        [&](const osg::Pnt3f& point) { return embree.firstHit(point, directionFrom(point)); },
+        [](const osg::Pnt3f& /*point*/, float distance) { return distance; });
 }
 
 void bvhBuild(benchmark::State& state)
@@ -177,7 +223,7 @@ void bvhBuild(benchmark::State& state)
             kyMeshPointQuery query;
             query.build(test.geometry);
         },
-        [&] { const bench::EmbreeClosest embree(test.geometry); });
+        [&] { const bench::EmbreeScene embree(test.geometry); });
 }
 
 void octreeBuild(benchmark::State& state)
@@ -189,32 +235,38 @@ void octreeBuild(benchmark::State& state)
             kyTriangleOctree octree(test.geometry);
             octree.build();
         },
-        [&] { const bench::EmbreeClosest embree(test.geometry); });
+        [&] { const bench::EmbreeScene embree(test.geometry); });
 }
 
 void queryArguments(benchmark::internal::Benchmark* benchmark)
 {
     benchmark->ArgNames({"triangles", "order"})
-        ->ArgsProduct({{10'000, 100'000, 1'000'000}, {Scattered, Curve, CurveGuessing}})
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(5);
+        ->ArgsProduct({{10'000, 100'000, 1'000'000}, {Scattered, Curve, CurveGuessing}});
 }
 
-void buildArguments(benchmark::internal::Benchmark* benchmark)
+void rayArguments(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->ArgNames({"triangles", "order", "rays"})
+        ->ArgsProduct({{10'000, 100'000, 1'000'000}, {Scattered, Curve}, {Steep, Flat}});
+}
+
+void plainArguments(benchmark::internal::Benchmark* benchmark)
 {
     benchmark->ArgNames({"triangles", "order"})
-        ->ArgsProduct({{10'000, 100'000, 1'000'000}, {Scattered}})
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond)
-        ->Iterations(5);
+        ->ArgsProduct({{10'000, 100'000, 1'000'000}, {Scattered}});
 }
 
-BENCHMARK(bvhQueries)->Apply(queryArguments);
-BENCHMARK(octreeQueries)->Apply(queryArguments);
-BENCHMARK(linearQueries)->Apply(buildArguments);
-BENCHMARK(bvhBuild)->Apply(buildArguments);
-BENCHMARK(octreeBuild)->Apply(buildArguments);
+void timing(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+}
+
+BENCHMARK(bvhQueries)->Apply(queryArguments)->Apply(timing);
+BENCHMARK(octreeQueries)->Apply(queryArguments)->Apply(timing);
+BENCHMARK(linearQueries)->Apply(plainArguments)->Apply(timing);
+BENCHMARK(bvhRays)->Apply(rayArguments)->Apply(timing);
+BENCHMARK(bvhBuild)->Apply(plainArguments)->Apply(timing);
+BENCHMARK(octreeBuild)->Apply(plainArguments)->Apply(timing);
 
 } // namespace
 

@@ -47,10 +47,11 @@ public:
         operationBest_ = std::min(operationBest_, seconds);
         state.SetIterationTime(seconds);
     }
-    [[nodiscard]] double ratio() const { return operationBest_ / referenceBest_; }
+    /// Of the operation, in seconds.
+    [[nodiscard]] double best() const { return operationBest_; }
     void report(benchmark::State& state) const
     {
-        state.counters["ratio"] = ratio();
+        state.counters["ratio"] = operationBest_ / referenceBest_;
         state.counters["best_ms"] = 1e3 * operationBest_;
     }
 

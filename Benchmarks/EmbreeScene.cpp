@@ -1,9 +1,10 @@
-#include "EmbreeClosest.h"
+#include "EmbreeScene.h"
 
 #include "OpenSG/TriangleCorners.h"
 
 #include <algorithm>
 #include <limits>
+#include <vector>
 
 namespace bench
 {
@@ -54,7 +55,7 @@ Vec3f toTriangle(const Vec3f& a, const Vec3f& ab, const Vec3f& ac)
 struct Search
 {
     Mesh mesh;
-    EmbreeClosest::Answer answer;
+    EmbreeScene::Answer answer;
 };
 
 /// Takes a triangle that is nearer than the search reaches, and draws the search in to it.
@@ -77,20 +78,20 @@ bool takeTriangle(RTCPointQueryFunctionArguments* arguments)
 
 } // namespace
 
-EmbreeClosest::EmbreeClosest(const osg::GeometryPtr& geometry)
+EmbreeScene::EmbreeScene(const osg::GeometryPtr& geometry)
     : device_(rtcNewDevice(nullptr)), scene_(rtcNewScene(device_))
 {
     addMesh(geometry);
     rtcCommitScene(scene_);
 }
 
-EmbreeClosest::~EmbreeClosest()
+EmbreeScene::~EmbreeScene()
 {
     rtcReleaseScene(scene_);
     rtcReleaseDevice(device_);
 }
 
-void EmbreeClosest::addMesh(const osg::GeometryPtr& geometry)
+void EmbreeScene::addMesh(const osg::GeometryPtr& geometry)
 {
     const std::vector<unsigned int> corners = osg::triangleCorners(*geometry);
     const auto positions = osg::dcast<osg::GeoPositions3f>(geometry->getPositions())->values();
@@ -106,7 +107,7 @@ void EmbreeClosest::addMesh(const osg::GeometryPtr& geometry)
     rtcReleaseGeometry(mesh);
 }
 
-EmbreeClosest::Answer EmbreeClosest::find(const osg::Pnt3f& point) const
+EmbreeScene::Answer EmbreeScene::closest(const osg::Pnt3f& point) const
 {
     RTCGeometry mesh = rtcGetGeometry(scene_, 0);
     Search search{
@@ -119,6 +120,26 @@ EmbreeClosest::Answer EmbreeClosest::find(const osg::Pnt3f& point) const
     rtcInitPointQueryContext(&context);
     rtcPointQuery(scene_, &query, &context, takeTriangle, &search);
     return search.answer;
+}
+
+EmbreeScene::Answer EmbreeScene::firstHit(const osg::Pnt3f& origin,
+                                          const osg::Vec3f& direction) const
+{
+    RTCRayHit ray = {};
+    ray.ray.org_x = origin.x();
+    ray.ray.org_y = origin.y();
+    ray.ray.org_z = origin.z();
+    ray.ray.dir_x = direction.x();
+    ray.ray.dir_y = direction.y();
+    ray.ray.dir_z = direction.z();
+    ray.ray.tfar = std::numeric_limits<float>::infinity();
+    ray.ray.mask = 0xFFFFFFFFU;
+    ray.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+    RTCIntersectContext context;
+    rtcInitIntersectContext(&context);
+    rtcIntersect1(scene_, &context, &ray);
+    const bool isHit = ray.hit.geomID != RTC_INVALID_GEOMETRY_ID;
+    return {ray.hit.primID, isHit ? ray.ray.tfar : 0.F};
 }
 
 } // namespace bench
