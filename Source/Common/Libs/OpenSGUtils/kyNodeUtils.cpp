@@ -1,6 +1,7 @@
 #include "OpenSGUtils/kyNodeUtils.h"
 
 #include "OpenSG/CoreAs.h"
+#include "OpenSG/FieldContainerFactory.h"
 #include "OpenSG/Traverse.h"
 #include "OpenSGExt/kyShellUtils.h"
 
@@ -15,6 +16,16 @@ bool isShellGeometry(const osg::GeometryPtr& geometry)
 bool isShellGeometry(const osg::NodePtr& node)
 {
     return kyShellUtils::isShell(osg::coreAs<osg::Geometry>(node));
+}
+
+unsigned int getNodeId(const osg::NodePtr& node)
+{
+    return node ? node->getId() : 0;
+}
+
+osg::NodePtr getNodeFromId(unsigned int id)
+{
+    return osg::dcast<osg::Node>(osg::FieldContainerFactory::the()->getContainer(id));
 }
 
 void getSubTreeNodes(const osg::NodePtr& node, std::vector<osg::NodePtr>& out)

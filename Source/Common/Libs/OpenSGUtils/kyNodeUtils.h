@@ -15,6 +15,12 @@ namespace kyNodeUtils
 bool isShellGeometry(const osg::GeometryPtr& geometry);
 bool isShellGeometry(const osg::NodePtr& node);
 
+/// A number by which a node can be found again without keeping it alive: its container id, 0 for
+/// null.
+unsigned int getNodeId(const osg::NodePtr& node);
+/// The node with that id; null for an id that no longer lives, or is that of no node.
+osg::NodePtr getNodeFromId(unsigned int id);
+
 /// Appends all nodes below a node, parents before children, children in their order; the node
 /// itself is none of them. A null node gives nothing.
 void getSubTreeNodes(const osg::NodePtr& node, std::vector<osg::NodePtr>& out);
