@@ -19,6 +19,9 @@ public:
         return osg::dcast<Container>(osg::FieldContainerFactory::the()->getContainer(id_));
     }
 
+    /// Of one container, alive or gone? Ids are never used again.
+    bool operator==(const UncountedHandle&) const = default;
+
 private:
     unsigned int id_;
 };
