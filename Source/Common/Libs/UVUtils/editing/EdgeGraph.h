@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OpenSG/Prefetch.h"
+
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -27,6 +29,12 @@ public:
     std::span<const unsigned int> neighbours(unsigned int vertex) const
     {
         return {neighbours_.get() + offsets_[vertex], offsets_[vertex + 1] - offsets_[vertex]};
+    }
+
+    /// Asks for the neighbours of a vertex that are read in a moment.
+    void prefetchNeighbours(unsigned int vertex) const
+    {
+        osg::prefetch(neighbours_.get() + offsets_[vertex]);
     }
 
     /// The vertices with a border edge, whatever the kind of the graph, ascending.

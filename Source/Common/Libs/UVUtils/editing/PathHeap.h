@@ -29,6 +29,9 @@ public:
 
     bool isEmpty() const { return entries_.empty(); }
 
+    /// What pop would take out. Not for an empty heap.
+    const Entry& top() const { return entries_.front(); }
+
     /// Takes the top out.
     Entry pop();
 

@@ -1,5 +1,7 @@
 #include "UVUtils/editing/PathSearch.h"
 
+#include "OpenSG/Prefetch.h"
+
 #include <algorithm>
 
 namespace
@@ -24,6 +26,7 @@ float PathSearch::run(unsigned int start, unsigned int target)
         const PathHeap::Entry nearest = heap_.pop();
         if (nearest.key == PathHeap::unreached || nearest.vertex == target)
             break;
+        prefetchNext();
         relaxEdgesAt(nearest.vertex);
     }
     return vertices_[target].distance;
@@ -47,6 +50,16 @@ void PathSearch::reset(unsigned int start)
     heap_.fill(static_cast<unsigned int>(vertices_.size()), start);
 }
 
+/// What is on top of the heap now is most often what comes next. Where the vertices of a mesh stand
+/// in no order, a search does little but wait for memory, unless it asks for it ahead of time.
+void PathSearch::prefetchNext() const
+{
+    if (heap_.isEmpty() || heap_.top().key == PathHeap::unreached)
+        return;
+    for (const unsigned int neighbour : graph_.neighbours(heap_.top().vertex))
+        osg::prefetch(&vertices_[neighbour]);
+}
+
 /// Neighbours that were popped before are never passed again: none of them is further from the
 /// start.
 void PathSearch::relaxEdgesAt(unsigned int vertex)
@@ -62,5 +75,6 @@ void PathSearch::relaxEdgesAt(unsigned int vertex)
         to.distance = distance;
         previous_[neighbour] = vertex;
         heap_.lowerKey(neighbour, distance);
+        graph_.prefetchNeighbours(neighbour); // its turn comes
     }
 }

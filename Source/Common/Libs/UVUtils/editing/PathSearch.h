@@ -35,6 +35,7 @@ private:
     };
 
     void reset(unsigned int start);
+    void prefetchNext() const;
     void relaxEdgesAt(unsigned int vertex);
 
     const EdgeGraph& graph_;
