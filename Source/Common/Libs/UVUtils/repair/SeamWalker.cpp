@@ -241,9 +241,11 @@ bool SeamWalker::findPath(const osg::Pnt3f& start, int startTriangle, const osg:
     const auto isTriangle = [this](int number) {
         return number >= 0 && static_cast<std::size_t>(number) < sides_.size() / 3;
     };
-    const float square = (end - start).squareLength();
-    if (!isTriangle(startTriangle) || !isTriangle(endTriangle) || !std::isfinite(square))
+    if (!isTriangle(startTriangle) || !isTriangle(endTriangle))
         return false;
+    const float square = (end - start).squareLength();
+    if (!std::isfinite(square))
+        return true;
     Search search(*this, end, static_cast<unsigned int>(endTriangle), plane, square, out);
     return search.walk(start, static_cast<unsigned int>(startTriangle),
                        square * (lengthFactor * lengthFactor));

@@ -28,14 +28,14 @@ public:
     /// lengthFactor times as long as the straight line?
     ///
     /// plane  the way keeps to it where there is one; else it may bend at each edge
-    /// out    becomes the point closest to the end that a refused way came to, which is on a seam
-    /// or
-    ///        on an edge that the way may not use again; stays as it is where no way was refused.
-    ///        May be null.
+    /// out    becomes the point closest to the end that a refused way came to, which is on a seam,
+    ///        or on an edge that the way may not use again; stays as it is where no way was
+    ///        refused. May be null.
     ///
     /// The way ends short of an edge that passes within a thousandth of the end: that is no way,
     /// and `out` is on that edge then, in the triangle from which it was reached. False for
-    /// triangles that are not there. Takes time in the triangles within reach.
+    /// triangles that are not there. True for points so far apart that the square of the distance
+    /// is no float: seams can't be told there. Takes time in the triangles within reach.
     bool findPath(const osg::Pnt3f& start, int startTriangle, const osg::Pnt3f& end,
                   int endTriangle, const osg::Plane* plane, kyPointOnGeometry* out) const;
 
