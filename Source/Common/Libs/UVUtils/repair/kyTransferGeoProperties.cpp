@@ -12,25 +12,19 @@
 #include "UVUtils/repair/TransferredUVs.h"
 #include "Utils/kyLog.h"
 
-#include <algorithm>
 #include <iostream>
 #include <utility>
 
 namespace
 {
 
-/// The cores of a node and of its children that are geometries.
-std::vector<osg::GeometryPtr> geometriesOf(const osg::NodePtr& node)
+/// Is a core that of a node or of one of its children?
+bool isCoreIn(const osg::NodePtr& node, const osg::NodeCorePtr& core)
 {
-    std::vector<osg::GeometryPtr> geometries;
-    const auto add = [&geometries](const osg::NodePtr& holder) {
-        if (const auto geometry = osg::coreAs<osg::Geometry>(holder))
-            geometries.push_back(geometry);
-    };
-    add(node);
-    for (unsigned int i = 0; i < node->getNChildren(); ++i)
-        add(node->getChild(i));
-    return geometries;
+    bool isIn = node->getCore() == core;
+    for (unsigned int i = 0; !isIn && i < node->getNChildren(); ++i)
+        isIn = node->getChild(i) && node->getChild(i)->getCore() == core;
+    return isIn;
 }
 
 bool hasValues(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet)
@@ -154,12 +148,10 @@ bool kyTransferGeoProperties::transferUVs(const osg::NodePtr& target, kyUVTypes:
         return false;
     if (!kyShellUtils::isShell(geometry)) {
         const bool isDone = doTransferUVs(target, geometry, uvSet);
-        noteChange(target);
         incrementProgressBy(1.0F, progress.remaining);
         return isDone;
     }
     const bool isDone = transferToSurfaces(target, uvSet, progress.remaining);
-    noteChange(target);
     kyUVUtils::sewAllIslands(geometry, target, uvSet, false, true, nullptr);
     return isDone;
 }
@@ -182,13 +174,9 @@ bool kyTransferGeoProperties::transferToSurfaces(const osg::NodePtr& shell, kyUV
 }
 
 /// The source's compact mesh doesn't listen now, so it is told of a change of its own surfaces.
-void kyTransferGeoProperties::noteChange(const osg::NodePtr& target) const
+void kyTransferGeoProperties::noteChange(const osg::GeometryPtr& written) const
 {
-    if (!scope_->getMesh())
-        return;
-    const std::vector<osg::GeometryPtr> read = geometriesOf(source_.get());
-    const std::vector<osg::GeometryPtr> written = geometriesOf(target);
-    if (std::find_first_of(read.begin(), read.end(), written.begin(), written.end()) != read.end())
+    if (scope_->getMesh() && isCoreIn(source_.get(), written))
         scope_->getMesh()->touch();
 }
 
@@ -216,5 +204,6 @@ bool kyTransferGeoProperties::doTransferUVs(const osg::NodePtr& node,
     }();
     splitVertices(geometry, transferred);
     writeUVs(geometry, uvSet, transferred);
+    noteChange(geometry);
     return true;
 }

@@ -81,10 +81,11 @@ public:
     /// Where the hierarchy of the closest points can't be made, the octree takes its place.
     bool initFromSource(const osg::NodePtr& source, kyUVTypes::UVSet uvSet);
 
-    /// Writes the slot of a target, which may be a shell, from the same slot of the source. A slot
-    /// of another kind is replaced. New vertices, with all properties of the split ones, follow the
-    /// old ones; the UV of the lowest u stays on the old vertex. Vertices of no triangle keep what
-    /// they have. At the end the surfaces of a shell are sewn where their UVs meet.
+    /// Writes the slot of a target, which may be a shell, from the same slot of the source: that of
+    /// initFromSource, as another one may be empty there and read as (0, 0). A slot of another kind
+    /// is replaced. New vertices, with all properties of the split ones, follow the old ones; the
+    /// UV of the lowest u stays on the old vertex. Vertices of no triangle keep what they have. At
+    /// the end the surfaces of a shell are sewn where their UVs meet.
     ///
     /// False without a source, for a target without a geometry that can be worked on or without
     /// normals, and for the very geometry that the source is read from. Of a shell, a surface that
@@ -100,7 +101,7 @@ private:
                        kyUVTypes::UVSet uvSet) const;
     bool transferToSurfaces(const osg::NodePtr& shell, kyUVTypes::UVSet uvSet,
                             float& remaining) const;
-    void noteChange(const osg::NodePtr& target) const;
+    void noteChange(const osg::GeometryPtr& written) const;
 
     /// What the source has for a vertex.
     struct VertexSample
