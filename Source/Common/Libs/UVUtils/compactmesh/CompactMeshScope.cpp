@@ -10,17 +10,8 @@
 CompactMeshScope::CompactMeshScope(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                                    kyUVTypes::UVSet set)
     : geometry_(geometry), node_(node), set_(set),
-      mesh_(CompactShellMesh::getCMesh(geometry, node, set))
-{
-    if (mesh_)
-        mesh_->enableGeomChangeCB(false);
-}
-
-CompactMeshScope::~CompactMeshScope()
-{
-    if (mesh_)
-        mesh_->enableGeomChangeCB(true);
-}
+      mesh_(CompactShellMesh::getCMesh(geometry, node, set)), quiet_(mesh_)
+{}
 
 const osg::GeometryPtr& CompactMeshScope::getGeometry() const
 {

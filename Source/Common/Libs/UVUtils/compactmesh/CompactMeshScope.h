@@ -2,6 +2,7 @@
 
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
+#include "UVUtils/compactmesh/QuietMesh.h"
 #include "UVUtils/model/Edge.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyUVTypes.h"
@@ -24,7 +25,6 @@ class CompactMeshScope
 public:
     CompactMeshScope(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                      kyUVTypes::UVSet set);
-    ~CompactMeshScope();
     CompactMeshScope(const CompactMeshScope&) = delete;
     CompactMeshScope& operator=(const CompactMeshScope&) = delete;
 
@@ -54,4 +54,5 @@ private:
     osg::NodePtr node_;
     kyUVTypes::UVSet set_;
     CompactShellMesh* mesh_;
+    QuietMesh quiet_;
 };
