@@ -16,6 +16,7 @@
 
 class CompactMeshScope;
 class kyTopologyBridge;
+struct LatticeGrid;
 struct SolverEdit;
 struct TopologyOpOutData;
 
@@ -30,6 +31,8 @@ class UnfoldSettings;
 namespace osg
 {
 class GeoTmpIndexEditInterface;
+template <class T>
+class TransformationMatrix;
 } // namespace osg
 
 /// The facade: every UV operation that an application calls is a static operation of this class.
@@ -452,6 +455,115 @@ public:
     static unsigned long long getLocalUVCount(const osg::GeometryPtr& geometry,
                                               kyUVTypes::UVSet set);
 
+    // UVs moved about. The operations change the UVs of vertices in a slot that has UVs, and leave
+    // all else. Through a compact mesh a vertex that surfaces share is changed once and gets the
+    // same value on all of them. A surface without the slot stays without. Nothing happens for a
+    // null geometry, null ids or none. Ids that no vertex has are passed over.
+    //
+    // ids  [count]  vertices, in any order. Without a compact mesh one that stands there twice is
+    //               changed twice
+    //
+    // Linear in ids; where there is a compact mesh, in the geometry.
+
+    /// (u, v) becomes (u + du, v + dv).
+    static void translateUV(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                            kyUVTypes::UVSet uvSet, const unsigned int* ids, unsigned int count,
+                            float du, float dv);
+    /// Makes the distance from a centre larger by a factor in u and one in v; 0 puts the vertices
+    /// on the line through the centre, a negative one mirrors them.
+    static void scaleUV(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                        kyUVTypes::UVSet uvSet, const unsigned int* ids, unsigned int count,
+                        const osg::Vector<float, 2>& center, float scaleU, float scaleV);
+    /// Turns the vertices around a centre, from u to v, by the angle of which sine and cosine are
+    /// given, in this order.
+    static void rotateUV(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                         kyUVTypes::UVSet uvSet, const unsigned int* ids, unsigned int count,
+                         const osg::Vector<float, 2>& center, float sine, float cosine);
+    /// The lowest and the highest u and v of some vertices; what is no number counts for nothing.
+    /// Without ids the box is upside down, from the largest float to the least. `min` and `max`
+    /// stay as they are where there are no UVs.
+    static void getUVBoundingBox(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
+                                 kyUVTypes::UVSet uvSet, const unsigned int* ids,
+                                 unsigned int count, osg::Vector<float, 2>& min,
+                                 osg::Vector<float, 2>& max);
+
+    /// Scales each island so that the unit square of UVs stands for a patch of worldWidth by
+    /// worldHeight: the area of the island's UVs becomes its area in the world by that of the
+    /// patch. Islands without UV area keep their size.
+    ///
+    /// selectedOnly  only the islands of the list IslandSeeds, each about its own centre, the mean
+    ///               of its vertices. Else all islands, and their centres move away from the mean
+    ///               of all UVs, each by its island's factor
+    ///
+    /// UVs that are no finite numbers stay; they count in the number of vertices that a mean is
+    /// over, and triangles that have such a corner do not count in the areas.
+    ///
+    /// `Failure`, and nothing changes, for an invalid geometry or one without UVs, a patch whose
+    /// area is not above 0 and finite, and where there is no selection, or one of vertices that
+    /// there aren't. Linear in the geometry.
+    static kyUVTypes::ReturnCode scaleToMatchWorldSize(const osg::GeometryPtr& geometry,
+                                                       const osg::NodePtr& node,
+                                                       kyUVTypes::UVSet uvSet, float worldWidth,
+                                                       float worldHeight, bool selectedOnly);
+
+    // The lattice: UVs bent by a grid of control points over a rectangle. A UV goes to the point
+    // of the Bézier surface of the control points that has its parameters, its place in the
+    // rectangle. All changes start from the UVs that a deformer remembers, so they don't add up.
+    //
+    //   startLatticeSession     opens a session for a grid; not while a deformer of an earlier
+    //                           session lives
+    //   getLatticeDeformer      what one geometry needs, as often as there are geometries
+    //   applyLatticeDeform      for each change of the control points
+    //   finishLatticeDeformer   frees a deformer; UVs stay as they are
+    //
+    // Deformers and meta data are handed out as pointers into which only these operations look.
+
+    /// Sets the grid up and hands out the id of the session.
+    ///
+    /// resU, resV  control points along u and v: at least 2, at most 35, beyond which the
+    ///             binomial coefficients of the surface outgrow their type
+    /// min, max    the rectangle
+    ///
+    /// False, and nothing changes, while there are deformers, for a grid of another size, and
+    /// unless `min` is below `max` in u and v and both are finite.
+    static bool startLatticeSession(unsigned int resU, unsigned int resV,
+                                    const osg::Vector<float, 2>& min,
+                                    const osg::Vector<float, 2>& max, unsigned int& sessionId);
+    /// A deformer that remembers the present UVs of some vertices, which it will move. To be freed
+    /// by finishLatticeDeformer; it keeps geometry and node alive until then.
+    ///
+    /// ids  [count]  in any order, repeats allowed; those that no vertex has are passed over
+    ///
+    /// Null for an id that is not that of the last session, an invalid geometry, a slot without
+    /// UVs, and without ids.
+    static void* getLatticeDeformer(unsigned int sessionId, const osg::GeometryPtr& geometry,
+                                    const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
+                                    const unsigned int* ids, unsigned int count);
+    /// Writes the UVs of all vertices of a deformer, on all surfaces.
+    ///
+    /// uvSet          the slot that the deformer was made for
+    /// amount         0 writes the remembered UVs, 1 those of the surface, what lies between a
+    ///                mean of both. Numbers beyond are limited; what is no number counts as 0
+    /// controlPoints  [resU * resV]  row by row, u fastest; where their number is another, no UV
+    ///                is written
+    ///
+    /// UVs outside the rectangle follow the same polynomials, which grow fast there. False only
+    /// for a null deformer. On all threads, resU * resV multiplications a vertex and component;
+    /// the result is the same for any number of threads.
+    static bool applyLatticeDeform(void* deformer, kyUVTypes::UVSet uvSet, float amount,
+                                   const std::vector<osg::Vector<float, 2>>& controlPoints);
+    /// A copy of the vertices that a deformer moves and of the UVs that it remembers, for who wants
+    /// to put them back. To be freed by destroyLatticeMetaData. Null for a null deformer.
+    static void* getMetaDataofLatticeDeformer(void* deformer);
+    /// Gives a deformer what getMetaDataofLatticeDeformer gave, which is copied; UVs are not
+    /// written. False, and nothing changes, for null pointers and where a vertex is none of the
+    /// deformer's geometry.
+    static bool setMetaDataofLatticeDeformer(void* deformer, void* metaData);
+    /// Frees meta data and makes the pointer null. Does nothing for null.
+    static void destroyLatticeMetaData(void*& metaData);
+    /// Frees a deformer and makes the pointer null. False for null, and when no deformer is out.
+    static bool finishLatticeDeformer(void*& deformer);
+
     // Slots.
 
     /// A new property of zeros, one for each vertex, in no slot yet and with no reference; NullFC
@@ -569,6 +681,15 @@ private:
     /// Empty without indices, or when their number is no multiple of 3.
     static FlatEdgeList getAllEdges(const osg::GeometryPtr& geometry);
 
+    /// As scaleToMatchWorldSize, on the geometry as it stands, for the islands of some vertices;
+    /// null or no ids stand for all islands. Positions go to the world by `toWorld`.
+    static kyUVTypes::ReturnCode
+    doScaleToMatchWorldSize(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                            const osg::TransformationMatrix<float>& toWorld, float worldWidth,
+                            float worldHeight, const unsigned int* ids, unsigned int count);
+    /// The grid of the present session; 20 by 20 over the unit square before the first.
+    static LatticeGrid& latticeGrid();
+
     // Paths on exactly one geometry; defined beside the operations that they serve.
 
     /// As findEdgesShortestPath, on the geometry as it stands; appends. Nothing without indices or
@@ -654,4 +775,6 @@ private:
     bool fillShading_ = false;
     ESelectMode selectMode_ = SelectAll;
     kyUVTypes::UVSet selectUVSet_ = kyUVTypes::UVSet0;
+    unsigned int latticeSessionId_ = 0; ///< of the last session; counts up and is never reused
+    unsigned int latticeUserCount_ = 0; ///< deformers that live
 };
