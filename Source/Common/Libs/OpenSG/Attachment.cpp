@@ -15,19 +15,19 @@ constexpr std::size_t NoEntry = static_cast<std::size_t>(-1);
 
 FieldContainerType& Attachment::getClassType()
 {
-    static auto& type = *new FieldContainerType(
-        "Attachment", &FieldContainer::getClassType(), nullptr,
-        {containerField<&Attachment::_parents>("parents", "MFAttachmentContainerPtr",
-                                               ParentsFieldMask, true)});
+    static auto& type =
+        *new FieldContainerType("Attachment", &FieldContainer::getClassType(), nullptr,
+                                {holderField<&Attachment::_parents>(
+                                    "parents", "MFAttachmentContainerPtr", ParentsFieldMask)});
     return type;
 }
 
 FieldContainerType& AttachmentContainer::getClassType()
 {
-    static auto& type =
-        *new FieldContainerType("AttachmentContainer", &FieldContainer::getClassType(), nullptr,
-                                {{"attachments", "MFAttachmentPtr", AttachmentsFieldMask, false,
-                                  nullptr, &AttachmentContainer::appendAttachments}});
+    static auto& type = *new FieldContainerType(
+        "AttachmentContainer", &FieldContainer::getClassType(), nullptr,
+        {{"attachments", "MFAttachmentPtr", AttachmentsFieldMask, false, nullptr,
+          &AttachmentContainer::appendAttachments, &AttachmentContainer::copyAttachments}});
     return type;
 }
 
@@ -95,6 +95,14 @@ void AttachmentContainer::appendAttachments(const FieldContainer& container,
 {
     for (const Entry& entry : static_cast<const AttachmentContainer&>(container)._attachments)
         out.push_back(entry.attachment.get());
+}
+
+void AttachmentContainer::copyAttachments(const FieldContainer& from, FieldContainer& copy,
+                                          const FieldDescription::Replacement& replacementOf)
+{
+    auto& holder = static_cast<AttachmentContainer&>(copy);
+    for (const Entry& entry : static_cast<const AttachmentContainer&>(from)._attachments)
+        holder.addAttachment(dcast<Attachment>(replacementOf(entry.attachment)), entry.binding);
 }
 
 std::size_t AttachmentContainer::findEntry(unsigned groupId, unsigned binding) const

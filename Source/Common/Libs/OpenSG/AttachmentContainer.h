@@ -49,6 +49,8 @@ private:
 
     static void appendAttachments(const FieldContainer& container,
                                   std::vector<FieldContainerPtr>& out);
+    static void copyAttachments(const FieldContainer& from, FieldContainer& copy,
+                                const FieldDescription::Replacement& replacementOf);
     [[nodiscard]] std::size_t findEntry(unsigned groupId, unsigned binding) const;
     /// Makes an attachment forget one time that it hangs on this.
     void dropParent(Attachment& attachment);

@@ -4,6 +4,7 @@
 #include "OpenSG/FieldMask.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -16,11 +17,17 @@ template <class T>
 class RefPtr;
 
 /// What a class tells about one of its fields, so that code that knows no class can walk any
-/// container. A field holds either plain values or containers; one of the two functions is set.
+/// container. A field holds either plain values or containers, and has the functions for those.
 struct FieldDescription
 {
+    /// Answers which container takes the place of another, which is never null: one of a class
+    /// that the same fields can hold.
+    using Replacement = std::function<FieldContainerPtr(const FieldContainerPtr&)>;
+
     using Write = void (*)(const FieldContainer&, BinaryChecksumHandler&);
     using Containers = void (*)(const FieldContainer&, std::vector<FieldContainerPtr>&);
+    using CopyContainers = void (*)(const FieldContainer& from, FieldContainer& copy,
+                                    const Replacement& replacementOf);
 
     std::string name;
     std::string typeName; ///< has "Ptr" in it when the field holds containers
@@ -29,6 +36,9 @@ struct FieldDescription
 
     Write write = nullptr;           ///< writes the values
     Containers containers = nullptr; ///< appends the containers that are held, null ones left out
+    /// Makes the field of a shallow copy hold what replaces the containers that are held. Null for
+    /// an internal field, which others keep.
+    CopyContainers copyContainers = nullptr;
 };
 
 namespace detail
@@ -76,6 +86,35 @@ void appendContainers(std::vector<FieldContainerPtr>& out, const std::vector<Han
         appendContainers(out, one);
 }
 
+template <class T>
+void copyContainers(const RefPtr<T>& from, RefPtr<T>& copy,
+                    const FieldDescription::Replacement& replacementOf)
+{
+    copy = from ? dcast<T>(replacementOf(from)) : Ptr<T>();
+}
+template <class T>
+void copyContainers(const std::vector<RefPtr<T>>& from, std::vector<RefPtr<T>>& copy,
+                    const FieldDescription::Replacement& replacementOf)
+{
+    copy.resize(from.size());
+    for (std::size_t i = 0; i < from.size(); ++i)
+        copyContainers(from[i], copy[i], replacementOf);
+}
+
+template <auto Member>
+void appendHeld(const FieldContainer& container, std::vector<FieldContainerPtr>& out)
+{
+    appendContainers(out, static_cast<const OwnerOf<Member>&>(container).*Member);
+}
+template <auto Member>
+void copyHeld(const FieldContainer& from, FieldContainer& copy,
+              const FieldDescription::Replacement& replacementOf)
+{
+    using Owner = OwnerOf<Member>;
+    copyContainers(static_cast<const Owner&>(from).*Member, static_cast<Owner&>(copy).*Member,
+                   replacementOf);
+}
+
 } // namespace detail
 
 /// Describes a field of plain values that is kept in the given member: a trivially copyable value,
@@ -95,20 +134,24 @@ FieldDescription valueField(std::string name, std::string typeName, FieldMask ma
             nullptr};
 }
 
-/// Describes a field of containers that is kept in the given member: a handle or a vector of them.
+/// Describes a field of containers that is kept in the given member: a RefPtr or a vector of them.
+///
+/// copyContainers  for a field with more to it than the member
 template <auto Member>
-FieldDescription containerField(std::string name, std::string typeName, FieldMask mask,
-                                bool internal = false)
+FieldDescription
+containerField(std::string name, std::string typeName, FieldMask mask,
+               FieldDescription::CopyContainers copyContainers = &detail::copyHeld<Member>)
 {
-    return {std::move(name),
-            std::move(typeName),
-            mask,
-            internal,
-            nullptr,
-            [](const FieldContainer& container, std::vector<FieldContainerPtr>& out) {
-                using Owner = detail::OwnerOf<Member>;
-                detail::appendContainers(out, static_cast<const Owner&>(container).*Member);
-            }};
+    return {std::move(name), std::move(typeName),         mask,          false,
+            nullptr,         &detail::appendHeld<Member>, copyContainers};
+}
+
+/// Describes a field that tells who holds the container, kept in the given member: a handle that
+/// counts no reference, or a vector of them.
+template <auto Member>
+FieldDescription holderField(std::string name, std::string typeName, FieldMask mask)
+{
+    return {std::move(name), std::move(typeName), mask, true, nullptr, &detail::appendHeld<Member>};
 }
 
 } // namespace osg

@@ -3,24 +3,33 @@
 #include "OpenSG/Geometry.h"
 
 #include <type_traits>
+#include <utility>
 
 namespace osg
 {
 
 template <unsigned Slot>
-void GeometryBase::appendTexSlot(const FieldContainer& container,
-                                 std::vector<FieldContainerPtr>& out)
+FieldDescription GeometryBase::texSlotField(std::string name)
 {
-    const auto& geometry = static_cast<const GeometryBase&>(container);
-    detail::appendContainers(out, geometry._texCoords[Slot]);
+    return {std::move(name),
+            "SFGeoTexCoordsPtr",
+            texSlotFieldMask(Slot),
+            false,
+            nullptr,
+            [](const FieldContainer& container, std::vector<FieldContainerPtr>& out) {
+                const auto& geometry = static_cast<const GeometryBase&>(container);
+                detail::appendContainers(out, geometry._texCoords[Slot]);
+            },
+            [](const FieldContainer& from, FieldContainer& copy,
+               const FieldDescription::Replacement& replacementOf) {
+                detail::copyContainers(static_cast<const GeometryBase&>(from)._texCoords[Slot],
+                                       static_cast<GeometryBase&>(copy)._texCoords[Slot],
+                                       replacementOf);
+            }};
 }
 
 FieldContainerType& GeometryBase::getClassType()
 {
-    const auto texSlot = [](const char* name, unsigned slot, FieldDescription::Containers append) {
-        return FieldDescription{name,  "SFGeoTexCoordsPtr", texSlotFieldMask(slot), false, nullptr,
-                                append};
-    };
     static auto& type = *new FieldContainerType(
         "GeometryBase", &NodeCore::getClassType(), nullptr,
         {valueField<&GeometryBase::_geometryType>("geometryType", "SFUInt32",
@@ -36,10 +45,10 @@ FieldContainerType& GeometryBase::getClassType()
          containerField<&GeometryBase::_colors>("colors", "SFGeoColorsPtr", ColorsFieldMask),
          containerField<&GeometryBase::_secondaryColors>("secondaryColors", "SFGeoColorsPtr",
                                                          SecondaryColorsFieldMask),
-         texSlot("texCoords", 0, &appendTexSlot<0>), texSlot("texCoords1", 1, &appendTexSlot<1>),
-         texSlot("texCoords2", 2, &appendTexSlot<2>), texSlot("texCoords3", 3, &appendTexSlot<3>),
-         texSlot("texCoords4", 4, &appendTexSlot<4>), texSlot("texCoords5", 5, &appendTexSlot<5>),
-         texSlot("texCoords6", 6, &appendTexSlot<6>), texSlot("texCoords7", 7, &appendTexSlot<7>),
+         texSlotField<0>("texCoords"), texSlotField<1>("texCoords1"), texSlotField<2>("texCoords2"),
+         texSlotField<3>("texCoords3"), texSlotField<4>("texCoords4"),
+         texSlotField<5>("texCoords5"), texSlotField<6>("texCoords6"),
+         texSlotField<7>("texCoords7"),
          containerField<&GeometryBase::_material>("material", "SFMaterialPtr", MaterialFieldMask)});
     return type;
 }

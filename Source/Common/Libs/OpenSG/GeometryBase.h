@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -148,7 +149,7 @@ protected:
 
 private:
     template <unsigned Slot>
-    static void appendTexSlot(const FieldContainer& container, std::vector<FieldContainerPtr>& out);
+    static FieldDescription texSlotField(std::string name);
 
     unsigned _geometryType = 0;
     RefPtr<GeoPTypes> _types;

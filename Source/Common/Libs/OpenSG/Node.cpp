@@ -29,9 +29,10 @@ FieldContainerType& Node::getClassType()
 {
     static auto& type = *new FieldContainerType(
         "Node", &AttachmentContainer::getClassType(), &Node::createContainer,
-        {containerField<&Node::_parent>("parent", "SFNodePtr", ParentFieldMask, true),
-         containerField<&Node::_core>("core", "SFNodeCorePtr", CoreFieldMask),
-         containerField<&Node::_children>("children", "MFNodePtr", ChildrenFieldMask),
+        {holderField<&Node::_parent>("parent", "SFNodePtr", ParentFieldMask),
+         containerField<&Node::_core>("core", "SFNodeCorePtr", CoreFieldMask, &Node::copyCore),
+         containerField<&Node::_children>("children", "MFNodePtr", ChildrenFieldMask,
+                                          &Node::copyChildren),
          valueField<&Node::_travMask>("travMask", "SFUInt32", TravMaskFieldMask)});
     return type;
 }
@@ -112,6 +113,20 @@ TransformationMatrix<float> Node::getToWorld() const
         if ((*node)->_core)
             (*node)->_core->accumulateMatrix(toWorld);
     return toWorld;
+}
+
+void Node::copyCore(const FieldContainer& from, FieldContainer& copy,
+                    const FieldDescription::Replacement& replacementOf)
+{
+    if (const NodeCorePtr core = static_cast<const Node&>(from).getCore())
+        static_cast<Node&>(copy).setCore(dcast<NodeCore>(replacementOf(core)));
+}
+
+void Node::copyChildren(const FieldContainer& from, FieldContainer& copy,
+                        const FieldDescription::Replacement& replacementOf)
+{
+    for (const RefPtr<Node>& child : static_cast<const Node&>(from)._children)
+        static_cast<Node&>(copy).addChild(dcast<Node>(replacementOf(child)));
 }
 
 bool Node::isBelow(const NodePtr& other) const

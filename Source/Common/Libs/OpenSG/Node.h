@@ -61,6 +61,10 @@ private:
     Node(const Node& other);
     ~Node() override;
 
+    static void copyCore(const FieldContainer& from, FieldContainer& copy,
+                         const FieldDescription::Replacement& replacementOf);
+    static void copyChildren(const FieldContainer& from, FieldContainer& copy,
+                             const FieldDescription::Replacement& replacementOf);
     [[nodiscard]] bool isBelow(const NodePtr& other) const;
 
     NodePtr _parent;

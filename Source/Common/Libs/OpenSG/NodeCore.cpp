@@ -9,7 +9,7 @@ FieldContainerType& NodeCore::getClassType()
 {
     static auto& type = *new FieldContainerType(
         "NodeCore", &AttachmentContainer::getClassType(), nullptr,
-        {containerField<&NodeCore::_parents>("parents", "MFNodePtr", ParentsFieldMask, true)});
+        {holderField<&NodeCore::_parents>("parents", "MFNodePtr", ParentsFieldMask)});
     return type;
 }
 
