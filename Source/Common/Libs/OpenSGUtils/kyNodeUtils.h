@@ -36,6 +36,16 @@ void getSubTreeNodes(const osg::NodePtr& node, std::vector<osg::NodePtr>& out);
 void getVisibleGeometryNodes(const std::vector<osg::NodePtr>& nodes, std::vector<osg::NodePtr>& out,
                              unsigned int shownSides);
 
+/// The root of the scene graph that is shown. It isn't kept alive: none is set once it is gone, as
+/// at the start and after null.
+void setScenegraphRoot(const osg::NodePtr& root);
+osg::NodePtr getScenegraphRoot();
+
+/// Appends the nodes in the scene graph that have the core of a node, itself among them, in the
+/// order in which they took it: those at or below the root, or all where no root is set. Nothing
+/// for a null node and one without a core.
+void getInstancesInScenegraph(const osg::NodePtr& node, std::vector<osg::NodePtr>& out);
+
 // Boxes. The positions (of three floats) of each node's own core count, used by a triangle or not;
 // what is below a node does not, so for a shell the caller names its surfaces. A position that is
 // not finite after its transformation is passed over, and so are null nodes and those without a
