@@ -1,4 +1,4 @@
-#include "Utils/kyStackedProgress.h"
+#include "Utils/kyProgress.h"
 
 #include <gtest/gtest.h>
 
@@ -70,6 +70,26 @@ TEST(StackedProgress, AnObserverSeesBeginningStateChangeAndEnd)
     const kyStackedProgress unseen("unseen", 1.0);
     EXPECT_EQ(seen, (std::vector<std::string>{"run||0", "run|Working...|0", "run|Working...|50",
                                               "run|Working...|50|end"}));
+}
+
+TEST(Progress, RunsAsAStackedOneUnlessItIsHidden)
+{
+    std::vector<std::string> seen;
+    kyStackedProgress::setObserver([&](const kyStackedProgress& progress) {
+        seen.push_back(progress.name() + std::to_string(progress.fraction() * 100));
+    });
+    kyProgress& display = *kyProgress::the();
+    display.initProgress("shown", 200, kyProgress::Visible);
+    display.initProgress(nullptr, 1, kyProgress::Hidden);
+    display.incrementProgressBy(50);
+    display.terminateProgress();
+    display.incrementProgressBy(50);
+    display.terminateProgress();
+    display.incrementProgressBy(50);
+    display.terminateProgress();
+    kyStackedProgress::setObserver(nullptr);
+    EXPECT_EQ(seen,
+              (std::vector<std::string>{"shown0.000000", "shown25.000000", "shown25.000000"}));
 }
 
 } // namespace
