@@ -1,5 +1,6 @@
 #include "OpenSG/FieldContainerFactory.h"
 #include "OpenSG/Group.h"
+#include "OpenSG/SimpleMaterial.h"
 #include "OpenSG/SurfaceBase.h"
 #include "OpenSGUtils/kyNodeUtils.h"
 #include "UVUtils/Captures.h"
@@ -11,7 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
+#include <memory>
 
 namespace
 {
@@ -44,7 +45,7 @@ UVs wantedUVs(const osg::Geometry& geometry, unsigned slot)
 {
     UVs uvs;
     for (const osg::Pnt3f& p : geometry.getPositions()->getValues())
-        uvs.push_back(slot == 0 ? osg::Vec2f(p.x() / 8, p.y() / 2) : osg::Vec2f(p.y(), p.x()));
+        uvs.emplace_back(p.x() / 8, p.y() + static_cast<float>(slot));
     return uvs;
 }
 
@@ -57,43 +58,34 @@ bool hasWantedUVs(const osg::Geometry& geometry, unsigned slot)
     return uvs && std::ranges::equal(uvs->getValues(), wantedUVs(geometry, slot), near);
 }
 
-/// A root over a shell of two surfaces side by side, a plain surface and an instance of it, one
-/// with UVs in slot 1 only, and a geometry that is no surface.
+/// The cores, then the nodes of a scene. The first two are the surfaces of the shell.
+using Name = unsigned;
+constexpr Name left = 0, right = 1, single = 2, slotOneOnly = 3, noSurface = 4;
+constexpr Name instanceOfSingle = 5, shell = 6, root = 7;
+using Names = std::vector<Name>;
+
 struct Scene
 {
-    enum Name
-    {
-        Left,
-        Right,
-        Single,
-        SlotOneOnly,
-        NoSurface,
-        Instance,
-        Shell,
-        Root
-    };
-
     Scene()
     {
-        for (unsigned i = Left; i <= NoSurface; ++i) {
-            const osg::GeometryPtr geometry =
-                i == NoSurface ? osg::Geometry::create() : osg::SurfaceBase::create();
-            geometries.push_back(osg::RefPtr<osg::Geometry>(geometry));
-            tessellate(*geometry, static_cast<float>(i), 2);
-            if (i != SlotOneOnly)
-                geometry->setTexSlot(0, tiny::texCoords(wantedUVs(*geometry, 0)));
-            if (i == Right || i == SlotOneOnly)
-                geometry->setTexSlot(1, tiny::texCoords(wantedUVs(*geometry, 1)));
+        for (Name core = left; core <= noSurface; ++core) {
+            geometries.emplace_back(core == noSurface ? osg::Geometry::create()
+                                                      : osg::SurfaceBase::create());
+            tessellate(*geometries[core], static_cast<float>(core), 2);
+            if (core != slotOneOnly)
+                geometries[core]->setTexSlot(0, tiny::texCoords(wantedUVs(*geometries[core], 0)));
+            if (core == right || core == slotOneOnly)
+                geometries[core]->setTexSlot(1, tiny::texCoords(wantedUVs(*geometries[core], 1)));
         }
-        const osg::NodePtr shell = shellOf({geometries[Left], geometries[Right]});
-        nodes = {shell->getChild(0), shell->getChild(1)};
-        for (const unsigned core : {Single, SlotOneOnly, NoSurface, Single})
+        const osg::NodePtr shellNode = shellOf({geometries[left], geometries[right]});
+        nodes = {shellNode->getChild(0), shellNode->getChild(1)};
+        for (const Name core : {single, slotOneOnly, noSurface, single})
             nodes.push_back(nodeOf(geometries[core]));
-        nodes.push_back(shell);
-        root = nodeOf(osg::Group::create());
-        for (unsigned i = Single; i < nodes.size(); ++i)
-            root->addChild(nodes[i]);
-        nodes.push_back(root);
+        nodes.push_back(shellNode);
+        rootNode = nodeOf(osg::Group::create());
+        for (Name node = single; node <= shell; ++node)
+            rootNode->addChild(nodes[node]);
+        nodes.push_back(rootNode);
     }
 
     void regenerate()
@@ -102,18 +94,18 @@ struct Scene
             tessellate(*geometries[i], static_cast<float>(i), 3);
     }
 
-    /// The geometries that have in a slot what they had before.
-    std::vector<Name> keepersOf(unsigned slot) const
+    /// The cores that have in a slot what they had before.
+    Names keepersOf(unsigned slot) const
     {
-        std::vector<Name> keepers;
-        for (unsigned i = 0; i < geometries.size(); ++i)
-            if (hasWantedUVs(*geometries[i], slot))
-                keepers.push_back(static_cast<Name>(i));
+        Names keepers;
+        for (Name core = left; core <= noSurface; ++core)
+            if (hasWantedUVs(*geometries[core], slot))
+                keepers.push_back(core);
         return keepers;
     }
 
-    osg::RefPtr<osg::Node> root;
-    std::vector<osg::NodePtr> nodes; ///< by Name
+    osg::RefPtr<osg::Node> rootNode;
+    std::vector<osg::NodePtr> nodes;
     std::vector<osg::RefPtr<osg::Geometry>> geometries;
 };
 
@@ -132,10 +124,13 @@ struct ShownPercents
     std::vector<int> percents;
 };
 
+constexpr const char* noSlot = "error: Transfer Geo Properties (UVs): Source geometry has no UVs.";
+
 TEST(KeepGeoProperties, SurfacesOfOneShellAndInstancesOfOneCoreAreCarriedOverTogether)
 {
-    using Names = std::vector<Scene::Name>;
-    const Names both{Scene::Left, Scene::Right};
+    const Names both{left, right};
+    const std::vector<int> oneWithoutSlotOne{0, 100, 100, 100, -1};
+    const std::vector<int> oneShell{0, 50, 100, 100, 100, 100, 100, -1};
     const struct
     {
         const char* name;
@@ -143,38 +138,70 @@ TEST(KeepGeoProperties, SurfacesOfOneShellAndInstancesOfOneCoreAreCarriedOverTog
         Names keepers;
         std::vector<int> percents; ///< each target adds its part once for each slot
     } rows[] = {
-        {"a surface", {Scene::Single}, {Scene::Single}, {0, 100, 100, 100, -1}},
-        {"and an instance", {Scene::Instance, Scene::Single}, {Scene::Single}, {0, 100, 100, 100, -1}},
-        {"a shell", {Scene::Shell}, both, {0, 50, 100, 100, 100, 100, 100, -1}},
-        {"one surface of it", {Scene::Right}, {Scene::Right}, {0, 100, 100, 100, 100, -1}},
-        {"one after the other", both, both, {0, 50, 100, 100, 100, 100, 100, -1}},
-        {"then the shell",
-         {Scene::Left, Scene::Shell},
-         both,
-         {0, 50, 100, 100, 100, 100, 100, -1}},
-        {"the shell first",
-         {Scene::Shell, Scene::Left, Scene::Right},
-         both,
-         {0, 50, 100, 100, 100, 100, 100, -1}},
-        {"all",
-         {Scene::Root},
-         {Scene::Left, Scene::Right, Scene::Single},
-         {0, 50, 50, 100, 100, 100, 100, 100, 100, -1}},
-        {"nothing to keep", {Scene::SlotOneOnly, Scene::NoSurface}, {}, {}},
+        {"a surface", {single}, {single}, oneWithoutSlotOne},
+        {"two instances", {instanceOfSingle, single}, {single}, oneWithoutSlotOne},
+        {"a shell", {shell}, both, oneShell},
+        {"one surface of it", {right}, {right}, {0, 100, 100, 100, 100, -1}},
+        {"one after the other", both, both, oneShell},
+        {"a surface, then the shell", {left, shell}, both, oneShell},
+        {"the shell first", {shell, left, right}, both, oneShell},
+        {"all", {root}, {left, right, single}, {0, 25, 50, 50, 75, 100, 100, 100, 100, 100, -1}},
+        {"nothing to keep", {slotOneOnly, noSurface}, {}, {}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         Scene scene;
         const LogCapture log;
         Keep keep(Keep::KeepUVs);
-        for (const Scene::Name name : row.added)
+        for (const Name name : row.added)
             keep.addNodes({osg::NullFC, scene.nodes[name]});
         scene.regenerate();
         const ShownPercents shown;
         keep.transfer();
         EXPECT_EQ(scene.keepersOf(0), row.keepers);
         EXPECT_EQ(shown.percents, row.percents);
+        const bool hasRight = std::ranges::count(row.keepers, right) > 0;
+        EXPECT_EQ(scene.keepersOf(1), hasRight ? Names{right} : Names());
+        EXPECT_EQ(scene.geometries[single]->getTexSlot(1), osg::NullFC);
+        EXPECT_EQ(std::ranges::count(log.lines, noSlot), std::ranges::count(row.keepers, single));
     }
+}
+
+TEST(KeepGeoProperties, HoldsWhatItKeepsUntilTheLastCopyGoes)
+{
+    const auto livingCount = [] { return osg::FieldContainerFactory::the()->getContainerCount(); };
+    const std::size_t atStart = livingCount();
+    {
+        Scene scene;
+        const LogCapture log;
+        const osg::RefPtr<osg::Material> material(osg::SimpleMaterial::create());
+        scene.geometries[single]->setMaterial(material);
+        const std::size_t before = livingCount();
+        for (const unsigned flags : {0U, 2U}) {
+            Keep keep(flags);
+            keep.addNodes(scene.nodes);
+            keep.transfer();
+            EXPECT_EQ(livingCount(), before) << "flags " << flags;
+        }
+        kyNodeUtils::setScenegraphRoot(scene.nodes[instanceOfSingle]);
+        auto keep = std::make_unique<Keep>(Keep::KeepUVs);
+        keep->addNodes({scene.nodes[single]});
+        EXPECT_EQ(livingCount() - before, 6U) << "a node and a core with four properties";
+        kyNodeUtils::setScenegraphRoot(scene.nodes[shell]);
+        Keep outside(Keep::KeepUVs);
+        outside.addNodes({scene.nodes[single]});
+        EXPECT_EQ(livingCount() - before, 6U) << "no instance stands below the root";
+        kyNodeUtils::setScenegraphRoot(osg::NullFC);
+
+        Keep copy(*keep);
+        keep.reset();
+        EXPECT_EQ(material->getRefCount(), 3);
+        scene.regenerate();
+        scene.rootNode = osg::NullFC;
+        copy.transfer();
+        EXPECT_EQ(scene.keepersOf(0), Names{single}) << "though its node is gone";
+    }
+    EXPECT_EQ(livingCount(), atStart);
 }
 
 } // namespace
