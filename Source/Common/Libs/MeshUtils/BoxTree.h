@@ -1,38 +1,11 @@
 #pragma once
 
+#include "MeshUtils/BoxNode.h"
+#include "MeshUtils/ClearBoxes.h"
 #include "MeshUtils/LeafPlanes.h"
 
 #include <cstdint>
 #include <vector>
-
-/// A node of a tree of boxes: up to eight children, one a lane, component by component so that all
-/// are compared in one go. A lane without a child has an empty box.
-struct alignas(64) BoxNode
-{
-    static constexpr unsigned int Width = 8;
-
-    Lanes lower[3][2];
-    Lanes upper[3][2];
-    std::uint32_t first[Width]; ///< the first packet of a leaf, or the number of a node
-    std::uint32_t count[Width]; ///< of triangles in a leaf; 0 for a node
-
-    BoxNode()
-    {
-        for (unsigned int lane = 0; lane < Width; ++lane)
-            setChild(lane, SearchBox::empty(), 0, 0);
-    }
-
-    void setChild(unsigned int lane, const SearchBox& box, std::uint32_t firstOfChild,
-                  std::uint32_t countOfChild)
-    {
-        for (unsigned int i = 0; i < 3; ++i) {
-            lower[i][lane / 4][lane % 4] = box.lower[i];
-            upper[i][lane / 4][lane % 4] = box.upper[i];
-        }
-        first[lane] = firstOfChild;
-        count[lane] = countOfChild;
-    }
-};
 
 /// A tree of boxes over packed triangles. A leaf has its triangles in packets of up to four, one
 /// after the other.
@@ -42,10 +15,10 @@ struct BoxTree
     static constexpr unsigned int MaxDepth = 40;
     static constexpr std::size_t PacketSize = 4;
 
-    std::vector<BoxNode> nodes;
-    std::uint32_t root = 0;
+    std::vector<BoxNode> nodes;               ///< each after its parent, the root first
     std::vector<std::uint32_t> firstOfPacket; ///< triangles; one more at the end
     std::vector<LeafPlanes> planes;           ///< of each packet
+    ClearBoxes clearBoxes;
     SearchSpace space;
 
     /// Adds the packets of a leaf whose triangles follow those of the last one. Returns the first.
@@ -56,13 +29,14 @@ struct BoxTree
             firstOfPacket.push_back(static_cast<std::uint32_t>(begin + i));
         return leaf;
     }
-    /// To be called once all leaves are there and the triangles are in their order.
+    /// To be called once all nodes and leaves are there and the triangles are in their order.
     void finishLeaves(std::span<const SortedTriangle> triangles)
     {
         planes.reserve(firstOfPacket.size());
         firstOfPacket.push_back(static_cast<std::uint32_t>(triangles.size()));
         for (std::size_t i = 0; i + 1 < firstOfPacket.size(); ++i)
             planes.push_back(LeafPlanes::of(packet(i, triangles), space));
+        clearBoxes = ClearBoxes(nodes, firstOfPacket);
     }
     /// Sends for what a walk will look at soon: a leaf with triangles, or a node.
     void prefetch(std::uint32_t first, std::uint32_t count) const

@@ -71,18 +71,19 @@ inline bool descend(const BoxTree& tree, const BoxNode& node, const ChildDistanc
     return true;
 }
 
-/// Walks through the children of a tree, the nearest one of a node first, as far as they lie within
-/// a limit that may shrink on the way.
+/// Walks through the children of a node, the nearest one first, and on down from them, as far as
+/// they lie within a limit that may shrink on the way.
 ///
+/// start        where to begin; 0 for the root
 /// distancesOf  (node) to ChildDistances, in any unit that grows with the distance
 /// limit        () to the largest distance that is still of interest
 /// visit        (first packet, triangle count) looks at a leaf
 template <class DistancesOf, class Limit, class Visit>
-void walk(const BoxTree& tree, const DistancesOf& distancesOf, const Limit& limit,
-          const Visit& visit)
+void walk(const BoxTree& tree, std::uint32_t start, const DistancesOf& distancesOf,
+          const Limit& limit, const Visit& visit)
 {
     WalkStack stack;
-    WalkChild current{0, tree.root, 0};
+    WalkChild current{0, start, 0};
     do {
         while (current.count == 0) {
             const BoxNode& node = tree.nodes[current.first];

@@ -18,21 +18,50 @@ inline ChildDistances squareDistances(const BoxNode& node, const std::array<floa
     return result;
 }
 
+/// Where on a triangle weights of its own corners are, which may be anything: they are made to name
+/// a place that is on it.
+inline std::array<float, 3> placeOn(const SortedTriangle& triangle, const float (&weights)[3],
+                                    const SearchSpace& space)
+{
+    // What is no number becomes 0.
+    const float b = std::min(1.F, std::max(0.F, weights[triangle.cornerOf[1]]));
+    const float c = std::min(1 - b, std::max(0.F, weights[triangle.cornerOf[2]]));
+    const std::array<float, 3> corners[3] = {space.place(triangle.corners[0]),
+                                             space.place(triangle.corners[1]),
+                                             space.place(triangle.corners[2])};
+    std::array<float, 3> place = {};
+    for (unsigned int i = 0; i < 3; ++i)
+        place[i] = (1 - b - c) * corners[0][i] + b * corners[1][i] + c * corners[2][i];
+    return place;
+}
+
 /// Offers the triangles of a tree that may be the closest to a place.
 class ClosestWalk
 {
 public:
     ClosestWalk(const BoxTree& tree, std::span<const SortedTriangle> triangles,
                 const std::array<float, 3>& place, ClosestSearch& search)
-        : tree_(tree), triangles_(triangles), place_(place), search_(search)
+        : tree_(tree), triangles_(triangles), place_(place), search_(search),
+          rounding_(SearchSpace::roundingAt(place))
     {
-        drawIn();
+        setLimit(SearchSpace::NoLimit);
     }
 
+    /// Begins near a triangle, no farther away than a point of it.
+    void beginAt(std::size_t triangle, const float (&weights)[3])
+    {
+        const std::array<float, 3> guess = placeOn(triangles_[triangle], weights, tree_.space);
+        float square = 0;
+        for (unsigned int i = 0; i < 3; ++i)
+            square += (guess[i] - place_[i]) * (guess[i] - place_[i]);
+        const float distance = std::sqrt(square) + rounding_;
+        setLimit(std::min(distance * distance, limit_));
+        start_ = tree_.clearBoxes.lowestNode(triangle, place_, limit_);
+    }
     void run()
     {
         walk(
-            tree_, [this](const BoxNode& node) { return squareDistances(node, place_); },
+            tree_, start_, [this](const BoxNode& node) { return squareDistances(node, place_); },
             [this] { return limit_; },
             [this](std::uint32_t first, std::uint32_t count) {
                 for (std::uint32_t seen = 0; seen < count; seen += BoxTree::PacketSize)
@@ -52,7 +81,7 @@ private:
             const unsigned int nearest = leastOf(bounds, open);
             open &= ~(1U << nearest);
             if (search_.offer(triangles[nearest]))
-                drawIn();
+                setLimit(std::min(tree_.space.limitOf(search_.squareDistance()), limit_));
         }
     }
     /// The lane of the least bound of those that are open.
@@ -65,16 +94,18 @@ private:
         }
         return least;
     }
-    void drawIn()
+    void setLimit(float limit)
     {
-        limit_ = tree_.space.limitOf(search_.squareDistance());
-        limitOfPlanes_ = LeafPlanes::limitFor(limit_, place_);
+        limit_ = limit;
+        limitOfPlanes_ = LeafPlanes::limitFor(limit, rounding_);
     }
 
     const BoxTree& tree_;
     std::span<const SortedTriangle> triangles_;
     std::array<float, 3> place_;
     ClosestSearch& search_;
+    float rounding_;
+    std::uint32_t start_ = 0;
     float limit_ = 0;
     float limitOfPlanes_ = 0;
 };
@@ -89,12 +120,15 @@ inline bool findClosest(const BoxTree& tree, const SurfaceTriangles& triangles,
         return false;
     }
     ClosestSearch search(point);
-    triangles.offerGuess(result, search);
     const std::array<float, 3> place = tree.space.place(point);
-    if (SearchSpace::isNear(place))
-        ClosestWalk(tree, triangles.packed(), place, search).run();
-    else
+    if (SearchSpace::isNear(place)) {
+        ClosestWalk closest(tree, triangles.packed(), place, search);
+        if (const int guess = triangles.placeOf(result); guess >= 0)
+            closest.beginAt(static_cast<std::size_t>(guess), result.weights);
+        closest.run();
+    } else {
         triangles.searchAll(search);
+    }
     result = triangles.pointAt(search.triangle(), search.weights());
     return true;
 }

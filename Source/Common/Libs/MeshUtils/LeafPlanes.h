@@ -40,14 +40,10 @@ struct LeafPlanes
         return height * height + outside * outside;
     }
 
-    /// A limit of the boxes with room for the rounding of heights, which is that of floats of the
-    /// size of the mesh, or of the place if that is farther out.
-    static float limitFor(float boxLimit, const std::array<float, 3>& place)
+    /// A limit of the boxes with room for the rounding of heights.
+    static float limitFor(float boxLimit, float rounding)
     {
-        float size = 1;
-        for (const float component : place)
-            size = std::max(size, std::abs(component));
-        const float distance = std::sqrt(boxLimit) + size * 0x1p-18F;
+        const float distance = std::sqrt(boxLimit) + rounding;
         return std::min(distance * distance, SearchSpace::NoLimit);
     }
 };

@@ -60,7 +60,7 @@ inline void searchRay(const BoxTree& tree, std::span<const SortedTriangle> trian
     };
     float limit = currentLimit();
     walk(
-        tree, [&](const BoxNode& node) { return boxes.distances(node, limit); },
+        tree, 0, [&](const BoxNode& node) { return boxes.distances(node, limit); },
         [&] { return limit; },
         [&](std::uint32_t first, std::uint32_t count) {
             for (const SortedTriangle& triangle :

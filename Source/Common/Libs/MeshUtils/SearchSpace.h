@@ -20,6 +20,7 @@ struct SearchBox
         constexpr float far = std::numeric_limits<float>::infinity();
         return {{far, far, far}, {-far, -far, -far}};
     }
+    [[nodiscard]] bool isEmpty() const { return lower[0] > upper[0]; }
     void widen(const SearchBox& other)
     {
         for (unsigned int i = 0; i < 3; ++i) {
@@ -66,6 +67,15 @@ public:
     static bool isNear(const std::array<float, 3>& place)
     {
         return std::ranges::all_of(place, [](float x) { return std::abs(x) < Farthest; });
+    }
+    /// Above the rounding of a few sums and products of floats of the size of the mesh, or of a
+    /// place if that is farther out.
+    static float roundingAt(const std::array<float, 3>& place)
+    {
+        float size = 1;
+        for (const float component : place)
+            size = std::max(size, std::abs(component));
+        return size * 0x1p-18F;
     }
     /// What a box's square distance must not exceed for it to be looked into.
     [[nodiscard]] float limitOf(double squareDistance) const

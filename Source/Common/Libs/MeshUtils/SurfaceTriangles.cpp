@@ -2,29 +2,30 @@
 
 #include "OpenSG/TriangleCorners.h"
 
-#include <algorithm>
 #include <utility>
 
-SurfaceTriangles::SurfaceTriangles(const osg::GeometryPtr& geometry) : geometry_(geometry)
+std::span<const osg::Pnt3f> searchedPositions(const osg::GeometryPtr& geometry)
 {
     const auto property =
         geometry ? osg::dcast<osg::GeoPositions3f>(geometry->getPositions()) : osg::NullFC;
-    if (!property)
+    return property ? std::span<const osg::Pnt3f>(property->values())
+                    : std::span<const osg::Pnt3f>();
+}
+
+SurfaceTriangles::SurfaceTriangles(const osg::GeometryPtr& geometry) : geometry_(geometry)
+{
+    const std::span<const osg::Pnt3f> positions = searchedPositions(geometry);
+    if (positions.empty())
         return;
-    const std::span<const osg::Pnt3f> positions = property->values();
     corners_ = osg::triangleCorners(*geometry);
     placeOfTriangle_.assign(corners_.size() / 3, -1);
     packed_.reserve(placeOfTriangle_.size());
     for (std::size_t t = 0; t < placeOfTriangle_.size(); ++t) {
-        const std::span<const unsigned int, 3> ids(&corners_[3 * t], 3);
-        if (std::ranges::max(ids) >= positions.size())
-            continue;
-        const std::array<osg::Pnt3f, 3> corners = {positions[ids[0]], positions[ids[1]],
-                                                   positions[ids[2]]};
-        if (!std::ranges::all_of(corners, isFinite))
-            continue;
-        placeOfTriangle_[t] = static_cast<int>(packed_.size());
-        packed_.emplace_back(corners, static_cast<int>(t));
+        const std::span<const unsigned int, 3> vertices(&corners_[3 * t], 3);
+        if (const auto corners = usableCorners(positions, vertices)) {
+            placeOfTriangle_[t] = static_cast<int>(packed_.size());
+            packed_.emplace_back(*corners, static_cast<int>(t));
+        }
     }
 }
 
@@ -47,13 +48,12 @@ void SurfaceTriangles::searchAll(ClosestSearch& search) const
         search.offer(triangle);
 }
 
-void SurfaceTriangles::offerGuess(const kyPointOnGeometry& guess, ClosestSearch& search) const
+int SurfaceTriangles::placeOf(const kyPointOnGeometry& point) const
 {
-    const auto number = static_cast<std::size_t>(guess.triangle);
-    if (guess.geometry != geometry_ || number >= placeOfTriangle_.size())
-        return;
-    if (const int place = placeOfTriangle_[number]; place >= 0)
-        search.offer(packed_[static_cast<std::size_t>(place)]);
+    const auto number = static_cast<std::size_t>(point.triangle);
+    return point.geometry == geometry_ && number < placeOfTriangle_.size()
+               ? placeOfTriangle_[number]
+               : -1;
 }
 
 kyPointOnGeometry SurfaceTriangles::pointAt(const SortedTriangle& triangle,

@@ -3,14 +3,30 @@
 #include "MeshUtils/ClosestOnTriangle.h"
 #include "MeshUtils/kyPointOnGeometry.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <vector>
 
-/// The triangles of a geometry as they were when it was read, packed for searching.
-///
-/// Only triangles that a search can find are kept: their vertex ids lie within the positions, whose
-/// kind is GeoPositions3f, and all three corners are finite. Numbers stay those of the geometry.
+/// The positions that a search reads: those of the kind GeoPositions3f. None of a null geometry.
+std::span<const osg::Pnt3f> searchedPositions(const osg::GeometryPtr& geometry);
+
+/// The corners of a triangle that a search can find: its vertex ids lie within the positions, and
+/// all three corners are finite.
+inline std::optional<std::array<osg::Pnt3f, 3>>
+usableCorners(std::span<const osg::Pnt3f> positions, std::span<const unsigned int, 3> vertices)
+{
+    if (std::ranges::max(vertices) >= positions.size())
+        return std::nullopt;
+    const std::array<osg::Pnt3f, 3> corners = {positions[vertices[0]], positions[vertices[1]],
+                                               positions[vertices[2]]};
+    return std::ranges::all_of(corners, isFinite) ? std::optional(corners) : std::nullopt;
+}
+
+/// The triangles of a geometry as they were when it was read, packed for searching: those that a
+/// search can find. Numbers stay those of the geometry.
 class SurfaceTriangles
 {
 public:
@@ -26,8 +42,9 @@ public:
 
     /// Offers all triangles.
     void searchAll(ClosestSearch& search) const;
-    /// Offers the triangle that a point on this geometry names; a bad one is passed over.
-    void offerGuess(const kyPointOnGeometry& guess, ClosestSearch& search) const;
+    /// Where the triangle that a point on this geometry names stands among the packed ones; -1 for
+    /// a point on another geometry, and for a triangle that isn't there.
+    [[nodiscard]] int placeOf(const kyPointOnGeometry& point) const;
     /// Where on the geometry a triangle's weights are.
     [[nodiscard]] kyPointOnGeometry pointAt(const SortedTriangle& triangle,
                                             const std::array<double, 3>& weights) const;
