@@ -8,6 +8,7 @@
 #include "cli/RelaxArguments.h"
 #include "cli/SeamArguments.h"
 #include "cli/SeamSearchArguments.h"
+#include "cli/TransferArguments.h"
 #include "document/Format.h"
 #include "picture/LayoutPicture.h"
 #include "picture/SurfacePicture.h"
@@ -23,9 +24,10 @@ namespace uvtool
 namespace
 {
 
-void addCommonOptions(CLI::App& command, CommonOptions& common)
+void addCommonOptions(CLI::App& command, CommonOptions& common, const char* input = "INPUT",
+                      const char* help = "The mesh file to read")
 {
-    command.add_option("INPUT", common.input, "The mesh file to read")->required();
+    command.add_option(input, common.input, help)->required();
     command.add_option("--slot", common.slot, "The UV slot, 0 to 7")
         ->check(numberFrom<std::size_t>(0, slotCount - 1))
         ->capture_default_str();
@@ -67,6 +69,17 @@ void addUnfoldOptions(CLI::App& command, UnfoldOptions& unfold)
         "Leave the islands where the unfolding puts them");
 }
 
+/// The slots to carry over, each once; the first is that of the pictures.
+void settleSlots(Options& options)
+{
+    std::vector<std::size_t>& slots = options.transfer.slots;
+    if (slots.empty())
+        slots.push_back(options.common.slot);
+    std::sort(slots.begin(), slots.end());
+    slots.erase(std::unique(slots.begin(), slots.end()), slots.end());
+    options.common.slot = slots.front();
+}
+
 /// What the options mean together, beyond what each of them may be.
 void checkTogether(const Options& options)
 {
@@ -87,8 +100,9 @@ void checkTogether(const Options& options)
     if (!format.isWritable)
         refuse("--output: a file named \"" + options.output.string() +
                "\" can't be written; give " + writableExtensions());
-    if (options.common.slot >= format.slots)
-        refuse("--slot " + std::to_string(options.common.slot) + ": a file of the kind \"" +
+    const std::size_t slot = options.transfer.slots.back();
+    if (slot >= format.slots)
+        refuse("--slot " + std::to_string(slot) + ": a file of the kind \"" +
                options.output.extension().string() + "\" holds " + std::to_string(format.slots) +
                " UV slot only; write another kind, or leave --slot out");
     const double texels = 2 * std::max(options.pack.marginTexels(), options.pack.gap);
@@ -198,6 +212,14 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
         "project", "Throws an image onto the meshes of a file from a plane, a cylinder or a box");
     addProjections(*project, options);
 
+    CLI::App* const transfer = app.add_subcommand(
+        "transfer", "Gives the meshes of a file the UVs of others of the same shape");
+    transfer->add_option("SOURCE", options.transfer.source, "The mesh file with the UVs")
+        ->required();
+    addCommonOptions(*transfer, options.common, "TARGET", "The mesh file that gets them");
+    addOutput(*transfer, options.output);
+    addTransferOptions(*transfer, options.transfer);
+
     checkCommand(app, arguments);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -224,7 +246,9 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
                       : constrain->parsed() ? Options::Constrain
                       : repair->parsed()    ? Options::Repair
                       : project->parsed()   ? Options::Project
+                      : transfer->parsed()  ? Options::Transfer
                                             : Options::Info;
+    settleSlots(options);
     checkTogether(options);
     return options;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "UVUtils/projection/kyUVTriplanarProjectionSettings.h"
+#include "UVUtils/repair/kyTransferGeoProperties.h"
 #include "UVUtils/solver/OptimizeSettings.h"
 #include "UVUtils/solver/PackSettings.h"
 
@@ -180,6 +181,18 @@ struct PathOptions
     const char* name() const { return edge.empty() ? "--vertices" : "--edge"; }
 };
 
+/// How the place on a source is found where a vertex lies.
+using TransferMethod = kyTransferGeoProperties::SampleMethod;
+
+/// Where UVs are carried over from, and how. The input is what gets them.
+struct TransferOptions
+{
+    std::filesystem::path source;
+    std::optional<std::size_t> geometry; ///< of the source; all without
+    TransferMethod method = kyTransferGeoProperties::ClosestBVH;
+    std::vector<std::size_t> slots; ///< ascending, not empty once the options are read
+};
+
 struct IslandsOptions
 {
     bool list = false; ///< tell the seeds as well
@@ -201,7 +214,8 @@ struct Options
         Seams,
         Repair,
         Path,
-        Project
+        Project,
+        Transfer
     };
 
     Command command = Info;
@@ -219,6 +233,7 @@ struct Options
     RelaxOptions relax;
     StraightOptions straight;
     ProjectOptions project;
+    TransferOptions transfer;
 
     bool writesMesh() const
     {

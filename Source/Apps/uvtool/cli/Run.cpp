@@ -42,6 +42,8 @@ ExitStatus perform(const Options& options, Console& console)
         return runRepair(options, console);
     case Options::Project:
         return runProject(options, console);
+    case Options::Transfer:
+        return runTransfer(options, console);
     }
     return WrongUsage;
 }

@@ -22,5 +22,6 @@ ExitStatus runOptimize(const Options& options, Console& console);
 ExitStatus runConstrain(const Options& options, Console& console);
 ExitStatus runRepair(const Options& options, Console& console);
 ExitStatus runProject(const Options& options, Console& console);
+ExitStatus runTransfer(const Options& options, Console& console);
 
 } // namespace uvtool

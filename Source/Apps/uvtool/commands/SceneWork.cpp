@@ -5,10 +5,13 @@
 namespace uvtool
 {
 
-void forEachScene(Task& task, const VerticesOf& verticesOf,
-                  const std::function<void(const SceneGeometry&, const SceneIslands&)>& use)
+namespace
 {
-    const std::size_t slot = task.options.common.slot;
+
+using UseOfScene = std::function<void(const SceneGeometry&, const SceneIslands&)>;
+
+void forEachScene(Task& task, std::size_t slot, const VerticesOf& verticesOf, const UseOfScene& use)
+{
     const auto useScene = [&](std::span<const std::size_t> numbers, bool isShell) {
         task.throwIfCancelled();
         const SceneGeometry scene = makeScene(task.document, numbers, slot, isShell, verticesOf);
@@ -22,13 +25,24 @@ void forEachScene(Task& task, const VerticesOf& verticesOf,
         useScene(std::span(&number, 1), false);
 }
 
-void forEachScene(Task& task,
-                  const std::function<void(const SceneGeometry&, const SceneIslands&)>& use)
+} // namespace
+
+void forEachScene(Task& task, const VerticesOf& verticesOf, const UseOfScene& use)
+{
+    forEachScene(task, task.options.common.slot, verticesOf, use);
+}
+
+void forEachScene(Task& task, std::size_t slot, const UseOfScene& use)
 {
     forEachScene(
-        task,
+        task, slot,
         [&task](std::size_t number) { return distinctCorners(task.document.geometries[number]); },
         use);
+}
+
+void forEachScene(Task& task, const UseOfScene& use)
+{
+    forEachScene(task, task.options.common.slot, use);
 }
 
 void throwUnlessOneScene(const Task& task, const char* option)

@@ -18,6 +18,10 @@ void forEachScene(Task& task,
 void forEachScene(Task& task, const VerticesOf& verticesOf,
                   const std::function<void(const SceneGeometry&, const SceneIslands&)>& use);
 
+/// The same of another slot than that of the options, at the distinct corners.
+void forEachScene(Task& task, std::size_t slot,
+                  const std::function<void(const SceneGeometry&, const SceneIslands&)>& use);
+
 /// A CommandError of status WrongUsage when ids of vertices were given and there are several
 /// geometries that they may belong to.
 ///

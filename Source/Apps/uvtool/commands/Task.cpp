@@ -16,27 +16,38 @@ namespace uvtool
 namespace
 {
 
+/// A shell is geometry 0 of its file.
 std::vector<std::size_t> chooseGeometries(const Document& document, const CommonOptions& options)
 {
-    const std::size_t count = document.geometries.size();
-    std::vector<std::size_t> all(count);
-    std::iota(all.begin(), all.end(), std::size_t{0});
-    if (!options.geometry || (options.shell && *options.geometry == 0))
-        return all;
-    if (options.shell)
-        throw CommandError(WrongUsage, "--geometry " + std::to_string(*options.geometry) +
-                                           ": with --shell " + options.input.string() +
-                                           " holds geometry 0 only");
-    if (*options.geometry < count)
-        return {*options.geometry};
-    throw CommandError(WrongUsage,
-                       "--geometry " + std::to_string(*options.geometry) + ": " +
-                           options.input.string() +
-                           (count == 1 ? " holds geometry 0 only"
-                                       : " holds geometries 0 to " + std::to_string(count - 1)));
+    if (!options.shell || !options.geometry)
+        return chooseGeometries(document, options.geometry, "--geometry");
+    if (*options.geometry == 0)
+        return chooseGeometries(document, std::nullopt, "--geometry");
+    throw CommandError(WrongUsage, "--geometry " + std::to_string(*options.geometry) +
+                                       ": with --shell " + options.input.string() +
+                                       " holds geometry 0 only");
 }
 
 } // namespace
+
+std::vector<std::size_t> chooseGeometries(const Document& document,
+                                          const std::optional<std::size_t>& number,
+                                          const char* option)
+{
+    const std::size_t count = document.geometries.size();
+    if (!number) {
+        std::vector<std::size_t> all(count);
+        std::iota(all.begin(), all.end(), std::size_t{0});
+        return all;
+    }
+    if (*number < count)
+        return {*number};
+    throw CommandError(WrongUsage,
+                       std::string(option) + " " + std::to_string(*number) + ": " +
+                           document.path.string() +
+                           (count == 1 ? " holds geometry 0 only"
+                                       : " holds geometries 0 to " + std::to_string(count - 1)));
+}
 
 Task::Task(const char* name, const Options& commandOptions, Console& commandConsole)
     : options(commandOptions), console(commandConsole), bar_(commandConsole),

@@ -14,11 +14,20 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace uvtool
 {
+
+/// The geometries of a document that the options choose: all, or the one of a number. A
+/// CommandError of status WrongUsage for one that isn't there.
+///
+/// option  by which it was given
+std::vector<std::size_t> chooseGeometries(const Document& document,
+                                          const std::optional<std::size_t>& number,
+                                          const char* option);
 
 /// A command under way: what it works on, what it has to tell, and the frame that all commands
 /// share.
@@ -48,6 +57,9 @@ public:
 
     /// Within a stage: the library's next operation is this share of it.
     void beginPartOfStage(double share) { progress_.setScale(share * stageShare_); }
+
+    /// Within a stage: this part of it is done.
+    void advance(double part) { progress_.incrementBy(part); }
 
     /// A CommandError of status Interrupted when the user asked to stop.
     void throwIfCancelled() const;

@@ -96,6 +96,14 @@ struct DocumentGeometry
     std::size_t polygonCount() const { return polygonOffsets.size() - 1; }
     std::size_t triangleCount() const { return polygonOfTriangle.size(); }
 
+    /// Has the triangle a UV at every corner?
+    bool isMapped(std::size_t triangle, std::size_t slot) const
+    {
+        return uvs[slot].has(triangles[3 * triangle]) &&
+               uvs[slot].has(triangles[3 * triangle + 1]) &&
+               uvs[slot].has(triangles[3 * triangle + 2]);
+    }
+
     std::size_t readPositionCount() const
     {
         return positions.values.size() - sourceOfNewPosition.size();

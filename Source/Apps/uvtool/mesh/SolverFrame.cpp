@@ -42,6 +42,13 @@ SolverFrame::SolverFrame(std::span<const Vec3d> points)
         exponent_ = -std::ilogb(size);
 }
 
+SolverFrame SolverFrame::doubled(int times) const
+{
+    SolverFrame larger = *this;
+    larger.exponent_ += times;
+    return larger;
+}
+
 Vec3f SolverFrame::toFrame(const Vec3d& point) const
 {
     Vec3f out{};
@@ -76,6 +83,14 @@ std::vector<Vec3d> scenePositionsOfCorners(const DocumentGeometry& geometry,
     for (Vec3d& position : positions)
         position = toScene(geometry.toWorld, position);
     return positions;
+}
+
+std::vector<Vec3d> scenePositions(const DocumentGeometry& geometry)
+{
+    std::vector<std::uint32_t> cornerOfPosition(geometry.positions.values.size(), 0);
+    for (std::uint32_t c = 0; c < geometry.cornerCount(); ++c)
+        cornerOfPosition[geometry.positions.ofCorner[c]] = c;
+    return scenePositionsOfCorners(geometry, cornerOfPosition);
 }
 
 } // namespace uvtool

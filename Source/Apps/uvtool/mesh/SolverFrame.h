@@ -18,6 +18,10 @@ class SolverFrame
 public:
     explicit SolverFrame(std::span<const Vec3d> points);
 
+    /// The same with a box so many times doubled, for operations whose tolerances are at home in
+    /// larger ones.
+    SolverFrame doubled(int times) const;
+
     Vec3f toFrame(const Vec3d& point) const;
 
     /// frame = scene * 2^exponent. A length of the frame is brought back with ldexp(x, -exponent).
@@ -42,5 +46,9 @@ std::vector<Vec3d> positionsOfCorners(const DocumentGeometry& geometry,
                                       std::span<const std::uint32_t> corners);
 std::vector<Vec3d> scenePositionsOfCorners(const DocumentGeometry& geometry,
                                            std::span<const std::uint32_t> corners);
+
+/// [number of the position] All of a geometry in the scene's space; for one that no corner has
+/// another one of it.
+std::vector<Vec3d> scenePositions(const DocumentGeometry& geometry);
 
 } // namespace uvtool

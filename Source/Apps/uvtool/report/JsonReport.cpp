@@ -188,6 +188,34 @@ Json projectedJson(const ProjectedCounts& projected)
             {"trianglesWithoutAxis", projected.trianglesWithoutAxis}};
 }
 
+Json transferJson(const TransferReport& transfer)
+{
+    Json json{{"source", transfer.source},
+              {"method", transfer.method},
+              {"surfaces", transfer.surfaces},
+              {"triangles", transfer.triangles}};
+    Json& slots = json["slots"] = Json::array();
+    for (const TransferReport::Slot& slot : transfer.slots)
+        slots.push_back({{"slot", slot.slot},
+                         {"islands", slot.islands},
+                         {"borderEdges", slot.borderEdges},
+                         {"unmappedTriangles", slot.unmappedTriangles}});
+    return json;
+}
+
+Json transfersJson(const std::vector<TransferCounts>& transfers)
+{
+    Json json = Json::array();
+    for (const TransferCounts& counts : transfers)
+        json.push_back({{"slot", counts.slot},
+                        {"islands", counts.islands},
+                        {"borderEdges", counts.borderEdges},
+                        {"newVertices", counts.newVertices},
+                        {"trianglesWithoutUVs", counts.trianglesWithoutUVs},
+                        {"distance", finiteOrNull(counts.distance)}});
+    return json;
+}
+
 Json geometryJson(const GeometryReport& geometry, const Report& report)
 {
     Json json;
@@ -226,9 +254,13 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
         json["repair"] = repairJson(*geometry.repair);
     if (geometry.projected)
         json["projected"] = projectedJson(*geometry.projected);
+    if (!geometry.transfers.empty())
+        json["transfers"] = transfersJson(geometry.transfers);
     if (geometry.result) {
         json["result"] = wordFor(*geometry.result);
-        if (!geometry.seams && !geometry.repair && !geometry.projected) {
+        if (!geometry.seams && !geometry.repair && !geometry.projected &&
+            geometry.transfers.empty())
+        {
             json["islandsDone"] = geometry.islandsDone;
             json["keptIslands"] = islandsJson(geometry.keptIslands);
         }
@@ -267,6 +299,8 @@ std::string jsonReport(const Report& report)
         json["texelsPerUnit"] = *report.texelsPerUnit;
     if (report.projection)
         json["projection"] = projectionJson(*report.projection);
+    if (report.transfer)
+        json["transfer"] = transferJson(*report.transfer);
     json["geometries"] = Json::array();
     for (const GeometryReport& geometry : report.geometries)
         json["geometries"].push_back(geometryJson(geometry, report));

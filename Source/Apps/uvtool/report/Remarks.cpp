@@ -181,6 +181,33 @@ void addProjected(const Report& report, Remarks& remarks)
                 "projects them");
 }
 
+/// What can't have been meant to lie on one another.
+bool isFarFromSource(const TransferCounts& counts, const TransferReport& transfer)
+{
+    constexpr double farAsShareOfSize = 0.02;
+    return counts.distance > farAsShareOfSize * transfer.size;
+}
+
+void addTransfer(const Report& report, Remarks& remarks)
+{
+    if (!report.transfer)
+        return;
+    remarks.add(tallyOf(report,
+                        [](const GeometryReport& geometry) {
+                            std::size_t count = 0;
+                            for (const TransferCounts& counts : geometry.transfers)
+                                count += counts.trianglesWithoutUVs;
+                            return count;
+                        }),
+                "triangle lies on a part of the source without UVs and keeps what it had",
+                "triangles lie on parts of the source without UVs and keep what they had");
+    for (const GeometryReport& geometry : report.geometries)
+        if (!geometry.transfers.empty() &&
+            isFarFromSource(geometry.transfers.front(), *report.transfer))
+            remarks.lines.push_back(nameOf(geometry) + " lies off the source in places; are the "
+                                                       "two of one shape, unit and place?");
+}
+
 /// The same warning about several geometries is one line.
 void addWarnings(const Report& report, Remarks& remarks)
 {
@@ -213,6 +240,7 @@ std::vector<std::string> remarksOn(const Report& report)
     addSeams(report, remarks);
     addMeshes(report, remarks);
     addProjected(report, remarks);
+    addTransfer(report, remarks);
     addWarnings(report, remarks);
     return std::move(remarks.lines);
 }

@@ -6,6 +6,7 @@
 #include "projection/ProjectionReport.h"
 #include "report/CheckReport.h"
 #include "report/RelaxReport.h"
+#include "report/TransferReport.h"
 #include "scene/RepairOperation.h"
 #include "scene/SceneIslands.h"
 
@@ -99,6 +100,7 @@ struct GeometryReport
     std::optional<LineReport> lines;          ///< where edges were named that are to be straight
     std::optional<RepairCounts> repair;       ///< of a command that makes them manifold
     std::optional<ProjectedCounts> projected; ///< of one that throws images
+    std::vector<TransferCounts> transfers;    ///< of one that carries UVs over, for each slot
 
     std::optional<Outcome> result;        ///< of commands that change UVs; empty if not reached
     std::size_t islandsDone = 0;          ///< that got new UVs
@@ -122,6 +124,7 @@ struct Report
     std::optional<CheckReport> check;    ///< of all geometries as one layout
     std::optional<double> texelsPerUnit; ///< of the UV plane, where islands were packed
     std::optional<ProjectionReport> projection;
+    std::optional<TransferReport> transfer;
     std::vector<std::string> warnings;
     std::optional<Outcome> result;
     std::string error; ///< why the result isn't a success

@@ -3,6 +3,7 @@
 #include "report/ProjectionText.h"
 #include "report/RelaxText.h"
 #include "report/Remarks.h"
+#include "report/TransferText.h"
 
 #include <algorithm>
 #include <array>
@@ -326,7 +327,7 @@ std::vector<std::string> textOfResult(const Report& report)
                     [](const GeometryReport& geometry) { return geometry.foundSeams; }))
         lines.push_back(lineOnSearch(report));
     for (const auto& text : {textOfRepair(report), textOfRelaxing(report), textOfLines(report),
-                             textOfProjection(report)})
+                             textOfProjection(report), textOfTransfer(report)})
         lines.insert(lines.end(), text.begin(), text.end());
     if (report.check) {
         lines.push_back(report.projection

@@ -1,6 +1,5 @@
 #include "scene/SceneGeometry.h"
 
-#include "mesh/SolverFrame.h"
 #include "solver/SolverGeometry.h"
 
 #include "OpenSGExt/kyGeoUtils.h"
@@ -91,6 +90,34 @@ VerticesOf distinctCornersOf(const Document& document)
     return [&document](std::size_t number) { return distinctCorners(document.geometries[number]); };
 }
 
+std::vector<SurfaceVertices> surfacesOf(const Document& document,
+                                        std::span<const std::size_t> numbers,
+                                        const VerticesOf& verticesOf)
+{
+    std::vector<SurfaceVertices> surfaces;
+    surfaces.reserve(numbers.size());
+    for (const std::size_t number : numbers)
+        surfaces.push_back(placeVertices(document.geometries[number], verticesOf(number)));
+    return surfaces;
+}
+
+SceneGeometry sceneOf(const Document& document, std::span<const std::size_t> numbers,
+                      std::size_t slot, bool isShell, const std::vector<SurfaceVertices>& surfaces,
+                      const SolverFrame& frame)
+{
+    SceneGeometry scene;
+    scene.node = osg::Node::create();
+    scene.isShell = isShell;
+    if (isShell) {
+        const osg::GeometryPtr shell = osg::Geometry::create();
+        shell->setGeometryType(osg::Geometry::ShellType);
+        scene.node->setCore(shell);
+    }
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        addSurface(document.geometries[numbers[i]], numbers[i], slot, surfaces[i], frame, scene);
+    return scene;
+}
+
 } // namespace
 
 void SceneGeometry::forEachSurface(const std::function<void(const osg::GeometryPtr&)>& use) const
@@ -106,22 +133,16 @@ void SceneGeometry::forEachSurface(const std::function<void(const osg::GeometryP
 SceneGeometry makeScene(const Document& document, std::span<const std::size_t> numbers,
                         std::size_t slot, bool isShell, const VerticesOf& verticesOf)
 {
-    SceneGeometry scene;
-    scene.node = osg::Node::create();
-    scene.isShell = isShell;
-    if (isShell) {
-        const osg::GeometryPtr shell = osg::Geometry::create();
-        shell->setGeometryType(osg::Geometry::ShellType);
-        scene.node->setCore(shell);
-    }
-    std::vector<SurfaceVertices> surfaces;
-    surfaces.reserve(numbers.size());
-    for (const std::size_t number : numbers)
-        surfaces.push_back(placeVertices(document.geometries[number], verticesOf(number)));
-    const SolverFrame frame = commonFrame(surfaces);
-    for (std::size_t i = 0; i < numbers.size(); ++i)
-        addSurface(document.geometries[numbers[i]], numbers[i], slot, surfaces[i], frame, scene);
-    return scene;
+    const std::vector<SurfaceVertices> surfaces = surfacesOf(document, numbers, verticesOf);
+    return sceneOf(document, numbers, slot, isShell, surfaces, commonFrame(surfaces));
+}
+
+SceneGeometry makeScene(const Document& document, std::span<const std::size_t> numbers,
+                        std::size_t slot, bool isShell, const VerticesOf& verticesOf,
+                        const SolverFrame& frame)
+{
+    return sceneOf(document, numbers, slot, isShell, surfacesOf(document, numbers, verticesOf),
+                   frame);
 }
 
 SceneGeometry makePlainScene(const Document& document, std::size_t number, std::size_t slot)

@@ -3,6 +3,7 @@
 #include "document/Document.h"
 #include "layout/DocumentLayout.h"
 #include "mesh/CornerVertices.h"
+#include "mesh/SolverFrame.h"
 
 #include "OpenSG/Geometry.h"
 #include "OpenSG/Node.h"
@@ -64,5 +65,10 @@ SceneGeometry makeShellScene(const Document& document, std::span<const std::size
 /// UV of the slot. A plain geometry is a single one.
 SceneGeometry makeScene(const Document& document, std::span<const std::size_t> numbers,
                         std::size_t slot, bool isShell, const VerticesOf& verticesOf);
+
+/// The same in a frame that it may have in common with others.
+SceneGeometry makeScene(const Document& document, std::span<const std::size_t> numbers,
+                        std::size_t slot, bool isShell, const VerticesOf& verticesOf,
+                        const SolverFrame& frame);
 
 } // namespace uvtool

@@ -14,20 +14,6 @@ namespace
 constexpr float slantU = 0.37F;
 constexpr float slantV = 0.61F;
 
-/// [number of the position] a corner that has it
-std::vector<std::uint32_t> cornerOfPosition(const DocumentGeometry& geometry)
-{
-    std::vector<std::uint32_t> corners(geometry.positions.values.size(), 0);
-    for (std::uint32_t c = 0; c < geometry.cornerCount(); ++c)
-        corners[geometry.positions.ofCorner[c]] = c;
-    return corners;
-}
-
-std::vector<Vec3d> scenePositions(const DocumentGeometry& geometry)
-{
-    return scenePositionsOfCorners(geometry, cornerOfPosition(geometry));
-}
-
 SlotValues slantedView(const DocumentGeometry& geometry, const SolverFrame& frame)
 {
     SlotValues uvs;
