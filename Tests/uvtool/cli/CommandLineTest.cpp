@@ -46,7 +46,7 @@ TEST(CommandLine, WrongUsageIsOneLineThatSaysWhy)
         {{"info", in, "--quiet", "--verbose"}, "--verbose"},
         {{"unfold", in}, "--output"},
         {{"unfold", in, "-o", "out.stl"}, "out.stl"},
-        {{"unfold", in, "-o", out, "--slot", "1"}, "--slot 1"},
+        {{"unfold", in, "-o", out, "--slot", "1"}, "slot 1: a file"},
         {{"unfold", in, "-o", out, "--room", "-1"}, "\"-1\" is no number from 0 up"},
         {{"pack", in, "-o", out, "--resolution", "0"}, "--resolution"},
         {{"pack", in, "-o", out, "--gap", "600"}, "--resolution"},

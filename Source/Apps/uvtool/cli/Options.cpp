@@ -102,9 +102,9 @@ void checkTogether(const Options& options)
                "\" can't be written; give " + writableExtensions());
     const std::size_t slot = options.transfer.slots.back();
     if (slot >= format.slots)
-        refuse("--slot " + std::to_string(slot) + ": a file of the kind \"" +
+        refuse("slot " + std::to_string(slot) + ": a file of the kind \"" +
                options.output.extension().string() + "\" holds " + std::to_string(format.slots) +
-               " UV slot only; write another kind, or leave --slot out");
+               " UV slot only; write another kind, or choose another slot");
     const double texels = 2 * std::max(options.pack.marginTexels(), options.pack.gap);
     if (texels >= options.pack.resolution)
         refuse("--gap and --margin leave no room in " + std::to_string(options.pack.resolution) +
