@@ -13,45 +13,42 @@
 class PathReference
 {
 public:
-    PathReference(const std::vector<osg::Pnt3f>& positions, const Ids& triangles,
-                  const Ids& islandOfVertex)
-        : positions_(positions), triangles_(triangles), islands_(islandOfVertex)
+    PathReference(std::vector<osg::Pnt3f> positions, const Ids& triangles, Ids islandOfVertex)
+        : positions_(std::move(positions)), islands_(std::move(islandOfVertex))
     {
-        for (const Edge& edge : sides())
-            ++sidesOf_[edge];
-        for (const auto& [edge, count] : sidesOf_)
-            if (count == 1)
+        for (std::size_t i = 0; i + 2 < triangles.size(); i += 3)
+            for (const std::size_t k : {0U, 1U, 2U})
+                sides_.emplace_back(triangles[i + k], triangles[i + (k + 1) % 3]);
+        for (const Edge& edge : sides_)
+            if (isBorder(edge))
                 borderVertices_.insert({edge.first, edge.second});
     }
 
     FlatEdgeList shortestPath(const Ids& picked, bool alongBorders)
     {
-        for (const unsigned id : picked)
-            if (alongBorders && !borderVertices_.contains(id))
-                return {};
         std::set<Edge> met;
-        adjacency_.clear();
-        for (const Edge& edge : sides())
-            if (met.insert(edge).second && (!alongBorders || sidesOf_[edge] == 1)) {
-                adjacency_[edge.first].push_back(edge.second);
-                adjacency_[edge.second].push_back(edge.first);
+        neighbours_.clear();
+        for (const Edge& edge : sides_)
+            if (met.insert(edge).second && (!alongBorders || isBorder(edge))) {
+                neighbours_[edge.first].push_back(edge.second);
+                neighbours_[edge.second].push_back(edge.first);
             }
         FlatEdgeList edges;
-        for (std::size_t i = 1; i < picked.size() && appendLeg(picked[i - 1], picked[i], edges);)
-            ++i;
+        if (!alongBorders || std::all_of(picked.begin(), picked.end(), [this](unsigned id) {
+                return borderVertices_.contains(id);
+            }))
+            for (std::size_t i = 1; i < picked.size(); ++i)
+                if (!appendLeg(picked[i - 1], picked[i], edges))
+                    break;
         return edges;
     }
 
 private:
     static constexpr float far = std::numeric_limits<float>::max();
 
-    std::vector<Edge> sides() const
+    bool isBorder(const Edge& edge) const
     {
-        std::vector<Edge> all;
-        for (std::size_t i = 0; i + 2 < triangles_.size(); i += 3)
-            for (const std::size_t k : {0U, 1U, 2U})
-                all.emplace_back(triangles_[i + k], triangles_[i + (k + 1) % 3]);
-        return all;
+        return std::count(sides_.begin(), sides_.end(), edge) == 1;
     }
 
     /// By island.
@@ -72,95 +69,79 @@ private:
 
     bool appendLeg(unsigned a, unsigned b, FlatEdgeList& edges)
     {
-        std::map<unsigned, unsigned> starts{{islands_[a], a}};
+        const bool areApart = islands_[a] != islands_[b];
         std::map<unsigned, unsigned> targets{{islands_[b], b}};
-        if (islands_[a] != islands_[b]) {
-            starts = candidates(a);
+        if (areApart)
             targets = candidates(b);
-        }
         float best = far;
         Ids path;
-        for (const auto& [island, s] : starts) {
-            if (!targets.contains(island))
+        for (const auto& [island, s] : candidates(a)) {
+            if (!targets.contains(island) || (!areApart && island != islands_[a]))
                 continue;
             const unsigned t = targets[island];
             search(s, t);
-            if (!(best > dist_[t]))
+            if (!(best > distances_[t]))
                 continue;
-            best = dist_[t];
+            best = distances_[t];
             path = {t};
             while (path.back() != s)
-                path.push_back(prev_[path.back()]);
+                path.push_back(previous_[path.back()]);
         }
         for (std::size_t i = path.size(); i > 1; --i)
             edges.insert(edges.end(), {path[i - 1], path[i - 2]});
         return path.size() >= 2;
     }
 
-    void swapAt(std::size_t i, std::size_t j)
-    {
-        std::swap(heap_[i], heap_[j]);
-        place_[heap_[i]] = i;
-        place_[heap_[j]] = j;
-    }
+    float keyAt(std::size_t place) const { return distances_[heap_[place]]; }
     void siftDown(std::size_t i)
     {
         while (2 * i + 1 < heap_.size()) {
             const std::size_t left = 2 * i + 1;
-            const std::size_t right = left + 1;
-            const std::size_t child =
-                right == heap_.size() || dist_[heap_[left]] < dist_[heap_[right]] ? left : right;
-            if (!(dist_[heap_[i]] > dist_[heap_[child]]))
+            const std::size_t right = std::min(left + 1, heap_.size() - 1);
+            const std::size_t child = keyAt(left) < keyAt(right) ? left : right;
+            if (!(keyAt(i) > keyAt(child)))
                 return;
-            swapAt(i, child);
+            std::swap(heap_[i], heap_[child]);
             i = child;
         }
-    }
-    void siftUp(std::size_t i)
-    {
-        for (; i > 0 && dist_[heap_[(i - 1) / 2]] > dist_[heap_[i]]; i = (i - 1) / 2)
-            swapAt(i, (i - 1) / 2);
     }
 
     void search(unsigned s, unsigned t)
     {
-        dist_.assign(positions_.size(), far);
-        dist_[s] = 0;
+        distances_.assign(positions_.size(), far);
+        distances_[s] = 0;
         heap_.clear();
-        place_.clear();
-        for (unsigned v = 0; v < positions_.size(); ++v) {
-            place_[v] = heap_.size();
+        for (unsigned v = 0; v < positions_.size(); ++v)
             heap_.push_back(v);
-        }
         for (std::size_t i = heap_.size(); i-- > 0;)
             siftDown(i);
         while (!heap_.empty()) {
             const unsigned u = heap_.front();
-            swapAt(0, heap_.size() - 1);
+            heap_.front() = heap_.back();
             heap_.pop_back();
-            place_.erase(u);
             siftDown(0);
-            if (dist_[u] == far || u == t)
+            if (distances_[u] == far || u == t)
                 return;
-            for (const unsigned v : adjacency_[u]) {
-                const float d = dist_[u] + (positions_[u] - positions_[v]).length();
-                if (!place_.contains(v) || !(dist_[v] > d))
+            for (const unsigned v : neighbours_[u]) {
+                const float distance = distances_[u] + (positions_[u] - positions_[v]).length();
+                const auto found = std::find(heap_.begin(), heap_.end(), v);
+                if (found == heap_.end() || !(distances_[v] > distance))
                     continue;
-                dist_[v] = d;
-                prev_[v] = u;
-                siftUp(place_[v]);
+                distances_[v] = distance;
+                previous_[v] = u;
+                for (auto i = static_cast<std::size_t>(found - heap_.begin());
+                     i > 0 && keyAt((i - 1) / 2) > keyAt(i); i = (i - 1) / 2)
+                    std::swap(heap_[i], heap_[(i - 1) / 2]);
             }
         }
     }
 
     std::vector<osg::Pnt3f> positions_;
-    Ids triangles_;
     Ids islands_;
-    std::map<Edge, int> sidesOf_;
+    std::vector<Edge> sides_;
     std::set<unsigned> borderVertices_;
-    std::map<unsigned, Ids> adjacency_;
-    std::vector<float> dist_;
-    std::map<unsigned, unsigned> prev_;
+    std::map<unsigned, Ids> neighbours_;
+    std::vector<float> distances_;
+    std::map<unsigned, unsigned> previous_;
     Ids heap_;
-    std::map<unsigned, std::size_t> place_;
 };
