@@ -83,8 +83,7 @@ std::vector<Place> find(const osg::Geometry& geometry, std::span<const Id> ids, 
     const osg::GeoPTypesPtr types = geometry.getTypes();
     const osg::GeoPLengthsPtr lengths = geometry.getLengths();
     const std::size_t stride = geometry.getCornerStride();
-    const std::size_t offset =
-        stride == 1 ? 0 : geometry.getCornerOffset(osg::Geometry::MapPosition);
+    const std::size_t offset = geometry.getCornerOffset(osg::Geometry::MapPosition);
     const std::size_t cornerCount = ids.size() / stride;
     std::vector<Place> places;
     std::size_t corner = 0;
