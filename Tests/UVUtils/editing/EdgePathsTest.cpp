@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <optional>
-
 namespace
 {
 
@@ -31,170 +29,113 @@ PathReference referenceOn(const osg::GeometryPtr& work)
             islandsBySpreading(triangles, static_cast<unsigned>(positions.size()))};
 }
 
-/// Rows of vertices at any places, ids row by row:
+/// A flat grid, on which very many paths are equally long, ids row by row:
 ///
 ///     5 - 6 - 7 - 8 - 9
 ///     | / | / | / | / |
 ///     0 - 1 - 2 - 3 - 4
-osg::RefPtr<osg::Node> gridOf(unsigned columns, unsigned rows, bool isRing,
-                              osg::Pnt3f (*place)(float x, float y))
+///
+/// cracks  makes two islands of it, with slits and loose triangles, and maybe bends it
+osg::RefPtr<osg::Node> gridOf(unsigned side, Random* cracks = nullptr)
 {
+    const unsigned count = side * side;
     std::vector<osg::Pnt3f> positions;
+    for (unsigned i = 0; i < count; ++i)
+        positions.emplace_back(i % side, i / side, 0);
+    if (cracks && cracks->oneIn(2))
+        for (osg::Pnt3f& position : positions)
+            position[2] = 0.4F * static_cast<float>(cracks->below(3));
+    if (cracks)
+        for (unsigned i = 0; i < count; ++i)
+            positions.push_back(positions[i]);
     Ids triangles;
-    for (unsigned i = 0; i < columns * rows; ++i) {
-        const unsigned x = i % columns;
-        const unsigned y = i / columns;
-        positions.push_back(place(static_cast<float>(x), static_cast<float>(y)));
-        const unsigned right = x + 1 < columns ? i + 1 : i + 1 - columns;
-        if (y + 1 < rows && (isRing || right > i))
-            triangles.insert(triangles.end(),
-                             {i, right, right + columns, i, right + columns, i + columns});
+    for (unsigned i = 0; i + side < count; ++i) {
+        if (i % side + 1 == side)
+            continue;
+        for (const unsigned corner : {i, i + 1, i + side + 1, i, i + side + 1, i + side}) {
+            triangles.push_back(corner + (cracks && i % side >= side / 2 ? count : 0));
+            if (!cracks || !cracks->oneIn(12))
+                continue;
+            triangles.back() = static_cast<unsigned>(positions.size());
+            positions.push_back(positions[corner]);
+        }
     }
-    return osg::RefPtr<osg::Node>(nodeOf(geometryOf(positions, triangles)));
+    const osg::GeometryPtr grid = geometryOf(positions, triangles);
+    UVs uvs; // which keep a mesh from closing the cracks
+    for (std::size_t v = 0; v < positions.size(); ++v)
+        uvs.emplace_back(v, 0);
+    grid->setTexSlot(slot, tiny::texCoords(uvs));
+    return osg::RefPtr<osg::Node>(nodeOf(grid));
 }
 
-osg::RefPtr<osg::Node> flatGrid(unsigned side)
-{
-    return gridOf(side, side, false, [](float x, float y) { return osg::Pnt3f(x, y, 0); });
-}
-
-/// Among them flat grids, on which very many paths are equally long.
 osg::RefPtr<osg::Node> anyNode()
 {
-    switch (*rc::gen::inRange(0, 5)) {
-    case 0:
-        return osg::RefPtr<osg::Node>(nodeOf(randomSoup()));
-    case 1:
-    case 2:
-        return flatGrid(*rc::gen::inRange(4U, 12U));
-    default:
-        return randomNode();
-    }
+    Random random(*rc::gen::arbitrary<std::uint32_t>());
+    const unsigned kind = random.below(6);
+    return kind == 0   ? randomNode()
+           : kind == 1 ? osg::RefPtr<osg::Node>(nodeOf(randomSoup()))
+           : kind == 2 ? gridOf(random.between(4, 11))
+                       : gridOf(random.between(3, 8), &random);
 }
 
-RC_GTEST_PROP(EdgePaths, AreThoseOfThePlainSearchOnRandomNodes, (bool useMesh))
+RC_GTEST_PROP(EdgePaths, AreThoseOfThePlainSearches, (bool useMesh, bool onBorders, bool stop))
 {
     const osg::RefPtr<osg::Node> node = anyNode();
-    std::optional<WithoutCompactMesh> plain;
-    if (!useMesh)
-        plain.emplace();
+    const WithoutCompactMesh plain;
+    kyUVUtils::setUseCompactMesh(useMesh);
     const CompactMeshScope scope(coreOf(node), node, slot);
     PathReference reference = referenceOn(scope.getGeometry());
-    const auto vertexCount =
-        static_cast<unsigned>(kyUVUtils::getAllVertices(coreOf(node), node).size());
-    const Ids picked = *rc::gen::container<Ids>(*rc::gen::inRange<std::size_t>(2, 5),
-                                                rc::gen::inRange(0U, vertexCount));
-    Ids work = picked;
-    for (unsigned& id : work)
-        id = scope.getMesh() ? scope.getMesh()->mapVertFToC(id) : id;
-    for (const bool onBorders : {false, true}) {
-        FlatEdgeList path = reference.shortestPath(work, onBorders);
-        scope.toCallerIds(path);
-        RC_ASSERT(pathOn(node, picked, onBorders) == path);
+    const auto end = sizeOf(kyUVUtils::getAllVertices(coreOf(node), node));
+    const auto angle = [] { return *rc::gen::element(0.F, 10.F, 50.F, 91.F, 180.F); };
+    for (int round = 0; round < 5; ++round) {
+        Ids picked = *rc::gen::container<Ids>( // the last ones are along cracks
+            *rc::gen::inRange<std::size_t>(2, 5),
+            rc::gen::oneOf(rc::gen::inRange(0U, end), rc::gen::inRange(2 * end / 3, end)));
+        const FlatEdgeList path = pathOn(node, picked, onBorders);
+        const FlatEdgeList all = kyUVUtils::getAllEdges(coreOf(node), node, slot);
+        Edge start(picked[0], picked[1]);
+        if (!all.empty() && round > 0)
+            start = *rc::gen::elementOf(edgesOf(all));
+        const float inSurface = angle();
+        const float inSpace = angle();
+        const FlatEdgeList walk =
+            kyUVUtils::findContiguousEdges(node, slot, start, inSurface, inSpace, onBorders, stop);
+
+        if (scope.getMesh()) {
+            start = scope.getMesh()->mapEdgeFToC(start);
+            for (unsigned& id : picked)
+                id = scope.getMesh()->mapVertFToC(id);
+        }
+        FlatEdgeList plainPath = reference.shortestPath(picked, onBorders);
+        scope.toCallerIds(plainPath);
+        RC_ASSERT(path == plainPath);
+        FlatEdgeList plainWalk =
+            reference.contiguousEdges(start, inSurface, inSpace, onBorders, stop);
+        scope.toCallerIds(plainWalk);
+        RC_ASSERT(walk == plainWalk);
     }
 }
 
-RC_GTEST_PROP(EdgePaths, GoOnAlongEdgesOnly, (bool bordersOnly, bool stopAtBorders))
+TEST(EdgePaths, OfAGridAreThoseThatOneSees)
 {
-    const osg::RefPtr<osg::Node> node = anyNode();
-    const FlatEdgeList pairs = kyUVUtils::getAllEdges(coreOf(node), node, slot);
-    RC_PRE(!pairs.empty());
-    const std::vector<Edge> all = edgesOf(pairs);
-    const Edge start = *rc::gen::elementOf(all);
-    const auto angle = static_cast<float>(*rc::gen::inRange(0, 150));
-    const FlatEdgeList found = kyUVUtils::findContiguousEdges(node, slot, start, angle, angle + 30,
-                                                              bordersOnly, stopAtBorders);
-    for (const Edge& edge : edgesOf(found))
-        RC_ASSERT(std::count(all.begin(), all.end(), edge) > 0);
-    RC_ASSERT((found.empty() ? bordersOnly : Edge(found[0], found[1]) == start));
-}
-
-/// Quads in a row that touch and share no vertex:
-///
-///     3 - 2 7 - 6 ...
-///     | / | | / |
-///     0 - 1 4 - 5 ...
-TEST(EdgePaths, RunWithinIslandsThatHaveTwinsOfBothEnds)
-{
-    const osg::GeometryPtr quads = quadsApart(3);
-    for (unsigned i = 0; i < 12; ++i)
-        quads->getPositions()->setValue(
-            osg::Pnt3f(i / 4 + (i % 4 == 1 || i % 4 == 2), i % 4 < 2 ? 0 : 1, 0), i);
-    const osg::RefPtr<osg::Node> node(nodeOf(quads));
-    const WithoutCompactMesh plain;
-    const struct
-    {
-        const char* name;
-        Ids picked;
-        bool alongBorders;
-        FlatEdgeList edges;
-    } cases[] = {{"to the twin of the second one", {0, 7}, false, {0, 2}},
-                 {"in the island of the twins that is not the first's", {2, 6}, false, {7, 6}},
-                 {"no island has both", {3, 2, 1, 10, 8}, false, {3, 2, 2, 1}},
-                 {"one twice", {0, 2, 2, 3}, false, {0, 2}},
-                 {"not along the diagonal", {0, 2}, true, {0, 1, 1, 2}},
-                 {"stale ids", {0, 99, 2}, false, {0, 2}}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(pathOn(node, c.picked, c.alongBorders), c.edges);
-    }
-    const osg::RefPtr<osg::Node> grid = flatGrid(5);
-    EXPECT_EQ(pathOn(grid, {0, 12}, true), FlatEdgeList()) << "12 is inside";
+    const osg::RefPtr<osg::Node> grid = gridOf(5);
     const osg::RefPtr<osg::Node> broken(nodeOf(brokenQuad()));
+    const auto goOn = [](const osg::NodePtr& node, const Edge& edge, bool stopAtBorders) {
+        return kyUVUtils::findContiguousEdges(node, slot, edge, 10, 10, false, stopAtBorders);
+    };
     EXPECT_EQ(pathOn(broken, {0, 1}), (FlatEdgeList{1, 2, 3})) << "nothing was searched";
-}
-
-TEST(EdgePaths, GoOnStraight)
-{
-    constexpr float pi = 3.14159265F;
-    const osg::RefPtr<osg::Node> grid = flatGrid(5);
-    const osg::RefPtr<osg::Node> tube = gridOf(6, 3, true, [](float x, float y) {
-        return osg::Pnt3f(std::cos(x * pi / 3), std::sin(x * pi / 3), y);
-    });
-    const osg::RefPtr<osg::Node> sheet(nodeOf(geometryOf( // twice, so that normals cancel out
-        {osg::Pnt3f(0, 0, 0), osg::Pnt3f(1, 0, 0), osg::Pnt3f(2, 0, 0), osg::Pnt3f(1, 1, 0)},
-        {0, 1, 3, 1, 2, 3, 1, 0, 3, 2, 1, 3})));
+    EXPECT_EQ(goOn(broken, {0, 1}, false), FlatEdgeList());
+    EXPECT_EQ(goOn(osg::NullFC, {0, 1}, false), FlatEdgeList());
+    EXPECT_EQ(goOn(grid, {1, 25}, false), FlatEdgeList()) << "of the mesh";
     const WithoutCompactMesh plain;
-    const FlatEdgeList row{11, 12, 12, 13, 13, 14, 11, 10};
-    const FlatEdgeList bottom{1, 2, 2, 3, 3, 4, 1, 0};
-    const struct
-    {
-        const char* name;
-        osg::NodePtr node;
-        Edge start;
-        float surfaceAngle;
-        float edgeAngle;
-        bool bordersOnly;
-        bool stopAtBorders;
-        FlatEdgeList edges;
-    } cases[] = {
-        {"a line of the grid", grid, {12, 11}, 10, 10, false, false, row},
-        {"perfectly straight", grid, {11, 12}, 0, 0, false, false, row},
-        {"up to the border", grid, {11, 12}, 91, 91, false, true, row},
-        {"from the border", grid, {10, 11}, 91, 91, false, true, {10, 11, 11, 12, 12, 13, 13, 14}},
-        {"no border edge", grid, {11, 12}, 10, 10, true, false, {}},
-        {"along the border", grid, {1, 2}, 10, 10, true, false, bottom},
-        {"on the border, where there is no stop", grid, {1, 2}, 10, 10, false, true, bottom},
-        {"no vertex", grid, {1, 25}, 10, 10, false, false, {}},
-        {"not a number", grid, {1, 2}, std::nanf(""), 10, false, false, {1, 2}},
-        {"a ring",
-         tube,
-         {6, 7},
-         10,
-         70,
-         false,
-         false,
-         {6, 7, 7, 8, 8, 9, 9, 10, 10, 11, 11, 6, 6, 11}},
-        {"too bent in space", tube, {6, 7}, 10, 50, false, false, {6, 7}},
-        {"without normals", sheet, {0, 1}, 30, 30, false, false, {0, 1, 1, 2}}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        EXPECT_EQ(kyUVUtils::findContiguousEdges(c.node, slot, c.start, c.surfaceAngle, c.edgeAngle,
-                                                 c.bordersOnly, c.stopAtBorders),
-                  c.edges);
-    }
-    EXPECT_EQ(kyUVUtils::findContiguousEdges(osg::NullFC, slot, {0, 1}, 9, 9, false, false),
-              FlatEdgeList());
+    EXPECT_EQ(goOn(grid, {1, 25}, false), FlatEdgeList());
+    EXPECT_EQ(goOn(grid, {12, 11}, true), (FlatEdgeList{11, 12, 12, 13, 13, 14, 11, 10}));
+    EXPECT_EQ(goOn(grid, {11, 10}, true), (FlatEdgeList{10, 11, 11, 12, 12, 13, 13, 14}));
+    EXPECT_EQ(pathOn(grid, {18, 0, 1}), (FlatEdgeList{18, 12, 12, 6, 6, 0, 0, 1}));
+    EXPECT_EQ(pathOn(grid, {0, 99, 1, 1, 2}), (FlatEdgeList{0, 1})) << "no vertex 99";
+    EXPECT_EQ(pathOn(grid, {0, 6}, true), FlatEdgeList());
+    EXPECT_EQ(pathOn(grid, {9, 0, 4}, true),
+              (FlatEdgeList{9, 4, 4, 3, 3, 2, 2, 1, 1, 0, 0, 1, 1, 2, 2, 3, 3, 4}));
 }
 
 } // namespace

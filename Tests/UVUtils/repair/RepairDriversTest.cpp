@@ -36,7 +36,7 @@ Mesh meshOf(const osg::GeometryPtr& geometry)
             uvSlot(geometry, slot)->getValues()};
 }
 
-/// Up to three surfaces, of which the first may stand there twice.
+/// Up to three surfaces, some of them hidden, of which the first may stand there twice.
 NodeRef randomShellOfSoups()
 {
     std::vector<osg::GeometryPtr> surfaces;
@@ -44,10 +44,13 @@ NodeRef randomShellOfSoups()
         surfaces.push_back(randomSoup());
     if (!surfaces.empty() && *rc::gen::arbitrary<bool>())
         surfaces.push_back(surfaces[0]);
-    return NodeRef(shellOf(surfaces));
+    const NodeRef shell(shellOf(surfaces));
+    for (unsigned i = 0; i < shell->getNChildren(); ++i)
+        shell->getChild(i)->setTravMask(*rc::gen::inRange(0U, 4U));
+    return shell;
 }
 
-/// Groups, shells and plain geometries in each other, some hidden, the geometries with instances.
+/// Groups, shells and plain geometries in each other, the geometries with instances.
 /// None of those is a surface of a shell: it might grow before the walk gets there.
 NodeRef randomScene()
 {
@@ -55,14 +58,13 @@ NodeRef randomScene()
     std::vector<NodeRef> groups{root};
     std::vector<NodeRef> groupsAndShells{root};
     std::vector<osg::NodeCorePtr> cores;
-    for (int count = *rc::gen::inRange(1, 9); count > 0; --count) {
+    for (int count = *rc::gen::inRange(1, 12); count > 0; --count) {
         const int kind = *rc::gen::inRange(0, 6);
         if (kind == 4 || cores.empty())
             cores.emplace_back(randomSoup());
         const NodeRef node = kind < 2   ? NodeRef(nodeOf(osg::Group::create()))
                              : kind < 4 ? randomShellOfSoups()
                                         : NodeRef(nodeOf(*rc::gen::elementOf(cores)));
-        node->setTravMask(*rc::gen::inRange(0U, 4U));
         (*rc::gen::elementOf(kind < 4 ? groupsAndShells : groups))->addChild(node);
         if (kind < 2)
             groups.push_back(node);
@@ -170,8 +172,8 @@ RC_GTEST_PROP(RepairDrivers, RepairAnySceneGeometryByGeometryAndTakeItBack, (boo
     stack.clear();
 }
 
-/// Edges of three triangles each, far from each other; edges of two that some without an area run
-/// along as well; and bow-ties.
+/// Edges of three triangles each, far from each other; triangles without an area, all but the first
+/// along an edge of two others; and bow-ties.
 osg::GeometryPtr defects(unsigned edges, unsigned degenerate, unsigned bowTies)
 {
     std::vector<osg::Pnt3f> positions;
@@ -185,7 +187,8 @@ osg::GeometryPtr defects(unsigned edges, unsigned degenerate, unsigned bowTies)
         }
     };
     add(edges, {0, 1, 2, 1, 0, 3, 0, 1, 4});
-    add(degenerate, {0, 1, 2, 1, 0, 3, 0, 1, 1});
+    add(std::min(degenerate, 1U), {0, 1, 1});
+    add(std::max(degenerate, 1U) - 1, {0, 1, 2, 1, 0, 3, 0, 1, 1});
     add(bowTies, {0, 1, 2, 0, 3, 4});
     const osg::GeometryPtr geometry = geometryOf(positions, ids);
     geometry->setTexSlot(slot, tiny::texCoords(UVs(positions.size())));
@@ -202,6 +205,8 @@ TEST(RepairDrivers, TellWhatWasFixedAndWhyNothingWas)
         {3, 1, 0, "(1 degenerate triangle, 3 non-manifold edges)"},
         {1, 2, 1, "(2 degenerate triangles, 1 non-manifold vertex, 1 non-manifold edge)"},
         {0, 0, 2, "(2 non-manifold vertices)"},
+        {1, 0, 0, "(1 non-manifold edge)"},
+        {0, 1, 0, "(1 degenerate triangle)"},
         {0, 0, 0, ""},
     };
     for (const Case& c : cases)

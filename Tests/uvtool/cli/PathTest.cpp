@@ -99,11 +99,8 @@ TEST_F(FindPath, TellsWhyThereIsNone)
         {{"--vertices", "20,21", "--along-borders"}, WrongUsage, "vertex 20 is on no border"},
         {{"--vertices", "0,1,100"}, Failed, "no path between vertex 1 and vertex 100"},
         {{"--vertices", "0,100", "--along-borders"}, Failed, "no border leads from vertex 0"},
-        {{"--edge", "1"}, WrongUsage, "an edge takes two"},
         {{"--edge", "1,60"}, WrongUsage, "no triangle has an edge between"},
-        {{"--edge", "20,21", "--borders-only"}, Failed, "inside of an island"},
-        {{"--edge", "20,21", "--along-borders"}, WrongUsage, "--vertices"},
-        {{"--edge", "20,21", "--edge-angle", "nan"}, WrongUsage, "\"nan\" is no number"}};
+        {{"--edge", "20,21", "--borders-only"}, Failed, "inside of an island"}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.says);
         std::vector<std::string> options = c.options;
