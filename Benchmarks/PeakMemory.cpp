@@ -28,4 +28,10 @@ double peakMemoryBytes()
     return 0.0;
 }
 
+double usedMemoryBytes()
+{
+    const struct mallinfo2 use = mallinfo2();
+    return static_cast<double>(use.uordblks + use.hblkhd);
+}
+
 } // namespace bench

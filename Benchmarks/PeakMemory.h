@@ -1,6 +1,6 @@
 #pragma once
 
-/// The peak of the memory that the process holds, so that a benchmark can tell what a step needs.
+/// The memory that the process holds, so that a benchmark can tell what a step needs.
 namespace bench
 {
 
@@ -9,5 +9,8 @@ void resetPeakMemory();
 
 /// Peak since the last reset, in bytes; 0 where the system doesn't tell.
 double peakMemoryBytes();
+
+/// What the program has allocated now, in bytes.
+double usedMemoryBytes();
 
 } // namespace bench
