@@ -1,7 +1,9 @@
-// Random histories of cuts, sews and UV edits on the undo stack, walked back and forth.
+// Random histories of every kind of command on the undo stack, walked back and forth.
 
+#include "OpenSG/FieldContainerFactory.h"
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "OpenSGUtils/UVConstraintData.h"
+#include "OpenSGUtils/kyOpenSGUtils.h"
 #include "UVUtils/RandomShells.h"
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
@@ -10,6 +12,8 @@
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
+#include "UVUtils/undo/NodeState.h"
+#include "UVUtils/undo/RandomEdits.h"
 #include "UVUtils/undo/kyUVTopologyChangeCommand.h"
 #include "UndoUtils/kyUndoStack.h"
 
@@ -28,114 +32,6 @@ using kyUVTypes::UVSet0;
 namespace
 {
 
-struct SurfaceState
-{
-    std::vector<float> merged; ///< positions, normals, other UVs: what a sew compares
-    UVs uvs;
-    Ids indices;
-    std::string indexClass;
-    std::vector<UVConstraintData> constraints;
-    bool operator==(const SurfaceState&) const = default;
-};
-
-/// The temporary lists. What is made from the mesh is compared by what it names: which of several
-/// welded vertices stands there, and in which order, depends on how the mesh came to be.
-struct Lists
-{
-    std::vector<Ids> saved; ///< seeds, vertices, edges, and the vertices of these
-    std::set<Ids> triangles, vertices, borders;
-    bool operator==(const Lists&) const = default;
-};
-
-/// What an undo has to bring back.
-struct State
-{
-    std::vector<SurfaceState> surfaces;
-    UVs uvs;
-    Ids welded; ///< for each vertex the lowest of those that the mesh has made one with it
-    std::size_t islandCount = 0;
-    Lists lists;
-};
-
-template <class Property>
-void appendNumbers(std::vector<float>& numbers, const Property& property)
-{
-    if (property)
-        for (const auto& value : property->getValues())
-            for (unsigned int k = 0; k < std::decay_t<decltype(value)>::Size; ++k)
-                numbers.push_back(value[k]);
-}
-
-SurfaceState stateOf(const osg::GeometryPtr& surface)
-{
-    SurfaceState state;
-    appendNumbers(state.merged, surface->getPositions());
-    appendNumbers(state.merged, surface->getNormals());
-    appendNumbers(state.merged, osg::dcast<osg::GeoTexCoords2f>(surface->getTexSlot(1)));
-    state.uvs = kyUVUtils::getUVValuesLocal(surface, UVSet0);
-    state.indices = surface->getIndices()->getValues();
-    state.indexClass = surface->getIndices()->getType().getName();
-    state.constraints = getUVConstraints(surface);
-    return state;
-}
-
-osg::GeoTmpIndexEditInterface listOf(const osg::NodePtr& node, unsigned int number)
-{
-    return {coreOf(node), number};
-}
-
-/// Of the vertices that the mesh has welded, the lowest.
-Ids lowestOfWelded(const osg::NodePtr& node)
-{
-    Ids lowest = kyUVUtils::getAllVertices(coreOf(node), node);
-    const CompactMeshScope scope(coreOf(node), node, UVSet0);
-    std::map<unsigned int, unsigned int> lowestOf;
-    if (scope.getMesh())
-        for (unsigned int& id : lowest)
-            id = lowestOf.emplace(scope.getMesh()->mapVertFToC(id), id).first->second;
-    return lowest;
-}
-
-/// The vertices, edges or triangles in a list, each with its lowest vertex first.
-std::set<Ids> namedBy(const osg::GeoTmpIndexEditInterface& list, unsigned int size,
-                      const Ids& lowest)
-{
-    std::set<Ids> named;
-    for (unsigned int i = 0; i + size <= list.getSize(); i += size) {
-        Ids one;
-        for (const unsigned int id : list.values().subspan(i, size))
-            one.push_back(lowest.at(id));
-        std::sort(one.begin(), one.end());
-        named.insert(one);
-    }
-    return named;
-}
-
-Lists listsOf(const osg::NodePtr& node, const Ids& lowest)
-{
-    Lists lists;
-    for (const unsigned int number : {3U, 4U, 6U, 7U}) {
-        const osg::GeoTmpIndexEditInterface list = listOf(node, number);
-        lists.saved.emplace_back(list.values().begin(), list.values().end());
-    }
-    lists.triangles = namedBy(listOf(node, kyUVTypes::IslandTriangles), 3, lowest);
-    lists.vertices = namedBy(listOf(node, kyUVTypes::IslandVertices), 1, lowest);
-    lists.borders = namedBy(listOf(node, kyUVTypes::BorderEdges), 2, lowest);
-    return lists;
-}
-
-State stateOf(const osg::NodePtr& node)
-{
-    State state;
-    for (const ActiveSurface& surface : activeSurfaces(node))
-        state.surfaces.push_back(stateOf(surface.geometry));
-    kyUVUtils::getUVValues(coreOf(node), node, UVSet0, state.uvs);
-    state.islandCount = kyUVUtils::getAllIslandSeeds(coreOf(node), node, UVSet0).size();
-    state.welded = lowestOfWelded(node);
-    state.lists = listsOf(node, state.welded);
-    return state;
-}
-
 /// Where the edges lie that a node holds straight in a direction. Those without length are left
 /// out: a sew may close them.
 using Place = std::array<float, 3>;
@@ -148,53 +44,11 @@ std::set<std::pair<Place, Place>> heldPlaces(const osg::NodePtr& node,
             placeOfVertex.push_back({p[0], p[1], p[2]});
     std::set<std::pair<Place, Place>> places;
     for (const Edge& edge : kyUVUtils::getConstrainedEdges(coreOf(node), node, constraint)) {
-        if (edge.first == edge.second)
-            continue; // stands on surfaces without triangles
         const auto ends = std::minmax(placeOfVertex.at(edge.first), placeOfVertex.at(edge.second));
         if (ends.first != ends.second)
             places.insert(ends);
     }
     return places;
-}
-
-/// Where two states differ, for the reader of a failure.
-std::string differences(const State& a, const State& b)
-{
-    std::string text;
-    const auto note = [&](bool isEqual, const std::string& what) {
-        text += isEqual ? "" : what + ' ';
-    };
-    note(a.uvs == b.uvs, "uvs");
-    note(a.welded == b.welded, "mesh");
-    note(a.islandCount == b.islandCount, "islands");
-    note(a.lists.saved == b.lists.saved, "selections");
-    note(a.lists.triangles == b.lists.triangles && a.lists.vertices == b.lists.vertices,
-         "selected islands");
-    note(a.lists.borders == b.lists.borders, "borders");
-    note(a.surfaces.size() == b.surfaces.size(), "surfaces");
-    for (std::size_t i = 0; i < std::min(a.surfaces.size(), b.surfaces.size()); ++i) {
-        const std::string surface = "surface" + std::to_string(i) + '.';
-        note(a.surfaces[i].merged == b.surfaces[i].merged, surface + "properties");
-        note(a.surfaces[i].uvs == b.surfaces[i].uvs, surface + "uvs");
-        note(a.surfaces[i].indices == b.surfaces[i].indices, surface + "indices");
-        note(a.surfaces[i].indexClass == b.surfaces[i].indexClass, surface + "class");
-        note(a.surfaces[i].constraints == b.surfaces[i].constraints, surface + "constraints");
-    }
-    return text;
-}
-
-/// Sets all that a sew may take from a neighbour within its tolerances to what it should be.
-void takeWithinTolerance(State& state, const State& expected)
-{
-    RC_ASSERT(state.surfaces.size() == expected.surfaces.size());
-    for (std::size_t i = 0; i < state.surfaces.size(); ++i) {
-        std::vector<float>& numbers = state.surfaces[i].merged;
-        const std::vector<float>& wanted = expected.surfaces[i].merged;
-        RC_ASSERT(numbers.size() == wanted.size());
-        for (std::size_t k = 0; k < numbers.size(); ++k)
-            RC_ASSERT(std::abs(numbers[k] - wanted[k]) < 1e-5F);
-        numbers = wanted;
-    }
 }
 
 /// Must the mesh be what a build from its surfaces makes? Not where two of its vertices in one
@@ -252,22 +106,6 @@ bool haveOneFanAVertex(const osg::NodePtr& node)
     return true;
 }
 
-/// A UV edit as a step of the stack.
-class EditUVs : public kyUndoCommand
-{
-public:
-    EditUVs(osg::NodePtr node, UVs before, UVs after)
-        : kyUndoCommand({"Edit", ""}), node_(node), before_(std::move(before)),
-          after_(std::move(after))
-    {}
-    void redo() override { kyUVUtils::setUVValues(coreOf(node_), node_, UVSet0, after_); }
-    void undo() override { kyUVUtils::setUVValues(coreOf(node_), node_, UVSet0, before_); }
-
-private:
-    osg::NodePtr node_;
-    UVs before_, after_;
-};
-
 /// A node with a history, and what it should be at each point of that.
 class History
 {
@@ -279,33 +117,37 @@ public:
             // Normals without a direction would make a sew blind to what comes behind them.
             std::vector<osg::Vec3f> normals(surface.vertexCount, osg::Vec3f(0, 0, 1));
             surface.geometry->getNormals()->setValues(normals);
-            const Ids edges = randomEdges(surface.geometry->getIndices()->getValues(), 6);
+            const Ids indices = surface.geometry->getIndices()->getValues();
+            if (indices.empty())
+                continue;
+            const Ids edges = randomEdges(indices, 6);
             setUVConstraints(surface.geometry, {{edges, Ids(edges.begin(), edges.begin() + 2)}});
         }
         renewLists();
+        kyUVUtils::setUVValues(core(), node_, UVSet0, edits_.distinctUVs(vertexCount()));
         stack_.clear();
-        editUVs();
-        stack_.clear();
-        steps_.clear();
-        done_ = 0;
+        kyOpenSGUtils::setCallHandler([this](const char* name, int) {
+            messages_ += std::string(name) + ' ';
+            return 0;
+        });
     }
-    ~History() { stack_.clear(); }
+    ~History()
+    {
+        kyOpenSGUtils::setCallHandler(nullptr);
+        stack_.clear();
+    }
     History(const History&) = delete;
     History& operator=(const History&) = delete;
 
     void move()
     {
-        const unsigned int choice = random_.below(8);
-        if (choice < 2)
-            change(true);
-        else if (choice < 4)
-            change(false);
-        else if (choice == 4)
-            editUVs();
-        else if (choice < 7)
-            walk(false);
+        const unsigned int choice = random_.below(12);
+        if (choice < 4 && mayChangeTopology())
+            change(choice < 2);
+        else if (choice < 8)
+            edit();
         else
-            walk(true);
+            walk(choice == 11);
         checkLists();
     }
 
@@ -313,11 +155,14 @@ private:
     struct Step
     {
         State before, after;
+        Application applicationBefore, applicationAfter;
+        RandomEdits::Step edit; ///< where it is no change of topology
         bool isTopology = true;
         bool isInert = false; ///< left no record
     };
 
     osg::GeometryPtr core() const { return coreOf(node_); }
+    unsigned int vertexCount() const { return vertexCountOf(activeSurfaces(node_)); }
     unsigned int sizeOf(const Ids& ids) const { return static_cast<unsigned int>(ids.size()); }
 
     /// Pairs out of the edges of a triangle list, in any order, with repeats.
@@ -366,12 +211,15 @@ private:
         renewLists();
         Step step;
         step.before = stateOf(node_);
+        step.applicationBefore = edits_.application;
+        messages_.clear();
         const auto horizontal = heldPlaces(node_, kyUVTypes::Horizontal);
         const auto vertical = heldPlaces(node_, kyUVTypes::Vertical);
         if (isCut)
             kyUVUtils::cutAlongEdgesUndo({osg::NullFC, node_, coreless_}, UVSet0);
         else
             kyUVUtils::sewAlongEdgesUndo({coreless_, node_}, UVSet0);
+        RC_ASSERT(messages_ == "");
         checkMesh();
         renewLists();
         step.after = stateOf(node_);
@@ -400,26 +248,60 @@ private:
         return !record.shuffle.empty() && (!isChild || record.childIndices.at(0));
     }
 
-    /// To numbers of which no two are equal, so that nothing comes together by chance.
-    void editUVs()
+    /// Are there UVs for a cut and a sew to work on? Where a mesh is made without, it has zeros
+    /// everywhere, and an undo brings these back.
+    bool mayChangeTopology() const { return !kyUVUtils::useCMesh(core()) || hasUVs(); }
+    bool hasUVs() const
+    {
+        for (const ActiveSurface& surface : activeSurfaces(node_))
+            if (kyUVUtils::getLocalUVCount(surface.geometry, UVSet0) != surface.vertexCount)
+                return false;
+        return true;
+    }
+
+    /// A kind of edit that leads back from here to the last bit.
+    RandomEdits::Kind randomKind()
+    {
+        // A new mesh is the one that was kept up only where that is as built.
+        const bool mayBuild = isExact_ && isFollowed_ && isAsBuilt(node_);
+        const bool usesMesh = kyUVUtils::useCMesh(core());
+        const auto end = !hasUVs()               ? RandomEdits::KindsWithoutUVs
+                         : usesMesh && !mayBuild ? RandomEdits::KindsOnMesh
+                                                 : RandomEdits::KindCount;
+        return static_cast<RandomEdits::Kind>(random_.below(end));
+    }
+
+    static bool isMeshBuiltAnew(const RandomEdits::Step& edit)
+    {
+        return edit.kind >= RandomEdits::KindsOnMesh;
+    }
+
+    void edit()
     {
         Step step;
-        step.before = stateOf(node_);
         step.isTopology = false;
-        UVs uvs(step.before.uvs.size());
-        for (osg::Vec2f& uv : uvs)
-            uv = osg::Vec2f(static_cast<float>(random_.below(1U << 20U)),
-                            static_cast<float>(random_.below(1U << 20U))) *
-                 1e-6F;
-        stack_.add(new EditUVs(node_, step.before.uvs, uvs));
+        step.before = stateOf(node_);
+        step.applicationBefore = edits_.application;
+        messages_.clear();
+        step.edit = edits_.make(randomKind());
+        RC_ASSERT(messages_ == step.edit.messagesOnAdd);
+        afterEdit(step.edit);
         step.after = stateOf(node_);
         keep(step);
+    }
+
+    void afterEdit(const RandomEdits::Step& edit)
+    {
+        if (isMeshBuiltAnew(edit))
+            listOf(node_, kyUVTypes::BorderEdges).setNull(); // names edges that may be inner now
+        renewLists();
     }
 
     void keep(const Step& step)
     {
         steps_.resize(done_);
         steps_.push_back(step);
+        steps_.back().applicationAfter = edits_.application;
         ++done_;
         RC_ASSERT(stack_.count() == static_cast<int>(steps_.size()));
     }
@@ -428,21 +310,38 @@ private:
     void walk(bool isForward)
     {
         const State before = stateOf(node_);
+        messages_.clear();
         if (!(isForward ? stack_.redo() : stack_.undo())) {
             RC_ASSERT(done_ == (isForward ? steps_.size() : 0));
             return;
         }
         const Step& step = isForward ? steps_[done_++] : steps_[--done_];
         checkMesh();
-        renewLists();
-        State expected = isForward ? step.after : step.before;
-        if (!step.isTopology)
-            expected.lists = before.lists;
-        else if (step.isInert)
-            expected = before;
+        RC_ASSERT(step.isInert ||
+                  messages_ == (step.isTopology ? "VESelectionChanged " : step.edit.messages));
+        RC_ASSERT(edits_.application ==
+                  (isForward ? step.applicationAfter : step.applicationBefore));
+        RC_ASSERT(edits_.application.mode == kyUVUtils::getSelectMode());
+        afterEdit(step.edit);
+        expectState(step,
+                    step.isInert ? before
+                    : isForward  ? step.after
+                                 : step.before,
+                    before.lists);
+    }
+
+    void expectState(const Step& step, State expected, const Lists& listsBefore)
+    {
         State now = stateOf(node_);
+        if (!step.isTopology)
+            expected.lists = isMeshBuiltAnew(step.edit) ? now.lists : listsBefore;
+        if (!step.isTopology)
+            expected.lists.saved = listsBefore.saved;
         if (!isExact_)
             takeWithinTolerance(now, expected);
+        hasRounded_ = hasRounded_ || step.edit.kind == RandomEdits::Scale;
+        if (hasRounded_)
+            takeWithinRounding(now, expected);
         RC_ASSERT(differences(now, expected) == "");
     }
 
@@ -463,16 +362,18 @@ private:
 
     void checkLists() const
     {
-        const std::size_t vertexCount = kyUVUtils::getAllVertices(core(), node_).size();
         for (unsigned int i = 1; i <= 8; ++i)
             for (const unsigned int id : listOf(node_, i).values())
-                RC_ASSERT(id < vertexCount);
+                RC_ASSERT(id < vertexCount());
     }
 
     osg::RefPtr<osg::Node> node_;
     const osg::RefPtr<osg::Node> coreless_{osg::Node::create()}; ///< is passed over
     Random random_;
+    RandomEdits edits_{node_, random_};
+    std::string messages_;
     bool isExact_;
+    bool hasRounded_ = false;                    ///< a scale was undone or redone
     bool isFollowed_ = haveOneFanAVertex(node_); ///< at each step so far
     kyUndoStack& stack_ = kyUndoStack::get(0);
     std::vector<Step> steps_;
@@ -483,17 +384,17 @@ void runHistory(const osg::RefPtr<osg::Node>& node, std::uint32_t seed, bool isE
 {
     RC_PRE(!trianglesOf(node).empty());
     History history(node, seed, isExact);
-    for (int i = 0; i < 12; ++i)
+    for (int i = 0; i < 16; ++i)
         history.move();
 }
 
-RC_GTEST_PROP(SeamSequences, OnShellsLeadBackBitForBit, ())
+RC_GTEST_PROP(CommandSequences, OnShellsLeadBackBitForBit, ())
 {
     const auto seed = *rc::gen::arbitrary<std::uint32_t>();
     runHistory(randomManifoldShell(seed), seed, true);
 }
 
-RC_GTEST_PROP(SeamSequences, OnShellsOfAnyKindLeadBackWithinTheTolerancesOfASew, ())
+RC_GTEST_PROP(CommandSequences, OnShellsOfAnyKindLeadBackWithinTheTolerancesOfASew, ())
 {
     const auto seed = *rc::gen::arbitrary<std::uint32_t>();
     ShellTraits traits;
@@ -501,7 +402,7 @@ RC_GTEST_PROP(SeamSequences, OnShellsOfAnyKindLeadBackWithinTheTolerancesOfASew,
     runHistory(randomShell(seed, UVSet0, traits), seed, false);
 }
 
-RC_GTEST_PROP(SeamSequences, OnPlainGeometriesLeadBack, ())
+RC_GTEST_PROP(CommandSequences, OnPlainGeometriesLeadBack, ())
 {
     const auto seed = *rc::gen::arbitrary<std::uint32_t>();
     ShellTraits traits;
@@ -511,6 +412,17 @@ RC_GTEST_PROP(SeamSequences, OnPlainGeometriesLeadBack, ())
     runHistory(randomPlain(seed, UVSet0, traits), seed, true);
     const WithoutCompactMesh noMesh;
     runHistory(randomPlain(seed, UVSet0), seed, false);
+}
+
+TEST(CommandSequences, LeaveNoContainerBehind)
+{
+    const auto countAfterRun = [] {
+        for (const std::uint32_t seed : {1U, 2U, 3U})
+            runHistory(randomManifoldShell(seed), seed, true);
+        return osg::FieldContainerFactory::the()->getContainerCount();
+    };
+    const std::size_t count = countAfterRun(); // with the prototypes of all classes
+    EXPECT_EQ(countAfterRun(), count);
 }
 
 } // namespace
