@@ -26,19 +26,24 @@ bool areBelow(Ids ids, std::size_t end)
     return std::all_of(ids.begin(), ids.end(), [end](unsigned int id) { return id < end; });
 }
 
-/// The compact ids of some vertices, or for null ids of all that the node's surfaces have now, as
-/// far as the mesh knows them; none if an id is that of no vertex.
+/// The compact ids of the first vertices of a node, as far as the mesh knows them.
+Ids compactIdsOfFirst(const CompactShellMesh& mesh, unsigned int vertexCount)
+{
+    const Ids known(mesh.getVertFToC());
+    return known.first(std::min<std::size_t>(vertexCount, known.size()));
+}
+
+/// The compact ids of some vertices, or for null ids of all that the node's surfaces have now; none
+/// if an id is that of no vertex.
 std::optional<std::vector<unsigned int>> compactIdsOf(const CompactShellMesh& mesh,
                                                       const osg::NodePtr& node,
                                                       const unsigned int* ids, unsigned int count)
 {
-    const Ids known(mesh.getVertFToC());
     if (!ids) {
-        const std::size_t present = vertexCountOf(activeSurfaces(node));
-        const Ids all = known.first(std::min(present, known.size()));
+        const Ids all = compactIdsOfFirst(mesh, vertexCountOf(activeSurfaces(node)));
         return std::vector(all.begin(), all.end());
     }
-    if (!areBelow(Ids(ids, count), known.size()))
+    if (!areBelow(Ids(ids, count), mesh.getVertFToC().size()))
         return std::nullopt;
     std::vector<unsigned int> compactIds;
     mesh.mapVertsFToC(ids, count, compactIds);
@@ -58,13 +63,12 @@ void scatter(const UVArray& uvs, Ids ids, std::span<Vec2f> slot)
         slot[ids[i]] = uvs[i];
 }
 
-void readThroughMesh(const CompactShellMesh& mesh, const osg::NodePtr& node, kyUVTypes::UVSet set,
-                     const unsigned int* ids, unsigned int count, UVArray& uvs)
+void readThroughMesh(const CompactShellMesh& mesh, kyUVTypes::UVSet set, Ids compactIds,
+                     UVArray& uvs)
 {
     const osg::GeoTexCoords2fPtr slot = uvSlot(mesh.getGeomPtr(), set);
-    const auto compactIds = compactIdsOf(mesh, node, ids, count);
-    if (slot && compactIds && !compactIds->empty())
-        gather(slot->values(), *compactIds, uvs);
+    if (slot && !compactIds.empty())
+        gather(slot->values(), compactIds, uvs);
 }
 
 void readPlain(const osg::GeometryPtr& geometry, kyUVTypes::UVSet set, const unsigned int* ids,
@@ -130,19 +134,36 @@ std::vector<SlotOwner> slotOwners(const osg::NodePtr& node)
 void kyUVUtils::getUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                             kyUVTypes::UVSet set, UVArray& uvs)
 {
-    getUVValues(geometry, node, set, nullptr, 0, uvs);
+    // The walk over the surfaces of a shell looks at all their triangles, and leaves out what is
+    // not valid, so that asking isValidGeometry as well would double the time of a read.
+    if (!kyShellUtils::isShell(geometry) && !isValidGeometry(geometry, node, false))
+        return;
+    if (!useCMesh(geometry)) {
+        readPlain(geometry, set, nullptr, 0, uvs);
+        return;
+    }
+    const unsigned int vertexCount = vertexCountOf(activeSurfaces(node));
+    if (vertexCount == 0)
+        return;
+    if (const CompactShellMesh* mesh = CompactShellMesh::getCMesh(geometry, node, set))
+        readThroughMesh(*mesh, set, compactIdsOfFirst(*mesh, vertexCount), uvs);
 }
 
 void kyUVUtils::getUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                             kyUVTypes::UVSet set, const unsigned int* ids, unsigned int count,
                             UVArray& uvs)
 {
+    if (!ids) {
+        getUVValues(geometry, node, set, uvs);
+        return;
+    }
     if (!isValidGeometry(geometry, node, false))
         return;
     if (!useCMesh(geometry))
         readPlain(geometry, set, ids, count, uvs);
     else if (const CompactShellMesh* mesh = CompactShellMesh::getCMesh(geometry, node, set))
-        readThroughMesh(*mesh, node, set, ids, count, uvs);
+        if (const auto compactIds = compactIdsOf(*mesh, node, ids, count))
+            readThroughMesh(*mesh, set, *compactIds, uvs);
 }
 
 void kyUVUtils::setUVValues(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
