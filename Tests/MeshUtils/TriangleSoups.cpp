@@ -28,12 +28,6 @@ Points pointsAbout(std::mt19937& random, const Points& positions, float size)
     return points;
 }
 
-Soup soup(const std::string& name, std::mt19937& random, const Points& positions,
-          const tiny::Ids& ids, float size)
-{
-    return {name, soupOf(positions, ids), pointsAbout(random, positions, size)};
-}
-
 tiny::Ids randomIds(std::mt19937& random, std::size_t triangles, std::size_t vertices)
 {
     tiny::Ids ids(3 * triangles);
@@ -84,28 +78,30 @@ std::vector<Soup> hardSoups()
             points.push_back(randomPoint(random, size) + center);
         return points;
     };
+    const auto add = [&](const std::string& name, const Points& positions, float size,
+                         const tiny::Ids& ids) {
+        soups.push_back({name, soupOf(positions, ids), pointsAbout(random, positions, size)});
+    };
     for (const float size : {1.F, 1e-20F, 1e20F, 3e-44F, 1e38F})
-        soups.push_back(soup("size " + std::to_string(std::log10(size)), random,
-                             cloud(120, size, osg::Vec3f()), randomIds(random, 200, 120), size));
-    soups.push_back(soup("far off", random, cloud(200, 1.F, osg::Vec3f(1e6F, -3e5F, 7.F)),
-                         randomIds(random, 300, 200), 1e6F));
+        add("size " + std::to_string(std::log10(size)), cloud(120, size, osg::Vec3f()), size,
+            randomIds(random, 200, 120));
+    add("far off", cloud(200, 1.F, osg::Vec3f(1e6F, -3e5F, 7.F)), 1e6F,
+        randomIds(random, 300, 200));
     const auto grid = flatGrid(40);
-    soups.push_back(soup("grid", random, grid->getPositions()->getValues(),
-                         grid->getIndices()->getValues(), 1.F));
-    soups.push_back(
-        soup("few places", random, cloud(5, 1.F, osg::Vec3f()), randomIds(random, 200, 5), 1.F));
+    add("grid", grid->getPositions()->getValues(), 1.F, grid->getIndices()->getValues());
+    add("few places", cloud(5, 1.F, osg::Vec3f()), 1.F, randomIds(random, 200, 5));
     Points line;
     for (int i = 0; i < 40; ++i)
         line.emplace_back(0.1F * static_cast<float>(i), 0.3F * static_cast<float>(i),
                           i % 5 == 0 ? 1e-7F : 0.F);
-    soups.push_back(soup("slivers", random, line, randomIds(random, 200, 40), 4.F));
+    add("slivers", line, 4.F, randomIds(random, 200, 40));
     for (osg::Pnt3f& point : line)
         point += osg::Vec3f(700.F, -300.F, 5.F);
-    soups.push_back(soup("slivers far off", random, line, randomIds(random, 200, 40), 4.F));
+    add("slivers far off", line, 4.F, randomIds(random, 200, 40));
     Points broken = cloud(60, 1.F, osg::Vec3f());
     broken[3] = osg::Pnt3f(std::numeric_limits<float>::quiet_NaN(), 0, 0);
     broken[4] = osg::Pnt3f(0, -std::numeric_limits<float>::infinity(), 0);
-    soups.push_back(soup("broken", random, broken, randomIds(random, 200, 64), 1.F));
-    soups.push_back(soup("one triangle", random, cloud(3, 1.F, osg::Vec3f()), {0, 1, 2}, 1.F));
+    add("broken", broken, 1.F, randomIds(random, 200, 64));
+    add("one triangle", cloud(3, 1.F, osg::Vec3f()), 1.F, {0, 1, 2});
     return soups;
 }
