@@ -1,5 +1,5 @@
 #include "UVUtils/projection/SettingsNumbers.h"
-#include "uvtool/TempFolder.h"
+#include "Utils/TempFolder.h"
 
 #include <gtest/gtest.h>
 

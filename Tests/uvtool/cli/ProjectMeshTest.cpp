@@ -1,5 +1,6 @@
 // Projections of real meshes, and what a repair finds afterwards.
 
+#include "uvtool/MeshFiles.h"
 #include "uvtool/TempFolder.h"
 #include "uvtool/ToolRun.h"
 
@@ -22,31 +23,18 @@ bool hasUVsEverywhere(const std::filesystem::path& file)
     return true;
 }
 
-/// Where the corners lie. Polygons that came apart count as the triangles that they were.
-std::vector<Vec3d> cornersIn(const std::filesystem::path& file)
-{
-    std::vector<Vec3d> corners;
-    for (const DocumentGeometry& geometry : readDocument(file).geometries)
-        for (const std::uint32_t corner : geometry.triangles)
-            corners.push_back(geometry.positions.at(corner));
-    return corners;
-}
-
 TEST(ProjectionsOfMeshes, ReachEveryTriangleAndMoveNothing)
 {
-    const std::filesystem::path meshes = KYUV_MESHES;
-    if (!std::filesystem::exists(meshes))
-        GTEST_SKIP() << meshes << " is absent";
-    for (const auto& entry : std::filesystem::directory_iterator(meshes))
+    const auto meshes = objMeshes();
+    if (meshes.empty())
+        GTEST_SKIP() << KYUV_MESHES << " is absent";
+    for (const std::filesystem::path& in : meshes)
         for (const std::vector<std::string>& kind :
              {std::vector<std::string>{"planar", "--from", "front"},
               {"cylindrical"},
               {"triplanar"},
               {"triplanar", "--mode", "propagated"}})
         {
-            const std::filesystem::path& in = entry.path();
-            if (in.extension() != ".obj")
-                continue;
             SCOPED_TRACE(kind.back() + " of " + in.string());
             const TempFolder folder;
             std::vector<std::string> words{"project", kind[0], in, "-o", folder / "out.obj"};
