@@ -53,6 +53,7 @@ TEST(SeamWalker, GoesAroundTheEndOfASeamButNotFar)
           Way{"around", at(2.5F, 0.1F), 8, at(3.1F, 1.8F), 15, true, {}},
           Way{"too far", at(2.4F, 0.5F), 9, at(2.4F, 1.5F), 11, false, at(2.4F, 1)},
           Way{"much too far", at(0.4F, 0.9F), 1, at(0.4F, 1.3F), 3, false, at(0.4F, 1)},
+          Way{"beyond all floats", at(0, 0.9F), 1, at(1e20F, 1.3F), 3, true, {}},
           Way{"to the seam", at(1.3F, 0.9F), 5, at(1.3F, 1), 7, false, at(1.3F, 1)},
           Way{"no such triangle", at(0, 0), 0, at(1, 1), 24, false, {}}})
     {
