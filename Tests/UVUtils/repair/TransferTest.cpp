@@ -225,13 +225,19 @@ TEST(Transfer, CloseSamplesOfAVertexAreOne)
     }
 }
 
+/// Onto itself, as the first surface has the UVs of all three, and is found first.
 TEST(Transfer, AShellIsSewnWhereItsUVsMeet)
 {
+    const auto source = twoQuads(0.5F).node();
     const osg::RefPtr<osg::Node> shell(
-        shellOf({coreOf(targetOf(twoQuads(), false).node()), coreOf(targetOf(twoQuads()).node())}));
-    EXPECT_TRUE(transfer(twoQuads(0.5F).node(), shell));
-    for (const unsigned i : {0U, 1U}) // of 12 and of 6
+        shellOf({coreOf(source), coreOf(targetOf(twoQuads(), false).node()),
+                 coreOf(targetOf(twoQuads()).node())}));
+    EXPECT_TRUE(transfer(shell, shell));
+    for (const unsigned i : {0U, 1U, 2U}) // of 8, of 12 and of 6
         EXPECT_EQ(surfaceOf(shell, i)->getPositions()->getSize(), 8);
+    UVs uvs;
+    kyUVUtils::getUVValues(coreOf(shell), shell, set, uvs);
+    EXPECT_EQ(uvs.size(), 24);
 }
 
 /// With the words of each outcome, and the progress that it tells of.
@@ -256,6 +262,7 @@ TEST(Transfer, RefusalsSayWhy)
     const osg::RefPtr<osg::Node> empty(osg::Node::create());
     const osg::RefPtr<osg::Node> shell(twoSurfaceShell());
     const osg::RefPtr<osg::Node> odd(shellOf({quad()}));
+    surfaceOf(odd, 0)->setNormals(osg::GeoNormals3f::create());
     odd->addChild(osg::Node::create());
     NodeUtils::setName(odd, "odd");
     EXPECT_FALSE(run.transferUVs(other, set)); // no source so far
@@ -277,6 +284,7 @@ TEST(Transfer, RefusalsSayWhy)
          {std::tuple{osg::NodePtr(osg::NullFC), std::string("target NullFC\n"), Amounts{1}},
           {broken.get(), "<noname>: target not valid\n", {1, 0}},
           {empty.get(), "", {1}},
+          {bare.get(), uvs + "Target geometry has no vertex normals.\n", {1, 0}},
           {odd.get(),
            "ERROR transfer UVs for slot 0 to surface 0 of Shell odd\n"
            "<noname>: target not valid\n"
@@ -341,6 +349,9 @@ RC_GTEST_PROP(Transfer, RandomPairsGiveTheSameBitsOnEachRun,
         // The same surface, or another one.
         const auto target =
             randomNode(seed + (seed / 4) % 2, kyUVTypes::UVSet2, toShell, seed % 3 == 0);
+        for (const osg::GeometryPtr& geometry : geometriesOf(target))
+            if (geometry->getNormals() && seed % 5 == 0)
+                geometry->getNormals()->resize(1);
         run.transferUVs(target, set);
         bits[threads - 1] = bitsOf(target);
     }
