@@ -44,7 +44,7 @@ NodeRef randomShellOfSoups()
         surfaces.push_back(randomSoup());
     if (!surfaces.empty() && *rc::gen::arbitrary<bool>())
         surfaces.push_back(surfaces[0]);
-    const NodeRef shell(shellOf(surfaces));
+    NodeRef shell(shellOf(surfaces));
     for (unsigned i = 0; i < shell->getNChildren(); ++i)
         shell->getChild(i)->setTravMask(*rc::gen::inRange(0U, 4U));
     return shell;
@@ -54,7 +54,7 @@ NodeRef randomShellOfSoups()
 /// None of those is a surface of a shell: it might grow before the walk gets there.
 NodeRef randomScene()
 {
-    const NodeRef root(nodeOf(osg::Group::create()));
+    NodeRef root(nodeOf(osg::Group::create()));
     std::vector<NodeRef> groups{root};
     std::vector<NodeRef> groupsAndShells{root};
     std::vector<osg::NodeCorePtr> cores;
