@@ -65,14 +65,14 @@ void transform(std::int64_t operation, const osg::NodePtr& node, const Ids& ids)
 void transformPlainly(std::int64_t operation, std::vector<Vec2f>& uvs)
 {
     for (Vec2f& uv : uvs) {
-        const float dx = uv.x() - 0.5F;
-        const float dy = uv.y() - 0.25F;
-        if (operation == Translate)
-            uv = Vec2f(uv.x() + 0.25F, uv.y() - 0.5F);
-        else if (operation == Scale)
-            uv = Vec2f(dx * 1.5F + 0.5F, dy * 0.75F + 0.25F);
-        else
-            uv = Vec2f(dx * 0.8F - dy * 0.6F + 0.5F, dy * 0.8F + dx * 0.6F + 0.25F);
+        const float dx = uv[0] - 0.5F;
+        const float dy = uv[1] - 0.25F;
+        uv[0] = operation == Translate ? uv[0] + 0.25F
+                : operation == Scale   ? dx * 1.5F + 0.5F
+                                       : dx * 0.8F - dy * 0.6F + 0.5F;
+        uv[1] = operation == Translate ? uv[1] - 0.5F
+                : operation == Scale   ? dy * 0.75F + 0.25F
+                                       : dy * 0.8F + dx * 0.6F + 0.25F;
     }
     benchmark::DoNotOptimize(uvs.data());
     benchmark::ClobberMemory();

@@ -3,7 +3,7 @@
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/editing/LatticeDeformer.h"
 #include "UVUtils/editing/LatticeGrid.h"
-#include "UVUtils/editing/VerticesOfMesh.h"
+#include "UVUtils/editing/MarkedVertices.h"
 #include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyUVUtils.h"
@@ -46,7 +46,7 @@ Ids workIdsOf(const LatticeDeformer& deformer, std::span<const unsigned int> ids
 {
     Ids workIds;
     if (deformer.mesh) {
-        workIds = meshVerticesOf(*deformer.mesh, ids);
+        workIds = MarkedVertices(*deformer.mesh, ids).compactIds();
     } else {
         workIds.assign(ids.begin(), ids.end());
         sortAndDropRepeats(workIds);

@@ -2,7 +2,7 @@
 
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
-#include "UVUtils/editing/VerticesOfMesh.h"
+#include "UVUtils/editing/MarkedVertices.h"
 #include "UVUtils/model/EdgeLists.h"
 #include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyUVUtils.h"
@@ -15,30 +15,34 @@ namespace
 using osg::Vec2f;
 using Ids = std::vector<unsigned int>;
 
-/// Gives vertices of a geometry the UVs that a function makes of theirs, one after the other.
-template <class Function>
-void apply(const Function& newUV, const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
-           std::span<const unsigned int> ids)
+/// Lets a function change the UVs of vertices of a geometry.
+///
+/// changeUV       is given u and v by themselves, which compilers keep in registers
+/// forEachVertex  calls its argument with each vertex, as often as it is to change
+template <class Function, class ForEachVertex>
+void apply(const Function& changeUV, const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+           const ForEachVertex& forEachVertex)
 {
     const osg::GeoTexCoords2fPtr slot = uvSlot(geometry, uvSet);
     if (!slot)
         return;
     const std::span<Vec2f> uvs = slot->values();
-    for (const unsigned int id : ids)
-        if (id < uvs.size())
-            uvs[id] = newUV(uvs[id]);
+    forEachVertex([&](std::size_t vertex) {
+        if (vertex < uvs.size())
+            changeUV(uvs[vertex][0], uvs[vertex][1]);
+    });
     notifySlotChanged(geometry, uvSet);
 }
 
 /// Writes the UVs of vertices of a mesh to all surfaces that have these vertices.
 void writeToSurfaces(const CompactShellMesh& mesh, const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
-                     const Ids& compactIds)
+                     const MarkedVertices& vertices)
 {
     const osg::GeoTexCoords2fPtr meshSlot = uvSlot(mesh.getGeomPtr(), uvSet);
     if (!meshSlot)
         return;
     const std::span<const Vec2f> meshUVs = meshSlot->values();
-    const Ids ids = nodeVerticesOf(mesh, compactIds);
+    const Ids ids = vertices.nodeIds();
     kyUVUtils::callFuncOnActiveBaseGeometry(
         node, ids.data(), sizeOf(ids), false,
         [&](const osg::NodePtr&, const osg::GeometryPtr& surface, const Ids& localIds,
@@ -47,31 +51,39 @@ void writeToSurfaces(const CompactShellMesh& mesh, const osg::NodePtr& node, kyU
             if (!slot)
                 return;
             const std::span<Vec2f> uvs = slot->values();
+            const auto compactIdOf = std::span(mesh.getVertFToC()).subspan(firstId);
             for (const unsigned int id : localIds)
                 if (id < uvs.size())
-                    uvs[id] = meshUVs[mesh.mapVertFToC(firstId + id)];
+                    uvs[id] = meshUVs[compactIdOf[id]];
             notifySlotChanged(surface, uvSet);
         });
 }
 
 template <class Function>
 void transformUV(const osg::GeometryPtr& geometry, const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
-                 const unsigned int* ids, unsigned int count, const Function& newUV)
+                 const unsigned int* ids, unsigned int count, const Function& changeUV)
 {
     if (!geometry || !ids || count == 0)
         return;
     if (!kyUVUtils::useCMesh(geometry)) {
-        apply(newUV, geometry, uvSet, std::span(ids, count));
+        apply(changeUV, geometry, uvSet, [=](const auto& change) {
+            for (unsigned int i = 0; i < count; ++i)
+                change(ids[i]);
+        });
         return;
     }
     const CompactMeshScope scope(geometry, node, uvSet);
     if (!scope.getMesh())
         return;
-    const Ids compactIds = meshVerticesOf(*scope.getMesh(), std::span(ids, count));
-    if (compactIds.empty())
+    const MarkedVertices vertices(*scope.getMesh(), std::span(ids, count));
+    if (vertices.empty())
         return;
-    apply(newUV, scope.getGeometry(), uvSet, compactIds);
-    writeToSurfaces(*scope.getMesh(), node, uvSet, compactIds);
+    apply(changeUV, scope.getGeometry(), uvSet, [&](const auto& change) {
+        for (std::size_t vertex = 0; vertex < vertices.marks().size(); ++vertex)
+            if (vertices.marks()[vertex] != 0)
+                change(vertex);
+    });
+    writeToSurfaces(*scope.getMesh(), node, uvSet, vertices);
 }
 
 } // namespace
@@ -80,17 +92,19 @@ void kyUVUtils::translateUV(const osg::GeometryPtr& geometry, const osg::NodePtr
                             kyUVTypes::UVSet uvSet, const unsigned int* ids, unsigned int count,
                             float du, float dv)
 {
-    transformUV(geometry, node, uvSet, ids, count,
-                [=](const Vec2f& uv) { return Vec2f(uv.x() + du, uv.y() + dv); });
+    transformUV(geometry, node, uvSet, ids, count, [=](float& u, float& v) {
+        u += du;
+        v += dv;
+    });
 }
 
 void kyUVUtils::scaleUV(const osg::GeometryPtr& geometry, const osg::NodePtr& node,
                         kyUVTypes::UVSet uvSet, const unsigned int* ids, unsigned int count,
                         const osg::Vector<float, 2>& center, float scaleU, float scaleV)
 {
-    transformUV(geometry, node, uvSet, ids, count, [=](const Vec2f& uv) {
-        return Vec2f((uv.x() - center.x()) * scaleU + center.x(),
-                     (uv.y() - center.y()) * scaleV + center.y());
+    transformUV(geometry, node, uvSet, ids, count, [=](float& u, float& v) {
+        u = (u - center.x()) * scaleU + center.x();
+        v = (v - center.y()) * scaleV + center.y();
     });
 }
 
@@ -98,9 +112,10 @@ void kyUVUtils::rotateUV(const osg::GeometryPtr& geometry, const osg::NodePtr& n
                          kyUVTypes::UVSet uvSet, const unsigned int* ids, unsigned int count,
                          const osg::Vector<float, 2>& center, float sine, float cosine)
 {
-    transformUV(geometry, node, uvSet, ids, count, [=](const Vec2f& uv) {
-        const float dx = uv.x() - center.x();
-        const float dy = uv.y() - center.y();
-        return Vec2f(dx * cosine - dy * sine + center.x(), dy * cosine + dx * sine + center.y());
+    transformUV(geometry, node, uvSet, ids, count, [=](float& u, float& v) {
+        const float dx = u - center.x();
+        const float dy = v - center.y();
+        u = dx * cosine - dy * sine + center.x();
+        v = dy * cosine + dx * sine + center.y();
     });
 }

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+class CompactShellMesh;
+
+/// Some of the vertices of a compact mesh: a mark for each that it has. Whole sets of vertices go
+/// from a node to its mesh and back by marks, which need no sort and keep each vertex once.
+///
+/// All is linear in the mesh.
+class MarkedVertices
+{
+public:
+    /// Marks the vertices of the mesh that stand for some of the node's. Ids that the mesh doesn't
+    /// know are passed over.
+    MarkedVertices(const CompactShellMesh& mesh, std::span<const unsigned int> ids);
+
+    [[nodiscard]] bool empty() const { return isEmpty_; }
+    [[nodiscard]] std::span<const unsigned char> marks() const { return marks_; } ///< [compact id]
+
+    /// The compact ids, ascending.
+    [[nodiscard]] std::vector<unsigned int> compactIds() const;
+    /// All vertices of the node that they stand for, ascending.
+    [[nodiscard]] std::vector<unsigned int> nodeIds() const;
+
+private:
+    const CompactShellMesh& mesh_;
+    std::vector<unsigned char> marks_; ///< [compact id] 1 or 0
+    bool isEmpty_ = true;
+};
