@@ -1,4 +1,3 @@
-#include "UVUtils/Meshes.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/editing/RandomNodes.h"
 
@@ -13,35 +12,29 @@
 namespace
 {
 
+/// A move by (a, b), a scale by a and b, or a turn by sine a and cosine b.
 struct Transform
 {
-    enum Kind
-    {
-        Translate, ///< by (a, b)
-        Scale,     ///< by a and b
-        Rotate     ///< by sine a and cosine b
-    } kind;
+    decltype(&kyUVUtils::rotateUV) operation; ///< null for a move
     Vec2f center;
     float a, b;
 
     void apply(const osg::GeometryPtr& geometry, const osg::NodePtr& node, const Ids& ids) const
     {
         const auto count = static_cast<unsigned int>(ids.size());
-        if (kind == Translate)
-            kyUVUtils::translateUV(geometry, node, slot, ids.data(), count, a, b);
-        else if (kind == Scale)
-            kyUVUtils::scaleUV(geometry, node, slot, ids.data(), count, center, a, b);
+        if (operation)
+            operation(geometry, node, slot, ids.data(), count, center, a, b);
         else
-            kyUVUtils::rotateUV(geometry, node, slot, ids.data(), count, center, a, b);
+            kyUVUtils::translateUV(geometry, node, slot, ids.data(), count, a, b);
     }
     Vec2f newUV(const Vec2f& uv) const
     {
         const Vec2f d = uv - center;
-        if (kind == Translate)
+        if (!operation)
             return uv + Vec2f(a, b);
-        return (kind == Scale ? Vec2f(d.x() * a, d.y() * b)
-                              : Vec2f(d.dot(Vec2f(b, -a)), d.dot(Vec2f(a, b)))) +
-               center;
+        return center + (operation == &kyUVUtils::scaleUV
+                             ? Vec2f(d.x() * a, d.y() * b)
+                             : Vec2f(d.dot(Vec2f(b, -a)), d.dot(Vec2f(a, b))));
     }
 };
 
@@ -89,19 +82,20 @@ RC_GTEST_PROP(UVTransforms, ChangeEachVertexOfAMeshOnceOnAllItsSurfacesAndComeBa
     const auto number = [] { return static_cast<float>(*rc::gen::inRange(-64, 65)) / 32; };
     const Vec2f center(number(), number());
     const float du = number();
-    const std::pair<Transform, Transform> pairs[] = {
-        {{Transform::Translate, center, du, 2}, {Transform::Translate, center, -du, -2}},
-        {{Transform::Scale, center, 4, -.5F}, {Transform::Scale, center, .25F, -2}},
-        {{Transform::Rotate, center, 1, 0}, {Transform::Rotate, center, -1, 0}}};
     UVs before;
     kyUVUtils::getUVValues(core, node, slot, before);
-    for (const auto& [there, back] : pairs)
-        for (const Transform& transform : {there, back}) {
-            const Slots expected = expectedSlots(node, ids, transform);
-            transform.apply(core, node, ids);
-            RC_ASSERT(slotsOf(node) == expected);
-            RC_ASSERT(plainly || !CompactShellMesh::isBuildDue(core, slot));
-        }
+    for (const Transform& transform :
+         {Transform{nullptr, center, du, 2}, Transform{nullptr, center, -du, -2},
+          Transform{&kyUVUtils::scaleUV, center, 4, -.5F},
+          Transform{&kyUVUtils::scaleUV, center, .25F, -2},
+          Transform{&kyUVUtils::rotateUV, center, 1, 0},
+          Transform{&kyUVUtils::rotateUV, center, -1, 0}})
+    {
+        const Slots expected = expectedSlots(node, ids, transform);
+        transform.apply(core, node, ids);
+        RC_ASSERT(slotsOf(node) == expected);
+        RC_ASSERT(plainly || !CompactShellMesh::isBuildDue(core, slot));
+    }
     UVs after;
     kyUVUtils::getUVValues(core, node, slot, after);
     for (std::size_t i = 0; i < after.size(); ++i)
@@ -111,11 +105,10 @@ RC_GTEST_PROP(UVTransforms, ChangeEachVertexOfAMeshOnceOnAllItsSurfacesAndComeBa
     Vec2f low = after.empty() ? Vec2f(3, 4) : Vec2f(largest, largest);
     Vec2f high = after.empty() ? Vec2f(5, 6) : Vec2f(-largest, -largest);
     for (const unsigned int id : ids)
-        for (const unsigned int axis : {0U, 1U})
-            if (id < after.size()) {
-                low[axis] = std::min(low[axis], after[id][axis]);
-                high[axis] = std::max(high[axis], after[id][axis]);
-            }
+        for (unsigned int axis = 0; axis < 2 && id < after.size(); ++axis) {
+            low[axis] = std::min(low[axis], after[id][axis]);
+            high[axis] = std::max(high[axis], after[id][axis]);
+        }
     Vec2f min(3, 4); // stays without a slot
     Vec2f max(5, 6);
     kyUVUtils::getUVBoundingBox(core, node, slot, ids.data(), static_cast<unsigned int>(ids.size()),
@@ -138,28 +131,18 @@ TEST(UVTransforms, TellOfTheMeshAndThenOfTheSurfacesThatChanged)
         expected.push_back({geometry->getId(), osg::Geometry::TexCoordsFieldMask, 1});
     }
     journal.watch(coreOf(shell));
-    const Transform move{Transform::Translate, {}, 1, 0};
+    const Transform move{nullptr, {}, 1, 0};
     move.apply(coreOf(shell), shell, {7, 1, 4}); // at the border
-    EXPECT_EQ(journal.notices, expected);
-    journal.notices.clear();
+    EXPECT_EQ(std::exchange(journal.notices, {}), expected);
     move.apply(coreOf(shell), shell, {0}); // on the first surface only
     expected.resize(4);
-    EXPECT_EQ(journal.notices, expected);
-    journal.notices.clear();
+    EXPECT_EQ(std::exchange(journal.notices, {}), expected);
     move.apply(osg::NullFC, shell, {0});
     move.apply(coreOf(shell), osg::NullFC, {0});
     move.apply(coreOf(shell), shell, {});
     move.apply(coreOf(shell), shell, {99});
     kyUVUtils::translateUV(coreOf(shell), shell, slot, nullptr, 1, 1, 1);
     EXPECT_TRUE(journal.notices.empty());
-}
-
-TEST(UVTransforms, TurnByAQuarterFromUToV)
-{
-    const osg::RefPtr<osg::Node> node(nodeOf(quad()));
-    coreOf(node)->setTexSlot(slot, tiny::texCoords(UVs(4, Vec2f(1, .5F))));
-    Transform{Transform::Rotate, Vec2f(.5F, .5F), 1, 0}.apply(coreOf(node), node, {1});
-    EXPECT_EQ(kyUVUtils::getUVValuesLocal(coreOf(node), slot)[1], Vec2f(.5F, 1));
 }
 
 } // namespace
