@@ -10,8 +10,9 @@ Sum blend(const kyPointOnGeometry& point, const Property& property)
     Sum sum;
     if (!property)
         return sum;
+    const unsigned int size = property->getSize();
     for (unsigned int k = 0; k < 3; ++k) {
-        if (point.vertices[k] >= property->getSize())
+        if (point.vertices[k] >= size)
             continue;
         const auto value = property->getValue(point.vertices[k]);
         for (unsigned int i = 0; i < Sum::Size; ++i)
