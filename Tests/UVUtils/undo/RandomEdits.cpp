@@ -31,20 +31,47 @@ RandomEdits::~RandomEdits()
     kyUVUtils::setSelectMode(kyUVUtils::SelectAll);
 }
 
+namespace
+{
+
+/// What an undo or redo of each kind tells.
+const char* const messagesOf[RandomEdits::KindCount] = {
+    "VESelectionChanged UVSelectionModeChanged ",
+    "",
+    "VESelectionChanged ",
+    "UVConstraintChanged UVConstraintChanged ",
+    "UVChanged ",
+    "",
+    "UVChanged ",
+    "",
+    "UVChanged ",
+    "UVChanged ",
+    "UVChanged ",
+    "UVChanged ",
+    "UVChanged ", // of each surface
+    "UVChanged "};
+
+std::size_t commandsInStep(const kyUndoCommandBase& step)
+{
+    return static_cast<const kyMultiCommand&>(step).size();
+}
+
+} // namespace
+
 RandomEdits::Step RandomEdits::make(Kind kind)
 {
-    const bool merges = kind == NoCompactValues || kind == Lazy || kind == Group ||
-                        (kind >= Pivot && kind <= Iterations);
+    const bool merges = (kind >= Pivot && kind <= Group) || kind == Lazy || kind == NoCompactValues;
     const unsigned int count = merges ? random_.between(1, 3) : 1;
     time_ += 10;
-    lazyIds_ = someVertices();
-    isLazyOfAll_ = random_.oneIn(2);
-    Step step;
-    step.kind = kind;
+    ids_ = someVertices();
+    isOfAll_ = random_.oneIn(2);
+    Step step{kind, messagesOf[kind], ""};
     for (unsigned int i = 0; i < count; ++i) {
         edit(kind);
         time_ += 0.4;
-        step.messages = messagesOf(kind);
+        if (kind == NoCompactValues && i == 0)
+            for (std::size_t k = 1; k < commandsInStep(*stack_.command(stack_.index() - 1)); ++k)
+                step.messages += messagesOf[kind];
         step.messagesOnAdd += kind == Lazy ? "" : step.messages;
     }
     return step;
@@ -62,125 +89,87 @@ UVs RandomEdits::distinctUVs(std::size_t count)
 
 void RandomEdits::edit(Kind kind)
 {
-    switch (kind) {
-    case Mode:
-        return setMode();
-    case Pivot:
-        stack_.add(newPivot());
-        return;
-    case LatticePoints:
-        stack_.add(newPoints());
-        return;
-    case Iterations:
-        stack_.add(newIterations());
-        return;
-    case LatticeReset:
-        stack_.add(newLatticeReset());
-        return;
-    case Group:
-        return addGroup();
-    case Constraints:
-        return editConstraints();
-    case Values:
+    if (kind == Values)
         return editValues();
-    case Scale:
-        return scale();
-    case Lazy:
-        return editLazily();
-    case NoCompactValues:
+    if (kind == NoCompactValues)
         return editNoCompactValues();
-    case Toggle:
-        stack_.add(new kyUVGeneralToggleCommand(
-            {"Toggle", ""}, [this] { application.isOn = !application.isOn; }, nullptr));
-        return;
-    default:
-        stack_.add(new kyUVRemoveTexCoordSlotCommand(
-            node_, kind == Slot ? UVSet0 : kyUVTypes::UVSet1, nullptr));
+    if (kind == Constraints)
+        return editConstraints();
+    if (kind == Lazy)
+        osg::GeoTmpIndexEditInterface(core_, kyUVTypes::FreeVertices).assign(ids_);
+    auto* command = stack_.add(newCommand(kind).release());
+    if (kind == Lazy) {
+        static_cast<kyUVContinousChangeLazyCommand*>(command)->lazyInit();
+        setUVs(ids_);
     }
 }
 
-void RandomEdits::editValues()
+RandomEdits::Command RandomEdits::newCommand(Kind kind)
 {
-    const kyUVValueChangeUndoGuard guard({osg::NullFC, node_}, UVSet0);
-    const Ids ids = someVertices();
-    if (random_.oneIn(2))
-        kyUVUtils::setUVValues(core_, node_, UVSet0,
-                               distinctUVs(vertexCountOf(activeSurfaces(node_))));
-    else
-        kyUVUtils::setUVValues(core_, node_, UVSet0, ids.data(),
-                               static_cast<unsigned int>(ids.size()), distinctUVs(ids.size()));
-}
-
-void RandomEdits::editNoCompactValues()
-{
-    const kyNoCompactUVValueChangeUndoGuard guard({node_, osg::NullFC}, UVSet0);
-    UVs uvs;
-    kyUVUtils::getNoCompactUVValues(node_, UVSet0, uvs);
-    if (random_.oneIn(2))
-        uvs = distinctUVs(uvs.size()); // no border is welded any more
-    for (Vec2f& uv : uvs)
-        std::swap(uv[0], uv[1]);
-    kyUVUtils::setNoCompactUVValues(node_, UVSet0, uvs);
-}
-
-void RandomEdits::editConstraints()
-{
-    const kyUVConstraintsChangeUndoGuard guard({"Constraints", ""}, {osg::NullFC, node_});
-    const Ids triangles = trianglesOf(node_);
-    const unsigned int corner = 3 * random_.below(static_cast<unsigned int>(triangles.size() / 3));
-    osg::GeoTmpIndexEditInterface(core_, kyUVTypes::SelectedEdges)
-        .assign(Ids{triangles[corner], triangles[corner + 1], triangles[corner + 1],
-                    triangles[corner + 2]});
-    const auto constraint = random_.oneIn(2) ? kyUVTypes::Horizontal : kyUVTypes::Vertical;
-    if (random_.oneIn(3))
-        kyUVUtils::unconstrainEdges(core_, node_, constraint);
-    else
-        kyUVUtils::constrainEdges(core_, node_, constraint);
-}
-
-void RandomEdits::scale()
-{
-    const Ids ids = someVertices();
     const float factors[] = {2.0F, 1.5F, 0.8F, -1.0F};
-    stack_.add(new kyUVScaleChangeCommand(
-        core_, node_, UVSet0, ids.data(), static_cast<unsigned int>(ids.size()),
-        Vec2f(0.25F, 0.75F), factors[random_.below(4)], factors[random_.below(4)], nullptr));
+    const int mode = static_cast<int>(random_.below(3));
+    switch (kind) {
+    case Mode:
+        return std::make_unique<kyUVSelectionModeChangeCommand>(
+            kyUndoString("Mode", ""), static_cast<kyUVUtils::ESelectMode>(mode),
+            [this, mode] { application.mode = mode; },
+            [this, before = application.mode] { application.mode = before; }, nullptr);
+    case Toggle:
+        return std::make_unique<kyUVGeneralToggleCommand>(
+            kyUndoString("Toggle", ""), [this] { application.isOn = !application.isOn; }, nullptr);
+    case LatticeReset:
+        return newLatticeReset();
+    case Pivot:
+        return newPivot();
+    case Points:
+        return newPoints();
+    case Iterations:
+        return std::make_unique<kyUVMaxIterationContinousChangeCommand>(
+            kyUndoString("Iterations", ""), mode, [this] { return application.iterations; },
+            [this](int iterations) { application.iterations = iterations; }, nullptr);
+    case Group: {
+        auto group = std::make_unique<kyUVMergeGroup>(kyUndoString("Group", ""), 1);
+        group->append(newPoints());
+        group->append(newPivot());
+        return group;
+    }
+    case Scale:
+        return std::make_unique<kyUVScaleChangeCommand>(
+            core_, node_, UVSet0, ids_.data(), static_cast<unsigned int>(ids_.size()),
+            Vec2f(0.25F, 0.75F), factors[random_.below(4)], factors[random_.below(4)], nullptr);
+    case Lazy:
+        return std::make_unique<kyUVContinousChangeLazyCommand>(
+            core_, node_, UVSet0, kyUVTypes::FreeVertices, isOfAll_, nullptr);
+    default:
+        return std::make_unique<kyUVRemoveTexCoordSlotCommand>(
+            node_, kind == Slot ? UVSet0 : kyUVTypes::UVSet1, nullptr);
+    }
 }
 
-void RandomEdits::editLazily()
+RandomEdits::Command RandomEdits::newLatticeReset()
 {
-    osg::GeoTmpIndexEditInterface(core_, kyUVTypes::FreeVertices).assign(lazyIds_);
-    auto* command = new kyUVContinousChangeLazyCommand(
-        core_, node_, UVSet0, kyUVTypes::FreeVertices, isLazyOfAll_, nullptr);
-    static_cast<kyUVContinousChangeLazyCommand*>(stack_.add(command))->lazyInit();
-    kyUVUtils::setUVValues(core_, node_, UVSet0, lazyIds_.data(),
-                           static_cast<unsigned int>(lazyIds_.size()),
-                           distinctUVs(lazyIds_.size()));
+    auto command = std::make_unique<kyUVLatticeToolStateResetCommand>(
+        kyUndoString("Reset", ""),
+        [this](kyUVLatticeToolState& state) { state.controlPoints = application.points; },
+        [this](const kyUVLatticeToolState& state) { application.points = state.controlPoints; },
+        nullptr);
+    command->getStateRef().controlPoints = distinctUVs(4);
+    return command;
 }
 
-void RandomEdits::setMode()
+RandomEdits::Command RandomEdits::newPivot()
 {
-    const int before = application.mode;
-    const int after = static_cast<int>(random_.below(3));
-    stack_.add(new kyUVSelectionModeChangeCommand(
-        {"Mode", ""}, static_cast<kyUVUtils::ESelectMode>(after),
-        [this, after] { application.mode = after; }, [this, before] { application.mode = before; },
-        nullptr));
-}
-
-kyUndoCommandBase* RandomEdits::newPivot()
-{
-    return new kyUVPivotContinousChangeCommand(
-        {"Pivot", ""}, 1,
+    return std::make_unique<kyUVPivotContinousChangeCommand>(
+        kyUndoString("Pivot", ""), 1,
         [this](const Vec2f& pivot) { return std::exchange(application.pivot, pivot); },
         distinctUVs(1)[0], [this](bool flag) { return std::exchange(application.flag, flag); },
         random_.oneIn(2), nullptr);
 }
 
-kyUndoCommandBase* RandomEdits::newPoints()
+RandomEdits::Command RandomEdits::newPoints()
 {
-    return new kyUVLattiCtrlPntContinousChangeCommand(
-        {"Points", ""},
+    return std::make_unique<kyUVLattiCtrlPntContinousChangeCommand>(
+        kyUndoString("Points", ""),
         [this](UVs& points, float& value) {
             points = application.points;
             value = application.value;
@@ -192,69 +181,46 @@ kyUndoCommandBase* RandomEdits::newPoints()
         distinctUVs(4), static_cast<float>(random_.below(100)), nullptr);
 }
 
-kyUndoCommandBase* RandomEdits::newIterations()
+void RandomEdits::editValues()
 {
-    return new kyUVMaxIterationContinousChangeCommand(
-        {"Iterations", ""}, static_cast<int>(random_.below(1000)),
-        [this] { return application.iterations; },
-        [this](int iterations) { application.iterations = iterations; }, nullptr);
+    const kyUVValueChangeUndoGuard guard({osg::NullFC, node_}, UVSet0);
+    if (isOfAll_)
+        kyUVUtils::setUVValues(core_, node_, UVSet0,
+                               distinctUVs(vertexCountOf(activeSurfaces(node_))));
+    else
+        setUVs(ids_);
 }
 
-kyUndoCommandBase* RandomEdits::newLatticeReset()
+void RandomEdits::setUVs(const Ids& ids)
 {
-    auto* command = new kyUVLatticeToolStateResetCommand(
-        {"Reset", ""},
-        [this](kyUVLatticeToolState& state) {
-            state.controlPoints = application.points;
-            state.amount = application.value;
-        },
-        [this](const kyUVLatticeToolState& state) {
-            application.points = state.controlPoints;
-            application.value = state.amount;
-        },
-        nullptr);
-    command->getStateRef().controlPoints = distinctUVs(4);
-    return command;
+    kyUVUtils::setUVValues(core_, node_, UVSet0, ids.data(), static_cast<unsigned int>(ids.size()),
+                           distinctUVs(ids.size()));
 }
 
-void RandomEdits::addGroup()
+void RandomEdits::editConstraints()
 {
-    auto* group = new kyUVMergeGroup({"Group", ""}, 1);
-    group->append(std::unique_ptr<kyUndoCommandBase>(newPoints()));
-    group->append(std::unique_ptr<kyUndoCommandBase>(newPivot()));
-    stack_.add(group);
+    const kyUVConstraintsChangeUndoGuard guard({"Constraints", ""}, {osg::NullFC, node_});
+    const Ids triangles = trianglesOf(node_);
+    const unsigned int corner = 3 * random_.below(static_cast<unsigned int>(triangles.size() / 3));
+    osg::GeoTmpIndexEditInterface(core_, kyUVTypes::SelectedEdges)
+        .assign(Ids{triangles[corner], triangles[corner + 1]});
+    const auto constraint = isOfAll_ ? kyUVTypes::Horizontal : kyUVTypes::Vertical;
+    if (random_.oneIn(3))
+        kyUVUtils::unconstrainEdges(core_, node_, constraint);
+    else
+        kyUVUtils::constrainEdges(core_, node_, constraint);
 }
 
-/// What the step on top of the stack tells when it is undone or redone.
-std::string RandomEdits::messagesOf(Kind kind) const
+void RandomEdits::editNoCompactValues()
 {
-    switch (kind) {
-    case Mode:
-        return "VESelectionChanged UVSelectionModeChanged ";
-    case LatticeReset:
-        return "VESelectionChanged ";
-    case Pivot:
-    case Iterations:
-    case Toggle:
-        return "";
-    case Constraints:
-        return messagesOfEach("UVConstraintChanged ");
-    case Values:
-    case NoCompactValues:
-        return messagesOfEach("UVChanged ");
-    default:
-        return "UVChanged ";
-    }
-}
-
-/// One for each command of the step.
-std::string RandomEdits::messagesOfEach(const char* message) const
-{
-    std::string messages;
-    const auto* step = static_cast<const kyMultiCommand*>(stack_.command(stack_.index() - 1));
-    for (std::size_t i = 0; i < step->size(); ++i)
-        messages += message;
-    return messages;
+    const kyNoCompactUVValueChangeUndoGuard guard({node_, osg::NullFC}, UVSet0);
+    UVs uvs;
+    kyUVUtils::getNoCompactUVValues(node_, UVSet0, uvs);
+    if (isOfAll_)
+        uvs = distinctUVs(uvs.size()); // no border is welded any more
+    for (Vec2f& uv : uvs)
+        std::swap(uv[0], uv[1]);
+    kyUVUtils::setNoCompactUVValues(node_, UVSet0, uvs);
 }
 
 /// Of those that triangles use, in any order, with repeats.

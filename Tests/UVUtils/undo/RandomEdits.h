@@ -2,9 +2,9 @@
 
 #include "UVUtils/Meshes.h"
 #include "UVUtils/RandomShells.h"
-#include "UVUtils/model/kyUVTypes.h"
 #include "UndoUtils/kyUndoStack.h"
 
+#include <memory>
 #include <string>
 
 /// What the application keeps beside the scene graph and its commands change.
@@ -20,21 +20,21 @@ struct Application
     bool operator==(const Application&) const = default;
 };
 
-/// Random steps on the stack of every kind but cuts and sews, each written as an application would.
+/// Random steps on the stack of every kind but cuts and sews, each made as an application would.
 class RandomEdits
 {
 public:
     enum Kind : unsigned
     {
         Mode,
-        Pivot,
-        LatticePoints,
-        Iterations,
         Toggle,
         LatticeReset,
-        Group,
         Constraints,
         OtherSlot,
+        Pivot,
+        Points,
+        Iterations,
+        Group,
         KindsWithoutUVs, ///< those before leave the values in slot 0 alone
         Values = KindsWithoutUVs,
         Scale,
@@ -45,7 +45,6 @@ public:
         KindCount
     };
 
-    /// One step, made by up to three edits in quick succession where they merge.
     struct Step
     {
         Kind kind = Mode;
@@ -58,6 +57,7 @@ public:
     RandomEdits(const RandomEdits&) = delete;
     RandomEdits& operator=(const RandomEdits&) = delete;
 
+    /// One step, by up to three edits in quick succession where they merge.
     Step make(Kind kind);
     /// UVs of which no two are equal, so that nothing comes together by chance.
     UVs distinctUVs(std::size_t count);
@@ -65,27 +65,24 @@ public:
     Application application;
 
 private:
+    using Command = std::unique_ptr<kyUndoCommandBase>;
+
     void edit(Kind kind);
+    Command newCommand(Kind kind);
+    Command newLatticeReset();
+    Command newPivot();
+    Command newPoints();
     void editValues();
     void editNoCompactValues();
     void editConstraints();
-    void scale();
-    void editLazily();
-    void setMode();
-    kyUndoCommandBase* newPivot();
-    kyUndoCommandBase* newPoints();
-    kyUndoCommandBase* newIterations();
-    kyUndoCommandBase* newLatticeReset();
-    void addGroup();
-    std::string messagesOf(Kind kind) const;
-    std::string messagesOfEach(const char* message) const;
+    void setUVs(const Ids& ids);
     Ids someVertices();
 
     osg::NodePtr node_;
     osg::GeometryPtr core_ = coreOf(node_);
     Random& random_;
-    Ids lazyIds_; ///< of the present run
-    bool isLazyOfAll_ = false;
+    Ids ids_; ///< of the present step
+    bool isOfAll_ = false;
     double time_ = 0;
     kyUndoStack& stack_ = kyUndoStack::get(0);
 };
