@@ -1,5 +1,7 @@
 #include "OpenSG/Attachment.h"
 
+#include "OpenSG/DropHolder.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -86,8 +88,7 @@ void AttachmentContainer::subAttachment(const AttachmentPtr& attachment, unsigne
 
 void AttachmentContainer::dropParent(Attachment& attachment)
 {
-    auto& parents = attachment._parents;
-    parents.erase(std::find(parents.begin(), parents.end(), Ptr<AttachmentContainer>(this)));
+    dropHolder(attachment._parents, Ptr<AttachmentContainer>(this));
 }
 
 void AttachmentContainer::appendAttachments(const FieldContainer& container,

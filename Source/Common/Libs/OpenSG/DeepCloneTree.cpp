@@ -26,6 +26,9 @@ std::vector<std::string> namesIn(std::string_view list)
 }
 
 /// Copies containers on demand, and fills the fields of the copies one after the other.
+///
+/// The last copy is filled first. Until then it holds what the original holds, and so is the last
+/// of the holders of that core or attachment, where it is found at once, be there ever so many.
 class Cloner
 {
 public:
@@ -48,8 +51,9 @@ public:
     {
         const FieldDescription::Replacement replacementOf =
             [this](const FieldContainerPtr& original) { return cloneOf(original); };
-        for (std::size_t i = 0; i < _toFill.size(); ++i) { // grows on the way
-            const auto [original, clone] = _toFill[i];
+        while (!_toFill.empty()) { // grows on the way
+            const auto [original, clone] = _toFill.back();
+            _toFill.pop_back();
             const FieldContainerType& type = original->getType();
             for (unsigned field = 1; field <= type.getNumFieldDescs(); ++field)
                 if (const auto copyContainers = type.getFieldDesc(field)->copyContainers)

@@ -1,5 +1,7 @@
 #include "OpenSG/Node.h"
 
+#include "OpenSG/DropHolder.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -94,10 +96,8 @@ void Node::setCore(const NodeCorePtr& core)
     if (_core == core)
         return;
     const RefPtr<NodeCore> old = std::move(_core);
-    if (old) {
-        auto& parents = old->_parents;
-        parents.erase(std::find(parents.begin(), parents.end(), NodePtr(this)));
-    }
+    if (old)
+        dropHolder(old->_parents, NodePtr(this));
     _core = core;
     if (core)
         core->_parents.emplace_back(this);
@@ -125,8 +125,14 @@ void Node::copyCore(const FieldContainer& from, FieldContainer& copy,
 void Node::copyChildren(const FieldContainer& from, FieldContainer& copy,
                         const FieldDescription::Replacement& replacementOf)
 {
-    for (const RefPtr<Node>& child : static_cast<const Node&>(from)._children)
-        static_cast<Node&>(copy).addChild(dcast<Node>(replacementOf(child)));
+    const auto& children = static_cast<const Node&>(from)._children;
+    std::vector<NodePtr> copies(children.size());
+    // Asked for from the last one on, since of copies the one made last is filled first: so the
+    // children take their cores in their own order.
+    std::transform(children.rbegin(), children.rend(), copies.rbegin(),
+                   [&](const RefPtr<Node>& child) { return dcast<Node>(replacementOf(child)); });
+    for (const NodePtr& child : copies)
+        static_cast<Node&>(copy).addChild(child);
 }
 
 bool Node::isBelow(const NodePtr& other) const
