@@ -43,7 +43,7 @@ osg::NodePtr getScenegraphRoot();
 
 /// Appends the nodes in the scene graph that have the core of a node, itself among them, in the
 /// order in which they took it: those at or below the root, or all where no root is set. Nothing
-/// for a null node and one without a core.
+/// for a null node and one without a core. Goes up from each of them to the root.
 void getInstancesInScenegraph(const osg::NodePtr& node, std::vector<osg::NodePtr>& out);
 
 // Boxes. The positions (of three floats) of each node's own core count, used by a triangle or not;

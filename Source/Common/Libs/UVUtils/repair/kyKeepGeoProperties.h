@@ -41,15 +41,21 @@ public:
 
     /// Keeps what the shells and surfaces at and below some nodes have now. Those without UVs in
     /// slot 0 are passed over, whatever slot 1 holds; of a shell, one surface with UVs is enough.
+    /// Null nodes and what is below a node without a core are passed over too, and so are nodes
+    /// that share a core of which the scene graph (kyNodeUtils::setScenegraphRoot) has no node.
     ///
     /// What was kept is not kept again. A shell whose surfaces come one by one is a target as a
     /// whole as soon as all have come, and as soon as it comes itself.
+    ///
+    /// Linear in the nodes, and in all that is below those that are cloned, vertices included.
     void addNodes(const std::vector<osg::NodePtr>& nodes);
 
     /// Gives all nodes that were added the UVs that were kept. Nodes whose geometry can't be worked
     /// on now stay as they are, a slot that wasn't there stays as it is, with a line in the log.
     ///
-    /// Shows a progress on kyProgress. A second call does the same again.
+    /// Shows a progress on kyProgress, of 100 for each target; each slot of a target adds 100, so
+    /// the display is full halfway. A second call does the same again. Costs one initFromSource and
+    /// one transferUVs (kyTransferGeoProperties) for each slot of each target.
     void transfer();
 
 private:
