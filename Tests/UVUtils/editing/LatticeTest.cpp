@@ -85,18 +85,19 @@ RC_GTEST_PROP(Lattice, BendsAsDeCasteljauDoesOnAnyNumberOfThreads, ())
     const bool isEven = *rc::gen::inRange(0, 4) == 0; // leaves all where they are
     UVs points;
     for (unsigned int k = 0; k < resU * resV; ++k) {
-        const DoubleUV even(extent.x() * (k % resU) / (resU - 1),
-                            extent.y() * (k / resU) / (resV - 1));
-        points.push_back(Vec2f(even + DoubleUV(min)));
+        const unsigned int row = k / resU;
+        points.emplace_back(min.x() + extent.x() * (k % resU) / (resU - 1),
+                            min.y() + extent.y() * row / (resV - 1));
         if (!isEven)
             points.back() += Vec2f(mathtest::number(1), mathtest::number(1));
     }
     std::mt19937 random(*rc::gen::arbitrary<std::uint32_t>());
     std::uniform_real_distribution<double> parameter(-.1, 1.1);
     UVs start;
-    for (unsigned int i = 0; i < 200; ++i)
-        start.push_back(Vec2f(DoubleUV(min) + DoubleUV(extent.x() * parameter(random),
-                                                       extent.y() * parameter(random))));
+    for (unsigned int i = 0; i < 200; ++i) {
+        const double s = parameter(random);
+        start.emplace_back(min.x() + extent.x() * s, min.y() + extent.y() * parameter(random));
+    }
     const auto node = cloudOf(start);
     const Session session(resU, resV, min, max, node, idsUpTo(start.size()));
     UVs bent[2];

@@ -102,14 +102,16 @@ RC_GTEST_PROP(UVTransforms, ChangeEachVertexOfAMeshOnceOnAllItsSurfacesAndComeBa
         RC_ASSERT((after[i] - before[i]).length() < 1e-3F);
 
     constexpr float largest = std::numeric_limits<float>::max();
-    Vec2f low = after.empty() ? Vec2f(3, 4) : Vec2f(largest, largest);
-    Vec2f high = after.empty() ? Vec2f(5, 6) : Vec2f(-largest, -largest);
+    const bool hasUVs =
+        CompactShellMesh::getCMesh(core, node, slot) || core->getTexSlot(slot) != osg::NullFC;
+    Vec2f low = hasUVs ? Vec2f(largest, largest) : Vec2f(3, 4);
+    Vec2f high = hasUVs ? Vec2f(-largest, -largest) : Vec2f(5, 6);
     for (const unsigned int id : ids)
         for (unsigned int axis = 0; axis < 2 && id < after.size(); ++axis) {
             low[axis] = std::min(low[axis], after[id][axis]);
             high[axis] = std::max(high[axis], after[id][axis]);
         }
-    Vec2f min(3, 4); // stays without a slot
+    Vec2f min(3, 4); // stays without UVs
     Vec2f max(5, 6);
     kyUVUtils::getUVBoundingBox(core, node, slot, ids.data(), static_cast<unsigned int>(ids.size()),
                                 min, max);

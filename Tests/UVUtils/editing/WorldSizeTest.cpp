@@ -65,6 +65,7 @@ RC_GTEST_PROP(WorldSize, GivesAllIslandsOneScaleUnderAnyWorldMatrix, ())
     const auto node = randomManifoldShell(*rc::gen::arbitrary<std::uint32_t>());
     place.parent->addChild(node);
     const auto before = measure(node, toWorld);
+    RC_PRE(!before.empty());
     const float width = .5F + std::abs(mathtest::number(3));
     Ids seeds;
     for (const Island& island : before)

@@ -7,7 +7,6 @@
 #include "UVUtils/model/UVSlot.h"
 #include "UVUtils/model/kyUVUtils.h"
 
-#include <array>
 #include <cmath>
 #include <span>
 #include <vector>
