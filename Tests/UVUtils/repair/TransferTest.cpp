@@ -235,9 +235,6 @@ TEST(Transfer, AShellIsSewnWhereItsUVsMeet)
     EXPECT_TRUE(transfer(shell, shell));
     for (const unsigned i : {0U, 1U, 2U}) // of 8, of 12 and of 6
         EXPECT_EQ(surfaceOf(shell, i)->getPositions()->getSize(), 8);
-    UVs uvs;
-    kyUVUtils::getUVValues(coreOf(shell), shell, set, uvs);
-    EXPECT_EQ(uvs.size(), 24);
 }
 
 /// With the words of each outcome, and the progress that it tells of.
@@ -350,8 +347,10 @@ RC_GTEST_PROP(Transfer, RandomPairsGiveTheSameBitsOnEachRun,
         const auto target =
             randomNode(seed + (seed / 4) % 2, kyUVTypes::UVSet2, toShell, seed % 3 == 0);
         for (const osg::GeometryPtr& geometry : geometriesOf(target))
-            if (geometry->getNormals() && seed % 5 == 0)
-                geometry->getNormals()->resize(1);
+            if (seed % 5 == 0) {
+                geometry->setNormals(osg::GeoNormals3f::create());
+                geometry->getNormals()->addValue(osg::Vec3f(0, 0, 1));
+            }
         run.transferUVs(target, set);
         bits[threads - 1] = bitsOf(target);
     }
