@@ -47,7 +47,8 @@ public:
     /// What was kept is not kept again. A shell whose surfaces come one by one is a target as a
     /// whole as soon as all have come, and as soon as it comes itself.
     ///
-    /// Linear in the nodes, and in all that is below those that are cloned, vertices included.
+    /// Linear in the nodes, and in all that is below those that are cloned, vertices included; a
+    /// shell or surface whose core n nodes share looks at these n each time that it comes.
     void addNodes(const std::vector<osg::NodePtr>& nodes);
 
     /// Gives all nodes that were added the UVs that were kept. Nodes whose geometry can't be worked
