@@ -38,13 +38,13 @@ public:
         }
     }
 
-    /// [corner of all faces] the lines that it names
+    /// [corner of all faces but those that come by a place twice] the lines that it names
     std::vector<std::array<std::string, 2>> cornerValues() const
     {
         std::vector<std::array<std::string, 2>> values;
         for (const std::vector<Face>& faces : objects)
             for (const Face& face : faces)
-                for (const auto& [v, vt] : face)
+                for (const auto& [v, vt] : hasRepeats(face) ? Face() : face)
                     values.push_back({positions.at(v - 1), vt == 0 ? "" : uvs.at(vt - 1)});
         return values;
     }
@@ -68,6 +68,14 @@ public:
     std::vector<std::vector<Face>> objects;
 
 private:
+    bool hasRepeats(const Face& face) const
+    {
+        std::set<std::string> places;
+        for (const Corner& corner : face)
+            places.insert(positions.at(corner.first - 1));
+        return places.size() < face.size();
+    }
+
     void addFace(std::istringstream& words)
     {
         if (objects.empty())

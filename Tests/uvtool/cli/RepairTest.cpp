@@ -23,12 +23,47 @@ TEST(RepairCommand, WritesTheFileWithCopiesOfVertexLinesAndNothingElseNew)
     ASSERT_EQ(run.status, Done) << run.err;
     EXPECT_EQ(bytesOf(folder / "out.obj"),
               "v 0 0 0 1 0 0 # red\nv 1 0 0\nv 0 1 0\nv -1 0 0\nv 0 -1 0\no a\n"
-              "v 1 0 0\nv 0 1 0\nv 0 0 0 1 0 0\nf 1 2 3\nf -1 4 5\nf 6 6 7\n"
-              "o b\nv 9 9 9\nv 8 8 8\nf 9 10 2\nl 9 -1\np 1 9\ncurv 0 1 1 9\n");
+              "v 0 0 0 1 0 0\nf 1 2 3\nf -1 4 5\n"
+              "o b\nv 9 9 9\nv 8 8 8\nf 7 8 2\nl 7 -1\np 1 7\ncurv 0 1 1 7\n");
     EXPECT_EQ(run.json()["geometries"][0]["repair"],
-              nlohmann::json::parse(R"({"singularVertices": 1, "singularEdges": 0,
-                                        "foldedTriangles": 1, "singularUVs": 0,
-                                        "newVertices": 3, "newUVs": 0, "rounds": 1})"));
+              nlohmann::json::parse(R"({"degenerateTriangles": 1, "droppedPolygons": 1,
+                                        "singularVertices": 1, "singularEdges": 0,
+                                        "singularUVs": 0, "newVertices": 1, "newUVs": 0, "rounds": 1})"));
+}
+
+TEST(RepairCommand, TakesOutOfPolygonsWhatHasNoArea)
+{
+    const struct
+    {
+        const char* what;
+        const char* face;
+        const char* repaired;
+    } cases[] = {{"a corner twice", "f 1/1 2/2 2/3 3/4", "f 1/1 2/2 3/3"},
+                 {"equal places", "f 1 2 3 8 4", "f 1 2 3 4"},
+                 {"a spike", "f 1 2 6 2 3 4", "f 1 2 3 4"},
+                 {"a corner on a side", "f 1 7 2 3 4", "f 9 7 10 3 4"},
+                 {"a triangle on a line", "f 1 7 2", ""},
+                 {"nothing but a way and back", "f 1 2 3 2", ""},
+                 {"two loops at a corner", "f 1 2 3 1 4 6", "f 1 2 3\nf 9 4 6"}};
+    const TempFolder folder;
+    const std::string start = "v 0 0 0\nv 2 0 0\nv 2 2 0\nv 0 2 0\nv 9 9 9\nv -3 1 0\nv 1 0 0\n"
+                              "v 2 2 0\nvt 0 0\nvt 1 0\nvt 1 .1\nvt 1 1\nf 1 2 5\n";
+    for (const auto& c : cases)
+        for (const char* const name : {"out.obj", "out.glb"}) {
+            SCOPED_TRACE(std::string(c.what) + " to " + name);
+            const auto in = folder.write("in.obj", start + c.face + "\n");
+            ASSERT_EQ(runTool({"repair", in, "-o", folder / name}).status, Done);
+            std::string found = bytesOf(folder / "out.obj");
+            found = found.substr(std::min(found.size(), found.find("f 1 2 5") + 8));
+            EXPECT_EQ(found, c.repaired + std::string(*c.repaired == 0 ? "" : "\n"));
+            const ToolRun again = runTool({"repair", folder / name, "-o", folder / "2.glb"});
+            EXPECT_NE(again.err.find("nothing singular"), std::string::npos) << again.err;
+            EXPECT_EQ(again.err.find("removed"), std::string::npos) << again.err;
+        }
+    const auto flat = folder.write("in.obj", "v 0 0 0\nv 1 1 1\nv 3 3 3\nf 1 2 3\n");
+    const ToolRun left = runTool({"repair", flat, "-o", folder / "out.obj"});
+    EXPECT_NE(left.err.find("no triangle has an area; left as it is"), std::string::npos);
+    EXPECT_EQ(bytesOf(folder / "out.obj"), bytesOf(flat));
 }
 
 TEST(RepairCommand, TakesPolygonsApartThatComeApart)
@@ -65,16 +100,17 @@ TEST(RepairCommand, GivesChartsThatTouchInAPointUVsOfTheirOwn)
               values + "vt .5 0.30000000000000004 1\nf 1/1 2/2 3/3\nf 1/-1 4/4 5/5\n" + others);
 }
 
-/// Faces over few positions and few UVs, which are all equal; some have none.
+/// Faces over few positions, no three on one line, and few UVs, which are all equal; some have
+/// none, and some come by a position twice, but not all of them.
 std::string randomFaces(std::mt19937& random)
 {
     const auto upTo = [&random](int n) { return 1 + static_cast<int>(random() % unsigned(n)); };
     std::string text;
     const int count = 3 + upTo(6);
     for (int i = 0; i < count; ++i)
-        text += "v " + std::to_string(i) + " 0 0\nvt 0.5 0.5\n";
+        text += "v " + std::to_string(i) + " " + std::to_string(i * i) + " 0\nvt 0.5 0.5\n";
     for (const char* const object : {"o a\n", "o b\n"}) {
-        text += object;
+        text += std::string(object) + "f 1 2 3\n";
         for (int f = upTo(16); f > 0; --f) {
             const bool hasUVs = upTo(5) > 1;
             text += "f";

@@ -3,9 +3,11 @@
 #include "commands/SceneWork.h"
 #include "document/CornerParting.h"
 #include "document/Format.h"
+#include "document/TriangleRemoval.h"
 #include "scene/RepairOperation.h"
 #include "solver/LibraryScope.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace uvtool
@@ -18,14 +20,33 @@ struct Repaired
 {
     RepairCounts counts;
     std::size_t splitPolygons = 0;
+    bool isLeftAlone = false; ///< nothing has an area
     double seconds = 0.0;
 };
 
+/// Takes triangles without an area out. What is nothing but these stays, as a geometry has to have
+/// some; false then.
+bool removeDegenerate(DocumentGeometry& geometry, FaceKind kind, Repaired& repaired)
+{
+    DocumentGeometry left = geometry;
+    RemovedTriangles removed = removeRepeatedCorners(left);
+    const std::vector<char> isDegenerate = findDegenerateTriangles(left);
+    if (std::find(isDegenerate.begin(), isDegenerate.end(), 0) == isDegenerate.end())
+        return false;
+    removed += removeTriangles(left, isDegenerate, kind);
+    geometry = std::move(left);
+    repaired.counts.degenerateTriangles = removed.triangles;
+    repaired.counts.droppedPolygons = removed.polygons;
+    repaired.splitPolygons = removed.splitPolygons;
+    return true;
+}
+
 /// Parts corners so that the vertices that they have in the file are manifold.
-Repaired repairSurface(DocumentGeometry& geometry, RepairedVertices kind)
+void repairSurface(DocumentGeometry& geometry, RepairedVertices kind, Repaired& repaired)
 {
     const Repair repair = repairTriangles(geometry, kind);
-    return {repair.counts, partCorners(geometry, repair.numberOfTriangleCorner)};
+    repaired.counts += repair.counts;
+    repaired.splitPolygons += partCorners(geometry, repair.numberOfTriangleCorner);
 }
 
 /// Goes on with charts, in which nothing is left that touches along an edge.
@@ -46,8 +67,14 @@ Repaired repairGeometry(Task& task, std::size_t number)
     const LibraryScope scope(task.console, log);
     const FormatTraits traits = traitsOfFormat(task.options.output);
     const Stopwatch watch;
-    Repaired repaired =
-        repairSurface(geometry, traits.hasWholeVertices ? WholeVertices : PositionVertices);
+    Repaired repaired;
+    if (!removeDegenerate(geometry, traits.hasWholeVertices ? TriangleFaces : PolygonFaces,
+                          repaired))
+    {
+        repaired.isLeftAlone = true;
+        return repaired;
+    }
+    repairSurface(geometry, traits.hasWholeVertices ? WholeVertices : PositionVertices, repaired);
     for (std::size_t slot = 0; !traits.hasWholeVertices && slot < traits.slots; ++slot)
         repairCharts(geometry, slot, repaired);
     repaired.seconds = watch.seconds();
@@ -65,6 +92,8 @@ void note(const SceneGeometry& scene, const std::vector<Repaired>& repairedOfNum
         *entry.repair += repaired.counts;
         entry.splitPolygons += repaired.splitPolygons;
         entry.seconds += repaired.seconds;
+        if (repaired.isLeftAlone)
+            entry.warnings.emplace_back("no triangle has an area; left as it is");
     }
 }
 

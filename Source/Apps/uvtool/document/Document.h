@@ -81,6 +81,9 @@ struct DocumentGeometry
     /// writer that lists vertices anew may join those that have everything in common.
     bool keepsPositionsApart = false;
 
+    /// A command took some out, which a writer has to leave out.
+    bool hasLostTriangles = false;
+
     /// [positions behind those that were read] Which of these each is a copy of, for corners that
     /// a command parted.
     std::vector<std::uint32_t> sourceOfNewPosition;
@@ -108,7 +111,10 @@ struct DocumentGeometry
     {
         return positions.values.size() - sourceOfNewPosition.size();
     }
-    bool isChanged() const { return changedSlots.any() || !sourceOfNewPosition.empty(); }
+    bool isChanged() const
+    {
+        return changedSlots.any() || !sourceOfNewPosition.empty() || hasLostTriangles;
+    }
 };
 
 /// What formats have in common about a material; the rest is in the payload.

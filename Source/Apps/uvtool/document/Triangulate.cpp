@@ -127,6 +127,14 @@ private:
 
 } // namespace
 
+std::vector<std::uint32_t> trianglesOfPolygon(std::span<const Vec3d> corners)
+{
+    std::vector<std::uint32_t> triangles;
+    if (corners.size() >= 3)
+        PolygonCutter(triangles).cut(corners, 0);
+    return triangles;
+}
+
 void triangulatePolygons(DocumentGeometry& geometry)
 {
     const std::size_t triangleCount = geometry.cornerCount() - 2 * geometry.polygonCount();

@@ -2,6 +2,10 @@
 
 #include "document/Document.h"
 
+#include <cstdint>
+#include <span>
+#include <vector>
+
 namespace uvtool
 {
 
@@ -12,5 +16,8 @@ namespace uvtool
 /// or has corners on one line) ears are clipped instead. A polygon of n corners always gives n - 2
 /// triangles. Linear, but for polygons that need clipping (square in their corners).
 void triangulatePolygons(DocumentGeometry& geometry);
+
+/// The same for a single polygon: [3 * (n - 2)] numbers of its corners; none for less than three.
+std::vector<std::uint32_t> trianglesOfPolygon(std::span<const Vec3d> corners);
 
 } // namespace uvtool

@@ -160,9 +160,10 @@ void addLines(Json& json, const LineReport& lines)
 
 Json repairJson(const RepairCounts& repair)
 {
-    return {{"singularVertices", repair.singularVertices},
+    return {{"degenerateTriangles", repair.degenerateTriangles},
+            {"droppedPolygons", repair.droppedPolygons},
+            {"singularVertices", repair.singularVertices},
             {"singularEdges", repair.singularEdges},
-            {"foldedTriangles", repair.foldedTriangles},
             {"singularUVs", repair.singularUVs},
             {"newVertices", repair.newVertices},
             {"newUVs", repair.newUVs},

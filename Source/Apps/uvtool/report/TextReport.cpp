@@ -201,20 +201,28 @@ private:
     std::string text_;
 };
 
-/// "32 singular vertices, 4 singular edges repaired in 2 rounds; 34 new vertices".
+/// "12 triangles without an area removed, with 4 whole faces; 32 singular vertices, 4 singular
+/// edges repaired in 2 rounds; 34 new vertices".
 std::string textOf(const RepairCounts& repair)
 {
+    std::string removed;
+    if (repair.degenerateTriangles > 0)
+        removed = counted(repair.degenerateTriangles, "triangle", "triangles") +
+                  " without an area removed" +
+                  (repair.droppedPolygons > 0 && repair.droppedPolygons < repair.degenerateTriangles
+                       ? ", with " + counted(repair.droppedPolygons, "whole face", "whole faces")
+                       : "") +
+                  "; ";
     CountedList found;
     found.add(repair.singularVertices, "singular vertex", "singular vertices");
     found.add(repair.singularEdges, "singular edge", "singular edges");
-    found.add(repair.foldedTriangles, "folded triangle", "folded triangles");
     found.add(repair.singularUVs, "UV where charts touched", "UVs where charts touched");
     CountedList made;
     made.add(repair.newVertices, "new vertex", "new vertices");
     made.add(repair.newUVs, "new UV", "new UVs");
     if (made.text().empty())
-        return "nothing singular";
-    return found.text() + " repaired" +
+        return removed + "nothing singular";
+    return removed + found.text() + " repaired" +
            (repair.rounds > 1 ? " in " + std::to_string(repair.rounds) + " rounds" : "") + "; " +
            made.text();
 }
@@ -228,7 +236,7 @@ std::vector<std::string> textOfRepair(const Report& report)
         if (!geometry.repair)
             continue;
         all += *geometry.repair;
-        if (geometry.repair->newVertices + geometry.repair->newUVs > 0)
+        if (geometry.repair->changedAnything())
             lines.push_back("  geometry " + std::to_string(geometry.number) + " " +
                             nameIn(geometry) + ": " + textOf(*geometry.repair));
     }

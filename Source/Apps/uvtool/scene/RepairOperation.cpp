@@ -2,8 +2,10 @@
 
 #include "mesh/CornerVertices.h"
 #include "mesh/EqualValues.h"
+#include "mesh/SolverFrame.h"
 #include "solver/SolverGeometry.h"
 
+#include "OpenSGUtils/RemoveDegPolysGraphOp.h"
 #include "UVUtils/repair/kyTopologyRepair.h"
 
 #include <algorithm>
@@ -31,59 +33,6 @@ CornerVertices wholeVertices(const DocumentGeometry& geometry)
     vertices.vertexCount = numbers.size();
     return vertices;
 }
-
-/// Gives triangles that name a vertex twice vertices of their own.
-class FoldedTriangles
-{
-public:
-    FoldedTriangles(std::vector<std::uint32_t>& corners, std::size_t vertexCount)
-        : corners_(corners), uses_(vertexCount, 0)
-    {
-        for (const std::uint32_t vertex : corners)
-            ++uses_[vertex];
-    }
-
-    /// Returns how many shared a vertex with another triangle.
-    std::size_t detach()
-    {
-        std::size_t count = 0;
-        for (std::size_t i = 0; i + 3 <= corners_.size(); i += 3) {
-            const std::span<std::uint32_t> triangle = std::span(corners_).subspan(i, 3);
-            if (isFolded(triangle) && detach(triangle))
-                ++count;
-        }
-        return count;
-    }
-
-    std::size_t vertexCount() const { return uses_.size(); }
-
-private:
-    static bool isFolded(std::span<const std::uint32_t> triangle)
-    {
-        return triangle[0] == triangle[1] || triangle[1] == triangle[2] ||
-               triangle[2] == triangle[0];
-    }
-
-    bool detach(std::span<std::uint32_t> triangle)
-    {
-        bool isDetached = false;
-        for (std::size_t k = 0; k < 3; ++k) {
-            const std::uint32_t vertex = triangle[k];
-            const auto own = std::count(triangle.begin(), triangle.end(), vertex);
-            if (uses_[vertex] == own)
-                continue;
-            uses_[vertex] -= own;
-            std::replace(triangle.begin(), triangle.end(), vertex,
-                         static_cast<std::uint32_t>(uses_.size()));
-            uses_.push_back(own);
-            isDetached = true;
-        }
-        return isDetached;
-    }
-
-    std::vector<std::uint32_t>& corners_;
-    std::vector<std::ptrdiff_t> uses_; ///< [vertex] by corners
-};
 
 /// Each fix makes a vertex at least, and none that no corner names, so this ends.
 void fixUntilNothingIsFound(const osg::GeometryPtr& geometry, RepairCounts& counts)
@@ -123,6 +72,22 @@ osg::RefPtr<osg::Geometry> topologyOf(std::size_t vertexCount,
     return makeGeometry({origins, triangles, {}}, 0);
 }
 
+/// [triangle] 1 for those of `all` that are not in `left`, which has the others in their order. Of
+/// equal triangles all are left or none.
+std::vector<char> missingTriangles(std::span<const std::uint32_t> all,
+                                   std::span<const unsigned int> left)
+{
+    std::vector<char> isMissing(all.size() / 3, 0);
+    for (std::size_t t = 0; t < isMissing.size(); ++t) {
+        const auto triangle = all.subspan(3 * t, 3);
+        if (left.size() >= 3 && std::equal(triangle.begin(), triangle.end(), left.begin()))
+            left = left.subspan(3);
+        else
+            isMissing[t] = 1;
+    }
+    return isMissing;
+}
+
 /// Drops the vertices whose corners have no UV.
 void keepMapped(const CornerVertices& vertices, const std::vector<std::uint32_t>& triangles,
                 const CornerAttribute<Vec2f>& uvs, std::vector<unsigned int>& kept)
@@ -137,7 +102,8 @@ void keepMapped(const CornerVertices& vertices, const std::vector<std::uint32_t>
 
 RepairCounts& RepairCounts::operator+=(const RepairCounts& other)
 {
-    foldedTriangles += other.foldedTriangles;
+    degenerateTriangles += other.degenerateTriangles;
+    droppedPolygons += other.droppedPolygons;
     singularVertices += other.singularVertices;
     singularEdges += other.singularEdges;
     newVertices += other.newVertices;
@@ -147,15 +113,24 @@ RepairCounts& RepairCounts::operator+=(const RepairCounts& other)
     return *this;
 }
 
+std::vector<char> findDegenerateTriangles(const DocumentGeometry& geometry)
+{
+    const CornerVertices vertices = cornersByPositionNumber(geometry);
+    const osg::RefPtr<osg::Geometry> core =
+        makeGeometry({intoFrame(geometry.positions.values).points, vertices.vertexOfCorner, {}}, 0);
+    const osg::RefPtr<osg::Node> node(osg::Node::create());
+    node->setCore(core);
+    osg::RemoveDegPolysGraphOp("RemoveDegPolys").traverse(node);
+    return missingTriangles(vertices.vertexOfCorner, core->getIndices()->getValues());
+}
+
 Repair repairTriangles(const DocumentGeometry& geometry, RepairedVertices kind)
 {
     Repair repair;
-    CornerVertices vertices =
+    const CornerVertices vertices =
         kind == WholeVertices ? wholeVertices(geometry) : cornersByPositionNumber(geometry);
-    FoldedTriangles folded(vertices.vertexOfCorner, vertices.vertexCount);
-    repair.counts.foldedTriangles = folded.detach();
     const osg::RefPtr<osg::Geometry> core =
-        topologyOf(folded.vertexCount(), vertices.vertexOfCorner);
+        topologyOf(vertices.vertexCount, vertices.vertexOfCorner);
     fixUntilNothingIsFound(core, repair.counts);
     repair.counts.newVertices = core->getPositions()->getSize() - vertices.vertexCount;
     repair.numberOfTriangleCorner =

@@ -9,16 +9,19 @@
 namespace uvtool
 {
 
-/// What was not manifold in a geometry.
+/// What was not manifold in a geometry, or had no area.
 struct RepairCounts
 {
-    std::size_t foldedTriangles = 0; ///< that name a vertex twice and touched others
+    std::size_t degenerateTriangles = 0; ///< that were removed
+    std::size_t droppedPolygons = 0;     ///< of such triangles only
     std::size_t singularVertices = 0;
     std::size_t singularEdges = 0;
     std::size_t newVertices = 0;
     std::size_t singularUVs = 0; ///< in which charts met that share no edge
     std::size_t newUVs = 0;
     std::size_t rounds = 0; ///< that found something
+
+    bool changedAnything() const { return degenerateTriangles + newVertices + newUVs > 0; }
 
     RepairCounts& operator+=(const RepairCounts& other);
 };
@@ -40,11 +43,13 @@ enum RepairedVertices : std::int32_t
     WholeVertices
 };
 
+/// Finds the triangles that the library takes for ones without an area: two corners lie in one
+/// place, or all on one line, in single precision. [triangleCount]
+std::vector<char> findDegenerateTriangles(const DocumentGeometry& geometry);
+
 /// Finds what is not manifold in the triangles of a geometry and has the library fix it until
-/// nothing is left.
-///
-/// A triangle that names a vertex twice runs along an edge twice, so that the library would cut the
-/// surface open beside it. It gets vertices of its own first, where others name them too.
+/// nothing is left. No triangle names a vertex twice: one that does runs along an edge twice, so
+/// that the library would cut the surface open beside it.
 ///
 /// Returns positions.
 Repair repairTriangles(const DocumentGeometry& geometry, RepairedVertices kind);

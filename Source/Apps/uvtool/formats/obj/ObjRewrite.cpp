@@ -12,8 +12,8 @@ namespace uvtool
 namespace
 {
 
-/// The polygons of the document that one face of the file has become: one, the triangles of a
-/// polygon that was split, or none.
+/// The polygons of the document that one face of the file has become: one, which may have lost
+/// corners, the triangles of one that was split, or none.
 struct FacePolygons
 {
     std::uint32_t geometry = absentIndex;
@@ -50,6 +50,14 @@ void replaceWords(std::string_view text, std::string& out,
         done = word.data() + word.size();
     }
     out.append(done, text.data() + text.size());
+}
+
+std::size_t countWords(std::string_view text)
+{
+    std::size_t count = 0;
+    while (!takeWord(text).empty())
+        ++count;
+    return count;
 }
 
 /// A statement that names vertices but is no face, and how many words stand before these.
@@ -173,10 +181,17 @@ private:
         const FacePolygons face = facesRead_ < faces_.size() ? faces_[facesRead_] : FacePolygons{};
         if (face.count == 0)
             done = behindLineEnd(done);
-        else if (face.count == 1)
+        else if (face.count == 1 && countWords(statement.rest) == cornerCountOf(face))
             emitPolygon(statement, face, out);
         else
-            emitTriangles(face, out);
+            emitPolygons(face, out);
+    }
+
+    std::size_t cornerCountOf(const FacePolygons& face) const
+    {
+        const std::vector<std::uint32_t>& offsets =
+            document_.geometries[face.geometry].polygonOffsets;
+        return offsets[face.firstPolygon + 1] - offsets[face.firstPolygon];
     }
 
     void emitNewLines(std::size_t g, std::string& out)
@@ -217,7 +232,8 @@ private:
         }
     }
 
-    void emitTriangles(const FacePolygons& face, std::string& out) const
+    /// New faces in the place of one.
+    void emitPolygons(const FacePolygons& face, std::string& out) const
     {
         const DocumentGeometry& geometry = document_.geometries[face.geometry];
         const ObjPayload::Numbers& numbers = numbersOf(face.geometry);
@@ -310,7 +326,8 @@ std::string rewriteObj(const Document& document, const ObjPayload& payload)
     const bool changed = std::any_of(document.geometries.begin(), document.geometries.end(),
                                      [](const DocumentGeometry& geometry) {
                                          return geometry.changedSlots.test(0) ||
-                                                !geometry.sourceOfNewPosition.empty();
+                                                !geometry.sourceOfNewPosition.empty() ||
+                                                geometry.hasLostTriangles;
                                      });
     return changed ? Rewriter(document, payload).rewrite() : payload.text;
 }
