@@ -1,5 +1,6 @@
 #include "cli/Options.h"
 
+#include "cli/EditArguments.h"
 #include "cli/ExitStatus.h"
 #include "cli/NumberRange.h"
 #include "cli/PackArguments.h"
@@ -90,6 +91,11 @@ void checkTogether(const Options& options)
     const std::string pathFault = faultOfPath(options.path);
     if (!pathFault.empty())
         refuse(pathFault);
+    if (options.command == Options::Lattice) {
+        const std::string latticeFault = faultOfLattice(options.lattice, !options.output.empty());
+        if (!latticeFault.empty())
+            refuse(latticeFault);
+    }
     if (!options.common.picture.empty() && !isPictureFormat(options.common.picture))
         refuse("--picture: \"" + options.common.picture.string() + "\" must end in .png or .svg");
     if (!options.common.view.empty() && !isSurfacePictureFormat(options.common.view))
@@ -220,6 +226,22 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
     addOutput(*transfer, options.output);
     addTransferOptions(*transfer, options.transfer);
 
+    CLI::App* const transform = app.add_subcommand(
+        "transform", "Scales, turns and moves the UVs of a file, or of some of its islands");
+    addCommonOptions(*transform, options.common);
+    addOutput(*transform, options.output);
+    addTransformOptions(*transform, options.edit, options.transform);
+    CLI::App* const worldSize = app.add_subcommand(
+        "worldsize", "Scales each UV island of a file to the size of its surface in the scene");
+    addCommonOptions(*worldSize, options.common);
+    addOutput(*worldSize, options.output);
+    addWorldSizeOptions(*worldSize, options.edit, options.worldSize);
+    CLI::App* const lattice =
+        app.add_subcommand("lattice", "Bends the UVs of a file with a grid of control points");
+    addCommonOptions(*lattice, options.common);
+    lattice->add_option("-o,--output", options.output, "The mesh file to write");
+    addLatticeOptions(*lattice, options.edit, options.lattice);
+
     checkCommand(app, arguments);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -247,6 +269,9 @@ std::optional<Options> parseOptions(std::span<const std::string> arguments, std:
                       : repair->parsed()    ? Options::Repair
                       : project->parsed()   ? Options::Project
                       : transfer->parsed()  ? Options::Transfer
+                      : transform->parsed() ? Options::Transform
+                      : worldSize->parsed() ? Options::WorldSize
+                      : lattice->parsed()   ? Options::Lattice
                                             : Options::Info;
     settleSlots(options);
     checkTogether(options);

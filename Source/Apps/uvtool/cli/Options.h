@@ -1,5 +1,8 @@
 #pragma once
 
+#include "document/Document.h"
+#include "layout/UVBox.h"
+
 #include "UVUtils/projection/kyUVTriplanarProjectionSettings.h"
 #include "UVUtils/repair/kyTransferGeoProperties.h"
 #include "UVUtils/solver/OptimizeSettings.h"
@@ -164,6 +167,39 @@ struct ProjectOptions
     std::optional<kyUVTriplanarProjectionSettings::Mode> mode;
 };
 
+/// What the commands that move UVs without new seams have in common.
+struct EditOptions
+{
+    std::vector<unsigned int> islands; ///< a vertex of each island to edit; all without
+};
+
+/// Scales, then turns, then moves.
+struct TransformOptions
+{
+    Vec2f scale{1.0F, 1.0F}; ///< neither is 0
+    double degrees = 0.0;    ///< from u to v
+    Vec2f move{0.0F, 0.0F};
+    std::optional<Vec2f> about; ///< what scaling and turning leave in place; the centre without
+};
+
+/// The patch of the scene that the unit square of UVs stands for.
+struct WorldSizeOptions
+{
+    double width = 0.0;
+    double height = 0.0;
+};
+
+/// Control points over a rectangle.
+struct LatticeOptions
+{
+    unsigned int resU = 0;
+    unsigned int resV = 0;
+    std::optional<UVBox> box;     ///< the rectangle; the bounds of the UVs without
+    std::filesystem::path points; ///< a file of them; empty for none
+    std::filesystem::path saved;  ///< a file to start from; empty for none
+    double amount = 1.0;          ///< of the way to go, 0 to 1
+};
+
 /// A path along edges: the shortest through some vertices, or on from an edge. One of the two.
 struct PathOptions
 {
@@ -215,7 +251,10 @@ struct Options
         Repair,
         Path,
         Project,
-        Transfer
+        Transfer,
+        Transform,
+        WorldSize,
+        Lattice
     };
 
     Command command = Info;
@@ -234,11 +273,15 @@ struct Options
     StraightOptions straight;
     ProjectOptions project;
     TransferOptions transfer;
+    EditOptions edit;
+    TransformOptions transform;
+    WorldSizeOptions worldSize;
+    LatticeOptions lattice;
 
     bool writesMesh() const
     {
         return command != Info && command != Islands && command != Path &&
-               (command != Seams || !output.empty());
+               ((command != Seams && command != Lattice) || !output.empty());
     }
 };
 

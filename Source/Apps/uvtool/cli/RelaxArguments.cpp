@@ -1,5 +1,6 @@
 #include "cli/RelaxArguments.h"
 
+#include "cli/IdOption.h"
 #include "cli/NumberRange.h"
 
 namespace uvtool
@@ -7,21 +8,13 @@ namespace uvtool
 namespace
 {
 
-CLI::Option* addIds(CLI::Option_group& group, const char* name, std::vector<unsigned int>& ids,
-                    const char* text)
-{
-    return group.add_option(name, ids, text)
-        ->delimiter(',')
-        ->check(numberFrom<unsigned int>(0))
-        ->type_name("ID,ID,...");
-}
-
 void addSelection(CLI::App& command, RelaxOptions& relax)
 {
     CLI::Option_group* const which =
         command.add_option_group("Selection", "What is relaxed; all without");
-    addIds(*which, "--islands", relax.islands, "Relax the islands of these vertices");
-    addIds(*which, "--vertices", relax.vertices, "Relax these vertices, between those around them");
+    addIdOption(*which, "--islands", relax.islands, "Relax the islands of these vertices");
+    addIdOption(*which, "--vertices", relax.vertices,
+                "Relax these vertices, between those around them");
     which->add_option("--vertex-file", relax.vertexFile, "Relax the vertices of a file")
         ->type_name("FILE");
     which->require_option(0, 1);

@@ -44,6 +44,12 @@ ExitStatus perform(const Options& options, Console& console)
         return runProject(options, console);
     case Options::Transfer:
         return runTransfer(options, console);
+    case Options::Transform:
+        return runTransform(options, console);
+    case Options::WorldSize:
+        return runWorldSize(options, console);
+    case Options::Lattice:
+        return runLattice(options, console);
     }
     return WrongUsage;
 }

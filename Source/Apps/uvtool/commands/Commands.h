@@ -23,5 +23,8 @@ ExitStatus runConstrain(const Options& options, Console& console);
 ExitStatus runRepair(const Options& options, Console& console);
 ExitStatus runProject(const Options& options, Console& console);
 ExitStatus runTransfer(const Options& options, Console& console);
+ExitStatus runTransform(const Options& options, Console& console);
+ExitStatus runWorldSize(const Options& options, Console& console);
+ExitStatus runLattice(const Options& options, Console& console);
 
 } // namespace uvtool

@@ -128,8 +128,8 @@ void Task::draw(const DocumentLayout& layout, const std::vector<UVBox>& boxes,
 void Task::probeOutputs() const
 {
     for (const std::filesystem::path& file :
-         {options.output, options.edgesOutput, options.project.savedFile, options.common.picture,
-          options.common.view})
+         {options.output, options.edgesOutput, options.project.savedFile, options.lattice.saved,
+          options.common.picture, options.common.view})
         if (!file.empty())
             OutputFile::probe(file);
 }

@@ -2,6 +2,7 @@
 
 #include "document/FileError.h"
 #include "document/OutputFile.h"
+#include "document/TextLines.h"
 
 #include <algorithm>
 #include <charconv>
@@ -11,35 +12,6 @@ namespace uvtool
 {
 namespace
 {
-
-constexpr std::string_view blanks = " \t\r\v\f";
-
-/// Cuts the next line off `text`, without its comment.
-std::string_view takeLine(std::string_view& text)
-{
-    const std::size_t end = text.find('\n');
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return line.substr(0, line.find('#'));
-}
-
-/// Cuts the next word off `line`; empty when there is none.
-std::string_view takeWord(std::string_view& line)
-{
-    line.remove_prefix(std::min(line.find_first_not_of(blanks), line.size()));
-    const std::string_view word = line.substr(0, line.find_first_of(blanks));
-    line.remove_prefix(word.size());
-    return word;
-}
-
-/// The words of a line, as a message may show them: the start of it, and printable.
-std::string quoted(std::string_view word)
-{
-    std::string text(word.substr(0, 24));
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
-    return "\"" + text + (word.size() > 24 ? "..." : "") + "\"";
-}
 
 class IdFileReader
 {
@@ -55,8 +27,8 @@ public:
         for (std::string_view text = bytes; !text.empty();) {
             ++line_;
             ids.clear();
-            std::string_view line = takeLine(text);
-            for (auto word = takeWord(line); !word.empty(); word = takeWord(line))
+            std::string_view line = takeTextLine(text);
+            for (auto word = takeTextWord(line); !word.empty(); word = takeTextWord(line))
                 ids.push_back(vertex(word));
             if (ids.empty())
                 continue;

@@ -45,6 +45,12 @@ void addLength(Json& json, const std::string& name, bool exists, double length,
         json[name + "Texels"] = exists ? finiteOrNull(length * *texelsPerUnit) : Json(nullptr);
 }
 
+Json boundsJson(const UVBox& bounds)
+{
+    return bounds.isEmpty() ? Json(nullptr)
+                            : Json({bounds.lo[0], bounds.lo[1], bounds.hi[0], bounds.hi[1]});
+}
+
 Json checkJson(const CheckReport& report, std::optional<double> texelsPerUnit)
 {
     const LayoutCheck& found = report.found;
@@ -68,8 +74,7 @@ Json checkJson(const CheckReport& report, std::optional<double> texelsPerUnit)
     addLength(json, "margin", true, found.margin, texelsPerUnit);
     json["area"] = finiteOrNull(found.area);
     if (!found.bounds.isEmpty())
-        json["bounds"] = {found.bounds.lo[0], found.bounds.lo[1], found.bounds.hi[0],
-                          found.bounds.hi[1]};
+        json["bounds"] = boundsJson(found.bounds);
     json["first"] = first;
     return json;
 }
@@ -145,6 +150,13 @@ Json qualityJson(const LayoutQuality& quality)
             {"angles", finiteOrNull(quality.distortion.angles())},
             {"flipped", quality.flipped},
             {"crossingsWithin", quality.crossings}};
+}
+
+Json measuresJson(const LayoutMeasures& measures)
+{
+    return {{"bounds", boundsJson(measures.bounds)},
+            {"texelDensity", finiteOrNull(measures.texelDensity())},
+            {"flipped", measures.flipped}};
 }
 
 void addLines(Json& json, const LineReport& lines)
@@ -248,6 +260,10 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
     if (geometry.relax) {
         json["before"] = qualityJson(geometry.relax->before);
         json["after"] = qualityJson(geometry.relax->after);
+    }
+    if (geometry.edit) {
+        json["before"] = measuresJson(geometry.edit->before);
+        json["after"] = measuresJson(geometry.edit->after);
     }
     if (geometry.lines)
         addLines(json, *geometry.lines);

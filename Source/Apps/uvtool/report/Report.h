@@ -5,6 +5,7 @@
 #include "mesh/Survey.h"
 #include "projection/ProjectionReport.h"
 #include "report/CheckReport.h"
+#include "report/EditReport.h"
 #include "report/RelaxReport.h"
 #include "report/TransferReport.h"
 #include "scene/RepairOperation.h"
@@ -100,6 +101,7 @@ struct GeometryReport
     std::optional<LineReport> lines;          ///< where edges were named that are to be straight
     std::optional<RepairCounts> repair;       ///< of a command that makes them manifold
     std::optional<ProjectedCounts> projected; ///< of one that throws images
+    std::optional<EditReport> edit;           ///< of one that moves UVs as they are told to
     std::vector<TransferCounts> transfers;    ///< of one that carries UVs over, for each slot
 
     std::optional<Outcome> result;        ///< of commands that change UVs; empty if not reached

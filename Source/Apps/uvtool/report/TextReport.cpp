@@ -1,5 +1,6 @@
 #include "report/TextReport.h"
 
+#include "report/EditText.h"
 #include "report/ProjectionText.h"
 #include "report/RelaxText.h"
 #include "report/Remarks.h"
@@ -335,7 +336,7 @@ std::vector<std::string> textOfResult(const Report& report)
                     [](const GeometryReport& geometry) { return geometry.foundSeams; }))
         lines.push_back(lineOnSearch(report));
     for (const auto& text : {textOfRepair(report), textOfRelaxing(report), textOfLines(report),
-                             textOfProjection(report), textOfTransfer(report)})
+                             textOfProjection(report), textOfTransfer(report), textOfEdit(report)})
         lines.insert(lines.end(), text.begin(), text.end());
     if (report.check) {
         lines.push_back(report.projection

@@ -108,6 +108,7 @@ SceneGeometry sceneOf(const Document& document, std::span<const std::size_t> num
     SceneGeometry scene;
     scene.node = osg::Node::create();
     scene.isShell = isShell;
+    scene.exponent = frame.exponent();
     if (isShell) {
         const osg::GeometryPtr shell = osg::Geometry::create();
         shell->setGeometryType(osg::Geometry::ShellType);

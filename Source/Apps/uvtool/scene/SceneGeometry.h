@@ -39,6 +39,7 @@ struct SceneGeometry
     osg::RefPtr<osg::Node> node;
     bool isShell = false;
     std::vector<Surface> surfaces;
+    int exponent = 0; ///< positions = scene * 2^exponent, as SolverFrame has it
 
     // Of the surfaces without a fault.
     std::size_t vertexCount = 0;
