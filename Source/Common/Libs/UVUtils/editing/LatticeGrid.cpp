@@ -1,7 +1,5 @@
 #include "UVUtils/editing/LatticeGrid.h"
 
-#include "UVUtils/model/kyUVUtils.h"
-
 #include <algorithm>
 #include <cmath>
 

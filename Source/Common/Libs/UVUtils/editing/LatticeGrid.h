@@ -16,7 +16,9 @@ struct LatticeGrid
     unsigned int resV = 0;
     osg::Vec2f min;
     osg::Vec2f max;
-    std::vector<std::vector<unsigned int>> binomials; ///< [k][j] k over j; it never gets shorter
+    /// [k][j] k over j, k! / (j! (k - j)!) in double and truncated: from row 24 on, where the
+    /// factorials are rounded, some are 1 too low. The table never gets shorter.
+    std::vector<std::vector<unsigned int>> binomials;
 
     /// Can there be a grid like this? From 2 to MaxRes points, and a rectangle that is one.
     static bool isPossible(unsigned int resU, unsigned int resV, const osg::Vec2f& min,

@@ -7,7 +7,7 @@ namespace
 
 using Numbers = LatticeSurface::Numbers;
 
-/// What one operation gives for each of several registers; unrolled by compilers.
+/// Runs an operation for each register; unrolled by compilers.
 template <class Operation>
 void forEachRegister(const Operation& operation)
 {

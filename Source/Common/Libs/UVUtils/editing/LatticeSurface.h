@@ -43,9 +43,8 @@ private:
     struct Direction
     {
         Direction(double low, double high, const std::vector<unsigned int>& coefficients);
-        /// A point's parameter: 0 at one end of the rectangle and 1 at the other.
-        double low;
-        double extent;
+        double low;                    ///< where the parameter is 0
+        double extent;                 ///< how far on it is 1
         std::vector<double> binomials; ///< [control points]
     };
     using Bernstein = std::array<Numbers, LatticeGrid::MaxRes>;
