@@ -457,7 +457,7 @@ public:
 
     // UVs moved about. The operations change the UVs of vertices in a slot that has UVs, and leave
     // all else. Through a compact mesh a vertex that surfaces share is changed once and gets the
-    // same value on all of them. A surface without the slot stays without. Nothing happens for a
+    // same value on all of them. A surface without the slot stays without. Nothing changes for a
     // null geometry, null ids or none. Ids that no vertex has are passed over.
     //
     // ids  [count]  vertices, in any order. Without a compact mesh one that stands there twice is
@@ -495,12 +495,15 @@ public:
     ///               of its vertices. Else all islands, and their centres move away from the mean
     ///               of all UVs, each by its island's factor
     ///
-    /// UVs that are no finite numbers stay; they count in the number of vertices that a mean is
-    /// over, and triangles that have such a corner do not count in the areas.
+    /// A UV that is no number stays none; it counts in the number of vertices that a mean is over.
+    /// Triangles with a corner that is nowhere, in UVs or in the world, do not count in the areas.
     ///
-    /// `Failure`, and nothing changes, for an invalid geometry or one without UVs, a patch whose
-    /// area is not above 0 and finite, and where there is no selection, or one of vertices that
-    /// there aren't. Linear in the geometry.
+    /// `Failure`, and nothing changes, for an invalid geometry, a patch whose area is not above 0
+    /// and finite, and where there is no selection. A slot without UVs fails too, but through a
+    /// compact mesh, which has zeros for it that the surfaces get. A selection of vertices that
+    /// there aren't fails through a mesh; without one they stand for the first island.
+    ///
+    /// Linear in the geometry.
     static kyUVTypes::ReturnCode scaleToMatchWorldSize(const osg::GeometryPtr& geometry,
                                                        const osg::NodePtr& node,
                                                        kyUVTypes::UVSet uvSet, float worldWidth,
@@ -521,7 +524,9 @@ public:
     /// Sets the grid up and hands out the id of the session.
     ///
     /// resU, resV  control points along u and v: at least 2, at most 35, beyond which the
-    ///             binomial coefficients of the surface outgrow their type
+    ///             binomial coefficients of the surface outgrow their type. From 25 on some
+    ///             coefficients are truncated to 1 below their value, so that the surface of an
+    ///             even grid is off by up to 0.016 of its UVs with 25, by 0.0008 with more
     /// min, max    the rectangle
     ///
     /// False, and nothing changes, while there are deformers, for a grid of another size, and
@@ -530,12 +535,14 @@ public:
                                     const osg::Vector<float, 2>& min,
                                     const osg::Vector<float, 2>& max, unsigned int& sessionId);
     /// A deformer that remembers the present UVs of some vertices, which it will move. To be freed
-    /// by finishLatticeDeformer; it keeps geometry and node alive until then.
+    /// by finishLatticeDeformer; it keeps geometry and node alive until then. It is of the compact
+    /// mesh as that is now: once another slot is asked for, or the geometry changes otherwise, get
+    /// another one.
     ///
     /// ids  [count]  in any order, repeats allowed; those that no vertex has are passed over
     ///
     /// Null for an id that is not that of the last session, an invalid geometry, a slot without
-    /// UVs, and without ids.
+    /// UVs, and without an id that a vertex has.
     static void* getLatticeDeformer(unsigned int sessionId, const osg::GeometryPtr& geometry,
                                     const osg::NodePtr& node, kyUVTypes::UVSet uvSet,
                                     const unsigned int* ids, unsigned int count);
