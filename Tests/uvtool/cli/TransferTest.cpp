@@ -176,6 +176,36 @@ TEST_F(Transfer, LeavesWhatLiesOnNothingThatHasUVs)
     EXPECT_THAT(chosen.err, HasSubstr("geometry 1 \"second\" lies off the source"));
 }
 
+/// Two squares lie on one another, with UVs side by side. In the target they come in another order,
+/// and the one of a third name lies where it lies.
+TEST_F(Transfer, PairsPiecesByNameWhereTheyLieOnOneAnother)
+{
+    const std::string place = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\n";
+    const std::string face = "f -4/-4 -3/-3 -2/-2 -1/-1\n";
+    folder.write("source.obj", "o left\n" + place + "vt 0 0\nvt .5 0\nvt .5 1\nvt 0 1\n" + face +
+                                   "o right\n" + place + "vt .5 0\nvt 1 0\nvt 1 1\nvt .5 1\n" +
+                                   face + "o off\nv 0 0 8\nv 1 0 8\nv 0 1 8\n" +
+                                   "vt 0 0\nvt 0 0\nvt 0 0\nf -3/-3 -2/-2 -1/-1\n");
+    std::string target;
+    for (const char* const name : {"right", "left", "off"})
+        target += std::string("o ") + name + "\n" + place + "f -4 -3 -2 -1\n";
+    folder.write("target.obj", target);
+    for (const bool isByPlace : {false, true}) {
+        const ToolRun done =
+            run("source.obj", "target.obj", "out.obj", isByPlace ? Words{"--by-place"} : Words{});
+        ASSERT_EQ(done.status, Done) << done.err;
+        std::vector<float> us;
+        for (const MappedTriangle& triangle : mappedTriangles(folder / "out.obj"))
+            us.push_back(triangle.uvs[0][0]);
+        const float right = isByPlace ? 0.0F : 0.5F;
+        EXPECT_THAT(us, testing::ElementsAre(right, right, 0, 0, 0, 0));
+        const nlohmann::json report = done.json()["geometries"];
+        EXPECT_EQ(report[0]["transfers"][0]["sourceGeometry"],
+                  isByPlace ? nlohmann::json() : nlohmann::json(1));
+        EXPECT_EQ(report[2]["transfers"][0]["sourceGeometry"], nlohmann::json());
+    }
+}
+
 TEST_F(Transfer, TellsWhyThereIsNone)
 {
     folder.write("mapped.obj", ObjBuilder().square(0, 1).text());

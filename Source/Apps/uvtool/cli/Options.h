@@ -226,6 +226,7 @@ struct TransferOptions
     std::filesystem::path source;
     std::optional<std::size_t> geometry; ///< of the source; all without
     TransferMethod method = kyTransferGeoProperties::ClosestBVH;
+    bool isByPlace = false;         ///< whatever the names of geometries
     std::vector<std::size_t> slots; ///< ascending, not empty once the options are read
 };
 

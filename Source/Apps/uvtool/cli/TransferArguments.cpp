@@ -40,6 +40,8 @@ void addTransferOptions(CLI::App& command, TransferOptions& transfer)
         .add_option("--source-geometry", transfer.geometry,
                     "Only this geometry of the source, counted from 0 as info lists them")
         ->check(numberFrom<std::size_t>(0));
+    command.add_flag("--by-place", transfer.isByPlace,
+                     "Take UVs from wherever a geometry lies, not from the one of its name");
 }
 
 std::string nameOf(TransferMethod method)

@@ -3,14 +3,14 @@
 #include "cli/TransferArguments.h"
 #include "commands/SceneWork.h"
 #include "document/Format.h"
-#include "document/Vec3Math.h"
 #include "scene/CornerUVs.h"
-#include "scene/NearestTriangles.h"
 #include "scene/TransferOperation.h"
+#include "scene/TransferSource.h"
 #include "solver/LibraryScope.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -19,21 +19,6 @@ namespace uvtool
 namespace
 {
 
-/// What stands where UVs are carried over from.
-struct Source
-{
-    Document document;
-    std::vector<std::size_t> numbers; ///< of its geometries, those that were chosen
-
-    std::size_t triangleCount() const
-    {
-        std::size_t count = 0;
-        for (const std::size_t number : numbers)
-            count += document.geometries[number].triangleCount();
-        return count;
-    }
-};
-
 /// What was done to a geometry of the document, or to a shell.
 struct Transferred
 {
@@ -41,43 +26,6 @@ struct Transferred
     std::size_t splitPolygons = 0;
     double seconds = 0.0;
 };
-
-double diagonalOf(const Source& source)
-{
-    constexpr double none = std::numeric_limits<double>::infinity();
-    Vec3d lo{none, none, none};
-    Vec3d hi{-none, -none, -none};
-    for (const std::size_t number : source.numbers)
-        for (const Vec3d& p : scenePositions(source.document.geometries[number]))
-            for (std::size_t k = 0; k < 3; ++k) {
-                lo[k] = std::min(lo[k], p[k]);
-                hi[k] = std::max(hi[k], p[k]);
-            }
-    return std::hypot(hi[0] - lo[0], hi[1] - lo[1], hi[2] - lo[2]);
-}
-
-/// All triangles of the source, in a frame.
-SceneGeometry wholeOf(const Source& source, const SolverFrame& frame)
-{
-    return makeScene(
-        source.document, source.numbers, 0, true,
-        [&source](std::size_t number) {
-            return cornersByPosition(source.document.geometries[number]);
-        },
-        frame);
-}
-
-UVBox boundsOf(const Source& source, std::size_t slot)
-{
-    UVBox bounds;
-    for (const std::size_t number : source.numbers) {
-        const DocumentGeometry& geometry = source.document.geometries[number];
-        for (const std::uint32_t corner : geometry.triangles)
-            if (geometry.uvs[slot].has(corner))
-                bounds.add(geometry.uvs[slot].at(corner));
-    }
-    return bounds;
-}
 
 /// UVs of the target on their way into its file.
 struct CornerValues
@@ -109,7 +57,7 @@ std::vector<Vec2f> valuesBefore(const Document& document, const SceneGeometry& s
 }
 
 /// Each value is one of the source or a mean of some, so there is nothing beyond these.
-void throwUnlessWithin(const UVBox& bounds, const std::vector<Vec2f>& values)
+void throwUnlessWithin(const UVBox& bounds, std::span<const Vec2f> values)
 {
     for (std::size_t k = 0; k < 2; ++k) {
         const float rounding =
@@ -129,13 +77,17 @@ public:
     void readSource()
     {
         const TransferOptions& options = task_.options.transfer;
-        task_.stage("read", 0.05, [&] { source_.document = readDocument(options.source); });
-        for (const std::string& warning : source_.document.warnings)
+        task_.stage("read", 0.05, [&] {
+            Document document = readDocument(options.source);
+            const std::vector<std::size_t> numbers =
+                chooseGeometries(document, options.geometry, "--source-geometry");
+            source_.emplace(std::move(document), numbers);
+        });
+        for (const std::string& warning : source_->document().warnings)
             task_.console.warning(options.source.string() + ": " + warning);
-        source_.numbers = chooseGeometries(source_.document, options.geometry, "--source-geometry");
-        task_.report.transfer = {options.source.string(), nameOf(options.method),
-                                 source_.numbers.size(),  source_.triangleCount(),
-                                 diagonalOf(source_),     {}};
+        task_.report.transfer = {options.source.string(),   nameOf(options.method),
+                                 source_->numbers().size(), source_->triangleCount(),
+                                 source_->size(),           {}};
         for (const std::size_t slot : options.slots)
             throwUnlessMapped(slot);
     }
@@ -144,10 +96,10 @@ public:
     {
         LibraryLog log;
         const LibraryScope scope(task_.console, log);
-        frame_ = transferFrame(source_.document, source_.numbers, task_.document, task_.chosen);
-        const SceneGeometry whole = wholeOf(source_, frame_);
+        frame_ =
+            transferFrame(source_->document(), source_->numbers(), task_.document, task_.chosen);
         for (const std::size_t slot : task_.options.transfer.slots)
-            transferSlot(slot, whole, log);
+            transferSlot(slot, log);
     }
 
     void look()
@@ -177,18 +129,14 @@ public:
 private:
     void throwUnlessMapped(std::size_t slot) const
     {
-        if (boundsOf(source_, slot).isEmpty())
+        if (source_->boundsOf(slot).isEmpty())
             throw CommandError(Failed, task_.report.transfer->source +
                                            ": nothing to transfer, there are no UVs in slot " +
                                            std::to_string(slot));
     }
 
-    void transferSlot(std::size_t slot, const SceneGeometry& whole, const LibraryLog& log)
+    void transferSlot(std::size_t slot, const LibraryLog& log)
     {
-        task_.throwIfCancelled();
-        const SceneGeometry source =
-            makeTransferSource(source_.document, source_.numbers, slot, frame_);
-        TransferOperation operation(source, slot, task_.options.transfer.method);
         std::size_t next = 0;
         const auto transferTo = [&](std::span<const std::size_t> numbers, bool isShell) {
             task_.throwIfCancelled();
@@ -198,7 +146,7 @@ private:
             if (next == transferred_.size())
                 transferred_.emplace_back();
             Transferred& done = transferred_[next++];
-            carryOver(operation, slot, whole, target, log, done);
+            carryOverTo(slot, target, log, done);
             done.seconds += watch.seconds();
         };
         if (task_.options.common.shell) {
@@ -209,40 +157,72 @@ private:
             transferTo(std::span(&number, 1), false);
     }
 
-    void carryOver(TransferOperation& operation, std::size_t slot, const SceneGeometry& whole,
-                   const SceneGeometry& target, const LibraryLog& log, Transferred& done)
+    void carryOverTo(std::size_t slot, const SceneGeometry& target, const LibraryLog& log,
+                     Transferred& done)
     {
-        const NearestTriangles nearest = nearestTriangles(whole, target);
-        const double share =
-            1.0 / static_cast<double>(task_.options.transfer.slots.size() *
-                                      (task_.options.common.shell ? 1 : task_.chosen.size()));
-        const bool isWritten = operation.writeTo(target, [&](float part) {
-            task_.advance(share * static_cast<double>(part));
-            task_.throwIfCancelled();
-        });
-        if (!isWritten)
-            throw CommandError(Failed, task_.report.input + ": the library can't write geometry " +
-                                           std::to_string(target.surfaces.front().number) +
-                                           (log.errors.empty() ? "" : ": " + log.errors.back()));
         TransferCounts& counts = done.counts.emplace_back();
         counts.slot = slot;
+        const auto [part, nearest] = partFor(target, counts);
         counts.distance = std::ldexp(nearest.distance, -frame_.exponent());
+        carryOver(part->operationFor(slot, task_.options.transfer.method), target, log);
         target.forEachSurface([&counts](const osg::GeometryPtr& surface) {
             counts.newVertices += surface->getPositions()->getSize();
         });
         counts.newVertices -= target.vertexCount;
-        write(slot, whole, target, nearest, done);
+        write(slot, *part, target, nearest, done);
     }
 
-    void write(std::size_t slot, const SceneGeometry& whole, const SceneGeometry& target,
+    /// The one of its name, if it lies on that, for others may touch both; else the whole source.
+    std::pair<SourcePart*, NearestTriangles> partFor(const SceneGeometry& target,
+                                                     TransferCounts& counts)
+    {
+        if (const std::optional<std::size_t> namesake = namesakeOf(target)) {
+            SourcePart& part = source_->single(*namesake, frame_);
+            NearestTriangles nearest = part.nearestTo(target);
+            if (part.isNear(nearest)) {
+                counts.sourceGeometry = *namesake;
+                return {&part, std::move(nearest)};
+            }
+        }
+        SourcePart& whole = source_->whole(frame_);
+        return {&whole, whole.nearestTo(target)};
+    }
+
+    std::optional<std::size_t> namesakeOf(const SceneGeometry& target) const
+    {
+        if (target.isShell || task_.options.transfer.isByPlace)
+            return std::nullopt;
+        return source_->namesakeOf(task_.document, target.surfaces.front().number);
+    }
+
+    /// operation  null where there is nothing to carry over
+    void carryOver(TransferOperation* operation, const SceneGeometry& target, const LibraryLog& log)
+    {
+        const double share =
+            1.0 / static_cast<double>(task_.options.transfer.slots.size() *
+                                      (task_.options.common.shell ? 1 : task_.chosen.size()));
+        const auto advance = [&](float part) {
+            task_.advance(share * static_cast<double>(part));
+            task_.throwIfCancelled();
+        };
+        if (operation == nullptr)
+            advance(1.0F);
+        else if (!operation->writeTo(target, advance))
+            throw CommandError(Failed, task_.report.input + ": the library can't write geometry " +
+                                           std::to_string(target.surfaces.front().number) +
+                                           (log.errors.empty() ? "" : ": " + log.errors.back()));
+    }
+
+    void write(std::size_t slot, const SourcePart& part, const SceneGeometry& target,
                const NearestTriangles& nearest, Transferred& done)
     {
         CornerValues values{valuesBefore(task_.document, target, slot),
                             surfaceCornerUVs(target, slot)};
-        throwUnlessWithin(boundsOf(source_, slot), values.after);
+        const UVBox bounds = source_->boundsOf(slot);
         for (std::size_t t = 0; t < target.triangleCount(); ++t) {
-            const auto [number, triangle] = whole.sourceOfTriangle[nearest.triangles[t]];
-            if (!source_.document.geometries[number].isMapped(triangle, slot))
+            if (part.isMapped(nearest.triangles[t], slot))
+                throwUnlessWithin(bounds, std::span(values.after).subspan(3 * t, 3));
+            else
                 values.keep(t);
         }
         done.counts.back().trianglesWithoutUVs = values.keptTriangles;
@@ -253,14 +233,15 @@ private:
 
     void lookAtSource(std::size_t slot)
     {
-        const bool isShell = source_.numbers.size() > 1;
-        const SceneGeometry scene =
-            isShell ? makeShellScene(source_.document, source_.numbers, slot)
-                    : makePlainScene(source_.document, source_.numbers.front(), slot);
-        const SceneIslands found = findSceneIslands(source_.document, scene, slot, task_.console);
+        const Document& document = source_->document();
+        const std::vector<std::size_t>& numbers = source_->numbers();
+        const SceneGeometry scene = numbers.size() > 1
+                                        ? makeShellScene(document, numbers, slot)
+                                        : makePlainScene(document, numbers.front(), slot);
+        const SceneIslands found = findSceneIslands(document, scene, slot, task_.console);
         std::size_t unmapped = 0;
         for (const auto& [number, triangle] : scene.sourceOfTriangle)
-            unmapped += source_.document.geometries[number].isMapped(triangle, slot) ? 0U : 1U;
+            unmapped += document.geometries[number].isMapped(triangle, slot) ? 0U : 1U;
         task_.report.transfer->slots.push_back(
             {slot, found.islands.size(), found.borderEdges, unmapped});
     }
@@ -284,7 +265,7 @@ private:
     }
 
     Task& task_;
-    Source source_;
+    std::optional<TransferSource> source_;
     SolverFrame frame_{{}};
     std::vector<Transferred> transferred_; ///< [scene of the target]
     DocumentLayout layout_;                ///< of the first slot, as it stands in the document

@@ -225,7 +225,9 @@ Json transfersJson(const std::vector<TransferCounts>& transfers)
                         {"borderEdges", counts.borderEdges},
                         {"newVertices", counts.newVertices},
                         {"trianglesWithoutUVs", counts.trianglesWithoutUVs},
-                        {"distance", finiteOrNull(counts.distance)}});
+                        {"distance", finiteOrNull(counts.distance)},
+                        {"sourceGeometry",
+                         counts.sourceGeometry ? Json(*counts.sourceGeometry) : Json(nullptr)}});
     return json;
 }
 

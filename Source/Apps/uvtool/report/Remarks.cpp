@@ -1,5 +1,7 @@
 #include "report/Remarks.h"
 
+#include "scene/TransferOperation.h"
+
 #include <algorithm>
 #include <map>
 
@@ -184,7 +186,6 @@ void addProjected(const Report& report, Remarks& remarks)
 /// What can't have been meant to lie on one another.
 bool isFarFromSource(const TransferCounts& counts, const TransferReport& transfer)
 {
-    constexpr double farAsShareOfSize = 0.02;
     return counts.distance > farAsShareOfSize * transfer.size;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,7 @@ struct TransferCounts
     std::size_t newVertices = 0; ///< places that a seam goes through get one for each further UV
     std::size_t trianglesWithoutUVs = 0; ///< which lie nearest to some that have none
     double distance = 0.0;               ///< of the middle of a triangle to the source, the largest
+    std::optional<std::size_t> sourceGeometry; ///< the one of its name, if all came from that
 };
 
 } // namespace uvtool

@@ -41,6 +41,18 @@ std::string lineOn(const TransferReport::Slot& source, const TransferCounts& now
                    "vertices split off along seams");
 }
 
+/// ", 3 geometries from those of their names" where any were.
+std::string noteOnNames(const Report& report)
+{
+    const auto count = static_cast<std::size_t>(std::count_if(
+        report.geometries.begin(), report.geometries.end(), [](const GeometryReport& geometry) {
+            return !geometry.transfers.empty() && geometry.transfers.front().sourceGeometry;
+        }));
+    return count == 0 ? ""
+                      : ", " + counted(count, "geometry from the one of its name",
+                                       "geometries from those of their names");
+}
+
 /// "middles of triangles are up to 0.003 from the source, 0.2 % of its size".
 std::string lineOnDistance(double distance, double size)
 {
@@ -58,9 +70,10 @@ std::vector<std::string> textOfTransfer(const Report& report)
     if (!report.transfer)
         return {};
     const TransferReport& transfer = *report.transfer;
-    std::vector<std::string> lines{
-        transfer.source + ": " + counted(transfer.surfaces, "geometry", "geometries") + ", " +
-        counted(transfer.triangles, "triangle", "triangles") + "; method " + transfer.method};
+    std::vector<std::string> lines{transfer.source + ": " +
+                                   counted(transfer.surfaces, "geometry", "geometries") + ", " +
+                                   counted(transfer.triangles, "triangle", "triangles") +
+                                   "; method " + transfer.method + noteOnNames(report)};
     double distance = 0.0;
     for (const TransferReport::Slot& slot : transfer.slots) {
         const TransferCounts now = sumOf(report, slot.slot);

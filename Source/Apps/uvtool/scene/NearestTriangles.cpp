@@ -2,8 +2,6 @@
 
 #include "solver/SolverGeometry.h"
 
-#include "MeshUtils/kyMeshPointQuery.h"
-
 #include <tbb/blocked_range.h>
 #include <tbb/parallel_for.h>
 
@@ -39,12 +37,14 @@ osg::Pnt3f middleOf(std::span<const std::uint32_t> triangle, const std::vector<V
 
 } // namespace
 
-NearestTriangles nearestTriangles(const SceneGeometry& source, const SceneGeometry& target)
+NearestTriangleSearch::NearestTriangleSearch(const SceneGeometry& source)
+    : source_(makeGeometry({positionsOf(source), source.triangles, {}}, 0))
 {
-    const osg::RefPtr<osg::Geometry> whole =
-        makeGeometry({positionsOf(source), source.triangles, {}}, 0);
-    kyMeshPointQuery query;
-    query.build(whole);
+    query_.build(source_);
+}
+
+NearestTriangles NearestTriangleSearch::of(const SceneGeometry& target) const
+{
     const std::vector<Vec3f> positions = positionsOf(target);
     NearestTriangles nearest;
     nearest.triangles.resize(target.triangleCount());
@@ -55,7 +55,7 @@ NearestTriangles nearestTriangles(const SceneGeometry& source, const SceneGeomet
                           for (std::size_t t = run.begin(); t < run.end(); ++t) {
                               const osg::Pnt3f middle = middleOf(
                                   std::span(target.triangles).subspan(3 * t, 3), positions);
-                              if (!query.findClosestPoint(middle, hit))
+                              if (!query_.findClosestPoint(middle, hit))
                                   continue;
                               nearest.triangles[t] = static_cast<std::uint32_t>(hit.triangle);
                               distances[t] = (hit.getPosition() - middle).length();

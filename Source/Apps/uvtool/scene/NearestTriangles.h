@@ -2,6 +2,10 @@
 
 #include "scene/SceneGeometry.h"
 
+#include "MeshUtils/kyMeshPointQuery.h"
+#include "OpenSG/Geometry.h"
+#include "OpenSG/RefPtr.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -16,8 +20,20 @@ struct NearestTriangles
     double distance = 0.0;                ///< the largest from a middle to the source
 };
 
-/// Finds them on all threads. Where no number can tell the nearest one it is 0. O((s + t) log s)
-/// for s triangles of the source, of which there has to be one.
-NearestTriangles nearestTriangles(const SceneGeometry& source, const SceneGeometry& target);
+/// Finds triangles of a source, of which there has to be one.
+class NearestTriangleSearch
+{
+public:
+    /// O(s log s) for s triangles. The source isn't needed any more afterwards.
+    explicit NearestTriangleSearch(const SceneGeometry& source);
+
+    /// Searches on all threads. Where no number can tell the nearest triangle it is 0. O(t log s)
+    /// for t triangles of the target.
+    NearestTriangles of(const SceneGeometry& target) const;
+
+private:
+    osg::RefPtr<osg::Geometry> source_;
+    kyMeshPointQuery query_;
+};
 
 } // namespace uvtool

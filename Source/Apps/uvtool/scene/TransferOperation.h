@@ -15,6 +15,9 @@
 namespace uvtool
 {
 
+/// What lies farther off a surface than this share of its size can't have been meant to be on it.
+inline constexpr double farAsShareOfSize = 0.02;
+
 /// The frame in which geometries of two documents, which have one scene, are compared. It is as
 /// large as the distances ask for below which the library takes points for one.
 SolverFrame transferFrame(const Document& source, std::span<const std::size_t> sourceNumbers,
