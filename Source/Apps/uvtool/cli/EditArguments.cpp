@@ -3,8 +3,6 @@
 #include "cli/IdOption.h"
 #include "document/NumberText.h"
 
-#include "UVUtils/editing/LatticeGrid.h"
-
 #include <charconv>
 #include <functional>
 #include <string_view>
@@ -81,10 +79,10 @@ std::string readLength(const std::string& text, double& length)
     return readNumber(text, length) && length > 0.0 ? "" : "\"" + text + "\" is no length above 0";
 }
 
-/// "4x3": control points along the two axes.
+/// "4x3": control points along the two axes, as many as the library's surfaces take without a loss.
 std::string readGrid(const std::string& text, LatticeOptions& lattice)
 {
-    constexpr unsigned int most = LatticeGrid::MaxRes;
+    constexpr unsigned int most = 24;
     const auto isPossible = [](unsigned int res) { return res >= 2 && res <= most; };
     const char* const end = text.data() + text.size();
     const auto first = std::from_chars(text.data(), end, lattice.resU);

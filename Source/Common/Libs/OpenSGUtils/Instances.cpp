@@ -38,10 +38,9 @@ void getInstancesInScenegraph(const osg::NodePtr& node, std::vector<osg::NodePtr
         return;
     const auto& instances = node->getCore()->getParents();
     const osg::NodePtr root = getScenegraphRoot();
-    std::copy_if(instances.begin(), instances.end(), std::back_inserter(out),
-                 [&root](const osg::NodePtr& instance) {
-                     return !root || isAtOrBelow(root, instance);
-                 });
+    std::copy_if(
+        instances.begin(), instances.end(), std::back_inserter(out),
+        [&root](const osg::NodePtr& instance) { return !root || isAtOrBelow(root, instance); });
 }
 
 } // namespace kyNodeUtils
