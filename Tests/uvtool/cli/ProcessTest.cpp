@@ -2,6 +2,7 @@
 
 #include "uvtool/ObjBuilders.h"
 #include "uvtool/TempFolder.h"
+#include "uvtool/ToolRun.h"
 
 #include "cli/ExitStatus.h"
 
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <thread>
@@ -96,6 +98,18 @@ TEST(Process, AFullDiskLeavesTheOldFileAndNoOther)
     EXPECT_THAT(report.err, HasSubstr("standard output"));
     EXPECT_EQ(filesIn(folder),
               (std::vector<std::string>{"full.obj", "in.obj", "stderr", "stdout"}));
+}
+
+TEST(Process, APathIsCutInOnePipe)
+{
+    const TempFolder folder;
+    const std::string in = folder.write("in.obj", ObjBuilder().square(0, 2).text());
+    const std::string tool = std::string(UVTOOL_PROGRAM) + " ";
+    const std::string line = tool + "path " + in + " --vertices 0,2 --quiet | " + tool + "cut " +
+                             in + " -o " + (folder / "out.obj").string() + " --edges - --quiet";
+    ASSERT_EQ(std::system(line.c_str()), 0);
+    EXPECT_EQ(runTool({"islands", folder / "out.obj", "--json"}).json()["geometries"][0]["islands"],
+              2);
 }
 
 /// A dome seen from above in UV; large enough that work on it isn't done before a signal comes.

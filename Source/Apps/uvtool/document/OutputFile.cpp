@@ -116,30 +116,53 @@ void OutputFile::fail(int error) const
     throw FileError(FileError::Write, target_, "cannot be written: " + textOf(error));
 }
 
+namespace
+{
+
+/// Appends what a stream still has. The number of the error that ended it, or 0.
+int readToEnd(std::FILE* file, std::string& bytes)
+{
+    std::array<char, std::size_t{1} << 16U> block{};
+    std::size_t got = 0;
+    while ((got = std::fread(block.data(), 1, block.size(), file)) > 0)
+        bytes.append(block.data(), got);
+    return std::ferror(file) != 0 ? errno : 0;
+}
+
+[[noreturn]] void failToRead(const fs::path& path, int error)
+{
+    throw FileError(FileError::Read, path, "cannot be read: " + textOf(error));
+}
+
+} // namespace
+
 std::string readWholeFile(const fs::path& path)
 {
-    const auto fail = [&path](int error) {
-        throw FileError(FileError::Read, path, "cannot be read: " + textOf(error));
-    };
     std::error_code ignored;
     if (fs::is_directory(path, ignored))
-        fail(EISDIR);
+        failToRead(path, EISDIR);
     std::FILE* const file = std::fopen(path.c_str(), "rb");
     if (file == nullptr)
-        fail(errno);
+        failToRead(path, errno);
 
     std::string bytes;
     const auto expected = fs::file_size(path, ignored);
     if (!ignored)
         bytes.reserve(expected);
-    std::array<char, std::size_t{1} << 16U> block{};
-    std::size_t got = 0;
-    while ((got = std::fread(block.data(), 1, block.size(), file)) > 0)
-        bytes.append(block.data(), got);
-    const int error = std::ferror(file) != 0 ? errno : 0;
+    const int error = readToEnd(file, bytes);
     std::fclose(file);
     if (error != 0)
-        fail(error);
+        failToRead(path, error);
+    return bytes;
+}
+
+std::string readListFile(const fs::path& path)
+{
+    if (path != "-")
+        return readWholeFile(path);
+    std::string bytes;
+    if (const int error = readToEnd(stdin, bytes); error != 0)
+        failToRead("standard input", error);
     return bytes;
 }
 

@@ -44,4 +44,7 @@ private:
 /// without permission or a read that fails.
 std::string readWholeFile(const std::filesystem::path& path);
 
+/// The same for a list that is given by the name of a file: "-" is standard input, once.
+std::string readListFile(const std::filesystem::path& path);
+
 } // namespace uvtool

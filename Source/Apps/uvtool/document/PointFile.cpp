@@ -33,7 +33,7 @@ std::vector<Vec2f> readPointFile(const std::filesystem::path& path, std::size_t 
     const auto refuse = [&path](const std::string& why) {
         throw FileError(FileError::Read, path, why);
     };
-    const std::string bytes = readWholeFile(path);
+    const std::string bytes = readListFile(path);
     std::vector<Vec2f> points;
     std::size_t number = 0;
     for (std::string_view text = bytes; !text.empty();) {

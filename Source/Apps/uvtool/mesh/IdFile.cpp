@@ -22,7 +22,7 @@ public:
 
     void read(const IdLineReader& readLine)
     {
-        const std::string bytes = readWholeFile(path_);
+        const std::string bytes = readListFile(path_);
         std::vector<std::uint32_t> ids;
         for (std::string_view text = bytes; !text.empty();) {
             ++line_;
