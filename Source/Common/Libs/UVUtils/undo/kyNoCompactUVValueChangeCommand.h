@@ -24,7 +24,7 @@ public:
 
     /// prevUVs, nextUVs  [vertex] before and after, as kyUVUtils::getNoCompactUVValues gives them;
     ///                   an empty array stands for a slot that is not there, and going to it
-    ///                   removes the slot
+    ///                   removes the slot, as kyUVUtils::removeUVSet does
     kyNoCompactUVValueChangeCommand(const osg::NodePtr& node, kyUVTypes::UVSet set, UVArray prevUVs,
                                     UVArray nextUVs, QUndoCommand* parent);
     ~kyNoCompactUVValueChangeCommand() override;

@@ -15,7 +15,8 @@
 ///
 /// Steps of one text over the same nodes that follow within a second become one.
 ///
-/// Where the slot is not there in the end, it is made, with zeros; an undo takes it away again.
+/// A slot that is not there in the end is made, with zeros. An undo leads back to the values from
+/// before, or takes the slot away where there was none.
 class kyNoCompactUVValueChangeUndoGuard : private UndoStep
 {
     Q_DECLARE_TR_FUNCTIONS(kyNoCompactUVValueChangeUndoGuard)

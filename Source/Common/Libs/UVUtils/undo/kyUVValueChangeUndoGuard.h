@@ -12,7 +12,10 @@
 /// kyUndoStack::get(0), with a kyUVValueChangeCommand for each node. Commands that are added in
 /// between belong to the step as well.
 ///
-/// Reads all UVs twice, and leaves both arrays to the commands.
+/// Reads all UVs twice, and leaves both arrays to the commands. Through a compact mesh a slot that
+/// is not there reads as zeros, so that an undo leaves it with zeros;
+/// kyNoCompactUVValueChangeUndoGuard takes it away. A geometry that is not valid when it is read
+/// counts as one without the slot.
 class kyUVValueChangeUndoGuard : private UndoStep
 {
     Q_DECLARE_TR_FUNCTIONS(kyUVValueChangeUndoGuard)
