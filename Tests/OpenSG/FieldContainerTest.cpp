@@ -2,7 +2,6 @@
 #include "OpenSG/ChangeList.h"
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/FieldContainerFactory.h"
-#include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "OpenSG/Group.h"
 #include "OpenSG/Node.h"
 #include "OpenSG/SurfaceBase.h"
@@ -107,25 +106,6 @@ TEST(ChangeNotice, EachRegistrationHearsOnceWithIdMaskAndOrigin)
     geometry->registerChangedCallback(changedCallback({}));
     notifyChanged(geometry.get(), FieldMask::all());
     EXPECT_EQ(journal.notices.size(), 4U);
-}
-
-TEST(ChangeNotice, NoSetterSendsOne)
-{
-    const RefPtr<Geometry> geometry = tiny::quad();
-    const RefPtr<Transform3D> transform(Transform3D::create());
-    const RefPtr<Node> node(Node::create());
-    tiny::NoticeJournal journal;
-    for (const FieldContainerPtr& each :
-         {FieldContainerPtr(geometry), FieldContainerPtr(transform), FieldContainerPtr(node)})
-        journal.watch(each);
-    geometry->setIndices(tiny::indices({0}));
-    GeoTmpIndexEditInterface list(geometry, 5);
-    list.make();
-    list.commit();
-    transform->setScale(Vec3f(2, 2, 2));
-    node->setCore(transform);
-    node->addChild(Node::create());
-    EXPECT_TRUE(journal.notices.empty());
 }
 
 TEST(ChangeNotice, ACallbackMayRegisterOthersLetItselfGoAndDestroyTheContainer)

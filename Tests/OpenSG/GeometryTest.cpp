@@ -12,15 +12,6 @@ using namespace osg;
 namespace
 {
 
-TEST(GeoProperty, BeyondTheEndReadsZeroAndWritesNothing)
-{
-    const RefPtr<GeoIndicesUI32> indices(GeoIndicesUI32::create());
-    indices->addValue(8);
-    indices->setValue(9, 1);
-    EXPECT_EQ(indices->getValue(1), 0U);
-    EXPECT_EQ(indices->getSize(), 1U);
-}
-
 TEST(GeoProperty, AnyKindOfTexCoordsReadsAsTwoFloats)
 {
     const RefPtr<GeoTexCoords1f> one(GeoTexCoords1f::create());
@@ -43,11 +34,13 @@ TEST(GeoProperty, ColorsWithoutOpacityReadAsOpaque)
     EXPECT_EQ(colors->values()[0], Color3f(0.25F, 0.5F, 0.75F));
 }
 
-TEST(GeoProperty, NumbersTooLargeForTheKindSaturate)
+TEST(GeoProperty, SaturatesBeyondItsKindAndReadsZeroBeyondItsEnd)
 {
     const RefPtr<GeoIndicesUI16> indices(GeoIndicesUI16::create());
     indices->setValues(std::vector{70000U, 65535U, 3U});
+    indices->setValue(9, 3);
     EXPECT_EQ(indices->getValues(), (std::vector{65535U, 65535U, 3U}));
+    EXPECT_EQ(indices->getValue(3), 0U);
 }
 
 TEST(GeoProperty, GatherTakesRepeatsAndZerosForSourcesBeyondTheEnd)

@@ -5,7 +5,6 @@
 #include <rapidcheck/gtest.h>
 
 #include <string>
-#include <typeindex>
 #include <vector>
 
 namespace
@@ -187,16 +186,6 @@ TEST_F(UndoStack, MergesStepsPairByPairOrNotAtAll)
     stack.redo();
     stack.redo();
     EXPECT_EQ(x * 10 + y, 44);
-}
-
-TEST(UndoCommand, NumbersOfClassesAreDistinctAndLasting)
-{
-    const int set = kyUndoCommand::makeId(typeid(SetNumber));
-    const int noted = kyUndoCommand::makeId(typeid(Noted));
-    EXPECT_NE(set, noted);
-    EXPECT_TRUE(set != -1 && noted != -1);
-    EXPECT_EQ(kyUndoCommand::makeId(typeid(SetNumber)), set);
-    EXPECT_EQ(kyUndoCommand::tr("Set"), "Set");
 }
 
 /// What a stack should do to a number: its value after each step.

@@ -135,18 +135,13 @@ TEST(Lattice, MovesTheMiddleByAQuarterAndStartsFromTheSameUVsEachTime)
         kyUVUtils::getNoCompactUVValues(shell, slot, uvs);
         return uvs;
     };
-    const std::pair<float, Vec2f> cases[] = {{1, quarter},
-                                             {1, quarter},
-                                             {0, still},
-                                             {7, quarter},
-                                             {NotANumber, still},
-                                             {-1, still},
-                                             {.5F, Vec2f(.625F, .75F)},
-                                             {Infinite, quarter},
-                                             {-Infinite, still},
-                                             {1, quarter}};
-    for (const auto& [amount, uv] : cases)
+    const std::pair<float, float> wayOfAmount[] = {
+        {1, 1},          {1, 1},     {0, 0},        {7, 1},         {-1, 0},
+        {NotANumber, 0}, {.5F, .5F}, {Infinite, 1}, {-Infinite, 0}, {1, 1}};
+    for (const auto& [amount, way] : wayOfAmount) {
+        const Vec2f uv = still + (quarter - still) * way;
         EXPECT_EQ(uvsAfter(amount), (UVs{uv, still, uv, still, still, still, still, uv})) << amount;
+    }
     points.pop_back(); // too few
     EXPECT_EQ(uvsAfter(0)[0], quarter);
 }

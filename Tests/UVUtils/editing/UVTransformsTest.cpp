@@ -70,7 +70,7 @@ Slots expectedSlots(const osg::NodePtr& node, const Ids& ids, const Transform& t
     return slots;
 }
 
-RC_GTEST_PROP(UVTransforms, ChangeEachVertexOfAMeshOnceOnAllItsSurfacesAndComeBack, ())
+RC_GTEST_PROP(UVTransforms, ChangeEachVertexOfAMeshOnceOnAllItsSurfaces, ())
 {
     const auto node = randomNode();
     std::optional<WithoutCompactMesh> plainly;
@@ -82,14 +82,9 @@ RC_GTEST_PROP(UVTransforms, ChangeEachVertexOfAMeshOnceOnAllItsSurfacesAndComeBa
     const auto number = [] { return static_cast<float>(*rc::gen::inRange(-64, 65)) / 32; };
     const Vec2f center(number(), number());
     const float du = number();
-    UVs before;
-    kyUVUtils::getUVValues(core, node, slot, before);
     for (const Transform& transform :
-         {Transform{nullptr, center, du, 2}, Transform{nullptr, center, -du, -2},
-          Transform{&kyUVUtils::scaleUV, center, 4, -.5F},
-          Transform{&kyUVUtils::scaleUV, center, .25F, -2},
-          Transform{&kyUVUtils::rotateUV, center, 1, 0},
-          Transform{&kyUVUtils::rotateUV, center, -1, 0}})
+         {Transform{nullptr, center, du, 2}, Transform{&kyUVUtils::scaleUV, center, 4, -.5F},
+          Transform{&kyUVUtils::rotateUV, center, 1, 0}})
     {
         const Slots expected = expectedSlots(node, ids, transform);
         transform.apply(core, node, ids);
@@ -98,9 +93,6 @@ RC_GTEST_PROP(UVTransforms, ChangeEachVertexOfAMeshOnceOnAllItsSurfacesAndComeBa
     }
     UVs after;
     kyUVUtils::getUVValues(core, node, slot, after);
-    for (std::size_t i = 0; i < after.size(); ++i)
-        RC_ASSERT((after[i] - before[i]).length() < 1e-3F);
-
     constexpr float largest = std::numeric_limits<float>::max();
     const bool hasUVs =
         CompactShellMesh::getCMesh(core, node, slot) || core->getTexSlot(slot) != osg::NullFC;

@@ -8,6 +8,7 @@
 #include "UVUtils/compactmesh/CompactMeshScope.h"
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/compactmesh/TopologySteps.h"
+#include "UVUtils/editing/IslandLabels.h"
 #include "UVUtils/editing/kyUVSelection.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyTopologyBridge.h"
@@ -83,27 +84,20 @@ bool isAsBuilt(const osg::NodePtr& node)
 /// the mesh follows the surface then, and a fresh one welds otherwise.
 bool haveOneFanAVertex(const osg::NodePtr& node)
 {
-    for (const ActiveSurface& surface : activeSurfaces(node)) {
-        std::map<unsigned int, std::vector<Edge>> cornersAt; // the other two vertices
+    return std::ranges::all_of(activeSurfaces(node), [](const ActiveSurface& surface) {
         const Ids ids = surface.geometry->getIndices()->getValues();
-        for (std::size_t i = 0; i < ids.size(); i += 3)
-            for (std::size_t k = 0; k < 3; ++k)
-                cornersAt[ids[i + k]].emplace_back(ids[i + (k + 1) % 3], ids[i + (k + 2) % 3]);
-        for (auto& [vertex, corners] : cornersAt) {
-            std::set<unsigned int> reached{corners.front().first};
-            for (bool grows = true; grows;)
-                grows = std::erase_if(corners, [&](const Edge& corner) {
-                            const bool isJoined =
-                                reached.contains(corner.first) || reached.contains(corner.second);
-                            if (isJoined)
-                                reached.insert({corner.first, corner.second});
-                            return isJoined;
-                        }) > 0;
-            if (!corners.empty())
-                return false;
-        }
-    }
-    return true;
+        // Each corner joins the two spokes of its vertex that it lies between.
+        std::map<std::pair<unsigned int, unsigned int>, unsigned int> spokes;
+        Ids joined;
+        for (std::size_t i = 0; i < ids.size(); ++i)
+            for (const unsigned int turn : {1U, 2U, 2U}) {
+                const std::pair spoke(ids[i], ids[i - i % 3 + (i + turn) % 3]);
+                const auto number = static_cast<unsigned int>(spokes.size());
+                joined.push_back(spokes.try_emplace(spoke, number).first->second);
+            }
+        const auto fans = labelIslands(joined, static_cast<unsigned int>(spokes.size()));
+        return fans.islandCount == std::set<unsigned int>(ids.begin(), ids.end()).size();
+    });
 }
 
 /// A node with a history, and what it should be at each point of that.

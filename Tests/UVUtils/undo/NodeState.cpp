@@ -129,20 +129,10 @@ std::string differences(const State& a, const State& b)
     note(a.uvs == b.uvs, "uvs");
     note(a.welded == b.welded, "mesh");
     note(a.islandCount == b.islandCount, "islands");
-    note(a.lists.saved == b.lists.saved, "selections");
-    note(a.lists.triangles == b.lists.triangles && a.lists.vertices == b.lists.vertices,
-         "selected islands");
-    note(a.lists.borders == b.lists.borders, "borders");
+    note(a.lists == b.lists, "lists");
     note(a.surfaces.size() == b.surfaces.size(), "surfaces");
-    for (std::size_t i = 0; i < std::min(a.surfaces.size(), b.surfaces.size()); ++i) {
-        const std::string surface = "surface" + std::to_string(i) + '.';
-        note(a.surfaces[i].merged == b.surfaces[i].merged, surface + "properties");
-        note(a.surfaces[i].uvs == b.surfaces[i].uvs, surface + "uvs");
-        note(a.surfaces[i].indices == b.surfaces[i].indices, surface + "indices");
-        note(a.surfaces[i].indexClass == b.surfaces[i].indexClass, surface + "class");
-        note(a.surfaces[i].hasSlot == b.surfaces[i].hasSlot, surface + "slots");
-        note(a.surfaces[i].constraints == b.surfaces[i].constraints, surface + "constraints");
-    }
+    for (std::size_t i = 0; i < std::min(a.surfaces.size(), b.surfaces.size()); ++i)
+        note(a.surfaces[i] == b.surfaces[i], "surface" + std::to_string(i));
     return text;
 }
 

@@ -1,9 +1,7 @@
 #include "OpenSG/ChangeNotice.h"
 #include "OpenSG/GeoTmpIndexEditInterface.h"
 #include "OpenSGUtils/kyOpenSGUtils.h"
-#include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/compactmesh/TopologySteps.h"
-#include "UVUtils/editing/kyUVSelection.h"
 #include "UVUtils/model/TempIndexList.h"
 #include "UVUtils/model/kyUVUtils.h"
 #include "UVUtils/undo/kyUVTopologyChangeCommand.h"
@@ -11,9 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 using kyUVTypes::UVSet0;
 
@@ -29,10 +27,6 @@ protected:
         // Other indices than the left one: checksums of equal ones cancel out.
         right()->getIndices()->setValues(Ids{0, 2, 3, 0, 1, 2});
         kyUVUtils::setUVValues(core, shell, UVSet0, UVs(8));
-        kyUVSelection::selectIslandsBySeeds(core, shell, UVSet0, {6});
-        list(kyUVTypes::FreeVertices).assign(Ids{7, 1});
-        list(kyUVTypes::SelectedEdges).assign(Ids{5, 6, 2, 1});
-        list(kyUVTypes::SelectedEdges).setType(osg::GeoPrimitive::Lines);
         before = steps::stateOf(shell);
         addCommand(true);
         after = steps::stateOf(shell);
@@ -66,12 +60,6 @@ protected:
         kyUVUtils::getUVValues(core, shell, UVSet0, values);
         return values;
     }
-    osg::GeoTmpIndexEditInterface list(unsigned int number) const { return {core, number}; }
-    Ids idsOf(unsigned int number) const
-    {
-        const auto ids = list(number).values();
-        return {ids.begin(), ids.end()};
-    }
     osg::GeometryPtr right() const { return surfaceOf(shell, 1); }
 
     osg::RefPtr<osg::Node> shell{twoSurfaceShell()};
@@ -83,40 +71,26 @@ protected:
 
 TEST_F(LiftedQuad, StaysWhereTheTrianglesAreNoLongerThoseItLeft)
 {
-    const Ids indices = right()->getIndices()->getValues();
-    const auto setIndices = [&](const osg::GeoIndicesPtr& property, const Ids& values) {
-        property->setValues(values);
-        right()->setIndices(property);
+    const osg::RefPtr<osg::GeoIndices> original(right()->getIndices());
+    const osg::GeoIndicesPtr narrow = osg::GeoIndicesUI16::create();
+    narrow->setValues(original->getValues());
+    const auto put = [&](const osg::GeoIndicesPtr& indices, unsigned int travMask) {
+        right()->setIndices(indices);
+        shell->getChild(1)->setTravMask(travMask);
         osg::notifyChanged(right(), osg::Geometry::IndicesFieldMask);
     };
-    const struct
+    // Other triangles, another class, a hidden surface.
+    for (const auto& [indices, travMask] :
+         {std::pair(tiny::indices({0, 1, 2, 0, 3, 2}), 1U), {narrow, 1U}, {original.get(), 0U}})
     {
-        const char* name;
-        std::function<void()> change, back;
-    } cases[] = {
-        {"other triangles",
-         [&] {
-             setIndices(osg::GeoIndicesUI32::create(), {0, 1, 2, 0, 3, 2});
-         },
-         [&] { setIndices(osg::GeoIndicesUI32::create(), indices); }},
-        {"another class", [&] { setIndices(osg::GeoIndicesUI16::create(), indices); },
-         [&] { setIndices(osg::GeoIndicesUI32::create(), indices); }},
-        {"a hidden surface", [&] { shell->getChild(1)->setTravMask(0); },
-         [&] {
-             shell->getChild(1)->setTravMask(1);
-             CompactShellMesh::getCMesh(core, shell, UVSet0)->touch(); // no notice tells of it
-         }},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        c.change();
+        put(indices, travMask);
         const steps::State changed = steps::stateOf(shell);
         EXPECT_TRUE(stack.undo()) << "the stack moves on";
         EXPECT_TRUE(steps::stateOf(shell) == changed);
         stack.redo();
         EXPECT_TRUE(steps::stateOf(shell) == changed);
         EXPECT_EQ(messages, "");
-        c.back();
+        put(original.get(), 1);
     }
     stack.undo();
     EXPECT_EQ(steps::stateOf(shell).indices, before.indices);
@@ -138,13 +112,14 @@ TEST_F(LiftedQuad, RestoresTopologyAloneWhereAsked)
     stack.undo();
     addCommand(false);
     kyUVUtils::setUVValues(core, shell, UVSet0, UVs(8, osg::Vec2f(3, 3)));
-    list(kyUVTypes::FreeVertices).assign(Ids{2});
+    osg::GeoTmpIndexEditInterface list(core, kyUVTypes::FreeVertices);
+    list.assign(Ids{2});
     stack.undo();
     EXPECT_EQ(stack.steps().at(0).text, "UV Topology Change");
     EXPECT_EQ(stack.steps().at(0).description, "UV Editor");
     EXPECT_TRUE(steps::stateOf(shell).indices == before.indices);
     EXPECT_EQ(uvs(), UVs(8, osg::Vec2f(3, 3)));
-    EXPECT_EQ(idsOf(kyUVTypes::FreeVertices), (Ids{2}));
+    EXPECT_EQ(Ids(list.values().begin(), list.values().end()), (Ids{2}));
 }
 
 TEST_F(LiftedQuad, OfNothingOrOfWhatIsGoneIsHarmless)

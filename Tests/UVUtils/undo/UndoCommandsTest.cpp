@@ -201,6 +201,7 @@ TEST_F(UndoCommands, AreCompatibleByWhatTheyWorkOn)
     EXPECT_EQ(group.getMark(), 7U);
     EXPECT_EQ((std::set{some.id(), two.id(), one.id(), group.id(), Pivot::commandId(), -1}).size(),
               6U);
+    EXPECT_EQ(kyUndoCommand::makeId(typeid(Lazy)), kyUndoCommand::makeId(typeid(Lazy)));
     for (int i = 0; i < 2; ++i)
         stack.add(new kyUVGeneralToggleCommand({"Toggle", ""}, {}, nullptr));
     EXPECT_EQ(stack.count(), 2);

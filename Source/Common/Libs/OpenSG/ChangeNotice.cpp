@@ -10,6 +10,7 @@ void notifyChanged(const FieldContainerPtr& container, FieldMask mask)
 {
     if (container == NullFC)
         return;
+    container->forgetDerived(mask);
     if (ChangeList* list = WinThreadBase::getCurrentChangeList())
         list->addChanged(container, mask);
     if (!FieldContainerPtr::_ignore_change)

@@ -9,9 +9,10 @@ namespace osg
 /// The origin of a change that a notice reports.
 inline constexpr unsigned ChangeOriginCommit = 1;
 
-/// Tells that fields of a container changed: first the thread's change list, if there is one, then
-/// the container's callbacks, at once, unless FieldContainerPtr::_ignore_change is set. One call
-/// is one notice; notices are never merged. Does nothing for a null container.
+/// Tells that fields of a container changed: first the container itself, which forgets what it
+/// remembers of them, then the thread's change list, if there is one, then the container's
+/// callbacks, at once, unless FieldContainerPtr::_ignore_change is set. One call is one notice;
+/// notices are never merged. Does nothing for a null container.
 void notifyChanged(const FieldContainerPtr& container, FieldMask mask);
 
 /// The two notices that end a write to a property: the property as a whole, then the fields of the

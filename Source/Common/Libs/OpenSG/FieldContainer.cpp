@@ -46,6 +46,7 @@ void FieldContainer::registerOnDestroyCallback(std::shared_ptr<DestroyCallback> 
 
 void FieldContainer::changed(FieldMask mask, unsigned origin)
 {
+    forgetDerived(mask);
     // A copy: a callback may register more, or drop the last reference to this container.
     const auto callbacks = _changedCallbacks;
     const unsigned id = _id;

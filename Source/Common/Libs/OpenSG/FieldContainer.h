@@ -58,6 +58,11 @@ public:
     /// Tells the changed callbacks, at once. Writers go through notifyChanged instead.
     virtual void changed(FieldMask mask, unsigned origin);
 
+    /// Drops what the container remembers about the content of fields that somebody wrote to.
+    /// notifyChanged and changed call it before anybody hears of the change, and notifyChanged also
+    /// when nobody is to hear.
+    virtual void forgetDerived(FieldMask /*changedFields*/) {}
+
     /// A new container of the same class with count 0 and the same content. Containers in its
     /// fields are shared and counted; callbacks, the place in the graph (parents, children) and
     /// temporary lists are not taken over.

@@ -1,5 +1,9 @@
 #include "OpenSG/GeoProperty.h"
 
+#include "OpenSG/IndexSpan.h"
+
+#include <algorithm>
+
 namespace osg
 {
 
@@ -10,6 +14,17 @@ namespace
 FieldContainerType& newRoleType(const char* name)
 {
     return *new FieldContainerType(name, &GeoProperty::getClassType(), nullptr, {});
+}
+
+/// One more than the largest number, 0 for none. Kept in the type of the numbers, which compilers
+/// take several of at a time.
+template <class Id>
+std::int64_t endOf(std::span<const Id> ids)
+{
+    Id largest = 0;
+    for (const Id id : ids)
+        largest = std::max(largest, id);
+    return ids.empty() ? 0 : std::int64_t{largest} + 1;
 }
 
 } // namespace
@@ -49,6 +64,21 @@ FieldContainerType& GeoIndices::getClassType()
 {
     static auto& type = newRoleType("GeoIndices");
     return type;
+}
+
+std::uint64_t GeoIndices::getEndOfIds() const
+{
+    std::int64_t end = _endOfIds.load(std::memory_order_relaxed);
+    if (end == NotKnown) {
+        end = withIndices(this, [](const auto ids) { return endOf(ids); });
+        _endOfIds.store(end, std::memory_order_relaxed);
+    }
+    return static_cast<std::uint64_t>(end);
+}
+
+void GeoIndices::forgetDerived(FieldMask /*changedFields*/)
+{
+    _endOfIds.store(NotKnown, std::memory_order_relaxed);
 }
 
 FieldContainerType& GeoPTypes::getClassType()

@@ -36,7 +36,11 @@ public:
     [[nodiscard]] virtual unsigned getStride() const = 0;
     /// The packed elements; may be null when there are none. A resize makes it stale.
     [[nodiscard]] const void* getData() const { return getRawData(); }
-    void* getData() { return const_cast<void*>(getRawData()); }
+    void* getData()
+    {
+        forgetDerived(ValuesFieldMask);
+        return const_cast<void*>(getRawData());
+    }
 
 protected:
     GeoProperty() = default;

@@ -54,19 +54,19 @@ public:
     {
         return static_cast<unsigned>(_elements.size());
     }
-    void resize(unsigned size) override { _elements.resize(size); }
-    void clear() override { _elements.clear(); }
+    void resize(unsigned size) override { toWrite().resize(size); }
+    void clear() override { toWrite().clear(); }
     [[nodiscard]] unsigned getStride() const override { return sizeof(Element); }
 
     /// The packed elements. A pointer or span goes stale when the size changes.
-    Element* getData() { return _elements.data(); }
+    Element* getData() { return toWrite().data(); }
     [[nodiscard]] const Element* getData() const { return _elements.data(); }
-    std::span<Element> values() { return _elements; }
+    std::span<Element> values() { return toWrite(); }
     [[nodiscard]] std::span<const Element> values() const { return _elements; }
     /// Puts a whole array in the place of the old one, without a copy.
-    void takeValues(std::vector<Element> elements) { _elements = std::move(elements); }
+    void takeValues(std::vector<Element> elements) { toWrite() = std::move(elements); }
     /// Takes the whole array out, without a copy: the property is empty then.
-    std::vector<Element> releaseValues() { return std::exchange(_elements, {}); }
+    std::vector<Element> releaseValues() { return std::exchange(toWrite(), {}); }
 
     [[nodiscard]] Value getValue(unsigned i) const override;
     void setValue(const Value& value, unsigned i) override;
@@ -83,6 +83,15 @@ protected:
     [[nodiscard]] const void* getRawData() const override { return _elements.data(); }
 
 private:
+    /// The only way to the elements for everything that writes: what the role remembers of them is
+    /// forgotten (by a call that is not virtual, which costs nothing where a role remembers
+    /// nothing).
+    std::vector<Element>& toWrite()
+    {
+        Role::forgetDerived(Role::ValuesFieldMask);
+        return _elements;
+    }
+
     std::vector<Element> _elements;
 };
 
@@ -105,18 +114,20 @@ template <class Kind, class Role, class StoredElement>
 void GeoPropertyKind<Kind, Role, StoredElement>::setValue(const Value& value, unsigned i)
 {
     if (i < _elements.size())
-        detail::assignComponents(_elements[i], value);
+        detail::assignComponents(toWrite()[i], value);
 }
 
 template <class Kind, class Role, class StoredElement>
 void GeoPropertyKind<Kind, Role, StoredElement>::addValue(const Value& value)
 {
-    _elements.push_back(detail::convertElement<Element>(value));
+    toWrite().push_back(detail::convertElement<Element>(value));
 }
 
 template <class Kind, class Role, class StoredElement>
 auto GeoPropertyKind<Kind, Role, StoredElement>::getValues() const -> std::vector<Value>
 {
+    if constexpr (std::is_same_v<Value, Element>)
+        return _elements;
     std::vector<Value> result(_elements.size());
     std::transform(_elements.begin(), _elements.end(), result.begin(),
                    [](const Element& element) { return detail::convertElement<Value>(element); });
@@ -126,9 +137,10 @@ auto GeoPropertyKind<Kind, Role, StoredElement>::getValues() const -> std::vecto
 template <class Kind, class Role, class StoredElement>
 void GeoPropertyKind<Kind, Role, StoredElement>::setValues(std::span<const Value> values)
 {
-    _elements.resize(values.size());
+    std::vector<Element>& elements = toWrite();
+    elements.resize(values.size());
     for (std::size_t i = 0; i < values.size(); ++i)
-        detail::assignComponents(_elements[i], values[i]);
+        detail::assignComponents(elements[i], values[i]);
 }
 
 template <class Kind, class Role, class StoredElement>
@@ -138,7 +150,7 @@ void GeoPropertyKind<Kind, Role, StoredElement>::gather(std::span<const unsigned
     for (std::size_t i = 0; i < sourceIds.size(); ++i)
         if (sourceIds[i] < _elements.size())
             gathered[i] = _elements[sourceIds[i]];
-    _elements = std::move(gathered);
+    toWrite() = std::move(gathered);
 }
 
 } // namespace osg

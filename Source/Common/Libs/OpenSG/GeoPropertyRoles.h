@@ -4,6 +4,8 @@
 #include "OpenSG/GeoPropertyBase.h"
 #include "OpenSG/Vector.h"
 
+#include <atomic>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -65,10 +67,35 @@ public:
 };
 
 /// Numbers of vertices; with k entries in the index mapping, k numbers for each corner.
+///
+/// The list remembers how far its numbers go, since every operation on a mesh asks. Every function
+/// that writes forgets it, and so does one that hands out a way to write (values() and getData() of
+/// a list that is not const). Who writes through such a span or pointer after somebody has asked
+/// tells of it with notifyChanged, as after every write: for the list, or for its geometry with
+/// IndicesFieldMask. Reading through a const list keeps the memory (see withIndices).
 class GeoIndices : public GeoPropertyRole<GeoIndices, unsigned>
 {
 public:
     static FieldContainerType& getClassType();
+
+    /// One more than the largest number in the list, 0 for an empty list: a mesh with fewer
+    /// vertices has corners that name none. Linear in the list the first time after a write, then
+    /// at once. Any number of threads may ask at once while nobody writes: each finds the same.
+    [[nodiscard]] std::uint64_t getEndOfIds() const;
+
+    void forgetDerived(FieldMask changedFields) override;
+
+protected:
+    GeoIndices() = default;
+    GeoIndices(const GeoIndices& other) : GeoPropertyRole(other) {}
+    ~GeoIndices() override = default;
+
+private:
+    static constexpr std::int64_t NotKnown = -1;
+
+    /// Atomic for the threads that ask at once and store what each has found. It publishes nothing
+    /// but itself, so that relaxed order will do.
+    mutable std::atomic<std::int64_t> _endOfIds = NotKnown;
 };
 
 /// One code of GeoPrimitive for each primitive.

@@ -53,6 +53,12 @@ FieldContainerType& GeometryBase::getClassType()
     return type;
 }
 
+void GeometryBase::forgetDerived(FieldMask changedFields)
+{
+    if (_indices && (changedFields & IndicesFieldMask).any())
+        _indices->forgetDerived(changedFields);
+}
+
 GeoPropertyPtr GeometryBase::getVertexProperty(unsigned n) const
 {
     switch (n) {

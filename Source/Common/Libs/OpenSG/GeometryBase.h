@@ -141,6 +141,9 @@ public:
     [[nodiscard]] MaterialPtr getMaterial() const { return _material.get(); }
     void setMaterial(const MaterialPtr& material) { _material = material; }
 
+    /// A notice about the indices of a geometry counts as one about the list that it has.
+    void forgetDerived(FieldMask changedFields) override;
+
 protected:
     GeometryBase() = default;
     /// The copy shares properties and material.

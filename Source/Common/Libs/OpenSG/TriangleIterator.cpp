@@ -1,6 +1,7 @@
 #include "OpenSG/TriangleIterator.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace osg
 {
@@ -58,9 +59,9 @@ TriangleIterator::TriangleIterator(const Geometry& geometry)
     if (_indices == NullFC)
         return;
     if (const auto indices = dcast<GeoIndicesUI32>(_indices))
-        _indices32 = indices->values();
+        _indices32 = std::as_const(*indices).values();
     if (const auto indices = dcast<GeoIndicesUI16>(_indices))
-        _indices16 = indices->values();
+        _indices16 = std::as_const(*indices).values();
     if (const auto positions = dcast<GeoPositions3f>(_positions))
         _positions3f = positions->values();
     if (_stride == 1)

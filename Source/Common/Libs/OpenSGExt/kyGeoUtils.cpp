@@ -4,7 +4,6 @@
 #include "OpenSG/Geometry.h"
 
 #include <algorithm>
-#include <span>
 
 namespace kyGeoUtils
 {
@@ -53,27 +52,6 @@ bool areLengthsConsistent(const osg::Geometry& geometry, unsigned int indexCount
     return sum == indexCount;
 }
 
-/// This runs over whole meshes before every operation, so without a branch an id: below 2^31 the
-/// highest bit of a difference is its sign, and the bits of all ids and differences are collected.
-bool areBelow(std::span<const unsigned int> ids, unsigned int end)
-{
-    constexpr unsigned int highestBit = 1U << 31U;
-    if (ids.empty() || end == 0)
-        return ids.empty();
-    const unsigned int last = std::min(end, highestBit) - 1;
-    unsigned int bits = 0;
-    for (const unsigned int id : ids)
-        bits |= id | (last - id);
-    return (bits & highestBit) == 0;
-}
-
-bool areIndicesInRange(const osg::GeoIndicesPtr& indices, unsigned int vertexCount)
-{
-    if (const auto wide = osg::dcast<osg::GeoIndicesUI32>(indices))
-        return areBelow(wide->values(), vertexCount);
-    return areBelow(indices->getValues(), vertexCount);
-}
-
 /// Errors of a geometry that has positions, and one index list.
 unsigned int checkTriangles(const osg::Geometry& geometry, const osg::GeoIndicesPtr& indices,
                             unsigned int vertexCount, bool checkIndices)
@@ -83,7 +61,7 @@ unsigned int checkTriangles(const osg::Geometry& geometry, const osg::GeoIndices
         errors |= NotTriangles;
     if (!areLengthsConsistent(geometry, indices->getSize()))
         errors |= InconsistentLengths;
-    if (checkIndices && !areIndicesInRange(indices, vertexCount))
+    if (checkIndices && indices->getEndOfIds() > vertexCount)
         errors |= IndexOutOfRange;
     return errors;
 }

@@ -23,7 +23,8 @@ enum GeometryError : std::uint32_t
 /// 0 for a usable core, else bits of GeometryError. A core that is null or no geometry has neither
 /// positions nor indices. Missing types and lengths are fine: they stand for one triangle list.
 ///
-/// checkIndices  look at each index as well, which is what makes the test linear in their number
+/// checkIndices  whether each index names a position as well; linear in their number the first time
+///               after they were written
 unsigned int checkGeometryCore(const osg::NodeCorePtr& core, bool checkIndices);
 
 /// The errors in words, with ", " between them; empty for 0.

@@ -110,9 +110,8 @@ std::vector<Place> find(const osg::GeometryPtr& geometry, std::size_t most)
 {
     if (!geometry || !geometry->getIndices())
         return {};
-    return osg::withIndices(geometry->getIndices(), [&]<class Id>(std::span<Id> ids) {
-        return find(*geometry, std::span<const Id>(ids), most);
-    });
+    return osg::withIndices(geometry->getIndices(),
+                            [&](const auto ids) { return find(*geometry, ids, most); });
 }
 
 /// Closes the gaps that triangles leave in the index list.
@@ -121,7 +120,7 @@ osg::GeoIndicesPtr shrinkIndices(const osg::GeometryPtr& geometry, std::span<con
     const osg::GeoIndicesPtr indices = osg::indicesToEdit(geometry, 0);
     const std::size_t stride = geometry->getCornerStride();
     const std::size_t removedSize = 3 * stride * removed.size();
-    osg::withIndices(indices, [&]<class Id>(std::span<Id> ids) {
+    osg::writeIndices(indices, [&]<class Id>(std::span<Id> ids) {
         auto end = ids.begin() + static_cast<std::ptrdiff_t>(removed[0].firstCorner * stride);
         for (std::size_t i = 0; i < removed.size(); ++i) {
             const std::size_t from = (removed[i].firstCorner + 3) * stride;

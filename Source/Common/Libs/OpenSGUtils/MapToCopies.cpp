@@ -194,9 +194,7 @@ NewElements findNewElements(const std::vector<Copy>& copies, const osg::GeoIndic
 {
     if (copies.empty())
         return {};
-    return osg::withIndices(indices, [&]<class Id>(std::span<Id> ids) {
-        return findAmong(std::span<const Id>(ids), copies);
-    });
+    return osg::withIndices(indices, [&](const auto ids) { return findAmong(ids, copies); });
 }
 
 template <std::size_t N>

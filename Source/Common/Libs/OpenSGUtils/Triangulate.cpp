@@ -35,8 +35,8 @@ void writeNumbers(const osg::GeometryPtr& geometry, unsigned int count)
 {
     const osg::GeoIndicesPtr indices = osg::indicesToEdit(geometry, count);
     indices->resize(count);
-    osg::withIndices(indices,
-                     []<class Id>(std::span<Id> ids) { std::iota(ids.begin(), ids.end(), Id{0}); });
+    osg::writeIndices(
+        indices, []<class Id>(std::span<Id> ids) { std::iota(ids.begin(), ids.end(), Id{0}); });
 }
 
 void setOneTriangleList(const osg::GeometryPtr& geometry)

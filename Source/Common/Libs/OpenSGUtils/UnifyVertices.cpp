@@ -27,13 +27,6 @@ unsigned int sizeOf(const Ids& ids)
     return static_cast<unsigned int>(ids.size());
 }
 
-bool areBelow(const osg::GeoIndicesPtr& indices, unsigned int end)
-{
-    return osg::withIndices(indices, [end](auto ids) {
-        return std::all_of(ids.begin(), ids.end(), [end](unsigned int id) { return id < end; });
-    });
-}
-
 /// Gives the vertices that are left the order in which the primitives name them.
 void orderByFirstUse(JoinedVertices& joined, const osg::GeoIndicesPtr& indices)
 {
@@ -78,7 +71,7 @@ void keepVertices(osg::GeoProperty& property, const Ids& sources, unsigned int v
 void renameVertices(const osg::GeometryPtr& geometry, const Ids& newIdOf)
 {
     const osg::GeoIndicesPtr indices = osg::indicesToEdit(geometry, newIdOf.size());
-    osg::withIndices(indices, [&]<class Id>(std::span<Id> ids) {
+    osg::writeIndices(indices, [&]<class Id>(std::span<Id> ids) {
         for (Id& id : ids)
             id = static_cast<Id>(newIdOf[id]);
     });
@@ -125,7 +118,7 @@ void unifyVertices(const osg::GeometryPtr& geometry, bool compareNormals, bool c
         return;
     geometry->makeSingleIndexed();
     const unsigned int vertexCount = geometry->getPositions()->getSize();
-    if (!areBelow(geometry->getIndices(), vertexCount))
+    if (geometry->getIndices() && geometry->getIndices()->getEndOfIds() > vertexCount)
         return;
     const auto properties = comparedProperties(
         geometry, {true, compareNormals, compareColors, compareColors, compareTexCoords,

@@ -4,7 +4,6 @@
 #include "UVUtils/compactmesh/CompactShellMesh.h"
 #include "UVUtils/compactmesh/VertexLinks.h"
 #include "UVUtils/model/ActiveSurfaces.h"
-#include "UVUtils/model/IndexView.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 #include "UVUtils/model/kyUVUtils.h"
 
@@ -47,8 +46,9 @@ bool areBelow(std::span<const unsigned int> ids, std::size_t end)
 bool fits(const kyTopologyData& data, const osg::Geometry& mesh)
 {
     const unsigned int vertexCount = mesh.getPositions() ? mesh.getPositions()->getSize() : 0;
-    const IndexView indices(data.indices ? data.indices.get() : mesh.getIndices());
-    return areBelow(data.shuffle, vertexCount) && areBelow(indices.ids(), data.shuffle.size());
+    const osg::GeoIndicesPtr indices = data.indices ? data.indices.get() : mesh.getIndices();
+    return areBelow(data.shuffle, vertexCount) &&
+           (!indices || indices->getEndOfIds() <= data.shuffle.size());
 }
 
 void replayThroughMesh(const CompactMeshScope& scope, const osg::GeometryPtr& geometry,

@@ -6,6 +6,8 @@
 #include "UVUtils/compactmesh/VertexLinks.h"
 #include "UVUtils/model/kyTopologyBridge.h"
 
+#include <utility>
+
 namespace
 {
 
@@ -41,8 +43,9 @@ void CompactShellMesh::mapChanged(const osg::GeometryPtr& /*geometry*/, const os
 
     const std::vector<ActiveSurface> surfaces = usableSurfaces(node);
     const Ids trianglesF = gatherTriangles(surfaces);
-    auto links = linkThroughTriangles(trianglesF, vertexCountOf(surfaces), indices->values(),
-                                      positions->getSize(), faceMapping_);
+    auto links =
+        linkThroughTriangles(trianglesF, vertexCountOf(surfaces), std::as_const(*indices).values(),
+                             positions->getSize(), faceMapping_);
     if (!links) {
         // The surfaces are others than those that the tables tell of. The caller goes on with this
         // mesh, so it is built here, and by the next getCMesh again, which watches the surfaces.

@@ -68,7 +68,7 @@ void writeIndices(const osg::GeometryPtr& geometry, const CutRings& rings,
                   const NewVertices& vertices)
 {
     const osg::GeoIndicesPtr indices = indicesToEdit(geometry, vertices.count);
-    osg::withIndices(indices, [&]<class Id>(std::span<Id> ids) {
+    osg::writeIndices(indices, [&]<class Id>(std::span<Id> ids) {
         for (std::size_t i = 0; i < rings.size(); ++i)
             for (const CutCorner& corner : rings[i])
                 if (corner.side > 0)

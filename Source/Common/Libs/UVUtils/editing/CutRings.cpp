@@ -115,10 +115,8 @@ CutVertices collectCutVertices(std::span<const unsigned int> edges, unsigned int
 CutRings collectCutRings(const osg::GeoIndicesPtr& indices, unsigned int vertexCount,
                          const CutVertices& cut)
 {
-    const std::vector<CutTriangle> triangles =
-        osg::withIndices(indices, [&]<class Id>(std::span<Id> ids) {
-            return findCutTriangles(std::span<const Id>(ids), vertexCount, cut);
-        });
+    const std::vector<CutTriangle> triangles = osg::withIndices(
+        indices, [&](const auto ids) { return findCutTriangles(ids, vertexCount, cut); });
     return {cut.ids.size(), [&](const auto& add) {
                 for (const CutTriangle& triangle : triangles)
                     for (unsigned int k = 0; k < 3; ++k)

@@ -6,7 +6,8 @@
 class CompactShellMesh;
 
 /// Some of the vertices of a compact mesh: a mark for each that it has. Whole sets of vertices go
-/// from a node to its mesh and back by marks, which need no sort and keep each vertex once.
+/// from a node to its mesh and back by marks, which need no sort and keep each vertex once: a
+/// vertex of the node belongs to them if its compact id has a mark.
 ///
 /// All is linear in the mesh.
 class MarkedVertices
@@ -16,16 +17,15 @@ public:
     /// know are passed over.
     MarkedVertices(const CompactShellMesh& mesh, std::span<const unsigned int> ids);
 
-    [[nodiscard]] bool empty() const { return isEmpty_; }
+    [[nodiscard]] bool empty() const { return count_ == 0; }
+    /// Whether all vertices of the mesh have a mark, so that nobody needs to look at marks.
+    [[nodiscard]] bool isWholeMesh() const { return count_ == marks_.size(); }
     [[nodiscard]] std::span<const unsigned char> marks() const { return marks_; } ///< [compact id]
 
     /// The compact ids, ascending.
     [[nodiscard]] std::vector<unsigned int> compactIds() const;
-    /// All vertices of the node that they stand for, ascending.
-    [[nodiscard]] std::vector<unsigned int> nodeIds() const;
 
 private:
-    const CompactShellMesh& mesh_;
     std::vector<unsigned char> marks_; ///< [compact id] 1 or 0
-    bool isEmpty_ = true;
+    std::size_t count_ = 0;            ///< of the marks that are 1
 };

@@ -66,7 +66,7 @@ VertexMap mapVertices(const MergeGroups& groups, unsigned int vertexCount)
 
 void rewrite(const osg::GeoIndicesPtr& indices, const std::vector<unsigned int>& oldToNew)
 {
-    osg::withIndices(indices, [&]<class Id>(std::span<Id> ids) {
+    osg::writeIndices(indices, [&]<class Id>(std::span<Id> ids) {
         for (Id& id : ids)
             id = static_cast<Id>(oldToNew[id]);
     });

@@ -1,5 +1,6 @@
 #include "UVUtils/model/BorderEdges.h"
 
+#include "OpenSG/IndexSpan.h"
 #include "UVUtils/model/Buckets.h"
 #include "UVUtils/model/SortAndDropRepeats.h"
 #include "UVUtils/model/SortFew.h"
@@ -91,9 +92,5 @@ FlatEdgeList borderEdges(std::span<const std::uint16_t> triangles)
 
 FlatEdgeList borderEdges(const osg::GeoIndicesPtr& indices)
 {
-    if (const auto wide = osg::dcast<osg::GeoIndicesUI32>(indices))
-        return borderEdges(std::span<const std::uint32_t>(wide->values()));
-    if (const auto narrow = osg::dcast<osg::GeoIndicesUI16>(indices))
-        return borderEdges(std::span<const std::uint16_t>(narrow->values()));
-    return {};
+    return osg::withIndices(indices, [](const auto triangles) { return borderEdges(triangles); });
 }

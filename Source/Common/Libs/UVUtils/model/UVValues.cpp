@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <ranges>
 #include <span>
 
 namespace
@@ -52,9 +53,10 @@ std::optional<std::vector<unsigned int>> compactIdsOf(const CompactShellMesh& me
 
 void gather(std::span<const Vec2f> slot, Ids ids, UVArray& uvs)
 {
-    uvs.resize(ids.size());
-    for (std::size_t i = 0; i < ids.size(); ++i)
-        uvs[i] = slot[ids[i]];
+    // Made from the values, where a resize would write zeros first.
+    const auto values =
+        std::views::transform(ids, [slot](unsigned int id) -> const Vec2f& { return slot[id]; });
+    uvs.assign(values.begin(), values.end());
 }
 
 void scatter(const UVArray& uvs, Ids ids, std::span<Vec2f> slot)

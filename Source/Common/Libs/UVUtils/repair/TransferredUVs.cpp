@@ -35,7 +35,7 @@ void splitVertices(const osg::GeometryPtr& geometry, const TransferredUVs& trans
                                     transferred.newIds.data(),
                                     static_cast<unsigned int>(transferred.vertexCount()), false);
     const osg::GeoIndicesPtr indices = osg::indicesToEdit(geometry, transferred.vertexCount());
-    osg::withIndices(indices, [&]<class Id>(std::span<Id> ids) {
+    osg::writeIndices(indices, [&]<class Id>(std::span<Id> ids) {
         for (std::size_t i = 0; i < transferred.newIds.size(); ++i)
             for (const unsigned int corner : transferred.newCorners[i])
                 ids[corner] = static_cast<Id>(transferred.newIds[i]);

@@ -57,7 +57,7 @@ void nameCopies(const osg::GeometryPtr& geometry,
                 std::span<const kyTopologyRepair::TriangleGroup> groups, const VertexCopies& copies)
 {
     const osg::GeoIndicesPtr indices = indicesToEdit(geometry, copies.newCount);
-    osg::withIndices(indices, [&]<class Id>(std::span<Id> ids) {
+    osg::writeIndices(indices, [&]<class Id>(std::span<Id> ids) {
         // A copy is never vertex 0, so 0 stands for none. A corner is renamed once at most, and
         // then names a vertex that has no copy.
         std::vector<unsigned int> newIdOf(copies.newCount);

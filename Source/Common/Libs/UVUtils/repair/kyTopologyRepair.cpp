@@ -20,11 +20,8 @@ bool isFit(const osg::GeometryPtr& geometry)
 {
     if (!geometry || !geometry->getIndices())
         return false;
-    const IndexView indices(geometry->getIndices());
-    const unsigned int vertexCount = vertexCountOf(geometry);
-    return indices.ids().size() % 3 == 0 &&
-           std::all_of(indices.ids().begin(), indices.ids().end(),
-                       [vertexCount](unsigned int id) { return id < vertexCount; });
+    const osg::GeoIndices& indices = *geometry->getIndices();
+    return indices.getSize() % 3 == 0 && indices.getEndOfIds() <= vertexCountOf(geometry);
 }
 
 /// The vertices of one group after the other, each once.
