@@ -2,6 +2,7 @@
 
 #include "document/Format.h"
 #include "document/Transform.h"
+#include "document/Vec3Math.h"
 
 #include <array>
 #include <cmath>
@@ -17,17 +18,7 @@ struct MappedTriangle
     std::array<Vec3d, 3> positions;
     std::array<Vec2f, 3> uvs;
 
-    Vec3d normal() const
-    {
-        Vec3d n{};
-        for (std::size_t k = 0; k < 3; ++k) {
-            const std::size_t i = (k + 1) % 3;
-            const std::size_t j = (k + 2) % 3;
-            n[k] = (positions[1][i] - positions[0][i]) * (positions[2][j] - positions[0][j]) -
-                   (positions[1][j] - positions[0][j]) * (positions[2][i] - positions[0][i]);
-        }
-        return n;
-    }
+    Vec3d normal() const { return areaNormal(positions[0], positions[1], positions[2]); }
 };
 
 /// Of all geometries; corners without a UV have NaN.

@@ -285,21 +285,15 @@ TEST(Seams, FilesOfEdgesThatCannotBeReadAreNamedWithTheirLine)
         const char* text;
         const char* says;
     };
-    const Case cases[] = {{"0 1\n2\n", "line 2: one vertex only"},
+    const Case cases[] = {{"0 1\n2\n", "edges.txt: line 2: one vertex only"},
                           {"0 1 2", "line 1: \"2\" behind two vertices"},
                           {"\n# ids\n0 -1", "line 3: \"-1\" is no vertex id"},
                           {"7 8", "there is no vertex 8; ids go from 0 to 7"},
                           {"0 99999999999", "there is no vertex 99999999999"},
                           {"\1\2\3 1", "line 1: \"???\" is no vertex id"}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.text);
-        const ToolRun run = runTool(
-            {"sew", in, "-o", folder / "out.obj", "--edges", folder.write("edges.txt", c.text)});
-        EXPECT_EQ(run.status, Unreadable);
-        EXPECT_EQ(run.lineCount(), 1) << run.err;
-        EXPECT_THAT(run.err, AllOf(HasSubstr("edges.txt: line "), HasSubstr(c.says)));
-        EXPECT_FALSE(std::filesystem::exists(folder / "out.obj"));
-    }
+    for (const Case& c : cases)
+        expectTold({"sew", in, "--edges", folder.write("edges.txt", c.text)}, folder / "out.obj",
+                   Unreadable, c.says);
 }
 
 TEST(Seams, UndoIsFoundFaultyWhereStatesDiffer)

@@ -15,7 +15,7 @@ namespace uvtool
 namespace
 {
 
-std::vector<unsigned int> verticesThatMayMove(const SceneIslands& found, const RelaxEdit& edit)
+std::vector<unsigned int> verticesThatMayMove(const SceneIslands& found, const LayoutEdit& edit)
 {
     std::vector<unsigned int> vertices;
     for (unsigned int v = 0; v < found.compactOfVertex.size(); ++v)
@@ -25,7 +25,7 @@ std::vector<unsigned int> verticesThatMayMove(const SceneIslands& found, const R
 }
 
 /// [island] 1 for those with a triangle that has UVs.
-std::vector<char> mappedIslands(const SceneIslands& found, const RelaxEdit& edit)
+std::vector<char> mappedIslands(const SceneIslands& found, const LayoutEdit& edit)
 {
     std::vector<char> isMapped(found.islands.size(), 0);
     for (std::size_t t = 0; t < edit.isMapped.size(); ++t)
@@ -49,6 +49,15 @@ LayoutMeasures measure(const Document& document, const DocumentLayout& layout,
         measureLayout(partOf(layout, isChosen), scenePositions(document, layout));
     measures.flipped = found.found.flipped.count;
     return measures;
+}
+
+void warnOfMore(const char* which, const Finding& before, const Finding& after,
+                GeometryReport& entry)
+{
+    if (after.count > before.count)
+        entry.warnings.push_back("triangles " + std::string(which) + ": " +
+                                 std::to_string(before.count) + " before, now " +
+                                 std::to_string(after.count));
 }
 
 std::string withoutUVs(std::size_t slot)
@@ -125,6 +134,7 @@ void EditWork::edit(const Operation& operation)
             edit(subject, operation, entry);
         else
             entry.warnings = {withoutUVs(task_.options.common.slot)};
+        subject = {};
     }
 }
 
@@ -148,13 +158,13 @@ void EditWork::edit(Subject& subject, const Operation& operation, GeometryReport
     const DocumentLayout after =
         sceneLayout(task_.document, subject.scene, subject.found, slot, AllIslands);
     entry.check = checkDocumentLayout(after);
-    entry.edit->before =
-        measure(task_.document, before, subject.isChosen, checkDocumentLayout(before));
+    const CheckReport foundBefore = checkDocumentLayout(before);
+    entry.edit->before = measure(task_.document, before, subject.isChosen, foundBefore);
     entry.edit->after = measure(task_.document, after, subject.isChosen, *entry.check);
-    if (entry.edit->after.flipped > entry.edit->before.flipped)
-        entry.warnings.push_back("triangles that turn against their islands: " +
-                                 std::to_string(entry.edit->before.flipped) + " before, now " +
-                                 std::to_string(entry.edit->after.flipped));
+    warnOfMore("that turn against their islands", foundBefore.found.flipped,
+               entry.check->found.flipped, entry);
+    warnOfMore("without an area in UV", foundBefore.found.degenerate, entry.check->found.degenerate,
+               entry);
     layout_.add(after);
 }
 

@@ -3,7 +3,7 @@
 #include "cli/ExitStatus.h"
 #include "commands/Task.h"
 #include "layout/UVBox.h"
-#include "scene/RelaxEdit.h"
+#include "scene/LayoutEdit.h"
 #include "scene/SceneIslands.h"
 
 #include "UVUtils/model/kyUVTypes.h"
@@ -25,7 +25,7 @@ public:
     {
         SceneGeometry scene;
         SceneIslands found;
-        RelaxEdit edit;
+        LayoutEdit edit;
         std::vector<char> isChosen;         ///< [island]
         std::vector<unsigned int> vertices; ///< of the chosen islands, ascending
 
@@ -44,8 +44,8 @@ public:
     UVBox bounds() const;
 
     /// Edits one scene after the other, puts each into the document and checks it as it stands
-    /// there. Flips and overlaps are told and are no error, for the user may want them; values that
-    /// aren't finite are one.
+    /// there. A scene is gone when it is done. Flips and overlaps are told and are no error, for
+    /// the user may want them; values that aren't finite are one.
     void edit(const Operation& operation);
 
     /// Checks all together, writes the document and draws the pictures.

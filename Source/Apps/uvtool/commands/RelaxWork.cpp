@@ -64,7 +64,7 @@ void RelaxWork::relax(const SceneGeometry& scene, const SceneIslands& found)
         return;
     }
     const SceneEdges edges(scene, found.compactOfVertex, found.compactVertices);
-    RelaxEdit edit = editOfAll(task_.document, scene, found, slot);
+    LayoutEdit edit = editOfAll(task_.document, scene, found, slot);
     choose(scene, found, edges, edit, entry);
 
     const DocumentLayout before = sceneLayout(task_.document, scene, found, slot, OpenIslands);
@@ -92,7 +92,7 @@ void RelaxWork::relax(const SceneGeometry& scene, const SceneIslands& found)
 }
 
 void RelaxWork::choose(const SceneGeometry& scene, const SceneIslands& found,
-                       const SceneEdges& edges, RelaxEdit& edit, GeometryReport& entry) const
+                       const SceneEdges& edges, LayoutEdit& edit, GeometryReport& entry) const
 {
     const RelaxOptions& options = task_.options.relax;
     edit.operation.settings = options.settings;
@@ -117,7 +117,7 @@ void RelaxWork::choose(const SceneGeometry& scene, const SceneIslands& found,
 }
 
 /// False where the library fails.
-bool RelaxWork::carryOut(const SceneGeometry& scene, const SceneEdges& edges, RelaxEdit& edit,
+bool RelaxWork::carryOut(const SceneGeometry& scene, const SceneEdges& edges, LayoutEdit& edit,
                          GeometryReport& entry)
 {
     const std::size_t slot = task_.options.common.slot;
@@ -141,7 +141,7 @@ bool RelaxWork::carryOut(const SceneGeometry& scene, const SceneEdges& edges, Re
 }
 
 void RelaxWork::putIntoDocument(const SceneGeometry& scene, const SceneIslands& found,
-                                RelaxEdit& edit, GeometryReport& entry)
+                                LayoutEdit& edit, GeometryReport& entry)
 {
     const bool vRunsDownward = traitsOfFormat(task_.options.output).vRunsDownward;
     keepWhatStays(scene, found, edit);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "commands/Task.h"
-#include "scene/RelaxEdit.h"
+#include "scene/LayoutEdit.h"
 #include "scene/SceneIslands.h"
 
 #include <cstddef>
@@ -30,10 +30,10 @@ public:
 private:
     void relax(const SceneGeometry& scene, const SceneIslands& found);
     void choose(const SceneGeometry& scene, const SceneIslands& found, const SceneEdges& edges,
-                RelaxEdit& edit, GeometryReport& entry) const;
-    bool carryOut(const SceneGeometry& scene, const SceneEdges& edges, RelaxEdit& edit,
+                LayoutEdit& edit, GeometryReport& entry) const;
+    bool carryOut(const SceneGeometry& scene, const SceneEdges& edges, LayoutEdit& edit,
                   GeometryReport& entry);
-    void putIntoDocument(const SceneGeometry& scene, const SceneIslands& found, RelaxEdit& edit,
+    void putIntoDocument(const SceneGeometry& scene, const SceneIslands& found, LayoutEdit& edit,
                          GeometryReport& entry);
     void check(const CheckReport& before, const CheckReport& after) const;
 

@@ -68,9 +68,8 @@ Repaired repairGeometry(Task& task, std::size_t number)
     const FormatTraits traits = traitsOfFormat(task.options.output);
     const Stopwatch watch;
     Repaired repaired;
-    if (!removeDegenerate(geometry, traits.hasWholeVertices ? TriangleFaces : PolygonFaces,
-                          repaired))
-    {
+    const FaceKind faces = traits.hasWholeVertices ? TriangleFaces : PolygonFaces;
+    if (!removeDegenerate(geometry, faces, repaired)) {
         repaired.isLeftAlone = true;
         return repaired;
     }

@@ -17,12 +17,11 @@ constexpr double leastAreaShare = 1e-9;
 using Corners = std::span<const Vec3d>;
 
 /// Twice the area of the polygon along its mean normal (Newell), relative to the first corner.
-Vec3d areaNormal(Corners corners)
+Vec3d polygonNormal(Corners corners)
 {
     Vec3d sum{};
     for (std::size_t i = 1; i + 1 < corners.size(); ++i) {
-        const Vec3d part =
-            cross(difference(corners[i], corners[0]), difference(corners[i + 1], corners[0]));
+        const Vec3d part = areaNormal(corners[0], corners[i], corners[i + 1]);
         for (std::size_t k = 0; k < 3; ++k)
             sum[k] += part[k];
     }
@@ -39,7 +38,7 @@ public:
     {
         corners_ = corners;
         firstCorner_ = firstCorner;
-        normal_ = areaNormal(corners);
+        normal_ = polygonNormal(corners);
         leastTurn_ = leastAreaShare * dot(normal_, normal_);
         if (corners.size() == 3 || isFanFromFirst())
             emitFan();
@@ -50,9 +49,7 @@ public:
 private:
     double turn(std::size_t a, std::size_t b, std::size_t c) const
     {
-        return dot(
-            cross(difference(corners_[b], corners_[a]), difference(corners_[c], corners_[a])),
-            normal_);
+        return dot(areaNormal(corners_[a], corners_[b], corners_[c]), normal_);
     }
 
     bool isFanFromFirst() const

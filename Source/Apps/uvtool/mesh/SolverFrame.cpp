@@ -1,5 +1,6 @@
 #include "mesh/SolverFrame.h"
 
+#include "document/Box3.h"
 #include "document/Transform.h"
 
 #include <algorithm>
@@ -20,23 +21,18 @@ SolverFrame::SolverFrame(std::span<const Vec3d> points)
 {
     if (points.empty())
         return;
-    Vec3d lo = points.front();
-    Vec3d hi = points.front();
-    for (const Vec3d& point : points) {
-        for (std::size_t k = 0; k < 3; ++k) {
-            lo[k] = std::min(lo[k], point[k]);
-            hi[k] = std::max(hi[k], point[k]);
-        }
-    }
+    Box3<double> box;
+    for (const Vec3d& point : points)
+        box.add(point);
     double size = 0;
     double farthest = 0;
     for (std::size_t k = 0; k < 3; ++k) {
-        size = std::max(size, hi[k] - lo[k]);
-        farthest = std::max({farthest, std::abs(lo[k]), std::abs(hi[k])});
+        size = std::max(size, box.hi[k] - box.lo[k]);
+        farthest = std::max({farthest, std::abs(box.lo[k]), std::abs(box.hi[k])});
     }
     if (farthest > farFromOrigin * size) {
         for (std::size_t k = 0; k < 3; ++k)
-            origin_[k] = lo[k] + 0.5 * (hi[k] - lo[k]);
+            origin_[k] = box.lo[k] + 0.5 * (box.hi[k] - box.lo[k]);
     }
     if (size > 0)
         exponent_ = -std::ilogb(size);

@@ -1,9 +1,9 @@
 #include "picture/SurfaceCamera.h"
 
+#include "document/Box3.h"
 #include "document/Vec3Math.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace uvtool
 {
@@ -21,21 +21,14 @@ SurfaceCamera::SurfaceCamera(const Vec3d& from, std::span<const Vec3d> points, d
     right_ = normalised(cross({0.0, 1.0, 0.0}, toViewer_));
     up_ = cross(toViewer_, right_);
 
-    constexpr double far = std::numeric_limits<double>::max();
-    Vec3d lowest{far, far, far};
-    Vec3d highest{-far, -far, -far};
-    for (const Vec3d& point : points) {
-        const Vec3d seen = turn(point);
-        for (std::size_t i = 0; i < 3; ++i) {
-            lowest[i] = std::min(lowest[i], seen[i]);
-            highest[i] = std::max(highest[i], seen[i]);
-        }
-    }
+    Box3<double> seen;
+    for (const Vec3d& point : points)
+        seen.add(turn(point));
     if (points.empty())
         return;
     for (std::size_t i = 0; i < 3; ++i)
-        middle_[i] = 0.5 * lowest[i] + 0.5 * highest[i];
-    const double extent = std::max(highest[0] - lowest[0], highest[1] - lowest[1]);
+        middle_[i] = 0.5 * seen.lo[i] + 0.5 * seen.hi[i];
+    const double extent = std::max(seen.hi[0] - seen.lo[0], seen.hi[1] - seen.lo[1]);
     if (extent > 0.0)
         scale_ = (1.0 - 2.0 * rim) * pixels / extent;
 }

@@ -53,8 +53,7 @@ Scale measure(const SurfaceMesh& mesh)
     for (std::size_t t = 0; t < mesh.triangleCount(); ++t) {
         if (mesh.island[t] < 0)
             continue;
-        const Vec3d normal = cross(difference(mesh.corner(t, 1), mesh.corner(t, 0)),
-                                   difference(mesh.corner(t, 2), mesh.corner(t, 0)));
+        const Vec3d normal = areaNormal(mesh.corner(t, 0), mesh.corner(t, 1), mesh.corner(t, 2));
         scale.surfaceArea += std::sqrt(dot(normal, normal));
         const Vec2f* const uv = mesh.uvs.data() + 3 * t;
         scale.layoutArea += std::abs((double(uv[1][0]) - uv[0][0]) * (double(uv[2][1]) - uv[0][1]) -
@@ -77,8 +76,7 @@ SurfaceShading::SurfaceShading(const SurfaceMesh& mesh, double squaresAlongDiago
 {
     faceNormals_.reserve(mesh.triangleCount());
     for (std::size_t t = 0; t < mesh.triangleCount(); ++t) {
-        const Vec3d normal = cross(difference(mesh.corner(t, 1), mesh.corner(t, 0)),
-                                   difference(mesh.corner(t, 2), mesh.corner(t, 0)));
+        const Vec3d normal = areaNormal(mesh.corner(t, 0), mesh.corner(t, 1), mesh.corner(t, 2));
         for (std::size_t k = 0; k < 3; ++k)
             for (std::size_t i = 0; i < 3; ++i)
                 pointNormals_[mesh.triangles[3 * t + k]][i] += normal[i];

@@ -231,6 +231,12 @@ Json transfersJson(const std::vector<TransferCounts>& transfers)
     return json;
 }
 
+/// Whether islands were laid out one by one, so that each may be done or kept.
+bool hasDoneIslands(const GeometryReport& geometry)
+{
+    return !geometry.seams && !geometry.repair && !geometry.projected && geometry.transfers.empty();
+}
+
 Json geometryJson(const GeometryReport& geometry, const Report& report)
 {
     Json json;
@@ -277,9 +283,7 @@ Json geometryJson(const GeometryReport& geometry, const Report& report)
         json["transfers"] = transfersJson(geometry.transfers);
     if (geometry.result) {
         json["result"] = wordFor(*geometry.result);
-        if (!geometry.seams && !geometry.repair && !geometry.projected &&
-            geometry.transfers.empty())
-        {
+        if (hasDoneIslands(geometry)) {
             json["islandsDone"] = geometry.islandsDone;
             json["keptIslands"] = islandsJson(geometry.keptIslands);
         }

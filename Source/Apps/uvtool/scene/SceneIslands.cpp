@@ -95,9 +95,8 @@ SceneIslands findSceneIslands(const Document& document, const SceneGeometry& sce
     const LibraryScope scope(console, log);
     if (!kyUVUtils::isValidGeometry(scene.core(), scene.node, false))
         return found;
-    if (const CompactShellMesh* const mesh =
-            CompactShellMesh::getCMesh(scene.core(), scene.node, set))
-    {
+    const CompactShellMesh* const mesh = CompactShellMesh::getCMesh(scene.core(), scene.node, set);
+    if (mesh != nullptr) {
         found.compactOfVertex = mesh->getVertFToC();
         found.compactVertices = mesh->getGeomPtr()->getPositions()->getSize();
         labelTriangles(scene, searchIslands(scene, set, found), found);

@@ -1,10 +1,9 @@
 #include "scene/TransferSource.h"
 
-#include "document/Vec3Math.h"
+#include "document/Box3.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string>
 #include <string_view>
 
@@ -15,16 +14,11 @@ namespace
 
 double diagonalOf(const Document& document, const std::vector<std::size_t>& numbers)
 {
-    constexpr double none = std::numeric_limits<double>::infinity();
-    Vec3d lo{none, none, none};
-    Vec3d hi{-none, -none, -none};
+    Box3<double> box;
     for (const std::size_t number : numbers)
-        for (const Vec3d& p : scenePositions(document.geometries[number]))
-            for (std::size_t k = 0; k < 3; ++k) {
-                lo[k] = std::min(lo[k], p[k]);
-                hi[k] = std::max(hi[k], p[k]);
-            }
-    return std::hypot(hi[0] - lo[0], hi[1] - lo[1], hi[2] - lo[2]);
+        for (const Vec3d& position : scenePositions(document.geometries[number]))
+            box.add(position);
+    return box.diagonal();
 }
 
 /// All triangles, with UVs or without.

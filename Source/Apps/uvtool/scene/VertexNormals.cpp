@@ -28,7 +28,7 @@ std::vector<Vec3d> areaNormals(const std::vector<osg::Pnt3f>& positions,
         return Vec3d{p[0], p[1], p[2]};
     };
     for (std::size_t i = 0; i + 3 <= triangles.size(); i += 3) {
-        const Vec3d normal = cross(difference(at(i + 1), at(i)), difference(at(i + 2), at(i)));
+        const Vec3d normal = areaNormal(at(i), at(i + 1), at(i + 2));
         for (std::size_t k = 0; k < 3; ++k)
             add(normal, sums[triangles[i + k]]);
     }

@@ -1,5 +1,6 @@
 #include "seams/MeshSeams.h"
 
+#include "document/Box3.h"
 #include "mesh/CornerVertices.h"
 #include "mesh/SolverFrame.h"
 #include "mesh/VertexFans.h"
@@ -104,14 +105,10 @@ double distance(const Vec3f& a, const Vec3f& b)
 
 double boxDiagonal(std::span<const Vec3f> points)
 {
-    Vec3f lo = points.front();
-    Vec3f hi = points.front();
+    Box3<float> box;
     for (const Vec3f& point : points)
-        for (std::size_t k = 0; k < 3; ++k) {
-            lo[k] = std::min(lo[k], point[k]);
-            hi[k] = std::max(hi[k], point[k]);
-        }
-    return distance(lo, hi);
+        box.add(point);
+    return box.diagonal();
 }
 
 void takeSeams(const SeamSet& seams, std::span<const Vec3f> positions, SeamProposal& proposal)

@@ -82,10 +82,11 @@ private:
             const std::uint32_t apex = triangles_[before];
             if (seams_.seamsAt(apex) > 0 || seams_.isAtBorder(apex))
                 return false;
-        } else if (!vanishesAgainst(isAfterOpen ? after : before,
-                                    triangles_[isAfterOpen ? after : side]))
-        {
-            return false;
+        } else {
+            const std::uint32_t open = isAfterOpen ? after : before;
+            const std::uint32_t shared = triangles_[isAfterOpen ? after : side];
+            if (!vanishesAgainst(open, shared))
+                return false;
         }
         for (const std::uint32_t s : {side, after, before}) {
             const std::uint32_t edge = seams_.edgeOfSide(s);

@@ -85,7 +85,7 @@ private:
     void measureTriangle(std::size_t t)
     {
         const std::array<Vec3d, 3> p{point(3 * t), point(3 * t + 1), point(3 * t + 2)};
-        const Vec3d normal = cross(difference(p[1], p[0]), difference(p[2], p[0]));
+        const Vec3d normal = areaNormal(p[0], p[1], p[2]);
         const double area = 0.5 * std::sqrt(dot(normal, normal));
         normals_.push_back(normalised(normal));
         bending_.areaOfTriangle.push_back(area);

@@ -1,9 +1,10 @@
 #include "formats/gltf/PlainGltf.h"
 
+#include "document/Box3.h"
 #include "document/Transform.h"
+#include "document/Vec3Math.h"
 #include "mesh/CornerVertices.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
@@ -36,16 +37,11 @@ public:
     std::size_t addPositions(const std::vector<Vec3f>& values)
     {
         const std::size_t accessor = addVectors(values);
-        Vec3f lo = values[0];
-        Vec3f hi = values[0];
-        for (const Vec3f& value : values) {
-            for (std::size_t k = 0; k < 3; ++k) {
-                lo[k] = std::min(lo[k], value[k]);
-                hi[k] = std::max(hi[k], value[k]);
-            }
-        }
-        json_["accessors"][accessor]["min"] = lo;
-        json_["accessors"][accessor]["max"] = hi;
+        Box3<float> box;
+        for (const Vec3f& value : values)
+            box.add(value);
+        json_["accessors"][accessor]["min"] = box.lo;
+        json_["accessors"][accessor]["max"] = box.hi;
         return accessor;
     }
 
@@ -122,19 +118,13 @@ Vec3f triangleNormal(const DocumentGeometry& geometry, std::size_t triangle)
     std::array<Vec3d, 3> p;
     for (std::size_t k = 0; k < 3; ++k)
         p[k] = geometry.positions.at(geometry.triangles[3 * triangle + k]);
-    Vec3d normal{};
-    for (std::size_t k = 0; k < 3; ++k) {
-        const std::size_t i = (k + 1) % 3;
-        const std::size_t j = (k + 2) % 3;
-        normal[k] =
-            (p[1][i] - p[0][i]) * (p[2][j] - p[0][j]) - (p[1][j] - p[0][j]) * (p[2][i] - p[0][i]);
-    }
-    const double length = std::hypot(normal[0], normal[1], normal[2]);
-    if (!(length > 0) || !std::isfinite(length))
+    const Vec3d normal = areaNormal(p[0], p[1], p[2]);
+    const double norm = length(normal);
+    if (!(norm > 0) || !std::isfinite(norm))
         return {0, 0, 1};
     Vec3f unit{};
     for (std::size_t k = 0; k < 3; ++k)
-        unit[k] = static_cast<float>(normal[k] / length);
+        unit[k] = static_cast<float>(normal[k] / norm);
     return unit;
 }
 

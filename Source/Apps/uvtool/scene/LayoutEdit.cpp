@@ -1,4 +1,4 @@
-#include "scene/RelaxEdit.h"
+#include "scene/LayoutEdit.h"
 
 #include "cli/ExitStatus.h"
 #include "scene/SeamPlaces.h"
@@ -46,10 +46,10 @@ std::vector<unsigned int> mappedVertices(const SceneGeometry& scene,
 
 } // namespace
 
-RelaxEdit editOfAll(const Document& document, const SceneGeometry& scene, const SceneIslands& found,
-                    std::size_t slot)
+LayoutEdit editOfAll(const Document& document, const SceneGeometry& scene,
+                     const SceneIslands& found, std::size_t slot)
 {
-    RelaxEdit edit;
+    LayoutEdit edit;
     for (const std::int32_t island :
          sceneLayout(document, scene, found, slot, AllIslands).islandOfTriangle)
         edit.isMapped.push_back(island < 0 ? 0 : 1);
@@ -63,7 +63,7 @@ RelaxEdit editOfAll(const Document& document, const SceneGeometry& scene, const 
 }
 
 void restrictToIslands(const SceneGeometry& scene, const SceneIslands& found,
-                       std::vector<unsigned int> seeds, RelaxEdit& edit)
+                       std::vector<unsigned int> seeds, LayoutEdit& edit)
 {
     const std::vector<char> isChosen = islandsOf(scene, found, seeds);
     letMove(
@@ -77,7 +77,7 @@ void restrictToIslands(const SceneGeometry& scene, const SceneIslands& found,
 }
 
 void restrictToVertices(const SceneIslands& found, std::vector<unsigned int> vertices,
-                        RelaxEdit& edit)
+                        LayoutEdit& edit)
 {
     edit.mayMove.assign(found.compactVertices, 0);
     for (const unsigned int vertex : vertices)
@@ -86,7 +86,7 @@ void restrictToVertices(const SceneIslands& found, std::vector<unsigned int> ver
     edit.operation.selected = std::move(vertices);
 }
 
-bool hasWork(const SceneGeometry& scene, const SceneIslands& found, const RelaxEdit& edit)
+bool hasWork(const SceneGeometry& scene, const SceneIslands& found, const LayoutEdit& edit)
 {
     for (std::size_t i = 0; i < scene.triangles.size(); ++i)
         if (edit.isMapped[i / 3] != 0 && edit.mayMove[compactVertex(scene, found, i)] != 0)
@@ -95,7 +95,7 @@ bool hasWork(const SceneGeometry& scene, const SceneIslands& found, const RelaxE
 }
 
 void hold(const SceneGeometry& scene, const SceneIslands& found, const SceneEdges& edges,
-          StraightEdges straight, RelaxEdit& edit)
+          StraightEdges straight, LayoutEdit& edit)
 {
     edit.held = sidesAlong(edges, straight);
     for (std::vector<std::uint32_t>* const sides : {&edit.held.horizontal, &edit.held.vertical})
@@ -106,20 +106,19 @@ void hold(const SceneGeometry& scene, const SceneIslands& found, const SceneEdge
     edit.operation.straight = std::move(straight);
 }
 
-void keepWhatStays(const SceneGeometry& scene, const SceneIslands& found, RelaxEdit& edit)
+void keepWhatStays(const SceneGeometry& scene, const SceneIslands& found, LayoutEdit& edit)
 {
     for (std::size_t i = 0; i < edit.after.size(); ++i) {
         if (edit.isMapped[i / 3] == 0)
             edit.after[i] = edit.before[i];
         if (edit.hasMoved(i) && edit.mayMove[compactVertex(scene, found, i)] == 0)
-            throw CommandError(Unsound,
-                               "the result failed its check, nothing was written: vertex " +
-                                   std::to_string(scene.triangles[i]) +
-                                   " has moved, which was not to be relaxed");
+            throw CommandError(
+                Unsound, "the result failed its check, nothing was written: vertex " +
+                             std::to_string(scene.triangles[i]) + " has moved, which was to stay");
     }
 }
 
-void roundForTurnedV(const SceneGeometry& scene, const SceneIslands& found, RelaxEdit& edit)
+void roundForTurnedV(const SceneGeometry& scene, const SceneIslands& found, LayoutEdit& edit)
 {
     std::vector<std::uint32_t> triangles;
     std::vector<Vec2f> uvs(found.compactVertices);
@@ -147,7 +146,7 @@ void roundForTurnedV(const SceneGeometry& scene, const SceneIslands& found, Rela
             edit.after[i] = uvs[triangles[i]];
 }
 
-std::vector<char> changedIslands(const SceneIslands& found, const RelaxEdit& edit)
+std::vector<char> changedIslands(const SceneIslands& found, const LayoutEdit& edit)
 {
     std::vector<char> isChanged(found.islands.size(), 0);
     for (std::size_t i = 0; i < edit.after.size(); ++i)
