@@ -16,8 +16,8 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-/// Costs are counted in these parts of the diagonal, and larger ones with so many binary digits:
-/// positions that went through floats are off by 1e-7 of the diagonal, and edges of one length
+/// Costs are counted in these parts of the size, and larger ones with so many binary digits:
+/// positions that went through floats are off by 1e-7 of the size, and edges of one length
 /// shall cost the same all the same.
 constexpr double costsPerDiagonal = 131072.0;
 constexpr int digits = 12;

@@ -17,7 +17,7 @@ using PathCost = std::int64_t;
 
 inline constexpr PathCost unreached = std::numeric_limits<PathCost>::max();
 
-/// From a length in diagonals of the mesh, times whatever makes it dear or cheap: rounded so that
+/// From a length in sizes of the mesh, times whatever makes it dear or cheap: rounded so that
 /// the same length from other positions costs the same. At least 1, at most what a million such
 /// edges can sum up to.
 PathCost toPathCost(double cost);

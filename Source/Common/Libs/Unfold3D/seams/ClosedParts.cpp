@@ -22,10 +22,9 @@ std::size_t at(int index)
 std::vector<std::vector<int>> outermostVertices(const SeamDraft& draft, SeamForecaster& forecaster)
 {
     std::vector<std::vector<int>> ends(at(draft.parts.count()));
-    const std::vector<double> u = forecaster.factors(draft);
-    for (const FactorPeak& peak : factorPeaks(forecaster.graph(), u, forecaster.areas())) {
+    for (const FactorPeak& peak : forecaster.peaksOf(forecaster.factors(draft))) {
         std::vector<int>& ofPart = ends[at(draft.parts.ofVertex[at(peak.vertex)])];
-        if (ofPart.size() < 2 && u[at(peak.vertex)] < 0.0)
+        if (ofPart.size() < 2 && peak.strain < 0.0)
             ofPart.push_back(peak.vertex);
     }
     // An even sphere has no such places: any vertex will do for one end.

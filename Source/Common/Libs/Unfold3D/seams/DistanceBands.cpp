@@ -13,7 +13,7 @@ namespace
 
 /// Width of a band in mean edges of its part: enough to hang together around a limb.
 constexpr double edgesPerBand = 1.7;
-/// ... and no less than this share of the diagonal.
+/// ... and no less than this share of the size.
 constexpr double leastWidth = 1.0 / 120.0;
 /// A band below this share of the area of its neighbours is a splinter of one of them.
 constexpr double splinterShare = 0.3;
@@ -34,7 +34,7 @@ std::vector<double> bandWidths(const SeamMesh& mesh, const MeshParts& parts)
     std::vector<double> widths;
     for (std::size_t part = 0; part < sums.size(); ++part)
         widths.push_back(std::max(edgesPerBand * sums[part] / std::max(counts[part], 1),
-                                  leastWidth * parts.diagonals[part]));
+                                  leastWidth * parts.sizes[part]));
     return widths;
 }
 

@@ -46,7 +46,7 @@ public:
             flood(v, peaks);
         for (const int v : order)
             if (hill_[at(v)] == v)
-                peaks.push_back({v, excess_[at(v)]});
+                peaks.push_back({v, 0.0, excess_[at(v)]});
     }
 
 private:
@@ -81,7 +81,7 @@ private:
         const int lower = higher == a ? b : a;
         hill_[at(lower)] = higher;
         if (height_[at(lower)] - pass >= leastProminence * height_[at(lower)])
-            peaks.push_back({lower, excess_[at(lower)]});
+            peaks.push_back({lower, 0.0, excess_[at(lower)]});
         else
             excess_[at(higher)] += excess_[at(lower)];
     }
@@ -105,8 +105,10 @@ std::vector<FactorPeak> factorPeaks(const VertexGraph& graph, std::span<const do
             height[v] = heightStep * std::round(sign * strain[v] / heightStep);
         Hills(graph, std::move(height), areas).findPeaks(peaks);
     }
-    for (FactorPeak& peak : peaks)
+    for (FactorPeak& peak : peaks) {
+        peak.strain = strain[at(peak.vertex)];
         peak.excess = toBinaryDigits(peak.excess, excessDigits);
+    }
     std::stable_sort(peaks.begin(), peaks.end(),
                      [](const FactorPeak& a, const FactorPeak& b) { return a.excess > b.excess; });
     return peaks;

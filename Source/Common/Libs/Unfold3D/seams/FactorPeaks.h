@@ -12,6 +12,7 @@ namespace unfold3d
 struct FactorPeak
 {
     int vertex = 0;
+    double strain = 0.0; ///< there
     double excess = 0.0; ///< energy over that of an isometric layout in its surroundings, summed
                          ///< over their area
 };

@@ -38,10 +38,11 @@ double creaseFactor(double angle)
 
 } // namespace
 
-std::vector<double> hiddenSeamCosts(const SeamMesh& mesh, const RunControl& control)
+std::vector<double> hiddenSeamCosts(const SeamMesh& mesh, std::span<const int> samples,
+                                    const RunControl& control)
 {
     const std::vector<double> visibility =
-        vertexVisibility(mesh.positions, mesh.triangles, control);
+        vertexVisibility(mesh.positions, mesh.triangles, samples, control);
     std::vector<double> costs(mesh.lengths.size());
     for (int e = 0; e < mesh.edgeCount(); ++e) {
         const auto i = static_cast<std::size_t>(e);

@@ -3,6 +3,7 @@
 #include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/seams/SeamMesh.h"
 
+#include <span>
 #include <vector>
 
 namespace unfold3d
@@ -12,6 +13,7 @@ namespace unfold3d
 /// about a quarter to two. Cheap is where few look (seams/Visibility.h) and along creases, the more
 /// so in a valley; dear are edges in the open, and edges across flat places, which most often are
 /// the inner diagonals of polygons. Throws Stopped.
-std::vector<double> hiddenSeamCosts(const SeamMesh& mesh, const RunControl& control);
+std::vector<double> hiddenSeamCosts(const SeamMesh& mesh, std::span<const int> samples,
+                                    const RunControl& control);
 
 } // namespace unfold3d

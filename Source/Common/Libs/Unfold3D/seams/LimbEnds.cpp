@@ -29,9 +29,8 @@ std::vector<int> limbEnds(const SeamDraft& draft, SeamForecaster& forecaster)
             ends.push_back(v);
             countOfPart[at(draft.parts.ofVertex[at(v)])] = 1;
         }
-    const std::vector<double> u = forecaster.factors(draft);
-    for (const FactorPeak& peak : factorPeaks(forecaster.graph(), u, forecaster.areas()))
-        if (u[at(peak.vertex)] < tipFactor &&
+    for (const FactorPeak& peak : forecaster.peaksOf(forecaster.factors(draft)))
+        if (peak.strain < tipFactor &&
             ++countOfPart[at(draft.parts.ofVertex[at(peak.vertex)])] <= mostTips)
             ends.push_back(peak.vertex);
     for (int v = 0; v < draft.mesh.vertexCount(); ++v)

@@ -13,10 +13,10 @@ namespace unfold3d
 /// which all that happens on them is measured.
 struct MeshParts
 {
-    std::vector<int> ofTriangle;   ///< [triangle]
-    std::vector<int> ofVertex;     ///< [vertex] one of its parts where it stands on a seam
-    std::vector<double> areas;     ///< [part] above 0 even for a part without area
-    std::vector<double> diagonals; ///< [part] of its box; above 0
+    std::vector<int> ofTriangle; ///< [triangle]
+    std::vector<int> ofVertex;   ///< [vertex] one of its parts where it stands on a seam
+    std::vector<double> areas;   ///< [part] above 0 even for a part without area
+    std::vector<double> sizes;   ///< [part] as seams/SurfaceExtent.h measures; above 0
 
     int count() const { return static_cast<int>(areas.size()); }
     /// Of an edge that has one part on both sides.

@@ -1,6 +1,8 @@
 #include "Unfold3D/seams/OrganicSeams.h"
 
+#include "Unfold3D/seams/AngleDefects.h"
 #include "Unfold3D/seams/ClosedParts.h"
+#include "Unfold3D/seams/CoarseMesh.h"
 #include "Unfold3D/seams/HiddenSeamCosts.h"
 #include "Unfold3D/seams/LimbEnds.h"
 #include "Unfold3D/seams/OpenPatches.h"
@@ -23,9 +25,11 @@ namespace
 /// The segment amount is taken in so many steps. Each lays its seams beside those of the step
 /// before, so that more of it never takes a seam away.
 constexpr int stepCount = 4;
-/// Energy that a seam as long as the diagonal has to win, at the first and the last step.
-constexpr double highestPrice = 0.1;
-constexpr double lowestPrice = 0.008;
+/// Energy that a seam as long as the part is large has to win, at the first and the last step.
+constexpr double highestPrice = 0.07;
+constexpr double lowestPrice = 0.006;
+/// What large meshes are made coarse to, where a few thousand vertices tell enough.
+constexpr int mostVertices = 6000;
 /// From this step on limbs are cut off, those that are this many diameters long at it, and those at
 /// the last step.
 constexpr int firstStepWithLimbs = 1;
@@ -38,14 +42,14 @@ constexpr double fewestForecasts = 6.0;
 constexpr double mostForecasts = 40.0;
 constexpr double shareOfLaterSteps = 0.4;
 
-GrowthOptions growthOptions(const SeamMesh& mesh, int step)
+GrowthOptions growthOptions(int vertexCount, int step)
 {
     GrowthOptions options;
     options.price =
         highestPrice * std::pow(lowestPrice / highestPrice, static_cast<double>(step) / stepCount);
     const double budget = verticesToForecast * (step == 0 ? 1.0 : shareOfLaterSteps);
     options.growthForecasts = static_cast<int>(
-        std::clamp(budget / std::max(mesh.vertexCount(), 1), fewestForecasts, mostForecasts));
+        std::clamp(budget / std::max(vertexCount, 1), fewestForecasts, mostForecasts));
     options.pruningForecasts = options.growthForecasts / 2;
     return options;
 }
@@ -74,14 +78,13 @@ bool isFlat(const SeamMesh& mesh, std::span<const double> angleDefects, std::spa
 }
 
 /// Makes disks of all patches; only flat ones keep their holes.
-void openAll(SeamDraft& draft, const SeamForecaster& forecaster, const RunControl& control)
+void openAll(SeamDraft& draft, std::span<const double> defects, const RunControl& control)
 {
     PatchOpener opener(draft.mesh, draft.pathCosts, draft.isSeam, control);
     const std::vector<char> isCut = draft.cutVertices();
     const Patches patches = findPatches(draft.mesh, draft.isSeam);
     for (int patch = 0; patch < patches.count(); ++patch) {
-        opener.keepFlatHoles(
-            isFlat(draft.mesh, forecaster.angleDefects(), isCut, patches.triangles[patch]));
+        opener.keepFlatHoles(isFlat(draft.mesh, defects, isCut, patches.triangles[patch]));
         opener.open(patches.triangles[patch]);
     }
     draft.parts = findParts(draft.mesh, draft.isSeam);
@@ -94,8 +97,10 @@ std::vector<char> organicSeams(const SeamMesh& mesh, const OrganicOptions& optio
 {
     const int lastStep =
         static_cast<int>(std::lround(stepCount * std::clamp(options.segmentAmount, 0.0, 1.0)));
-    SeamDraft draft(mesh, hiddenSeamCosts(mesh, control));
-    SeamForecaster forecaster(mesh, control);
+    const CoarseMesh coarse = coarsened(mesh.positions, mesh.triangles, mostVertices, control);
+    SeamDraft draft(mesh, hiddenSeamCosts(mesh, coarse.vertexOf, control));
+    SeamForecaster forecaster(mesh, coarse, control);
+    const std::vector<double> defects = angleDefects(mesh);
     control.setProgress(0.1);
     DistanceBands bands;
     if (options.usePipesCutter || lastStep >= firstStepWithLimbs)
@@ -106,8 +111,8 @@ std::vector<char> organicSeams(const SeamMesh& mesh, const OrganicOptions& optio
     for (int step = 0; step <= lastStep; ++step) {
         if (step >= firstStepWithLimbs)
             layTubeRings(draft, bands, limbOptions(step), control);
-        openAll(draft, forecaster, control);
-        const GrowthOptions growth = growthOptions(mesh, step);
+        openAll(draft, defects, control);
+        const GrowthOptions growth = growthOptions(forecaster.vertexCount(), step);
         growSeams(draft, forecaster, growth, control);
         shortenSeams(draft, control);
         pruneSeams(draft, forecaster, growth, control);

@@ -14,7 +14,7 @@ namespace unfold3d
 /// Seams in the making, and what the stages that make them share.
 struct SeamDraft
 {
-    /// costs  [edge] of a seam along it, in diagonals of the mesh
+    /// costs  [edge] of a seam along it, in sizes of the mesh
     SeamDraft(const SeamMesh& surface, std::vector<double> costsOfEdges)
         : mesh(surface), costs(std::move(costsOfEdges)), isSeam(costs.size(), 0),
           mayGo(costs.size(), 0), isTip(surface.positions.size(), 0),

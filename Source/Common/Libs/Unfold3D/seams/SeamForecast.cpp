@@ -13,21 +13,17 @@ std::size_t at(int index)
 
 /// For each part the factor at which it keeps its size: the mean that is best for the energy, by
 /// reweighting.
-std::vector<double> partLevels(const SeamMesh& mesh, const MeshParts& parts,
-                               std::span<const double> u)
+std::vector<double> partLevels(const PartShares& shares, int partCount, std::span<const double> u)
 {
     constexpr int rounds = 4;
-    std::vector<double> levels(at(parts.count()), 0.0);
+    std::vector<double> levels(at(partCount), 0.0);
     for (int round = 0; round < rounds; ++round) {
         std::vector<double> sums(levels.size(), 0.0);
         std::vector<double> weights(levels.size(), 0.0);
-        for (int t = 0; t < mesh.triangleCount(); ++t) {
-            const std::size_t part = at(parts.ofTriangle[at(t)]);
-            for (const int v : mesh.triangles[at(t)]) {
-                const double weight = mesh.areas[at(t)] * strainWeight(u[at(v)] - levels[part]);
-                sums[part] += weight * u[at(v)];
-                weights[part] += weight;
-            }
+        for (const auto& [vertex, part, area] : shares.shares) {
+            const double weight = area * strainWeight(u[at(vertex)] - levels[at(part)]);
+            sums[at(part)] += weight * u[at(vertex)];
+            weights[at(part)] += weight;
         }
         for (std::size_t part = 0; part < levels.size(); ++part)
             levels[part] = weights[part] > 0.0 ? sums[part] / weights[part] : 0.0;
@@ -37,34 +33,46 @@ std::vector<double> partLevels(const SeamMesh& mesh, const MeshParts& parts,
 
 } // namespace
 
-SeamForecaster::SeamForecaster(const SeamMesh& mesh, const RunControl& control)
-    : mesh_(mesh), control_(control), factor_(mesh.positions, mesh.triangles),
-      graph_(vertexGraph(mesh.triangles, mesh.vertexCount()))
+SeamForecaster::SeamForecaster(const SeamMesh& mesh, const CoarseMesh& coarse,
+                               const RunControl& control)
+    : mesh_(mesh), control_(control), coarse_(coarse),
+      factor_(coarse_.positions, coarse_.triangles),
+      graph_(vertexGraph(coarse_.triangles, coarse_.vertexCount()))
 {}
 
 std::vector<double> SeamForecaster::factors(const SeamDraft& draft)
 {
-    return factor_.solve(draft.cutVertices(), control_);
+    const std::vector<char> isCut = draft.cutVertices();
+    std::vector<char> isCutHere(coarse_.positions.size(), 0);
+    for (std::size_t v = 0; v < isCut.size(); ++v)
+        if (isCut[v])
+            isCutHere[at(coarse_.coarseOf[v])] = 1;
+    return factor_.solve(isCutHere, control_);
 }
 
-SeamForecast SeamForecaster::forecast(const SeamDraft& draft)
+SeamForecast SeamForecaster::forecast(const SeamDraft& draft, const PartShares& shares)
 {
     const std::vector<double> u = factors(draft);
     const MeshParts& parts = draft.parts;
-    const std::vector<double> levels = partLevels(mesh_, parts, u);
+    const std::vector<double> levels = partLevels(shares, parts.count(), u);
 
     SeamForecast result;
     result.strain.assign(u.size(), 0.0);
     result.energies.assign(at(parts.count()), 4.0);
-    for (int t = 0; t < mesh_.triangleCount(); ++t) {
-        const std::size_t part = at(parts.ofTriangle[at(t)]);
-        const double share = mesh_.areas[at(t)] / (3.0 * parts.areas[part]);
-        for (const int v : mesh_.triangles[at(t)]) {
-            result.strain[at(v)] = u[at(v)] - levels[part];
-            result.energies[part] += share * strainExcess(u[at(v)] - levels[part]);
-        }
-    }
+    for (const auto& [vertex, part, area] : shares.shares)
+        result.energies[at(part)] +=
+            area / parts.areas[at(part)] * strainExcess(u[at(vertex)] - levels[at(part)]);
+    for (std::size_t v = 0; v < u.size(); ++v)
+        result.strain[v] = u[v] - levels[at(parts.ofVertex[at(coarse_.vertexOf[v])])];
     return result;
+}
+
+std::vector<FactorPeak> SeamForecaster::peaksOf(std::span<const double> values) const
+{
+    std::vector<FactorPeak> peaks = factorPeaks(graph_, values, factor_.areas());
+    for (FactorPeak& peak : peaks)
+        peak.vertex = vertexOf(peak.vertex);
+    return peaks;
 }
 
 } // namespace unfold3d

@@ -44,21 +44,22 @@ public:
     SeamGrower(SeamDraft& draft, SeamForecaster& forecaster, const GrowthOptions& options,
                RunControl& control)
         : draft_(draft), mesh_(draft.mesh), forecaster_(forecaster), options_(options),
-          control_(control), noWalls_(draft.isSeam.size(), 0),
-          paths_(mesh_, draft.pathCosts, noWalls_), isCut_(draft.cutVertices()),
-          isBanned_(mesh_.positions.size(), 0), isCareful_(at(draft.parts.count()), 0)
+          control_(control), shares_(forecaster.sharesOf(draft.parts)),
+          noWalls_(draft.isSeam.size(), 0), paths_(mesh_, draft.pathCosts, noWalls_),
+          isCut_(draft.cutVertices()), isBanned_(mesh_.positions.size(), 0),
+          isCareful_(at(draft.parts.count()), 0)
     {}
 
     void run()
     {
-        SeamForecast now = forecaster_.forecast(draft_);
+        SeamForecast now = forecaster_.forecast(draft_, shares_);
         std::vector<double> worth = objectives(draft_, now, options_);
         for (int spent = 1; spent < options_.growthForecasts; ++spent) {
             const std::vector<Attempt> attempts = attemptAll(now);
             if (std::all_of(attempts.begin(), attempts.end(),
                             [](const Attempt& a) { return a.tips.empty(); }))
                 break;
-            const SeamForecast next = forecaster_.forecast(draft_);
+            const SeamForecast next = forecaster_.forecast(draft_, shares_);
             const std::vector<double> after = objectives(draft_, next, options_);
             std::vector<char> isBetter(worth.size(), 0);
             for (std::size_t part = 0; part < worth.size(); ++part) {
@@ -101,9 +102,7 @@ private:
     {
         std::vector<int> seen(at(draft_.parts.count()), 0);
         std::vector<Tip> tips;
-        for (const FactorPeak& peak :
-             factorPeaks(forecaster_.graph(), now.strain, forecaster_.areas()))
-        {
+        for (const FactorPeak& peak : forecaster_.peaksOf(now.strain)) {
             const int part = draft_.parts.ofVertex[at(peak.vertex)];
             const double gain = expectedShare * peak.excess / draft_.parts.areas[at(part)];
             if (isBanned_[at(peak.vertex)] || isCut_[at(peak.vertex)] ||
@@ -111,7 +110,7 @@ private:
                 continue;
             const bool isUrgent = now.energies[at(part)] > options_.highEnergy;
             const double price = priceOf(draft_.costOf(wayToCut(peak.vertex)),
-                                         draft_.parts.diagonals[at(part)], options_) /
+                                         draft_.parts.sizes[at(part)], options_) /
                                  (isUrgent ? 5.0 : 1.0);
             if (gain > price)
                 tips.push_back({peak.vertex, part, gain - price});
@@ -154,7 +153,7 @@ private:
             if (isBetter[part])
                 now.energies[part] = next.energies[part];
         for (std::size_t v = 0; v < now.strain.size(); ++v)
-            if (isBetter[at(draft_.parts.ofVertex[v])])
+            if (isBetter[at(draft_.parts.ofVertex[at(forecaster_.vertexOf(static_cast<int>(v)))])])
                 now.strain[v] = next.strain[v];
     }
 
@@ -163,6 +162,7 @@ private:
     SeamForecaster& forecaster_;
     const GrowthOptions& options_;
     RunControl& control_;
+    const PartShares shares_;
     std::vector<char> noWalls_; ///< [edge] searches end at the first cut vertex anyway
     CheapestPaths paths_;
     std::vector<char> isCut_;     ///< [vertex]

@@ -1,9 +1,13 @@
 #include "Unfold3D/seams/SeamMesh.h"
 
 #include "Unfold3D/mesh/Winding.h"
+#include "Unfold3D/seams/CanonicalOrder.h"
+#include "Unfold3D/seams/SurfaceExtent.h"
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <span>
 #include <utility>
 
 namespace unfold3d
@@ -17,8 +21,8 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-/// Height of a triangle, as a share of the diagonal, below which its normal is rounding rather than
-/// shape: positions that went through floats are off by up to 1e-7 of the diagonal, which turns the
+/// Height of a triangle, as a share of the size, below which its normal is rounding rather than
+/// shape: positions that went through floats are off by up to 1e-7 of the size, which turns the
 /// normal of such a triangle by a thousandth.
 constexpr double noNormalHeight = 1e-4;
 
@@ -132,16 +136,65 @@ void takePositions(const ImportedMesh& imported, SeamMesh& mesh)
         low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
         high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
     }
-    // The side first: the diagonal of a huge box overflows.
-    const Vec3 extent = high - low;
-    const double side = std::max({extent.x, extent.y, extent.z});
+    // By the box first: squares of huge numbers overflow.
+    const Vec3 box = high - low;
+    const double side = std::max({box.x, box.y, box.z});
     const double shrink = side > 0.0 ? 1.0 / side : 1.0;
-    const Vec3 middle = low + 0.5 * extent;
-    const double diagonal = side > 0.0 ? length(shrink * extent) : 1.0;
+    const Vec3 boxMiddle = low + 0.5 * box;
     mesh.positions.reserve(mesh.importedVertex.size());
     for (const int v : mesh.importedVertex)
-        mesh.positions.push_back((1.0 / diagonal) *
-                                 (shrink * (imported.positions[at(v)] - middle)));
+        mesh.positions.push_back(shrink * (imported.positions[at(v)] - boxMiddle));
+    std::vector<int> all(mesh.triangles.size());
+    std::iota(all.begin(), all.end(), 0);
+    const SurfaceExtent extent = extentOf(mesh.positions, mesh.triangles, all);
+    const double scale = extent.size > 0.0 ? 1.0 / extent.size : 1.0;
+    for (Vec3& p : mesh.positions)
+        p = scale * (p - extent.middle);
+}
+
+template <class T>
+std::vector<T> inOrder(const std::vector<T>& items, std::span<const int> itemAt)
+{
+    std::vector<T> ordered;
+    ordered.reserve(itemAt.size());
+    for (const int item : itemAt)
+        ordered.push_back(items[at(item)]);
+    return ordered;
+}
+
+/// Numbers vertices and triangles anew.
+void putInOrder(SeamMesh& mesh)
+{
+    CanonicalOrder order =
+        canonicalOrder(mesh.positions, mesh.isOnBorder, mesh.triangles, mesh.twin);
+    std::vector<int> vertexAt(mesh.positions.size());
+    for (std::size_t v = 0; v < vertexAt.size(); ++v)
+        vertexAt[at(order.placeOf[v])] = static_cast<int>(v);
+    std::vector<int> newHalf(mesh.twin.size());
+    std::vector<Triangle> triangles;
+    triangles.reserve(mesh.triangles.size());
+    for (int t = 0; t < mesh.triangleCount(); ++t) {
+        Triangle& ordered = triangles.emplace_back();
+        for (int i = 0; i < 3; ++i) {
+            const int h = 3 * order.triangleAt[at(t)] + (order.firstCorner[at(t)] + i) % 3;
+            ordered[at(i)] = order.placeOf[at(mesh.originOf(h))];
+            newHalf[at(h)] = 3 * t + i;
+        }
+    }
+    std::vector<int> twin(mesh.twin.size());
+    for (std::size_t h = 0; h < twin.size(); ++h)
+        twin[at(newHalf[h])] = mesh.twin[h] < 0 ? -1 : newHalf[at(mesh.twin[h])];
+    for (int& h : mesh.torn)
+        h = newHalf[at(h)];
+    std::sort(mesh.torn.begin(), mesh.torn.end());
+    mesh.triangles = std::move(triangles);
+    mesh.twin = std::move(twin);
+    mesh.firstCorner = std::move(order.firstCorner);
+    mesh.importedTriangle = inOrder(mesh.importedTriangle, order.triangleAt);
+    mesh.isTurned = inOrder(mesh.isTurned, order.triangleAt);
+    mesh.importedVertex = inOrder(mesh.importedVertex, vertexAt);
+    mesh.isOnBorder = inOrder(mesh.isOnBorder, vertexAt);
+    mesh.positions = inOrder(mesh.positions, vertexAt);
 }
 
 /// The half-edge of a triangle that is longest.
@@ -239,9 +292,12 @@ SeamMesh makeSeamMesh(const ImportedMesh& imported, const RunControl& control)
     orient(imported.vertexCount(), mesh);
     control.checkpoint();
     partFans(mesh);
-    numberEdges(mesh);
     control.checkpoint();
     takePositions(imported, mesh);
+    control.checkpoint();
+    putInOrder(mesh);
+    control.checkpoint();
+    numberEdges(mesh);
     listSpokes(mesh);
     control.checkpoint();
     measureTriangles(mesh);

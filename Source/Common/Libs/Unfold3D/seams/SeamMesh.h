@@ -28,15 +28,19 @@ struct Spoke
 /// face the same side; all else is border, edges with more than two triangles included. So the
 /// surface is manifold and oriented.
 ///
+/// Vertices and triangles stand in the order of seams/CanonicalOrder.h.
+///
 /// Half-edges as in mesh/HalfEdges.h: 3 t + i runs from corner i of triangle t to the next.
 struct SeamMesh
 {
-    std::vector<Vec3> positions;       ///< [vertex] the box around the mesh has its middle at the
-                                       ///< origin, and the diagonal 1
-    std::vector<Triangle> triangles;   ///< [triangle]
-    std::vector<int> importedVertex;   ///< [vertex] its number in the import
-    std::vector<int> importedTriangle; ///< [triangle] its number in the import, ascending
-    std::vector<char> isTurned;        ///< [triangle] wound otherwise than in the import
+    std::vector<Vec3> positions;     ///< [vertex] the surface has its middle at the origin and the
+                                     ///< size 1, as seams/SurfaceExtent.h measures
+    std::vector<Triangle> triangles; ///< [triangle]
+    std::vector<int> importedVertex; ///< [vertex] its number in the import
+    std::vector<int> importedTriangle; ///< [triangle] its number in the import
+    std::vector<char> firstCorner; ///< [triangle] its corner there that is corner 0 here, before
+                                   ///< it is turned
+    std::vector<char> isTurned;    ///< [triangle] wound otherwise than in the import
 
     std::vector<int> twin;        ///< [half-edge] the other half of its edge, -1 on the border
     std::vector<int> edgeOf;      ///< [half-edge] its edge, -1 on the border
@@ -81,9 +85,10 @@ struct SeamMesh
     /// corner, or to which it runs from there.
     int importedCorner(int h) const
     {
+        const auto t = static_cast<std::size_t>(h / 3);
         constexpr std::array<int, 3> turned{2, 1, 0};
-        return isTurned[static_cast<std::size_t>(h / 3)] ? turned[static_cast<std::size_t>(h % 3)]
-                                                         : h % 3;
+        const int corner = (h + firstCorner[t]) % 3;
+        return isTurned[t] ? turned[static_cast<std::size_t>(corner)] : corner;
     }
 };
 

@@ -37,8 +37,8 @@ std::vector<std::vector<int>> danglingEnds(const SeamDraft& draft, double share)
 }
 
 /// Tries to do without each of some ends, on all parts side by side.
-void tryWithout(const std::vector<std::vector<int>>& ends, SeamDraft& draft,
-                SeamForecaster& forecaster, const GrowthOptions& options,
+void tryWithout(const std::vector<std::vector<int>>& ends, const PartShares& shares,
+                SeamDraft& draft, SeamForecaster& forecaster, const GrowthOptions& options,
                 std::vector<double>& worth, int& spent)
 {
     std::vector<std::vector<std::size_t>> endsOfPart(worth.size());
@@ -53,7 +53,8 @@ void tryWithout(const std::vector<std::vector<int>>& ends, SeamDraft& draft,
         for (const auto& list : endsOfPart)
             if (round < list.size())
                 draft.set(ends[list[round]], false);
-        const std::vector<double> without = objectives(draft, forecaster.forecast(draft), options);
+        const std::vector<double> without =
+            objectives(draft, forecaster.forecast(draft, shares), options);
         for (std::size_t part = 0; part < worth.size(); ++part) {
             if (round >= endsOfPart[part].size())
                 continue;
@@ -70,10 +71,11 @@ void tryWithout(const std::vector<std::vector<int>>& ends, SeamDraft& draft,
 void pruneSeams(SeamDraft& draft, SeamForecaster& forecaster, const GrowthOptions& options,
                 RunControl& control)
 {
-    std::vector<double> worth = objectives(draft, forecaster.forecast(draft), options);
+    const PartShares shares = forecaster.sharesOf(draft.parts);
+    std::vector<double> worth = objectives(draft, forecaster.forecast(draft, shares), options);
     int spent = 1;
     for (const double share : {1.0, 0.5, 0.25}) {
-        tryWithout(danglingEnds(draft, share), draft, forecaster, options, worth, spent);
+        tryWithout(danglingEnds(draft, share), shares, draft, forecaster, options, worth, spent);
         control.approach(1.0, 0.2);
     }
 }

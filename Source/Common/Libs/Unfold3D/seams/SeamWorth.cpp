@@ -15,9 +15,9 @@ constexpr double objectiveStep = 1e-5;
 
 } // namespace
 
-double priceOf(double cost, double diagonal, const GrowthOptions& options)
+double priceOf(double cost, double size, const GrowthOptions& options)
 {
-    return options.price * cost / diagonal;
+    return options.price * cost / size;
 }
 
 std::vector<double> objectives(const SeamDraft& draft, const SeamForecast& forecast,
@@ -34,7 +34,7 @@ std::vector<double> objectives(const SeamDraft& draft, const SeamForecast& forec
         const double energy = forecast.energies[part];
         const double above = std::max(0.0, energy - options.highEnergy);
         const double sum = energy + (weightAboveLimit - 1.0) * above +
-                           priceOf(costs[part], parts.diagonals[part], options);
+                           priceOf(costs[part], parts.sizes[part], options);
         result.push_back(objectiveStep * std::round(sum / objectiveStep));
     }
     return result;

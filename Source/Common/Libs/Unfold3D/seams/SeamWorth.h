@@ -13,7 +13,7 @@ namespace unfold3d
 /// What growing and pruning weigh against each other.
 
 /// Price of seams of a part, in energy.
-double priceOf(double cost, double diagonal, const GrowthOptions& options);
+double priceOf(double cost, double size, const GrowthOptions& options);
 
 /// [part] the energy, with what is above the limit counted more, and the price of its seams. The
 /// lower the better.

@@ -1,6 +1,7 @@
 #include "Unfold3D/seams/SplitOverlaps.h"
 
 #include "Unfold3D/parameterisation/Border.h"
+#include "Unfold3D/seams/CoarseMesh.h"
 #include "Unfold3D/seams/LayoutOverlap.h"
 #include "Unfold3D/seams/PatchPaths.h"
 #include "Unfold3D/seams/PatchSurface.h"
@@ -22,6 +23,8 @@ namespace
 
 /// A patch that lies over itself with more of its area is cut.
 constexpr double mostOverlap = 0.1;
+/// Large patches are tried with about so many vertices: what is looked for is large as well.
+constexpr int trialVertices = 4000;
 /// Rounds of cuts; each can halve a patch.
 constexpr int mostRounds = 5;
 /// Share of the border between the two places that cuts don't begin at, beside either.
@@ -42,7 +45,8 @@ public:
           paths_(draft.mesh, patch, triangles, draft.pathCosts, draft.isSeam)
     {}
 
-    std::vector<int> cutBetween(int triangleA, int triangleB) const
+    /// Each of the two is given by its corners.
+    std::vector<int> cutBetween(const Triangle& triangleA, const Triangle& triangleB) const
     {
         const int a = borderPointBeside(triangleA);
         const int b = borderPointBeside(triangleB);
@@ -64,9 +68,8 @@ public:
 
 private:
     /// A point of the border near a triangle, on ways inside of the patch; -1 where there is none.
-    int borderPointBeside(int triangle) const
+    int borderPointBeside(const Triangle& corners) const
     {
-        const Triangle& corners = patch_.mesh.triangles[at(triangle)];
         std::vector<char> isGoal(patch_.vertices.size(), 0);
         for (int v = 0; v < patch_.mesh.vertexCount(); ++v)
             isGoal[at(v)] = static_cast<char>(paths_.isOnBorder(v));
@@ -147,14 +150,23 @@ private:
     {
         control_.checkpoint();
         const PatchSurface patch = takers_.local().take(triangles, draft_.isSeam);
-        const TrialUnfold trial = tryUnfoldFreely(patch.mesh, control_);
+        const CoarseMesh coarse =
+            coarsened(patch.mesh.positions, patch.mesh.triangles, trialVertices, control_);
+        const TrialUnfold trial =
+            tryUnfoldFreely(IslandMesh{coarse.positions, coarse.triangles}, control_);
         if (!trial.overlaps)
             return {};
-        const LayoutOverlap overlap = findOverlap(patch.mesh.triangles, trial.uv);
+        const LayoutOverlap overlap = findOverlap(coarse.triangles, trial.uv);
         if (overlap.share < mostOverlap)
             return {};
+        const auto corners = [&](int triangle) {
+            Triangle fine = coarse.triangles[at(triangle)];
+            for (int& v : fine)
+                v = coarse.vertexOf[at(v)];
+            return fine;
+        };
         return PatchSplitter(draft_, patch, triangles, control_)
-            .cutBetween(overlap.triangleA, overlap.triangleB);
+            .cutBetween(corners(overlap.triangleA), corners(overlap.triangleB));
     }
 
     SeamDraft& draft_;

@@ -5,6 +5,7 @@
 #include "Unfold3D/parameterisation/BorderCrossings.h"
 #include "Unfold3D/parameterisation/Flatten.h"
 #include "Unfold3D/parameterisation/Untangle.h"
+#include "Unfold3D/seams/CoarseMesh.h"
 #include "Unfold3D/seams/StitchLayout.h"
 #include "Unfold3D/start/FlatStart.h"
 #include "Unfold3D/start/StartDistortion.h"
@@ -75,10 +76,26 @@ TrialUnfold improved(const IslandMesh& patch, std::vector<Vec2> start, const Tri
     return minimised(patch, std::move(start), true, control);
 }
 
+/// What is larger is tried with about so many vertices first.
+constexpr int quickVertices = 2000;
+/// Whether a large patch comes out far above the limit even when it is made coarse, which takes
+/// strain away rather than adding to it.
+bool isHopeless(const IslandMesh& patch, const TrialLimits& limits, const RunControl& control)
+{
+    constexpr double farAbove = 0.02;
+    if (patch.vertexCount() < 2 * quickVertices || !std::isfinite(limits.most))
+        return false;
+    CoarseMesh coarse = coarsened(patch.positions, patch.triangles, quickVertices, control);
+    const IslandMesh few{std::move(coarse.positions), std::move(coarse.triangles)};
+    return tryUnfoldFreely(few, control).energy > limits.most + farAbove;
+}
+
 } // namespace
 
 TrialUnfold tryUnfold(const IslandMesh& patch, const TrialLimits& limits, const RunControl& control)
 {
+    if (isHopeless(patch, limits, control))
+        return noLayout();
     std::optional<FlatStart> start = FlatStartFinder(patch, control).next();
     return start ? improved(patch, std::move(start->uv), limits, control) : noLayout();
 }

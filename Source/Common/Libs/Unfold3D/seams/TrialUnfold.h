@@ -33,7 +33,9 @@ struct TrialLimits
 
 /// Lays a patch flat as Unfold does, with a border that is kept from crossing itself where that
 /// leaves a layout of use. Costs a few sparse factorisations, more where the border would cross;
-/// only a pass over the patch where it is flat. Throws Stopped.
+/// only a pass over the patch where it is flat. A large patch that comes out far above the limit
+/// when it is made coarse isn't looked at further. Every vertex has to be the middle of one fan of
+/// triangles. Throws Stopped.
 TrialUnfold tryUnfold(const IslandMesh& patch, const TrialLimits& limits,
                       const RunControl& control);
 

@@ -17,9 +17,8 @@ namespace unfold3d
 namespace
 {
 
-constexpr int directionCount = 48;
-/// Vertices to trace rays from: enough to find the folds of a body.
-constexpr int sampleCount = 6000;
+/// Rays from either side of a vertex.
+constexpr int directionCount = 24;
 /// Rounds in which a vertex takes the mean of itself and its neighbours.
 constexpr int smoothings = 3;
 
@@ -28,16 +27,33 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-/// Directions all around, evenly: a spiral by the golden angle.
+/// Directions over a half space whose normal is z, evenly: half of a spiral by the golden angle and
+/// its image behind the plane y = 0.
 std::array<Vec3, directionCount> evenDirections()
 {
     std::array<Vec3, directionCount> directions;
-    const double goldenAngle = std::numbers::pi * (3.0 - std::sqrt(5.0));
-    for (int i = 0; i < directionCount; ++i) {
-        const double z = 1.0 - (2.0 * i + 1.0) / directionCount;
+    for (int i = 0; i < directionCount / 2; ++i) {
+        const double z = (2.0 * i + 1.0) / directionCount;
         const double r = std::sqrt(1.0 - z * z);
-        directions[at(i)] = {r * std::cos(goldenAngle * i), r * std::sin(goldenAngle * i), z};
+        const double angle = std::numbers::pi * std::fmod(i / std::numbers::phi, 1.0);
+        directions[at(2 * i)] = {r * std::cos(angle), r * std::sin(angle), z};
+        directions[at(2 * i + 1)] = {r * std::cos(angle), -r * std::sin(angle), z};
     }
+    return directions;
+}
+
+/// The directions over a half space, laid about a vertex so that what it sees is the same however
+/// the surface is turned or mirrored: x lies as towards the origin.
+std::array<Vec3, directionCount> directionsAt(Vec3 position, Vec3 normal)
+{
+    Vec3 x = position - dot(position, normal) * normal;
+    if (length(x) <= 1e-9 * length(position))
+        x = cross(normal, std::abs(normal.x) < 0.5 ? Vec3{1.0, 0.0, 0.0} : Vec3{0.0, 1.0, 0.0});
+    x = (1.0 / std::max(length(x), 1e-300)) * x;
+    const Vec3 y = cross(normal, x);
+    std::array<Vec3, directionCount> directions = evenDirections();
+    for (Vec3& d : directions)
+        d = d.x * x + d.y * y + d.z * normal;
     return directions;
 }
 
@@ -60,26 +76,26 @@ std::vector<Vec3> vertexNormals(std::span<const Vec3> positions,
 
 constexpr double unknown = -1.0;
 
-/// Values of every so manieth vertex, the others unknown.
+/// Values of the samples, the others unknown.
 std::vector<double> sampleLight(std::span<const Vec3> positions,
-                                std::span<const Triangle> triangles, const RunControl& control)
+                                std::span<const Triangle> triangles, std::span<const int> samples,
+                                const RunControl& control)
 {
     const Occluder occluder(positions, triangles);
-    const std::array<Vec3, directionCount> directions = evenDirections();
     const std::vector<Vec3> normals = vertexNormals(positions, triangles);
-    const int vertexCount = static_cast<int>(positions.size());
-    const int step = std::max(1, vertexCount / sampleCount);
     std::vector<double> light(positions.size(), unknown);
-    tbb::parallel_for(tbb::blocked_range<int>(0, (vertexCount + step - 1) / step, 64),
-                      [&](const tbb::blocked_range<int>& range) {
+    tbb::parallel_for(tbb::blocked_range<std::size_t>(0, samples.size(), 64),
+                      [&](const tbb::blocked_range<std::size_t>& range) {
                           control.checkpoint();
-                          for (int i = range.begin(); i < range.end(); ++i) {
-                              const std::size_t v = at(i * step);
+                          for (std::size_t i = range.begin(); i < range.end(); ++i) {
+                              const std::size_t v = at(samples[i]);
                               if (normals[v] == Vec3{})
                                   continue;
-                              light[v] = std::max(
-                                  occluder.lightAt(positions[v], normals[v], directions),
-                                  occluder.lightAt(positions[v], -1.0 * normals[v], directions));
+                              const auto lightOn = [&](Vec3 normal) {
+                                  return occluder.lightAt(positions[v], normal,
+                                                          directionsAt(positions[v], normal));
+                              };
+                              light[v] = std::max(lightOn(normals[v]), lightOn(-1.0 * normals[v]));
                           }
                       });
     return light;
@@ -134,11 +150,12 @@ void smooth(const VertexGraph& graph, std::vector<double>& values)
 } // namespace
 
 std::vector<double> vertexVisibility(std::span<const Vec3> positions,
-                                     std::span<const Triangle> triangles, const RunControl& control)
+                                     std::span<const Triangle> triangles,
+                                     std::span<const int> samples, const RunControl& control)
 {
     if (triangles.empty())
         return std::vector<double>(positions.size(), 1.0);
-    std::vector<double> light = sampleLight(positions, triangles, control);
+    std::vector<double> light = sampleLight(positions, triangles, samples, control);
     const VertexGraph graph = vertexGraph(triangles, static_cast<int>(positions.size()));
     spread(graph, light, control);
     for (int round = 0; round < smoothings; ++round)
