@@ -2,6 +2,7 @@
 #include "Unfold3D/linear/DenseKernels.h"
 #include "Unfold3D/linear/EliminationOrder.h"
 #include "Unfold3D/linear/EliminationTree.h"
+#include "Unfold3D/linear/RefinedCholesky.h"
 
 #include <Eigen/Cholesky>
 #include <Eigen/Core>
@@ -9,6 +10,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <random>
 
 using namespace unfold3d;
@@ -108,6 +110,12 @@ void expectSolves(const VertexGraph& graph, int blockSize, unsigned seed)
     const Eigen::VectorXd expected = reference.llt().solve(right);
     for (Eigen::Index i = 0; i < expected.size(); ++i)
         ASSERT_NEAR(x[static_cast<std::size_t>(i)], expected[i], 1e-12);
+    if (blockSize == 1)
+        return;
+    std::copy(right.begin(), right.end(), x.begin());
+    RefinedCholesky(symbolic).solve(matrix, x, 1e-10, control);
+    for (Eigen::Index i = 0; i < expected.size(); ++i)
+        ASSERT_NEAR(x[static_cast<std::size_t>(i)], expected[i], 1e-8);
 }
 
 TEST(SparseCholesky, SolvesLikeADenseFactorisation)
@@ -150,6 +158,30 @@ TEST(SparseCholesky, ReplacesThePivotsOfASingularMatrix)
     EXPECT_LT((dense(symbolic, matrix) * solution - rightSide).norm(), 1e-10);
 }
 
+TEST(RefinedCholesky, SolvesWhatShortNumbersCannotHold)
+{
+    // A chain of stiff springs that a soft one holds: the soft one is lost beside them.
+    const VertexGraph graph = gridGraph(40, 1);
+    const SymbolicCholesky symbolic = analyse(graph);
+    BlockMatrix matrix(symbolic, 2);
+    for (std::size_t column = 0; column < 40; ++column)
+        for (int e = symbolic.columnOffsets[column]; e < symbolic.columnOffsets[column + 1]; ++e) {
+            const std::size_t row =
+                static_cast<std::size_t>(symbolic.entryRows[static_cast<std::size_t>(e)]);
+            for (const std::size_t c : {0U, 3U}) {
+                matrix.diagonal[4 * column + c] += 1e9;
+                matrix.diagonal[4 * row + c] += 1e9;
+                matrix.lower[4 * static_cast<std::size_t>(e) + c] = -1e9;
+            }
+        }
+    matrix.diagonal[0] += 1.0;
+    matrix.diagonal[3] += 1.0;
+    std::vector<double> x(80, 1.0); // pulls of 1 at 40 nodes that one spring of stiffness 1 bears
+    RefinedCholesky(symbolic).solve(matrix, x, 1e-3, RunControl());
+    for (const double value : x)
+        EXPECT_NEAR(value, 40.0, 1e-3);
+}
+
 TEST(SymbolicCholesky, CountsTheEntriesOfTheFactor)
 {
     for (const VertexGraph& graph : {gridGraph(12, 10), randomGraph(90, 300, 8)}) {
@@ -184,24 +216,49 @@ TEST(SymbolicCholesky, DissectionGivesTheSameOrderEveryTime)
     EXPECT_EQ(dissectionOrder(graph), dissectionOrder(graph));
 }
 
-TEST(DenseKernels, BothVectorWidthsGiveTheSameBits)
+TEST(SymbolicCholesky, OrdersSaveWork)
+{
+    const VertexGraph graph = gridGraph(60, 60);
+    std::vector<int> rowByRow(3600);
+    std::iota(rowByRow.begin(), rowByRow.end(), 0);
+    const double plain = followElimination(graph, rowByRow).tree.operations();
+    for (const auto& order : {minimumDegreeOrder(graph), dissectionOrder(graph)})
+        EXPECT_LT(followElimination(graph, order).tree.operations(), 0.5 * plain);
+}
+
+template <class Number>
+void expectSameBitsOfAllWidths()
 {
     std::mt19937 random(11);
-    std::uniform_real_distribution<double> entry(-1.0, 1.0);
-    constexpr int height = 203;
-    constexpr int columns = 151;
-    std::vector<double> panel(static_cast<std::size_t>(height) * columns);
-    for (double& value : panel)
-        value = entry(random);
-    for (std::size_t j = 0; j < columns; ++j)
-        panel[j * height + j] = 100.0;
-    const std::vector<double> diagonal(columns, 100.0);
-    std::vector<double> other = panel;
-    DenseKernels wide(DenseKernels::Width::Wide);
-    DenseKernels baseline(DenseKernels::Width::Baseline);
-    EXPECT_EQ(wide.factorise(panel.data(), height, columns, diagonal), 0);
-    EXPECT_EQ(baseline.factorise(other.data(), height, columns, diagonal), 0);
-    EXPECT_EQ(panel, other);
+    std::uniform_real_distribution<Number> entry(-1, 1);
+    for (const auto& [height, columns] : {std::pair{203, 151}, {40, 6}, {9, 9}, {300, 17}}) {
+        std::vector<Number> panel(static_cast<std::size_t>(height * columns));
+        std::generate(panel.begin(), panel.end(), [&] { return entry(random); });
+        for (int j = 0; j < columns; ++j)
+            panel[static_cast<std::size_t>(j * height + j)] = 100;
+        const std::vector<Number> diagonal(static_cast<std::size_t>(columns), 100);
+        std::vector<std::vector<Number>> results;
+        using Kernels = DenseKernels<Number>;
+        for (const auto width :
+             {Kernels::Width::Baseline, Kernels::Width::Wide, Kernels::Width::Widest})
+        {
+            Kernels kernels(width);
+            std::vector<Number>& result = results.emplace_back(panel);
+            EXPECT_EQ(kernels.factorise(result.data(), height, columns, diagonal), 0);
+            std::vector<Number> x(static_cast<std::size_t>(height), 1);
+            Number* const below = x.data() + columns;
+            kernels.solveForward(result.data(), height, columns, x.data(), below);
+            kernels.solveBackward(result.data(), height, columns, x.data(), below);
+            result.insert(result.end(), x.begin(), x.end());
+            EXPECT_EQ(result, results.front());
+        }
+    }
+}
+
+TEST(DenseKernels, AllVectorWidthsGiveTheSameBits)
+{
+    expectSameBitsOfAllWidths<double>();
+    expectSameBitsOfAllWidths<float>();
 }
 
 } // namespace

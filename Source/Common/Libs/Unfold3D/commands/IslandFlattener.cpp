@@ -56,6 +56,7 @@ FlattenAttempt IslandFlattener::flattenFrom(FlatStart& start)
     turnToExpectedSide(mesh_, oldLayout_, start.uv);
     const double begin = done_;
     done_ += progressOfAttempt * (1.0 - done_);
+    options_.eliminationOrder = starts_.eliminationOrder();
     FlattenResult flat =
         flatten(mesh_, std::move(start.uv), options_, control_,
                 [&](double fraction) { progress_(begin + fraction * (done_ - begin)); });

@@ -7,6 +7,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace unfold3d
@@ -30,10 +31,9 @@ class IslandFlattener
 {
 public:
     /// All are kept by reference. The result is turned as the old layout was; that may be empty.
-    IslandFlattener(const IslandMesh& mesh, std::span<const Vec2> oldLayout,
-                    const FlattenOptions& options, const RunControl& control,
-                    const std::function<void(double)>& progress)
-        : mesh_(mesh), oldLayout_(oldLayout), options_(options), control_(control),
+    IslandFlattener(const IslandMesh& mesh, std::span<const Vec2> oldLayout, FlattenOptions options,
+                    const RunControl& control, const std::function<void(double)>& progress)
+        : mesh_(mesh), oldLayout_(oldLayout), options_(std::move(options)), control_(control),
           progress_(progress), starts_(mesh, control)
     {}
 
@@ -49,7 +49,7 @@ private:
 
     const IslandMesh& mesh_;
     std::span<const Vec2> oldLayout_;
-    const FlattenOptions& options_;
+    FlattenOptions options_;
     const RunControl& control_;
     const std::function<void(double)>& progress_;
     FlatStartFinder starts_;

@@ -22,11 +22,18 @@ constexpr int smallestDissected = 64;
 std::vector<int> minimumDegreeOrder(const VertexGraph& graph)
 {
     const int n = graph.size();
+    // A row without an entry on the diagonal would count as full.
+    const auto entryCount = graph.neighbours.size() + static_cast<std::size_t>(n);
     Eigen::SparseMatrix<double> pattern(n, n);
-    pattern.resizeNonZeros(static_cast<Eigen::Index>(graph.neighbours.size()));
-    std::copy(graph.offsets.begin(), graph.offsets.end(), pattern.outerIndexPtr());
-    std::copy(graph.neighbours.begin(), graph.neighbours.end(), pattern.innerIndexPtr());
-    std::fill_n(pattern.valuePtr(), graph.neighbours.size(), 1.0);
+    pattern.resizeNonZeros(static_cast<Eigen::Index>(entryCount));
+    int* entry = pattern.innerIndexPtr();
+    for (int node = 0; node < n; ++node) {
+        pattern.outerIndexPtr()[node] = static_cast<int>(entry - pattern.innerIndexPtr());
+        *entry++ = node;
+        entry = std::copy(graph.of(node).begin(), graph.of(node).end(), entry);
+    }
+    pattern.outerIndexPtr()[n] = static_cast<int>(entryCount);
+    std::fill_n(pattern.valuePtr(), entryCount, 1.0);
     Eigen::PermutationMatrix<Eigen::Dynamic, Eigen::Dynamic, int> order;
     Eigen::internal::minimum_degree_ordering(pattern, order);
     return {order.indices().data(), order.indices().data() + n};

@@ -1,11 +1,15 @@
 #pragma once
 
+#include "Unfold3D/base/LargeBuffer.h"
 #include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/base/Vec.h"
 #include "Unfold3D/linear/DenseKernels.h"
 #include "Unfold3D/linear/SymbolicCholesky.h"
 
+#include <limits>
+#include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace unfold3d
@@ -36,34 +40,62 @@ inline void addProduct(double* block, double factor, Vec2 left, Vec2 right)
     block[3] += scaled.y * right.y;
 }
 
+/// Where a factor lies. Two factorisations may share it when only one factor is needed at a time.
+struct FactorMemory
+{
+    LargeBuffer panels;    ///< the factor: a dense block of whole columns for each supernode
+    LargeBuffer stacks[2]; ///< updates that wait for their parent, of supernodes of even and odd
+                           ///< depth, so that an update is never beside those it is made of
+};
+
 /// Multifrontal Cholesky factorisation (Duff and Reid 1983, Liu 1992) of symmetric positive
 /// (semi)definite matrices. Keeps the analysis by reference and its storage between factorisations.
+/// With float as Number, the factor takes half the memory and nearly half the time, and is good to
+/// few digits.
 ///
 /// One thread; the same bits on every run and machine.
-class SparseCholesky
+template <class Number>
+class MultifrontalCholesky
 {
 public:
-    explicit SparseCholesky(const SymbolicCholesky& symbolic) : symbolic_(symbolic) {}
+    explicit MultifrontalCholesky(
+        const SymbolicCholesky& symbolic,
+        std::shared_ptr<FactorMemory> memory = std::make_shared<FactorMemory>())
+        : symbolic_(symbolic), memory_(std::move(memory))
+    {}
 
     /// Factorises; looks at `control` between fronts and throws Stopped when asked to, after which
     /// factorise() has to be called again. Returns how many pivots had to be replaced because
-    /// rounding left nothing of them: 0 for a matrix that is well conditioned.
-    int factorise(const BlockMatrix& matrix, const RunControl& control);
+    /// rounding left nothing of them: 0 for a matrix that is well conditioned. Gives up once these
+    /// are more than `mostReplaced`.
+    int factorise(const BlockMatrix& matrix, const RunControl& control,
+                  int mostReplaced = std::numeric_limits<int>::max());
 
     /// Solves in place. values [column * blockSize + component], in the order of elimination.
     void solve(std::span<double> values) const;
 
 private:
+    struct Front;
     template <int blockSize>
-    int factoriseBlocks(const BlockMatrix& matrix, const RunControl& control);
+    int factoriseBlocks(const BlockMatrix& matrix, const RunControl& control, int mostReplaced);
     template <int blockSize>
-    void solveBlocks(std::span<double> values) const;
+    int eliminate(const BlockMatrix& matrix, int supernode);
+    template <int blockSize>
+    void addUpdate(const Number* update, std::span<const int> rows, const Front& front);
+    template <int blockSize>
+    void solveBlocks(std::span<Number> values) const;
 
     const SymbolicCholesky& symbolic_;
     int blockSize_ = 0;
-    DenseKernels kernels_;
-    std::vector<double> panels_; ///< the factor: a dense block of whole columns for each supernode
-    std::vector<double> stack_;  ///< updates that wait for their parent
+    DenseKernels<Number> kernels_;
+    std::shared_ptr<FactorMemory> memory_;
+    std::size_t stackTops_[2] = {};
+    std::vector<int> waiting_;      ///< supernodes whose updates wait
+    std::vector<int> placeInFront_; ///< [column]
+    std::vector<Number> pivotSizes_;
+    std::vector<int> places_;
 };
+
+using SparseCholesky = MultifrontalCholesky<double>;
 
 } // namespace unfold3d

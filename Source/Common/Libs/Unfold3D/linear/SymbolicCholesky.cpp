@@ -14,7 +14,7 @@ namespace
 {
 
 /// From here on the time of the dissection is paid back by any factorisation.
-constexpr int smallestAlwaysDissected = 50'000;
+constexpr int smallestAlwaysDissected = 100'000;
 /// Minimum degree is known to do well when it needs fewer than this many multiplications per
 /// n^1.5, the growth of the best orders of a mesh.
 constexpr double operationsOfGoodOrder = 25.0;
@@ -123,29 +123,40 @@ void collectRows(SymbolicCholesky& symbolic)
     }
 }
 
-void measureFactor(SymbolicCholesky& symbolic)
+void measurePanels(SymbolicCholesky& symbolic)
+{
+    symbolic.panelOffsets.assign(1, 0);
+    for (int s = 0; s < symbolic.supernodeCount(); ++s) {
+        const std::size_t columns = at(symbolic.columnCount(s));
+        const std::size_t height = columns + symbolic.rowsOf(s).size();
+        symbolic.panelOffsets.push_back(symbolic.panelOffsets.back() + columns * height);
+        for (std::size_t j = 0; j < columns; ++j) {
+            const double rest = static_cast<double>(height - j);
+            symbolic.operations += rest * rest;
+        }
+    }
+}
+
+void measureStacks(SymbolicCholesky& symbolic)
 {
     const int count = symbolic.supernodeCount();
-    symbolic.panelOffsets.assign(1, 0);
-    std::vector<std::size_t> waiting; // squares of the rows of supernodes whose parent is to come
-    std::vector<int> waitingParent;
-    std::size_t stack = 0;
+    symbolic.isOddDepth.assign(at(count), 0);
+    for (int s = count - 1; s >= 0; --s)
+        if (const int above = symbolic.parent[at(s)]; above >= 0)
+            symbolic.isOddDepth[at(s)] = static_cast<char>(1 - symbolic.isOddDepth[at(above)]);
+
+    const auto updateSize = [&](int s) {
+        return symbolic.rowsOf(s).size() * symbolic.rowsOf(s).size();
+    };
+    std::vector<int> waiting; // supernodes whose parent is to come
+    std::size_t stacks[2] = {};
     for (int s = 0; s < count; ++s) {
-        const std::size_t columns = at(symbolic.columnCount(s));
-        const std::size_t rows = symbolic.rowsOf(s).size();
-        symbolic.panelOffsets.push_back(symbolic.panelOffsets.back() + columns * (columns + rows));
-        stack += rows * rows;
-        symbolic.stackPeak = std::max(symbolic.stackPeak, stack);
-        for (; !waiting.empty() && waitingParent.back() == s; waitingParent.pop_back()) {
-            stack -= waiting.back();
-            waiting.pop_back();
-        }
-        waiting.push_back(rows * rows);
-        waitingParent.push_back(symbolic.parent[at(s)]);
-        for (std::size_t j = 0; j < columns; ++j) {
-            const double height = static_cast<double>(columns + rows - j);
-            symbolic.operations += height * height;
-        }
+        const std::size_t own = at(symbolic.isOddDepth[at(s)]);
+        stacks[own] += updateSize(s);
+        symbolic.stackPeaks[own] = std::max(symbolic.stackPeaks[own], stacks[own]);
+        for (; !waiting.empty() && symbolic.parent[at(waiting.back())] == s; waiting.pop_back())
+            stacks[1 - own] -= updateSize(waiting.back());
+        waiting.push_back(s);
     }
 }
 
@@ -161,7 +172,8 @@ SymbolicCholesky describe(OrderedGraph ordered)
     symbolic.newOfOld = inverted(symbolic.oldOfNew);
     layOutEntries(renumbered(ordered.graph, newOfOrdered), symbolic);
     collectRows(symbolic);
-    measureFactor(symbolic);
+    measurePanels(symbolic);
+    measureStacks(symbolic);
     return symbolic;
 }
 

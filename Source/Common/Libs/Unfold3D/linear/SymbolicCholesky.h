@@ -24,6 +24,8 @@ namespace unfold3d
 ///   rowOffsets          [supernode + 1]  where its list of rows begins
 ///   rows                [...]            the rows below the columns of a supernode, ascending
 ///   panelOffsets        [supernode + 1]  where its dense block begins, in blocks (nodes squared)
+///   isOddDepth          [supernode]      whether it is an odd number of steps below a root; the
+///                                        updates of these wait on a stack of their own
 struct SymbolicCholesky
 {
     std::vector<int> oldOfNew;
@@ -35,8 +37,9 @@ struct SymbolicCholesky
     std::vector<int> rowOffsets;
     std::vector<int> rows;
     std::vector<std::size_t> panelOffsets;
-    std::size_t stackPeak = 0; ///< largest total of waiting updates, in blocks
-    double operations = 0.0;   ///< multiplications with blocks of one number
+    std::vector<char> isOddDepth;
+    std::size_t stackPeaks[2] = {}; ///< largest totals of waiting updates, in blocks
+    double operations = 0.0;        ///< multiplications with blocks of one number
 
     int size() const { return static_cast<int>(oldOfNew.size()); }
     int supernodeCount() const { return static_cast<int>(parent.size()); }

@@ -112,6 +112,21 @@ int countBorderCrossings(const Border& border, std::span<const Vec2> positions)
     return count;
 }
 
+std::vector<EdgePair> crossingEdges(const Border& border, std::span<const Vec2> positions)
+{
+    std::vector<EdgePair> pairs;
+    edgeBoxes(border, positions).forEachNear(0.0, [&](int p, int q) {
+        const int pNext = border.next(p);
+        const int qNext = border.next(q);
+        if (!border.touches(p, q) && !border.touches(pNext, q) &&
+            doSegmentsMeet(positions[at(p)], positions[at(pNext)], positions[at(q)],
+                           positions[at(qNext)]))
+            pairs.push_back({p, q});
+        return true;
+    });
+    return pairs;
+}
+
 bool doesBorderCross(const Border& border, std::span<const Vec2> positions)
 {
     const CrossingTest test{border, positions};

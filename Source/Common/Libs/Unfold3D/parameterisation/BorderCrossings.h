@@ -2,6 +2,9 @@
 
 #include "Unfold3D/parameterisation/Border.h"
 
+#include <span>
+#include <vector>
+
 namespace unfold3d
 {
 
@@ -20,6 +23,14 @@ namespace unfold3d
 ///
 /// A layout without flipped triangles whose border doesn't cross covers no place twice.
 int countBorderCrossings(const Border& border, std::span<const Vec2> positions);
+
+/// Edges that have no vertex in common and share a point.
+struct EdgePair
+{
+    int first;
+    int second;
+};
+std::vector<EdgePair> crossingEdges(const Border& border, std::span<const Vec2> positions);
 
 /// Whether there is any; ends with the first.
 bool doesBorderCross(const Border& border, std::span<const Vec2> positions);

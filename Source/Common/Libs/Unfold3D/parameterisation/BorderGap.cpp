@@ -8,6 +8,9 @@ namespace unfold3d
 namespace
 {
 
+constexpr double narrowGap = 0.025;
+constexpr double narrowPerWay = 0.2;
+
 std::size_t at(int index)
 {
     return static_cast<std::size_t>(index);
@@ -58,6 +61,42 @@ Spring BorderGap::spring(const Border& border, double slope, double curvature) c
     spring.slope = slope;
     spring.curvature = curvature;
     return spring;
+}
+
+Spring BorderGap::brake(const Border& border, double work) const
+{
+    return spring(border, 0.0, work / (distance * distance));
+}
+
+void BorderGap::addPairs(const Border& border, std::vector<NodePair>& pairs) const
+{
+    const int vertex = border.vertexOf(point);
+    int p = border.previous(edge);
+    for (int i = 0; i < 4; ++i, p = border.next(p))
+        if (border.vertexOf(p) != vertex)
+            pairs.push_back({vertex, border.vertexOf(p)});
+}
+
+std::vector<BorderGap> narrowGaps(const Border& border, std::span<const Vec2> positions)
+{
+    std::vector<BorderGap> narrow(positions.size(), {-1, -1, 0.0, {}, narrowGap});
+    const auto look = [&](int point, int edge) {
+        if (border.touches(point, edge))
+            return;
+        const BorderGap gap = gapBetween(border, positions, point, edge);
+        if (gap.distance > 0.0 && gap.distance < narrow[at(point)].distance &&
+            gap.distance < narrowPerWay * border.wayToEdge(point, edge) &&
+            gap.isOutside(border, positions))
+            narrow[at(point)] = gap;
+    };
+    // Every point is the beginning of one edge.
+    edgeBoxes(border, positions).forEachNear(narrowGap, [&](int p, int q) {
+        look(p, q);
+        look(q, p);
+        return true;
+    });
+    std::erase_if(narrow, [](const BorderGap& gap) { return gap.point < 0; });
+    return narrow;
 }
 
 BoxPairs edgeBoxes(const Border& border, std::span<const Vec2> positions)

@@ -97,13 +97,13 @@ double firstContact(const Border& border, std::span<const Vec2> positions,
 void addBrakes(const Border& border, std::span<const Vec2> positions, std::span<const Vec2> motion,
                double most, double work, std::vector<Spring>& springs)
 {
-    forEachMovingPair(
-        border, positions, motion, most, [&](int point, int edge, const MovingPair& pair) {
-            if (pair.firstMeeting(most) >= most)
-                return;
-            const BorderGap gap = gapBetween(border, positions, point, edge);
-            springs.push_back(gap.spring(border, 0.0, work / (gap.distance * gap.distance)));
-        });
+    forEachMovingPair(border, positions, motion, most,
+                      [&](int point, int edge, const MovingPair& pair) {
+                          if (pair.firstMeeting(most) >= most)
+                              return;
+                          const BorderGap gap = gapBetween(border, positions, point, edge);
+                          springs.push_back(gap.brake(border, work));
+                      });
 }
 
 } // namespace unfold3d

@@ -57,6 +57,20 @@ double smallestPositiveRoot(double a, double b, double c)
     return a < 0.0 ? -(b + root) / (2.0 * a) : infinity;
 }
 
+/// How far a triangle can move until it has no area left.
+double flipOf(const FlatTriangle& triangle, std::span<const Vec2> uv,
+              std::span<const Vec2> direction)
+{
+    const auto& [i, j, k] = triangle.corners;
+    const Vec2 edge1 = uv[at(j)] - uv[at(i)];
+    const Vec2 edge2 = uv[at(k)] - uv[at(i)];
+    const Vec2 change1 = direction[at(j)] - direction[at(i)];
+    const Vec2 change2 = direction[at(k)] - direction[at(i)];
+    return smallestPositiveRoot(cross(change1, change2),
+                                cross(edge1, change2) + cross(change1, edge2),
+                                accurateCross(edge1, edge2));
+}
+
 } // namespace
 
 double Distortion::energy(double lengths) const
@@ -120,17 +134,19 @@ double firstFlip(const EliminationMesh& mesh, std::span<const Vec2> uv,
                  std::span<const Vec2> direction)
 {
     double first = infinity;
-    for (const FlatTriangle& triangle : mesh.triangles) {
-        const auto& [i, j, k] = triangle.corners;
-        const Vec2 edge1 = uv[at(j)] - uv[at(i)];
-        const Vec2 edge2 = uv[at(k)] - uv[at(i)];
-        const Vec2 change1 = direction[at(j)] - direction[at(i)];
-        const Vec2 change2 = direction[at(k)] - direction[at(i)];
-        first = std::min(first, smallestPositiveRoot(cross(change1, change2),
-                                                     cross(edge1, change2) + cross(change1, edge2),
-                                                     accurateCross(edge1, edge2)));
-    }
+    for (const FlatTriangle& triangle : mesh.triangles)
+        first = std::min(first, flipOf(triangle, uv, direction));
     return first;
+}
+
+std::vector<int> flippingTriangles(const EliminationMesh& mesh, std::span<const Vec2> uv,
+                                   std::span<const Vec2> direction, double multiple)
+{
+    std::vector<int> flipping;
+    for (std::size_t t = 0; t < mesh.triangles.size(); ++t)
+        if (flipOf(mesh.triangles[t], uv, direction) < multiple)
+            flipping.push_back(static_cast<int>(t));
+    return flipping;
 }
 
 double leastDeterminant(const EliminationMesh& mesh, std::span<const Vec2> uv)

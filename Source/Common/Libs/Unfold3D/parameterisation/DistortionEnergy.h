@@ -42,6 +42,10 @@ void addDerivatives(const EliminationMesh& mesh, std::span<const Vec2> uv,
 double firstFlip(const EliminationMesh& mesh, std::span<const Vec2> uv,
                  std::span<const Vec2> direction);
 
+/// The triangles that flip within that multiple of `direction`, as positions in the mesh's list.
+std::vector<int> flippingTriangles(const EliminationMesh& mesh, std::span<const Vec2> uv,
+                                   std::span<const Vec2> direction, double multiple);
+
 /// The least determinant of the maps from the rest triangles: negative when one is flipped.
 double leastDeterminant(const EliminationMesh& mesh, std::span<const Vec2> uv);
 

@@ -33,7 +33,17 @@ std::vector<int> orderByLowestColumn(std::span<const Triangle> triangles,
     return order;
 }
 
+SymbolicCholesky analyseVertices(const MovablePart& part, std::span<const int> oldOfNew)
+{
+    const VertexGraph graph = vertexGraph(part.corners, part.mesh.vertexCount());
+    return oldOfNew.empty() ? analyse(graph) : analyse(graph, {oldOfNew.begin(), oldOfNew.end()});
+}
+
 } // namespace
+
+EliminationMesh::EliminationMesh(const MovablePart& part, std::span<const int> oldOfNew)
+    : EliminationMesh(part, analyseVertices(part, oldOfNew))
+{}
 
 EliminationMesh::EliminationMesh(const MovablePart& part, SymbolicCholesky analysis)
     : symbolic(std::move(analysis))

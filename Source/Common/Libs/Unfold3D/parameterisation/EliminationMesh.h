@@ -27,9 +27,8 @@ struct FlatTriangle
 /// that belong to no triangle.
 struct EliminationMesh
 {
-    explicit EliminationMesh(const MovablePart& part)
-        : EliminationMesh(part, analyse(vertexGraph(part.corners, part.mesh.vertexCount())))
-    {}
+    /// In an order of elimination that is given, or looked for when that is empty.
+    EliminationMesh(const MovablePart& part, std::span<const int> oldOfNew);
     /// With an analysis of the vertices' graph and more.
     EliminationMesh(const MovablePart& part, SymbolicCholesky analysis);
 

@@ -18,6 +18,14 @@ namespace
 /// Reach and pressure of the barrier that keeps the border from crossing, in a layout of area 1.
 constexpr double plainReach = 1e-3;
 constexpr double plainPressure = 1.0;
+/// Steps without regard to the border end when the border crosses itself twice running and they
+/// promise less than this share: it will stay so.
+constexpr double settledShare = 0.05;
+/// Overlapping pieces are pushed this share of the barrier's reach apart, in so many steps at most.
+constexpr double pushedReach = 0.5;
+constexpr int maxPushes = 8;
+/// Only where at most this share of the border is covered; that much is a tangle.
+constexpr double mostCovered = 0.1;
 /// Room that is asked for is kept by a barrier of a longer reach, whose pressure rises by this
 /// factor as long as pieces of the border are nearer.
 constexpr double reachPerRoom = 2.0;
@@ -55,7 +63,7 @@ public:
     Flattening(const IslandMesh& mesh, std::vector<Vec2> start, const FlattenOptions& options,
                const RunControl& control, const std::function<void(double)>& progress)
         : mesh_(mesh), options_(options), control_(control), progress_(progress),
-          part_(mesh, options.isFixed), border_(mesh), minimiser_(part_),
+          part_(mesh, options.isFixed), border_(mesh), minimiser_(part_, options.eliminationOrder),
           stop_(stopRule(options.iterations)),
           reach_(std::max(plainReach, reachPerRoom * options.roomSpace)), uv_(std::move(start))
     {}
@@ -106,35 +114,74 @@ private:
     LayoutRules rules() const { return {.energy = {.lengths = options_.lengths}}; }
 
     /// Without regard to the border first, which is quick and mostly all it takes. When the border
-    /// crosses itself then, from the last layout on the way in which it didn't.
+    /// crosses itself near the end of that, its pieces are pushed apart, and a barrier between
+    /// them finds the least energy.
     void minimise(double progressEnd)
     {
+        const bool mayCross = !options_.preventBorderCrossings || crossingsOfStart_ > 0;
         const double middle = options_.preventBorderCrossings ? 0.6 * progressEnd : progressEnd;
-        std::vector<Vec2> clean = uv_;
         report_.method = "projected Newton";
-        step(rules(), stop_, 0.0, middle, [&](const NodeLayout& layout) {
-            if (!options_.preventBorderCrossings || doesCross(borderPositions(border_, layout)))
-                return;
-            for (std::size_t v = 0; v < clean.size(); ++v)
-                clean[v] = layout.at(static_cast<int>(v));
+        std::vector<Vec2> clean = uv_;
+        int crossed = 0; // layouts since the last clean one
+        step(rules(), stop_, 0.0, middle, [&](const NodeLayout& layout, double promisedShare) {
+            if (!options_.preventBorderCrossings)
+                return true;
+            if (doesCross(borderPositions(border_, layout)))
+                return mayCross || ++crossed < 2 || promisedShare > settledShare;
+            crossed = 0;
+            copyLayout(layout, clean);
+            return true;
         });
         if (!options_.preventBorderCrossings)
             return;
-        if (doesCross(borderOf(uv_)))
-            uv_ = std::move(clean);
-        else if (crossingsOfStart_ == 0 && isRoomKept())
+        if (mayCross) { // a barrier only works where nothing has crossed it
+            if (doesCross(borderOf(uv_)))
+                uv_ = std::move(clean);
             return;
-        if (crossingsOfStart_ > 0)
-            return; // a barrier only works where nothing has crossed it
+        }
+        LayoutRules apart = rules();
+        if (!doesCross(borderOf(uv_))) {
+            if (isRoomKept())
+                return;
+        } else if (pushApart(0.5 * (middle + progressEnd))) {
+            apart.firstCurvature = Curvature::Exact;
+        } else {
+            uv_ = std::move(clean);
+        }
         report_.method += ", border barrier";
         for (;; pressure_ *= pressureGrowth) {
             const BorderBarrier present = barrier();
-            LayoutRules apart = rules();
             apart.barrier = &present;
             step(apart, stop_, middle, progressEnd, {});
             if (isRoomKept() || pressure_ * pressureGrowth > lastPressure)
                 break;
         }
+    }
+
+    /// Returns whether the border doesn't cross itself any more.
+    bool pushApart(double progressEnd)
+    {
+        BorderPush push(border_, pushedReach * reach_);
+        if (push.countCovered(borderOf(uv_)) > mostCovered * border_.size())
+            return false;
+        report_.method += ", border push";
+        LayoutRules pushing = rules();
+        pushing.push = &push;
+        pushing.firstCurvature = Curvature::Exact;
+        constexpr StopRule stop{
+            .promisedShare = 1e-12, .promisedShareOfExcess = 1e-12, .maxSteps = maxPushes};
+        bool isClean = false;
+        step(pushing, stop, reported_, progressEnd, [&](const NodeLayout& layout, double) {
+            isClean = !doesCross(borderPositions(border_, layout));
+            return !isClean;
+        });
+        return isClean || !doesCross(borderOf(uv_));
+    }
+
+    static void copyLayout(const NodeLayout& from, std::vector<Vec2>& to)
+    {
+        for (std::size_t v = 0; v < to.size(); ++v)
+            to[v] = from.at(static_cast<int>(v));
     }
 
     bool isRoomKept() const { return barrier().leastDistance(borderOf(uv_)) >= options_.roomSpace; }
@@ -229,7 +276,7 @@ private:
 
     /// One minimisation, as part of the report and of the progress.
     void step(const LayoutRules& rules, const StopRule& stop, double progressBegin,
-              double progressEnd, const std::function<void(const NodeLayout&)>& observer)
+              double progressEnd, const LayoutMinimiser::Observer& observer)
     {
         const LayoutMinimiser::Outcome outcome = minimiser_.minimise(
             uv_, rules, stop, control_, [&](const NodeLayout& layout, double promisedShare) {
@@ -238,9 +285,7 @@ private:
                                               std::log(1.0 / stop.promisedShare);
                 reportProgress(progressBegin +
                                (progressEnd - progressBegin) * std::clamp(done, 0.0, 1.0));
-                if (observer)
-                    observer(layout);
-                return true;
+                return !observer || observer(layout, promisedShare);
             });
         report_.steps += outcome.steps;
         report_.converged = outcome.converged;

@@ -40,6 +40,8 @@ struct FlattenOptions
     /// [vertex] vertices that stay where they are in the start; empty when none does. With some of
     /// them fixed the scale of the start counts: it should lie in a layout of area 1.
     std::vector<char> isFixed;
+    /// An order of elimination for the vertices, when one is known; empty: it is looked for.
+    std::vector<int> eliminationOrder;
     /// Without minimisation, leave the start at its scale.
     bool keepScale = false;
     /// Take a start whose border crosses itself, and let it cross no more often.

@@ -2,6 +2,7 @@
 
 #include "Unfold3D/parameterisation/BorderCrossings.h"
 #include "Unfold3D/parameterisation/BorderMotion.h"
+#include "Unfold3D/parameterisation/Surroundings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,13 +25,24 @@ constexpr int maxShorter = 40;
 /// When a whole step was fine, longer ones are tried.
 constexpr double strideFactors[] = {1.5, 2.25};
 
+/// A step shorter than this was blocked by some triangles, whose surroundings, so many edges wide,
+/// are relaxed on their own then: when they are less than this share of all vertices that move.
+constexpr double blockedStep = 0.8;
+constexpr int ringsAroundBlock = 4;
+constexpr double mostAround = 0.25;
+/// Small parts take their steps as quickly as it takes to look at them.
+constexpr int leastRelaxed = 500;
+constexpr StopRule blockStop{.promisedShare = 1e-3, .promisedShareOfExcess = 1.0, .maxSteps = 12};
+
 /// The pattern of the system covers contacts at this multiple of the barrier's reach, so that it
 /// serves several steps.
 constexpr double patternReach = 2.0;
 /// A pattern with contacts keeps the order of elimination until the work grows by this factor.
 constexpr double staleOrder = 1.4;
-/// What closing a braked gap costs, as a share of what the step promised.
-constexpr double brakeWork = 0.1;
+/// What closing a braked gap costs, as a share of what the step before promised. It falls by the
+/// second factor with each step that isn't cut short.
+constexpr double firstBrakeShare = 0.1;
+constexpr double brakeDecay = 0.1;
 /// Without its brakes a step may promise this much more.
 constexpr double brakedPromise = 3.0;
 
@@ -42,9 +54,9 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 } // namespace
 
-LayoutMinimiser::LayoutMinimiser(const MovablePart& part)
+LayoutMinimiser::LayoutMinimiser(const MovablePart& part, std::span<const int> eliminationOrder)
     : part_(part), isFixed_(part.isFixed.begin(), part.isFixed.end()),
-      system_(std::make_unique<StepSystem>(EliminationMesh(part))),
+      system_(std::make_unique<StepSystem>(EliminationMesh(part, eliminationOrder))),
       freshOperations_(system_->mesh().symbolic.operations)
 {}
 
@@ -74,7 +86,8 @@ double LayoutMinimiser::leastDeterminant(std::span<const Vec2> uv) const
 
 bool LayoutMinimiser::isScaleFree() const
 {
-    return part_.isWhole() && !rules_.barrier && !rules_.lines && !rules_.energy.allowsFlips();
+    return part_.isWhole() && !rules_.barrier && !rules_.push && !rules_.lines &&
+           !rules_.energy.allowsFlips();
 }
 
 double LayoutMinimiser::rescaleColumns()
@@ -86,9 +99,14 @@ double LayoutMinimiser::rescaleColumns()
     return distortion.bestEnergy(rules_.energy.lengths);
 }
 
+std::vector<Vec2> LayoutMinimiser::borderOf(const Border& border, std::span<const Vec2> uv) const
+{
+    return borderPositions(border, layoutOf(uv));
+}
+
 std::vector<Vec2> LayoutMinimiser::borderOf(std::span<const Vec2> uv) const
 {
-    return borderPositions(rules_.barrier->border(), layoutOf(uv));
+    return borderOf(rules_.barrier->border(), uv);
 }
 
 /// Takes over a layout of the vertices, in a system that has a node for each line.
@@ -96,6 +114,7 @@ void LayoutMinimiser::enter(std::span<const Vec2> uv, const LayoutRules& rules)
 {
     rules_ = rules;
     brakes_.clear();
+    brakeShare_ = brakeWork_ = 0.0;
     springs_.clear();
     std::vector<Vec2> nodes(uv.begin(), uv.end());
     for (int l = 0; rules_.lines && l < rules_.lines->count(); ++l)
@@ -112,8 +131,15 @@ void LayoutMinimiser::collectSprings()
 {
     springs_ = std::move(brakes_);
     brakes_.clear();
-    if (rules_.barrier)
-        rules_.barrier->addSprings(borderOf(uv_), springs_);
+    if (rules_.barrier) {
+        const std::vector<Vec2> border = borderOf(uv_);
+        if (brakeWork_ > 0.0)
+            for (const BorderGap& gap : narrowGaps(rules_.barrier->border(), border))
+                springs_.push_back(gap.brake(rules_.barrier->border(), brakeWork_));
+        rules_.barrier->addSprings(border, springs_);
+    }
+    if (rules_.push)
+        rules_.push->addSprings(borderOf(rules_.push->border(), uv_), springs_);
     if (rules_.lines && rules_.pull > 0.0)
         rules_.lines->addSprings(layoutOf(uv_), rules_.pull, springs_);
     const auto isCovered = [&](const Spring& spring) { return system_->covers(spring); };
@@ -128,9 +154,15 @@ void LayoutMinimiser::collectSprings()
 void LayoutMinimiser::rebuildSystem(const NodeLayout& layout)
 {
     std::vector<NodePair> pairs;
-    if (rules_.barrier)
-        rules_.barrier->addPairsWithin(borderPositions(rules_.barrier->border(), layout),
-                                       patternReach, pairs);
+    if (rules_.barrier) {
+        const Border& border = rules_.barrier->border();
+        const std::vector<Vec2> positions = borderPositions(border, layout);
+        rules_.barrier->addPairsWithin(positions, patternReach, pairs);
+        for (const BorderGap& gap : narrowGaps(border, positions))
+            gap.addPairs(border, pairs);
+    }
+    if (rules_.push)
+        rules_.push->addPairs(pairs);
     for (const Spring& spring : springs_)
         for (std::size_t i = 1; i < static_cast<std::size_t>(spring.count); ++i)
             for (std::size_t j = 0; j < i; ++j)
@@ -189,14 +221,16 @@ double LayoutMinimiser::firstObstacle() const
                         std::min(flip, farthest));
 }
 
-/// When contacts cut the step short, the next one brakes the pieces that were about to meet.
+/// When contacts cut the step short, the next one brakes the pieces that were about to meet, and
+/// all that are near each other; these for some further steps, ever less.
 void LayoutMinimiser::brakeContacts(double obstacle, double promised)
 {
-    if (!rules_.barrier || obstacle >= 1.0)
-        return;
-    const double flip = firstFlipAhead();
-    addBrakes(rules_.barrier->border(), borderOf(uv_), borderOf(system_->direction()),
-              std::min(1.0, flip), brakeWork * promised, brakes_);
+    const bool isCutShort = rules_.barrier && obstacle < 1.0;
+    brakeShare_ = isCutShort || rules_.push ? firstBrakeShare : brakeDecay * brakeShare_;
+    brakeWork_ = brakeShare_ * promised;
+    if (isCutShort)
+        addBrakes(rules_.barrier->border(), borderOf(uv_), borderOf(system_->direction()),
+                  std::min(1.0, firstFlipAhead()), brakeWork_, brakes_);
 }
 
 void LayoutMinimiser::moveTrial(double step)
@@ -225,6 +259,8 @@ double LayoutMinimiser::energyOf(std::span<const Vec2> uv) const
                         : measure(system_->mesh(), uv).energy(lengths);
     if (rules_.barrier)
         energy += rules_.barrier->energy(borderOf(uv));
+    if (rules_.push)
+        energy += rules_.push->energy(borderOf(rules_.push->border(), uv));
     if (rules_.lines && rules_.pull > 0.0)
         energy += rules_.lines->energy(layoutOf(uv), rules_.pull);
     return energy;
@@ -233,6 +269,46 @@ double LayoutMinimiser::energyOf(std::span<const Vec2> uv) const
 double LayoutMinimiser::trialEnergy() const
 {
     return isTrialLegal() ? energyOf(trial_) : infinity;
+}
+
+/// Lets the surroundings of the triangles that would flip first come to rest, with everything else
+/// held: a few of them would keep the steps of the whole short (nonlinear elimination, Lanzkron,
+/// Rose and Wilkes 1996). Returns the energy then.
+double LayoutMinimiser::relaxWhatBlocks(double energy, const RunControl& control)
+{
+    if (rules_.barrier || rules_.push || rules_.lines || rules_.energy.allowsFlips() ||
+        part_.mesh.vertexCount() < leastRelaxed)
+        return energy;
+    const EliminationMesh& mesh = system_->mesh();
+    std::vector<int> centres;
+    for (const int t :
+         flippingTriangles(mesh, uv_, system_->direction(), 1.0 - std::min(stepTaken_, 0.5)))
+        for (const int column : mesh.triangles[static_cast<std::size_t>(t)].corners)
+            centres.push_back(mesh.symbolic.oldOfNew[static_cast<std::size_t>(column)]);
+    const std::vector<char> isNear = verticesAround(part_, centres, ringsAroundBlock);
+    const auto nearCount = static_cast<double>(std::count(isNear.begin(), isNear.end(), 1));
+    const auto fixedCount = std::count(isFixed_.begin(), isFixed_.end(), 1);
+    if (nearCount == 0.0 ||
+        nearCount > mostAround * static_cast<double>(part_.mesh.vertexCount() - fixedCount))
+        return energy;
+
+    const Surroundings around = takeSurroundings(part_, isNear);
+    std::vector<Vec2> uv;
+    uv.reserve(around.vertices.size());
+    for (const int v : around.vertices)
+        uv.push_back(layoutOf(uv_).at(v));
+    const MovablePart part(around.mesh, around.isFixed);
+    LayoutMinimiser(part).minimise(uv, {.energy = rules_.energy}, blockStop, control,
+                                   [](const NodeLayout&, double) { return true; });
+    trial_ = uv_;
+    for (std::size_t i = 0; i < uv.size(); ++i)
+        trial_[static_cast<std::size_t>(
+            system_->columnOfNode()[static_cast<std::size_t>(around.vertices[i])])] = uv[i];
+    const double relaxed = energyOf(trial_);
+    if (!(relaxed < energy))
+        return energy;
+    uv_.swap(trial_);
+    return isScaleFree() ? rescaleColumns() : relaxed;
 }
 
 /// Moves along the direction; returns the energy then, or the old one when no length of step gains
@@ -251,8 +327,10 @@ double LayoutMinimiser::search(double energy, double promised, const RunControl&
         moveTrial(step);
         best = trialEnergy();
     }
+    stepTaken_ = 0.0;
     if (!(best < energy))
         return energy;
+    stepTaken_ = step;
     if (step == 1.0) {
         std::vector<Vec2> accepted;
         for (const double factor : strideFactors) {
@@ -287,8 +365,12 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
     Outcome outcome;
     double energy = isScaleFree() ? rescaleColumns() : energyOf(uv_);
     outcome.energyBefore = energy;
-    Curvature kind = Curvature::Capped;
+    Curvature kind = rules.firstCurvature;
     while (outcome.steps < stop.maxSteps) {
+        if (rules_.push) {
+            rules_.push->aim(borderOf(rules_.push->border(), uv_), brakeWork_);
+            energy = energyOf(uv_);
+        }
         const bool isBraked = !brakes_.empty();
         const double promised = computeDirection(kind, control);
         ++outcome.steps;
@@ -306,6 +388,8 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
             break;
         if (gained < lateGain)
             kind = Curvature::Exact;
+        if (stepTaken_ < blockedStep)
+            energy = relaxWhatBlocks(energy, control);
     }
     outcome.energyAfter = energy;
     uv_ = system_->mesh().toNodes(uv_);

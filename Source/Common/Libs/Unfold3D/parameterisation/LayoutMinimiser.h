@@ -2,6 +2,7 @@
 
 #include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/parameterisation/BorderBarrier.h"
+#include "Unfold3D/parameterisation/BorderPush.h"
 #include "Unfold3D/parameterisation/DistortionEnergy.h"
 #include "Unfold3D/parameterisation/StepSystem.h"
 
@@ -17,9 +18,11 @@ struct LayoutRules
 {
     LayoutEnergy energy;                    ///< unless it allows that, no triangle flips
     const BorderBarrier* barrier = nullptr; ///< the border doesn't cross itself
+    BorderPush* push = nullptr;             ///< pieces of border that overlap are pushed apart
     const StraightLines* lines = nullptr;
     /// How stiffly the lines' vertices are drawn towards them; 0: they are on them and stay there.
     double pull = 0.0;
+    Curvature firstCurvature = Curvature::Capped; ///< exact ones follow when steps gain little
 };
 
 /// When a minimisation is done.
@@ -37,8 +40,9 @@ struct StopRule
 class LayoutMinimiser
 {
 public:
-    /// Keeps the part by reference.
-    explicit LayoutMinimiser(const MovablePart& part);
+    /// Keeps the part by reference. The order of elimination of the vertices is looked for unless
+    /// one is given.
+    explicit LayoutMinimiser(const MovablePart& part, std::span<const int> eliminationOrder = {});
 
     struct Outcome
     {
@@ -75,6 +79,7 @@ private:
     double computeDirection(Curvature kind, const RunControl& control);
     double search(double energy, double promised, const RunControl& control);
     double firstObstacle() const;
+    double relaxWhatBlocks(double energy, const RunControl& control);
     void brakeContacts(double obstacle, double promised);
     void moveTrial(double step);
     bool isTrialLegal() const;
@@ -84,6 +89,7 @@ private:
     double rescaleColumns();
     std::vector<Vec2> columnsOf(std::span<const Vec2> uv) const;
     bool isDone(const StopRule& stop, double promised, double energy) const;
+    std::vector<Vec2> borderOf(const Border& border, std::span<const Vec2> uv) const;
     std::vector<Vec2> borderOf(std::span<const Vec2> uv) const;
 
     const MovablePart& part_;
@@ -93,9 +99,12 @@ private:
     const StraightLines* systemLines_ = nullptr; ///< that the system has nodes for
     double freshOperations_; ///< of the factorisation when its order was last found anew
     std::vector<Spring> springs_;
-    std::vector<Spring> brakes_; ///< for the next step
+    std::vector<Spring> brakes_; ///< for the next step, of contacts that this one ran into
+    double brakeShare_ = 0.0;    ///< of what the last step promised, for the next step's brakes
+    double brakeWork_ = 0.0;     ///< what that is
     std::vector<Vec2> uv_;       ///< [column], as all layouts in here
     std::vector<Vec2> trial_;
+    double stepTaken_ = 0.0; ///< as a multiple of the direction
 };
 
 } // namespace unfold3d

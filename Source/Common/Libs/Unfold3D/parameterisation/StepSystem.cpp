@@ -14,6 +14,11 @@ namespace
 /// would leave empty pivots.
 constexpr double regularisation = 1e-9;
 
+/// Share of the gradient that a step may leave over. The next one sees to it, unless the energy is
+/// quadratic and one step is all it takes.
+constexpr double plainTolerance = 0.03;
+constexpr double fineTolerance = 1e-10;
+
 std::size_t at(int index)
 {
     return static_cast<std::size_t>(index);
@@ -39,6 +44,7 @@ bool StepSystem::covers(const Spring& spring) const
 void StepSystem::set(std::span<const Vec2> uv, const LayoutEnergy& energy, Curvature kind)
 {
     held_.clear();
+    tolerance_ = energy.isConformal ? fineTolerance : plainTolerance;
     hessian_.setZero();
     std::fill(gradient_.begin(), gradient_.end(), Vec2{});
     addDerivatives(mesh_, uv, energy, kind, gradient_, hessian_);
@@ -167,10 +173,9 @@ double StepSystem::solve(const RunControl& control)
         hessian_.diagonal[i] += regularisation;
         hessian_.diagonal[i + 3] += regularisation;
     }
-    cholesky_.factorise(hessian_, control);
     for (std::size_t i = 0; i < gradient_.size(); ++i)
         direction_[i] = -1.0 * gradient_[i];
-    cholesky_.solve({&direction_[0].x, 2 * direction_.size()});
+    cholesky_.solve(hessian_, {&direction_[0].x, 2 * direction_.size()}, tolerance_, control);
     for (const Held& held : held_) {
         Vec2& moved = direction_[at(held.column)];
         (held.component == 0 ? moved.x : moved.y) = direction_[at(held.lineColumn)].x;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Unfold3D/base/RunControl.h"
-#include "Unfold3D/linear/SparseCholesky.h"
+#include "Unfold3D/linear/RefinedCholesky.h"
 #include "Unfold3D/parameterisation/EliminationMesh.h"
 #include "Unfold3D/parameterisation/Spring.h"
 #include "Unfold3D/parameterisation/StraightLines.h"
@@ -59,7 +59,8 @@ private:
 
     EliminationMesh mesh_;
     BlockMatrix hessian_;
-    SparseCholesky cholesky_;
+    RefinedCholesky cholesky_;
+    double tolerance_ = 0.0; ///< of the solution
     std::vector<Vec2> gradient_;
     std::vector<Vec2> direction_;
     std::vector<Held> held_; ///< of this step

@@ -49,7 +49,7 @@ std::vector<Vec2> placeOnCircle(const FilledDisk& disk)
 ConvexMapper::ConvexMapper(const FilledDisk& disk)
     : disk_(disk), symbolic_(analyse(vertexGraph(disk.triangles, disk.vertexCount))),
       isOutline_(at(disk.vertexCount), 0), outlinePosition_(at(disk.vertexCount)),
-      stiffness_(symbolic_.entryRows.size()), matrix_(symbolic_, 1), cholesky_(symbolic_)
+      stiffness_(symbolic_.entryRows.size())
 {
     const std::vector<Vec2> circle = placeOnCircle(disk);
     for (std::size_t i = 0; i < circle.size(); ++i) {
@@ -82,22 +82,23 @@ void ConvexMapper::setStiffness(const SpringNet& springs)
             stiffness_[at(e)] *= factorOf(column) * factorOf(at(symbolic_.entryRows[at(e)]));
 }
 
-void ConvexMapper::assemble()
+BlockMatrix ConvexMapper::assembled() const
 {
-    matrix_.setZero();
+    BlockMatrix matrix(symbolic_, 1);
     for (std::size_t column = 0; column < isOutline_.size(); ++column)
         for (int e = symbolic_.columnOffsets[column]; e < symbolic_.columnOffsets[column + 1]; ++e)
         {
             const std::size_t row = at(symbolic_.entryRows[at(e)]);
             const double spring = stiffness_[at(e)];
-            matrix_.diagonal[column] += spring;
-            matrix_.diagonal[row] += spring;
+            matrix.diagonal[column] += spring;
+            matrix.diagonal[row] += spring;
             if (!isOutline_[column] && !isOutline_[row])
-                matrix_.lower[at(e)] = -spring;
+                matrix.lower[at(e)] = -spring;
         }
     for (std::size_t column = 0; column < isOutline_.size(); ++column)
         if (isOutline_[column])
-            matrix_.diagonal[column] = 1.0;
+            matrix.diagonal[column] = 1.0;
+    return matrix;
 }
 
 std::vector<Vec2> ConvexMapper::imbalance(std::span<const Vec2> uv) const
@@ -121,8 +122,8 @@ std::optional<std::vector<Vec2>> ConvexMapper::map(const SpringNet& springs,
                                                    const RunControl& control)
 {
     setStiffness(springs);
-    assemble();
-    if (cholesky_.factorise(matrix_, control) > 0)
+    SparseCholesky cholesky(symbolic_); // large; not kept from map to map
+    if (cholesky.factorise(assembled(), control) > 0)
         return std::nullopt;
     // All inner vertices start at the centre; the first round is the solution itself.
     std::vector<Vec2> uv = outlinePosition_;
@@ -134,8 +135,8 @@ std::optional<std::vector<Vec2>> ConvexMapper::map(const SpringNet& springs,
             x[i] = force[i].x;
             y[i] = force[i].y;
         }
-        cholesky_.solve(x);
-        cholesky_.solve(y);
+        cholesky.solve(x);
+        cholesky.solve(y);
         for (std::size_t i = 0; i < uv.size(); ++i)
             uv[i] += {x[i], y[i]};
         control.checkpoint();

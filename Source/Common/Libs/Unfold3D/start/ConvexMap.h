@@ -39,9 +39,12 @@ public:
     /// Returns [vertex of the disk], or nothing when the springs have no balance. Throws Stopped.
     std::optional<std::vector<Vec2>> map(const SpringNet& springs, const RunControl& control);
 
+    /// The order in which the vertices of the disk are eliminated.
+    std::span<const int> eliminationOrder() const { return symbolic_.oldOfNew; }
+
 private:
     void setStiffness(const SpringNet& springs);
-    void assemble();
+    BlockMatrix assembled() const;
     /// What is missing to the balance of each inner vertex, [column].
     std::vector<Vec2> imbalance(std::span<const Vec2> uv) const;
 
@@ -50,8 +53,6 @@ private:
     std::vector<char> isOutline_;       ///< [column]
     std::vector<Vec2> outlinePosition_; ///< [column] zero for inner vertices
     std::vector<double> stiffness_;     ///< [entry] of every edge
-    BlockMatrix matrix_;
-    SparseCholesky cholesky_;
 };
 
 } // namespace unfold3d

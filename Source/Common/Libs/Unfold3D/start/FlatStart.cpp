@@ -164,6 +164,9 @@ std::optional<FlatStart> FlatStartFinder::tryHarmonic()
 {
     springs_ = cotangentSprings(mesh_, disk_);
     mapper_.emplace(disk_);
+    for (const int v : mapper_->eliminationOrder())
+        if (v < mesh_.vertexCount())
+            eliminationOrder_.push_back(v);
     control_.checkpoint();
     std::optional<std::vector<Vec2>> uv = mapper_->map({springs_, std::nullopt, {}}, control_);
     if (uv)

@@ -54,6 +54,9 @@ public:
     /// The next start, or nothing when there are no more. Throws Stopped.
     std::optional<FlatStart> next();
 
+    /// An order of elimination for the vertices of the island, when a start took one.
+    const std::vector<int>& eliminationOrder() const { return eliminationOrder_; }
+
 private:
     std::optional<FlatStart> tryProjected() const;
     std::optional<FlatStart> tryHarmonic();
@@ -70,6 +73,7 @@ private:
     Obstacle obstacle_ = Obstacle::None;
     FilledDisk disk_;
     std::optional<ConvexMapper> mapper_; ///< made when first needed
+    std::vector<int> eliminationOrder_;
     std::vector<std::array<double, 3>> springs_;
     std::optional<FlatStart> sprung_; ///< the best that springs gave; uv [vertex of the disk]
     int stage_ = 0;
