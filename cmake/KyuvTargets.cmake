@@ -49,7 +49,8 @@ add_custom_target(kyuv_benchmarks)
 # kyuv_add_test(target SOURCES a.cpp ... DEPS t ... [LABELS l ...])
 #
 # A GoogleTest program; every TEST in it becomes a test of CTest. The label Meshes is for tests on
-# large meshes, which kyuv_mesh_tests builds all of.
+# large meshes, which kyuv_mesh_tests builds all of; they are too slow for sanitizers, and a build
+# with these has none of them.
 function(kyuv_add_test target)
   cmake_parse_arguments(ARG "" "" "SOURCES;DEPS;LABELS" ${ARGN})
   add_executable(${target} ${ARG_SOURCES})
@@ -63,6 +64,10 @@ function(kyuv_add_test target)
   endif()
   if("Meshes" IN_LIST ARG_LABELS)
     add_dependencies(kyuv_mesh_tests ${target})
+    if(KYUV_SANITIZE)
+      set_target_properties(${target} PROPERTIES EXCLUDE_FROM_ALL ON)
+      return()
+    endif()
   endif()
   gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST PROPERTIES ${properties})
 endfunction()
