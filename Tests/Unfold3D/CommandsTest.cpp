@@ -36,6 +36,28 @@ TEST(Contract, AnUnknownCommandIsAnErrorThatNamesIt)
     EXPECT_FALSE(NU3D::CUnfold3DAPI::HasWarning(result));
 }
 
+/// The first line about the UVs of a mesh.
+std::string firstPlace(const NU3D::CRef& answer)
+{
+    answer->UpdateIfNeeded();
+    const NU3D::CRef lines = answer->GetRef("Warning.TopoUV");
+    const auto* errors = dynamic_cast<const NU3D::CTopoErrors*>(lines.get());
+    return errors && errors->ErrorsNB() > 0 ? errors->GetError(0).Msg() : "";
+}
+
+TEST(Constrain, EdgesThatContradictEachOtherAreNamed)
+{
+    SolverSession run(surfaces::sheet(2, 2));
+    run.pinEdges({0}, false);
+    run.pinEdges({0}, true);
+    EXPECT_NE(firstPlace(run.last()).find("Edge 0 between the vertices "), std::string::npos);
+    run.pinEdges({0, 1, 2}, false); // all of the first triangle
+    run.unfold();
+    EXPECT_NE(firstPlace(run.last()).find("Island 0 (at vertex 0), vertices 0, "),
+              std::string::npos)
+        << firstPlace(run.last());
+}
+
 TEST(Unfold, AClosedIslandKeepsItsUVsAndSaysWhatToDo)
 {
     SolverSession session(surfaces::tetrahedron());

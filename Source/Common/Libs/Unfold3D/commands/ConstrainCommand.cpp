@@ -27,15 +27,22 @@ void runConstrain(Session& session, const Params& params, Answer& answer, RunCon
     const EdgeNumbers& edges = session.edgeNumbers();
     session.isEdgeSelected.resize(static_cast<std::size_t>(edges.count()), 0);
     session.pins.resize(static_cast<std::size_t>(edges.count()), EdgePin::Free);
-    int replaced = 0;
+    TopologyLines replaced;
     for (std::size_t e = 0; e < session.pins.size(); ++e) {
         if (!session.isEdgeSelected[e])
             continue;
-        replaced += session.pins[e] != EdgePin::Free && session.pins[e] != pin;
+        if (session.pins[e] != EdgePin::Free && session.pins[e] != pin) {
+            const auto [a, b] = edges.vertices[e];
+            replaced.add("Edge " + std::to_string(e) + " between the vertices " +
+                         std::to_string(a) + " and " + std::to_string(b) +
+                         " was to be horizontal and vertical.");
+        }
         session.pins[e] = pin;
     }
-    if (replaced > 0)
-        answer.warn(std::to_string(replaced) + (replaced == 1 ? " edge was" : " edges were") +
+    answer.setTopology("Warning.TopoUV", replaced);
+    if (!replaced.empty())
+        answer.warn(std::to_string(replaced.count()) +
+                    (replaced.count() == 1 ? " edge was" : " edges were") +
                     " to be horizontal and vertical at once, which would be a point. The last "
                     "constraint holds.");
 }

@@ -55,9 +55,9 @@ std::vector<std::uint8_t> heldCoordinates(std::size_t vertexCount, const Flatten
     return held;
 }
 
-void addNew(std::vector<std::string>& added, std::vector<std::string>& warnings)
+void addNew(std::vector<LayoutWarning>& added, std::vector<LayoutWarning>& warnings)
 {
-    for (std::string& warning : added)
+    for (LayoutWarning& warning : added)
         if (std::find(warnings.begin(), warnings.end(), warning) == warnings.end())
             warnings.push_back(std::move(warning));
 }
@@ -126,7 +126,7 @@ bool IslandRelaxer::isSound(const RelaxResult& relaxed) const
 }
 
 /// The whole way, back in UV.
-std::vector<Vec2> IslandRelaxer::relaxed(std::string& method, std::vector<std::string>& warnings)
+std::vector<Vec2> IslandRelaxer::relaxed(std::string& method, std::vector<LayoutWarning>& warnings)
 {
     RelaxResult relaxed = relax(mesh_, inside_, flatten_, control_,
                                 [&](double fraction) { progress_(progressOfRelaxing * fraction); });
@@ -184,7 +184,7 @@ std::vector<Vec2> IslandRelaxer::placed(std::vector<Vec2> uv) const
 }
 
 /// What came in, changed as little as pinned edges ask for.
-std::vector<Vec2> IslandRelaxer::withPinsStraight(std::vector<std::string>& warnings)
+std::vector<Vec2> IslandRelaxer::withPinsStraight(std::vector<LayoutWarning>& warnings)
 {
     if (flatten_.straight.empty())
         return before_;
@@ -200,7 +200,7 @@ std::vector<Vec2> IslandRelaxer::withPinsStraight(std::vector<std::string>& warn
     return before_;
 }
 
-void IslandRelaxer::warnOfRest(std::span<const Vec2> uv, std::vector<std::string>& warnings) const
+void IslandRelaxer::warnOfRest(std::span<const Vec2> uv, std::vector<LayoutWarning>& warnings) const
 {
     if (options_.preventFlips && !isFlipFree(mesh_.triangles, uv))
         warnings.emplace_back(

@@ -42,12 +42,12 @@ private:
     std::size_t flipsOnFloats(std::span<const Vec2> uv) const;
     bool isAllowed(std::span<const Vec2> uv) const;
     bool isSound(const RelaxResult& relaxed) const;
-    std::vector<Vec2> relaxed(std::string& method, std::vector<std::string>& warnings);
+    std::vector<Vec2> relaxed(std::string& method, std::vector<LayoutWarning>& warnings);
     void layOutAnew(RelaxResult& relaxed);
     double scaleOf(std::span<const Vec2> uv) const;
     std::vector<Vec2> placed(std::vector<Vec2> uv) const;
-    std::vector<Vec2> withPinsStraight(std::vector<std::string>& warnings);
-    void warnOfRest(std::span<const Vec2> uv, std::vector<std::string>& warnings) const;
+    std::vector<Vec2> withPinsStraight(std::vector<LayoutWarning>& warnings);
+    void warnOfRest(std::span<const Vec2> uv, std::vector<LayoutWarning>& warnings) const;
 
     const IslandMesh& mesh_;
     const std::vector<Vec2> before_;

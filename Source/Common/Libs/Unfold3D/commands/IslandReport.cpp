@@ -42,25 +42,54 @@ std::string sentence(std::size_t count, const ObstacleWords& words)
     return islands(count) + " keep their UVs, since each " + words.ofOne + ". " + words.remedy;
 }
 
-std::vector<std::string> reportObstacles(const Session& session, std::span<const int> chosen,
-                                         std::span<const IslandLayout> results, Answer& answer)
+std::string islandName(const Session& session, int island)
+{
+    return "Island " + std::to_string(island) + " (at vertex " +
+           std::to_string(session.islands.vertices[island].front()) + ")";
+}
+
+/// "4, 7, 9", or the first ones and the last of many.
+std::string vertexNames(const IslandLayout& layout, std::span<const int> place)
+{
+    constexpr std::size_t mostNames = 8;
+    std::string text;
+    for (std::size_t i = 0; i < place.size(); ++i) {
+        if (place.size() > mostNames && i == mostNames - 1) {
+            text += "... ";
+            i = place.size() - 1;
+        }
+        text += std::to_string(layout.vertices[static_cast<std::size_t>(place[i])]);
+        text += i + 1 < place.size() ? ", " : "";
+    }
+    return text;
+}
+
+/// Where the warnings of islands hold, a line for each place.
+void namePlaces(const Session& session, std::span<const int> chosen,
+                std::span<const IslandLayout> results, TopologyLines& lines)
+{
+    for (std::size_t i = 0; i < results.size(); ++i)
+        for (const LayoutWarning& warning : results[i].warnings)
+            for (const std::vector<int>& place : warning.places)
+                lines.add(islandName(session, chosen[i]) + ", vertices " +
+                          vertexNames(results[i], place) + ": " + warning.text);
+}
+
+std::vector<std::string> nameObstacles(const Session& session, std::span<const int> chosen,
+                                       std::span<const IslandLayout> results, TopologyLines& lines)
 {
     std::vector<std::string> sentences;
-    TopologyLines lines;
     for (const ObstacleWords& words : obstacleWords) {
         std::size_t count = 0;
         for (std::size_t i = 0; i < results.size(); ++i) {
             if (results[i].obstacle != words.obstacle)
                 continue;
             ++count;
-            lines.add("Island " + std::to_string(chosen[i]) + " (at vertex " +
-                      std::to_string(session.islands.vertices[chosen[i]].front()) + ") " +
-                      words.ofOne + ".");
+            lines.add(islandName(session, chosen[i]) + " " + words.ofOne + ".");
         }
         if (count > 0)
             sentences.push_back(sentence(count, words));
     }
-    answer.setTopology("Warning.TopoUV", lines);
     return sentences;
 }
 
@@ -89,8 +118,8 @@ void reportMethods(std::span<const IslandLayout> results, Answer& answer)
         if (result.obstacle != Obstacle::None)
             continue;
         ++methods[result.method];
-        for (const std::string& warning : result.warnings)
-            ++warnings[warning];
+        for (const LayoutWarning& warning : result.warnings)
+            ++warnings[warning.text];
     }
     answer.set("#Report.Methods string", NU3D::CRef(tally(methods), NU3D::VALPROP_VALUE));
     if (!warnings.empty())
@@ -107,7 +136,10 @@ void reportIslands(const Session& session, std::span<const int> chosen,
                     ": no island with triangles is selected.");
         return;
     }
-    const std::vector<std::string> obstacles = reportObstacles(session, chosen, results, answer);
+    TopologyLines lines;
+    const std::vector<std::string> obstacles = nameObstacles(session, chosen, results, lines);
+    namePlaces(session, chosen, results, lines);
+    answer.setTopology("Warning.TopoUV", lines);
     const bool noneServed = std::none_of(results.begin(), results.end(), [](const auto& result) {
         return result.obstacle == Obstacle::None;
     });

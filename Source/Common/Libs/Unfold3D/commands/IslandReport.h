@@ -20,7 +20,9 @@ struct CommandVerb
 /// Tells the caller what became of the islands that a command was to lay flat.
 ///
 ///   "Warning"                 what was left as it was, and what to do about it
-///   "Warning.TopoUV"          which islands that were, a line each
+///   "Warning.TopoUV"          which islands that were, and which vertices of constrained edges
+///   can't
+///                             lie on a line, a line each
 ///   "#Report.Methods string"  which methods served how many islands, a line each
 ///
 /// chosen   [i]  number of the island

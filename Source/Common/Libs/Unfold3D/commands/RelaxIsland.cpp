@@ -134,8 +134,8 @@ void keepSides(const Session& session, const IslandSurface& surface, std::span<c
     if (faceOneSide || countFlips(triangles, result.uv) <= countFlips(triangles, before))
         return;
     result.isUnchanged = true;
-    result.warnings = {"UVs are kept, since triangles that face opposite sides lie on each other. "
-                       "Turn them to one side first."};
+    result.warnings.assign(1, {"UVs are kept, since triangles that face opposite sides lie on each "
+                               "other. Turn them to one side first."});
 }
 
 FlattenOptions flattenOptions(const RelaxOptions& options)

@@ -201,14 +201,13 @@ private:
         straight.lines = &lines;
         const std::vector<Vec2> before = uv_;
         const bool wasConverged = report_.converged;
-        const int asked = lines.count();
+        std::vector<StraightLines::Line> givenUp;
         while (lines.count() > 0 && !drawStraight(straight) && !untangleAround(lines, before)) {
-            lines.keep(snapOneByOne(lines));
+            std::ranges::move(lines.keep(snapOneByOne(lines)), std::back_inserter(givenUp));
             uv_ = before;
             report_.converged = wasConverged;
         }
-        if (const int given = asked - lines.count(); given > 0)
-            report_.warnings.push_back(StraightLines::givenUp(given));
+        StraightLines::warnOfGivenUp(givenUp, report_.warnings);
         if (options_.iterations == 0 || lines.count() == 0)
             return;
         straight.pull = 0.0;

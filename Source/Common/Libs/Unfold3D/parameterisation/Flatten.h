@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Unfold3D/base/IslandMesh.h"
+#include "Unfold3D/base/LayoutWarning.h"
 #include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/base/Vec.h"
 
@@ -55,7 +56,7 @@ struct FlattenReport
     bool converged = false;   ///< the end that the options ask for was reached
     int borderCrossings = -1; ///< of the result, by an exact test; -1 when not counted
     std::string method;       ///< which methods served, for a log
-    std::vector<std::string> warnings;
+    std::vector<LayoutWarning> warnings;
 
     /// When the end was not reached, and the energy is higher than this, another start may do
     /// better.

@@ -36,19 +36,18 @@ void snapLines(const MovablePart& part, const Border& border, const FlattenOptio
         return std::pair{flippedTriangles(part.corners, uv).size(), crossings};
     };
     const auto before = faults(result.uv);
-    int given = 0;
+    std::vector<char> isStraight(static_cast<std::size_t>(lines.count()), 0);
     for (int l = 0; l < lines.count(); ++l) {
         control.checkpoint();
         std::vector<Vec2> snapped = result.uv;
         lines.straighten(l, snapped);
         const auto after = faults(snapped);
-        if (after.first <= before.first && after.second <= before.second)
-            result.uv = std::move(snapped);
-        else
-            ++given;
+        if (after.first > before.first || after.second > before.second)
+            continue;
+        result.uv = std::move(snapped);
+        isStraight[static_cast<std::size_t>(l)] = 1;
     }
-    if (given > 0)
-        result.report.warnings.push_back(StraightLines::givenUp(given));
+    StraightLines::warnOfGivenUp(lines.keep(isStraight), result.report.warnings);
 }
 
 /// One call of relax().

@@ -60,15 +60,15 @@ void joinLines(std::span<const StraightLine> asked, Axis axis, int vertexCount,
 }
 
 /// A triangle with all corners on one line would fold. Where one of them belongs to no other
-/// triangle, the line does without it. Returns how many vertices left their lines.
-int leaveOutEars(const IslandMesh& mesh, Axis axis, std::vector<Line>& lines)
+/// triangle, the line does without it. Adds the vertices that left their lines to `tips`.
+void leaveOutEars(const IslandMesh& mesh, Axis axis, std::vector<Line>& lines,
+                  std::vector<std::vector<int>>& tips)
 {
     LineOfVertex lineOf = lineOfVertex(lines, axis, mesh.vertexCount());
     std::vector<int> triangleCount(lineOf.size(), 0);
     for (const Triangle& corners : mesh.triangles)
         for (const int v : corners)
             ++triangleCount[at(v)];
-    int left = 0;
     for (const auto& [a, b, c] : mesh.triangles) {
         const int line = lineOf[at(a)];
         if (line < 0 || line != lineOf[at(b)] || line != lineOf[at(c)])
@@ -77,11 +77,10 @@ int leaveOutEars(const IslandMesh& mesh, Axis axis, std::vector<Line>& lines)
             if (triangleCount[at(v)] == 1 && lineOf[at(v)] >= 0) {
                 lineOf[at(v)] = -1;
                 std::erase(lines[at(line)].vertices, v);
-                ++left;
+                tips.push_back({v});
                 break;
             }
     }
-    return left;
 }
 
 /// Calls visit(a, b) once for each edge of the mesh.
@@ -131,37 +130,39 @@ std::vector<char> meetOnce(std::span<const Line> lines, int vertexCount)
     return isFine;
 }
 
-std::string countedLines(std::ptrdiff_t count)
+/// Says why lines are not straight; nothing where there are none.
+void warnOf(std::span<const Line> lines, const char* reason, std::vector<LayoutWarning>& warnings)
 {
-    return count == 1 ? "1 line of constrained edges"
-                      : std::to_string(count) + " lines of constrained edges";
+    if (lines.empty())
+        return;
+    LayoutWarning& warning = warnings.emplace_back(
+        (lines.size() == 1 ? "1 line" : std::to_string(lines.size()) + " lines") +
+        std::string(" of constrained edges ") + reason + "; left as they fell.");
+    for (const Line& line : lines)
+        warning.places.push_back(line.vertices);
 }
 
 } // namespace
 
 StraightLines::StraightLines(const IslandMesh& mesh, std::span<const StraightLine> asked,
-                             std::vector<std::string>& warnings)
+                             std::vector<LayoutWarning>& warnings)
     : vertexCount_(mesh.vertexCount())
 {
     joinLines(asked, Axis::V, vertexCount_, lines_);
     joinLines(asked, Axis::U, vertexCount_, lines_);
 
-    const int ears = leaveOutEars(mesh, Axis::V, lines_) + leaveOutEars(mesh, Axis::U, lines_);
-    if (ears > 0)
-        warnings.push_back(
-            std::to_string(ears) + (ears == 1 ? " triangle has" : " triangles have") +
-            " two constrained edges that would fold it on one line; its tip was left "
-            "out.");
-    const auto dropOthers = [&](const std::vector<char>& isFine, const char* reason) {
-        const auto dropped = std::count(isFine.begin(), isFine.end(), 0);
-        keep(isFine);
-        if (dropped > 0)
-            warnings.push_back(countedLines(dropped) + reason);
-    };
-    dropOthers(runStraight(mesh, lines_),
-               " can't be straight, since the edges branch or close a ring; left as they fell.");
-    dropOthers(meetOnce(lines_, vertexCount_),
-               " would meet another one twice, which no two straight lines do; left as they fell.");
+    std::vector<std::vector<int>> tips;
+    leaveOutEars(mesh, Axis::V, lines_, tips);
+    leaveOutEars(mesh, Axis::U, lines_, tips);
+    if (!tips.empty())
+        warnings.emplace_back(
+            std::to_string(tips.size()) + (tips.size() == 1 ? " triangle has" : " triangles have") +
+                " two constrained edges that would fold it on one line; its tip was left out.",
+            tips);
+    warnOf(keep(runStraight(mesh, lines_)),
+           "can't be straight, since the edges branch or close a ring", warnings);
+    warnOf(keep(meetOnce(lines_, vertexCount_)),
+           "would meet another one twice, which no two straight lines do", warnings);
 
     for (Line& line : lines_)
         line.weights.assign(line.vertices.size(), 0.0);
@@ -187,44 +188,39 @@ StraightLines::StraightLines(const IslandMesh& mesh, std::span<const StraightLin
 }
 
 void StraightLines::fix(std::span<const char> isFixed, std::span<const Vec2> uv,
-                        std::vector<std::string>& warnings)
+                        std::vector<LayoutWarning>& warnings)
 {
     isFixed_.assign(isFixed.begin(), isFixed.end());
-    std::vector<char> isKept(lines_.size(), 1);
-    std::ptrdiff_t apart = 0;
+    std::vector<char> isTogether(lines_.size(), 1);
     for (std::size_t l = 0; l < lines_.size(); ++l) {
         Line& line = lines_[l];
         double low = std::numeric_limits<double>::infinity();
         double high = -low;
-        std::size_t fixedCount = 0;
         for (const int v : line.vertices) {
             if (!isFixedVertex(v))
                 continue;
-            ++fixedCount;
+            line.isFixed = true;
             low = std::min(low, coordinate(uv[at(v)], line.axis));
             high = std::max(high, coordinate(uv[at(v)], line.axis));
         }
-        line.isFixed = fixedCount > 0;
-        const bool isApart = high - low > straightEnough;
-        apart += isApart;
-        isKept[l] = !isApart && fixedCount < line.vertices.size();
+        isTogether[l] = high - low <= straightEnough;
     }
-    keep(isKept);
-    if (apart > 0)
-        warnings.push_back(countedLines(apart) + " can't be straight, since vertices that are to "
-                                                 "stay lie beside each other; left as they fell.");
+    warnOf(keep(isTogether),
+           "can't be straight, since vertices that are to stay lie beside each other", warnings);
+    std::erase_if(lines_, [&](const Line& line) {
+        return std::all_of(line.vertices.begin(), line.vertices.end(),
+                           [&](int v) { return isFixedVertex(v); });
+    });
 }
 
-void StraightLines::keep(std::span<const char> isKept)
+std::vector<Line> StraightLines::keep(std::span<const char> isKept)
 {
-    std::size_t kept = 0;
+    std::vector<Line> kept;
+    std::vector<Line> others;
     for (std::size_t l = 0; l < lines_.size(); ++l)
-        if (isKept[l]) {
-            if (kept != l)
-                lines_[kept] = std::move(lines_[l]);
-            ++kept;
-        }
-    lines_.resize(kept);
+        (isKept[l] ? kept : others).push_back(std::move(lines_[l]));
+    lines_ = std::move(kept);
+    return others;
 }
 
 double StraightLines::bestTurn(std::span<const Vec2> uv) const
@@ -250,10 +246,9 @@ void StraightLines::turnAlong(std::vector<Vec2>& uv) const
         p = {axis.x * p.x - axis.y * p.y, axis.y * p.x + axis.x * p.y};
 }
 
-std::string StraightLines::givenUp(int lines)
+void StraightLines::warnOfGivenUp(std::span<const Line> lines, std::vector<LayoutWarning>& warnings)
 {
-    return std::to_string(lines) + (lines == 1 ? " line" : " lines") +
-           " of constrained edges can't be straight without flipping triangles; left as they fell.";
+    warnOf(lines, "can't be straight without flipping triangles", warnings);
 }
 
 double StraightLines::mean(int line, std::span<const Vec2> uv) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Unfold3D/base/IslandMesh.h"
+#include "Unfold3D/base/LayoutWarning.h"
 #include "Unfold3D/linear/VertexGraph.h"
 #include "Unfold3D/parameterisation/Flatten.h"
 #include "Unfold3D/parameterisation/NodeLayout.h"
@@ -9,7 +10,6 @@
 #include <array>
 #include <cstdint>
 #include <span>
-#include <string>
 #include <vector>
 
 namespace unfold3d
@@ -48,19 +48,19 @@ public:
     /// become one. Left out, with a warning, are lines that would fold triangles: those that close
     /// a ring or branch, and those that meet another one twice.
     StraightLines(const IslandMesh& mesh, std::span<const StraightLine> asked,
-                  std::vector<std::string>& warnings);
+                  std::vector<LayoutWarning>& warnings);
 
     /// Fixes vertices where they are in `uv`; isFixed [vertex]. Leaves out, with a warning, lines
     /// whose fixed vertices aren't on one, and without one those of which nothing can move.
     void fix(std::span<const char> isFixed, std::span<const Vec2> uv,
-             std::vector<std::string>& warnings);
+             std::vector<LayoutWarning>& warnings);
 
     int count() const { return static_cast<int>(lines_.size()); }
     std::span<const Line> lines() const { return lines_; }
     int nodeOf(int line) const { return vertexCount_ + line; }
     bool isFixed(int line) const { return lines_[static_cast<std::size_t>(line)].isFixed; }
-    /// Keeps the lines for which isKept [line] holds.
-    void keep(std::span<const char> isKept);
+    /// Keeps the lines for which isKept [line] holds, and returns the others.
+    std::vector<Line> keep(std::span<const char> isKept);
 
     /// The angle by which a layout ([vertex]) is to be turned for the lines to run along their axes
     /// as well as they can.
@@ -84,8 +84,8 @@ public:
     double energy(const NodeLayout& layout, double stiffness) const;
     void addSprings(const NodeLayout& layout, double stiffness, std::vector<Spring>& springs) const;
 
-    /// The warning about lines that can't be had.
-    static std::string givenUp(int lines);
+    /// Warns of lines that can't be had without flipping triangles, if there are any.
+    static void warnOfGivenUp(std::span<const Line> lines, std::vector<LayoutWarning>& warnings);
 
     /// Adds the pairs of nodes that meet once vertices share the unknown of their line, in a mesh
     /// whose vertices meet in triangles and in the pairs that stand in `pairs` already.
