@@ -50,8 +50,7 @@ PathCost toPathCost(double cost)
 CheapestPaths::CheapestPaths(const SeamMesh& mesh, std::span<const PathCost> costs,
                              std::span<const char> isWall)
     : mesh_(mesh), costs_(costs), isWall_(isWall), isEnd_(mesh.isOnBorder),
-      cost_(mesh.positions.size(), unreached), edgeTo_(mesh.positions.size(), -1),
-      isDone_(mesh.positions.size(), 0)
+      arrivals_(mesh.positions.size())
 {
     for (int e = 0; e < mesh.edgeCount(); ++e)
         if (isWall[at(e)])
@@ -74,11 +73,8 @@ void CheapestPaths::refreshEnds(std::span<const int> triangles)
 
 void CheapestPaths::clear()
 {
-    for (const int v : touched_) {
-        cost_[at(v)] = unreached;
-        edgeTo_[at(v)] = -1;
-        isDone_[at(v)] = 0;
-    }
+    for (const int v : touched_)
+        arrivals_[at(v)] = {};
     touched_.clear();
     reached_.clear();
 }
@@ -89,9 +85,9 @@ void CheapestPaths::search(std::span<const int> sources, const RunControl& contr
 }
 
 int CheapestPaths::searchNearest(std::span<const int> sources, std::span<const char> isGoal,
-                                 const RunControl& control)
+                                 const RunControl& control, PathCost limit)
 {
-    return run(sources, isGoal, unreached, control);
+    return run(sources, isGoal, limit, control);
 }
 
 int CheapestPaths::run(std::span<const int> sources, std::span<const char> isGoal, PathCost limit,
@@ -100,8 +96,8 @@ int CheapestPaths::run(std::span<const int> sources, std::span<const char> isGoa
     clear();
     std::priority_queue<Visit, std::vector<Visit>, std::greater<>> queue;
     for (const int v : sources)
-        if (cost_[at(v)] != 0) {
-            cost_[at(v)] = 0;
+        if (arrivals_[at(v)].cost != 0) {
+            arrivals_[at(v)].cost = 0;
             touched_.push_back(v);
             queue.push({0, v});
         }
@@ -109,33 +105,36 @@ int CheapestPaths::run(std::span<const int> sources, std::span<const char> isGoa
     while (!queue.empty()) {
         const auto [cost, v] = queue.top();
         queue.pop();
-        if (isDone_[at(v)])
+        Arrival& here = arrivals_[at(v)];
+        if (here.isDone)
             continue;
         if (cost > limit)
             break;
-        isDone_[at(v)] = 1;
+        here.isDone = true;
         reached_.push_back(v);
         if (reached_.size() % visitsPerCheckpoint == 0)
             control.checkpoint();
-        const bool isSource = edgeTo_[at(v)] < 0;
+        const bool isSource = here.edge < 0;
         if (!isSource && !isGoal.empty() && isGoal[at(v)])
             return v;
         if (!isSource && isEnd_[at(v)])
             continue;
         for (const auto& [edge, next] : mesh_.spokes[v]) {
-            if (isWall_[at(edge)] || isDone_[at(next)])
+            Arrival& there = arrivals_[at(next)];
+            if (there.isDone || isWall_[at(edge)])
                 continue;
             if (isSource && !region_.empty() && !region_[at(mesh_.trianglesOf(edge)[0])])
                 continue;
             const PathCost costThere = cost + costs_[at(edge)];
-            PathCost& known = cost_[at(next)];
-            if (costThere > known || (costThere == known && edge >= edgeTo_[at(next)]))
+            if (costThere > there.cost || (costThere == there.cost && edge >= there.edge))
                 continue;
-            if (known == unreached)
+            if (there.cost == unreached)
                 touched_.push_back(next);
-            known = costThere;
-            edgeTo_[at(next)] = edge;
-            queue.push({costThere, next});
+            const bool isQueued = costThere == there.cost;
+            there.cost = costThere;
+            there.edge = edge;
+            if (!isQueued)
+                queue.push({costThere, next});
         }
     }
     return -1;

@@ -48,14 +48,14 @@ public:
     void search(std::span<const int> sources, const RunControl& control,
                 PathCost limit = unreached);
     /// The same up to the first vertex for which isGoal [vertex] is set and that is no source;
-    /// returns it, or -1.
+    /// returns it, or -1 where there is none at a cost of at most `limit`.
     int searchNearest(std::span<const int> sources, std::span<const char> isGoal,
-                      const RunControl& control);
+                      const RunControl& control, PathCost limit = unreached);
 
     /// Cost of the way to a vertex; unreached where there is none.
-    PathCost costTo(int vertex) const { return cost_[static_cast<std::size_t>(vertex)]; }
+    PathCost costTo(int vertex) const { return arrivals_[static_cast<std::size_t>(vertex)].cost; }
     /// The last edge on the way to a vertex; -1 at sources and where there is no way.
-    int edgeTo(int vertex) const { return edgeTo_[static_cast<std::size_t>(vertex)]; }
+    int edgeTo(int vertex) const { return arrivals_[static_cast<std::size_t>(vertex)].edge; }
     /// The vertex before on the way to this one, which is no source.
     int previousOf(int vertex) const;
     /// The edges of the way to a vertex, from the vertex to its source.
@@ -64,6 +64,14 @@ public:
     std::span<const int> reached() const { return reached_; }
 
 private:
+    /// What a search knows of a vertex; together, since it asks for all of it at once.
+    struct Arrival
+    {
+        PathCost cost = unreached;
+        int edge = -1;
+        bool isDone = false;
+    };
+
     int run(std::span<const int> sources, std::span<const char> isGoal, PathCost limit,
             const RunControl& control);
     void clear();
@@ -73,9 +81,7 @@ private:
     std::span<const char> isWall_;
     std::span<const char> region_;
     std::vector<char> isEnd_;
-    std::vector<PathCost> cost_;
-    std::vector<int> edgeTo_;
-    std::vector<char> isDone_;
+    std::vector<Arrival> arrivals_; ///< [vertex]
     std::vector<int> touched_;
     std::vector<int> reached_;
 };

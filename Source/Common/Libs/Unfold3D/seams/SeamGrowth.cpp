@@ -15,6 +15,9 @@ namespace
 constexpr double expectedShare = 0.7;
 /// Share of the best gain from which on tips are taken together with the best.
 constexpr double nearlyBest = 0.4;
+/// Ways are looked for up to this many times the cost that a tip is worth: what searches count in
+/// is rounded.
+constexpr double searchSlack = 1.05;
 /// Tips of a part to look at in a round.
 constexpr int mostTips = 24;
 
@@ -109,18 +112,22 @@ private:
                 ++seen[at(part)] > mostTips)
                 continue;
             const bool isUrgent = now.energies[at(part)] > options_.highEnergy;
-            const double price = priceOf(draft_.costOf(wayToCut(peak.vertex)),
-                                         draft_.parts.sizes[at(part)], options_) /
-                                 (isUrgent ? 5.0 : 1.0);
-            if (gain > price)
+            const double pricePerCost =
+                priceOf(1.0, draft_.parts.sizes[at(part)], options_) / (isUrgent ? 5.0 : 1.0);
+            const double worthyCost = gain / pricePerCost;
+            const std::vector<int> way =
+                wayToCut(peak.vertex, toPathCost(searchSlack * worthyCost));
+            const double price = pricePerCost * draft_.costOf(way);
+            if (!way.empty() && gain > price)
                 tips.push_back({peak.vertex, part, gain - price});
         }
         return tips;
     }
 
-    std::vector<int> wayToCut(int vertex)
+    /// None where there is no way at a cost of at most `limit`.
+    std::vector<int> wayToCut(int vertex, PathCost limit = unreached)
     {
-        const int end = paths_.searchNearest(std::span(&vertex, 1), isCut_, control_);
+        const int end = paths_.searchNearest(std::span(&vertex, 1), isCut_, control_, limit);
         return end < 0 ? std::vector<int>() : paths_.pathTo(end);
     }
 
