@@ -29,7 +29,7 @@ constexpr int stepCount = 4;
 constexpr double highestPrice = 0.07;
 constexpr double lowestPrice = 0.006;
 /// What large meshes are made coarse to, where a few thousand vertices tell enough.
-constexpr int mostVertices = 6000;
+constexpr int mostVertices = 3500;
 /// From this step on limbs are cut off, those that are this many diameters long at it, and those at
 /// the last step.
 constexpr int firstStepWithLimbs = 1;
