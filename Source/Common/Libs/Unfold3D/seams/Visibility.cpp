@@ -43,11 +43,17 @@ std::array<Vec3, directionCount> evenDirections()
 }
 
 /// The directions over a half space, laid about a vertex so that what it sees is the same however
-/// the surface is turned or mirrored: x lies as towards the origin.
-std::array<Vec3, directionCount> directionsAt(Vec3 position, Vec3 normal)
+/// the surface is turned or mirrored: x lies as towards the origin, or where that is along the
+/// normal, towards a neighbour.
+std::array<Vec3, directionCount> directionsAt(Vec3 position, Vec3 normal, Vec3 neighbour)
 {
-    Vec3 x = position - dot(position, normal) * normal;
-    if (length(x) <= 1e-9 * length(position))
+    // What is less is rounding of the normal.
+    constexpr double leastSine = 1e-3;
+    const auto acrossNormal = [&](Vec3 v) { return v - dot(v, normal) * normal; };
+    Vec3 x = acrossNormal(position);
+    if (length(x) <= leastSine * length(position))
+        x = acrossNormal(neighbour - position);
+    if (length(x) <= leastSine * length(neighbour - position))
         x = cross(normal, std::abs(normal.x) < 0.5 ? Vec3{1.0, 0.0, 0.0} : Vec3{0.0, 1.0, 0.0});
     x = (1.0 / std::max(length(x), 1e-300)) * x;
     const Vec3 y = cross(normal, x);
@@ -74,6 +80,17 @@ std::vector<Vec3> vertexNormals(std::span<const Vec3> positions,
     return normals;
 }
 
+/// [vertex] the one that comes next in the first triangle that uses it
+std::vector<int> firstNeighbours(std::size_t vertexCount, std::span<const Triangle> triangles)
+{
+    std::vector<int> neighbours(vertexCount, -1);
+    for (const Triangle& t : triangles)
+        for (std::size_t i = 0; i < 3; ++i)
+            if (neighbours[at(t[i])] < 0)
+                neighbours[at(t[i])] = t[(i + 1) % 3];
+    return neighbours;
+}
+
 constexpr double unknown = -1.0;
 
 /// Values of the samples, the others unknown.
@@ -83,6 +100,7 @@ std::vector<double> sampleLight(std::span<const Vec3> positions,
 {
     const Occluder occluder(positions, triangles);
     const std::vector<Vec3> normals = vertexNormals(positions, triangles);
+    const std::vector<int> neighbours = firstNeighbours(positions.size(), triangles);
     std::vector<double> light(positions.size(), unknown);
     tbb::parallel_for(tbb::blocked_range<std::size_t>(0, samples.size(), 64),
                       [&](const tbb::blocked_range<std::size_t>& range) {
@@ -91,9 +109,11 @@ std::vector<double> sampleLight(std::span<const Vec3> positions,
                               const std::size_t v = at(samples[i]);
                               if (normals[v] == Vec3{})
                                   continue;
+                              const Vec3 neighbour = positions[at(neighbours[v])];
                               const auto lightOn = [&](Vec3 normal) {
-                                  return occluder.lightAt(positions[v], normal,
-                                                          directionsAt(positions[v], normal));
+                                  return occluder.lightAt(
+                                      positions[v], normal,
+                                      directionsAt(positions[v], normal, neighbour));
                               };
                               light[v] = std::max(lightOn(normals[v]), lightOn(-1.0 * normals[v]));
                           }
