@@ -2,6 +2,8 @@
 #include "Solids.h"
 #include "Surfaces.h"
 
+#include "Unfold3D/seams/MirrorPlane.h"
+#include "Unfold3D/seams/SurfaceExtent.h"
 #include "Unfold3D/seams/Visibility.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +12,7 @@
 #include <cmath>
 #include <numbers>
 #include <numeric>
+#include <optional>
 #include <random>
 #include <set>
 
@@ -127,6 +130,32 @@ TEST(OrganicSeams, MakeOneDiskOfABodyThatLiesFlatWithLittleStrain)
         EXPECT_LE(seams::worstEnergy(cut), body.mostEnergy);
     }
     EXPECT_TRUE(organic(surfaces::sheet(6, 5)).empty());
+}
+
+/// The plane of symmetry of a body that stands askew.
+std::optional<Vec3> mirrorPlaneOf(IslandMesh mesh)
+{
+    for (Vec3& p : mesh.positions)
+        p = {0.6 * p.x - 0.8 * p.y, 0.8 * p.x + 0.6 * p.y, p.z};
+    std::vector<int> all(mesh.triangles.size());
+    std::iota(all.begin(), all.end(), 0);
+    const Vec3 middle = extentOf(mesh.positions, mesh.triangles, all).middle;
+    for (Vec3& p : mesh.positions)
+        p = p - middle;
+    all.resize(mesh.positions.size());
+    return mirrorPlane(mesh.positions, mesh.triangles, all);
+}
+
+TEST(OrganicSeams, KnowThePlaneOfSymmetryOfABody)
+{
+    const std::optional<Vec3> normal = mirrorPlaneOf(animal());
+    ASSERT_TRUE(normal);
+    EXPECT_NEAR(std::abs(dot(*normal, {-0.8, 0.6, 0.0})), 1.0, 1e-3);
+    EXPECT_FALSE(mirrorPlaneOf(solids::sphere(24))) << "it has too many";
+    const auto hasThreeLegs = [](int i, int j, int k) {
+        return (i < 12 && k >= 5) || (i % 9 < 3 && j % 4 < 2 && (i < 4 || j < 2));
+    };
+    EXPECT_FALSE(mirrorPlaneOf(solids::cubes(12, 6, 10, hasThreeLegs)));
 }
 
 TEST(OrganicSeams, OnlyGrowWithTheAmount)

@@ -1,10 +1,12 @@
 #include "Unfold3D/seams/HiddenSeamCosts.h"
 
 #include "Unfold3D/base/BinaryDigits.h"
+#include "Unfold3D/seams/MirrorPlane.h"
 #include "Unfold3D/seams/Visibility.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace unfold3d
 {
@@ -23,6 +25,10 @@ constexpr double factorOfRidge = 0.55;
 /// Below this angle, in radians, an edge lies in a plane.
 constexpr double flatAngle = 1e-3;
 constexpr double factorOfFlat = 1.3;
+/// An edge in the plane of symmetry, within this share of its length: there one seam serves both
+/// sides.
+constexpr double factorOfMirrorPlane = 0.75;
+constexpr double offMirrorPlane = 0.1;
 /// Edges that are alike cost the same whatever the rounding of their positions, so that ways that
 /// are alike are ties.
 constexpr int digits = 6;
@@ -43,6 +49,7 @@ std::vector<double> hiddenSeamCosts(const SeamMesh& mesh, std::span<const int> s
 {
     const std::vector<double> visibility =
         vertexVisibility(mesh.positions, mesh.triangles, samples, control);
+    const std::optional<Vec3> mirror = mirrorPlane(mesh.positions, mesh.triangles, samples);
     std::vector<double> costs(mesh.lengths.size());
     for (int e = 0; e < mesh.edgeCount(); ++e) {
         const auto i = static_cast<std::size_t>(e);
@@ -51,7 +58,13 @@ std::vector<double> hiddenSeamCosts(const SeamMesh& mesh, std::span<const int> s
                                               visibility[static_cast<std::size_t>(b)]),
                                        0.0, 1.0);
         const double light = factorInTheDark + (1.0 - factorInTheDark) * seen * seen;
-        costs[i] = toBinaryDigits(mesh.lengths[i] * light * creaseFactor(mesh.angles[i]), digits);
+        const double off =
+            mirror ? std::max(std::abs(dot(*mirror, mesh.positions[static_cast<std::size_t>(a)])),
+                              std::abs(dot(*mirror, mesh.positions[static_cast<std::size_t>(b)])))
+                   : mesh.lengths[i];
+        const double place = off < offMirrorPlane * mesh.lengths[i] ? factorOfMirrorPlane : 1.0;
+        costs[i] =
+            toBinaryDigits(mesh.lengths[i] * light * place * creaseFactor(mesh.angles[i]), digits);
     }
     return costs;
 }
