@@ -53,7 +53,9 @@ FlattenAttempt IslandFlattener::run()
 
 FlattenAttempt IslandFlattener::flattenFrom(FlatStart& start)
 {
+    control_.checkpoint();
     turnToExpectedSide(mesh_, oldLayout_, start.uv);
+    control_.checkpoint();
     const double begin = done_;
     done_ += progressOfAttempt * (1.0 - done_);
     options_.eliminationOrder = starts_.eliminationOrder();
@@ -61,6 +63,7 @@ FlattenAttempt IslandFlattener::flattenFrom(FlatStart& start)
         flatten(mesh_, std::move(start.uv), options_, control_,
                 [&](double fraction) { progress_(begin + fraction * (done_ - begin)); });
     progress_(done_);
+    control_.checkpoint();
     if (!isFlipFree(mesh_.triangles, flat.uv))
         flat.uv.clear();
     return {start.method, std::move(flat.uv), std::move(flat.report)};

@@ -38,10 +38,12 @@ Obstacle obstacleOf(const IslandSurface& surface)
     return findBorderLoops(mesh, pairHalfEdges(mesh.triangles, mesh.vertexCount())).obstacle;
 }
 
-FlatPart takeFlatPart(const Session& session, int island)
+FlatPart takeFlatPart(const Session& session, int island, const RunControl& control)
 {
-    FlatPart part{takeIsland(session.mesh, session.islands, island), Obstacle::None, {}};
+    FlatPart part{takeIsland(session.mesh, session.islands, island, control), Obstacle::None, {}};
+    control.checkpoint();
     part.obstacle = obstacleOf(part.surface);
+    control.checkpoint();
     if (part.obstacle != Obstacle::Closed || !hasLayout(session, part.surface.vertices))
         return part;
     FlatPart open = part;
@@ -168,7 +170,7 @@ IslandLayout relaxIsland(const Session& session, int island, std::span<const cha
                          const std::function<void(double)>& progress)
 {
     IslandLayout result;
-    FlatPart part = takeFlatPart(session, island);
+    FlatPart part = takeFlatPart(session, island, control);
     control.checkpoint();
     result.obstacle = part.obstacle;
     if (result.obstacle != Obstacle::None)

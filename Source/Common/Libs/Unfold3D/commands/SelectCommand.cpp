@@ -105,6 +105,7 @@ std::vector<int> proposeSeams(Session& session, const Params& params, const Seam
 void runSelect(Session& session, const Params& params, Answer& answer, RunControl& control)
 {
     const Choice choice = choiceFor(session, params.text("#PrimType string \"Edge\"", "Edge"));
+    control.checkpoint();
     const bool select = params.flag("#Select bool", true);
     const bool all = params.flag("#All bool", false);
     std::vector<int> ids =

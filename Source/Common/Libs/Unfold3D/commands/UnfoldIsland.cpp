@@ -12,7 +12,7 @@ IslandLayout unfoldIsland(const Session& session, int island, const FlattenOptio
                           const RunControl& control, const std::function<void(double)>& progress)
 {
     IslandLayout result;
-    IslandSurface surface = takeIsland(session.mesh, session.islands, island);
+    IslandSurface surface = takeIsland(session.mesh, session.islands, island, control);
     result.obstacle = surface.obstacle;
     if (result.obstacle != Obstacle::None)
         return result;

@@ -1,11 +1,12 @@
 #include "Unfold3D/linear/EliminationOrder.h"
 
+#include "Unfold3D/linear/Dissector.h"
+#include "Unfold3D/linear/VertexSeparator.h"
+
 #include <Eigen/OrderingMethods>
 #include <Eigen/SparseCore>
-#include <metis.h>
 
 #include <algorithm>
-#include <mutex>
 #include <numeric>
 
 namespace unfold3d
@@ -16,6 +17,61 @@ namespace
 
 /// Below this many nodes there is nothing to dissect.
 constexpr int smallestDissected = 64;
+/// Larger graphs are parted first, so that the dissection, which can't be interrupted, takes some
+/// tens of milliseconds at most.
+constexpr int largestDissectedWhole = 10'000;
+
+/// The part of a graph on one side, with the names that its nodes have in the whole.
+struct Part
+{
+    VertexGraph graph;
+    std::vector<int> names;
+};
+
+Part partOn(Side side, const VertexGraph& graph, std::span<const int> names,
+            const std::vector<Side>& sides)
+{
+    Part part;
+    std::vector<int> placeInPart(sides.size(), -1);
+    for (std::size_t v = 0; v < sides.size(); ++v)
+        if (sides[v] == side) {
+            placeInPart[v] = static_cast<int>(part.names.size());
+            part.names.push_back(names[v]);
+        }
+    part.graph.offsets.reserve(part.names.size() + 1);
+    for (std::size_t v = 0; v < sides.size(); ++v) {
+        if (sides[v] != side)
+            continue;
+        for (const int neighbour : graph.of(static_cast<int>(v)))
+            if (const int place = placeInPart[static_cast<std::size_t>(neighbour)]; place >= 0)
+                part.graph.neighbours.push_back(place);
+        part.graph.offsets.push_back(static_cast<int>(part.graph.neighbours.size()));
+    }
+    return part;
+}
+
+/// Appends the names of the nodes in an order that eliminates both sides of a separator before it.
+void dissect(const VertexGraph& graph, std::span<const int> names, const RunControl& control,
+             std::vector<int>& order)
+{
+    control.checkpoint();
+    std::optional<std::vector<Side>> sides;
+    if (graph.size() > largestDissectedWhole)
+        sides = separate(graph, control);
+    if (!sides) {
+        const std::optional<std::vector<int>> whole = dissectToTheEnd(graph);
+        for (const int v : whole ? *whole : minimumDegreeOrder(graph))
+            order.push_back(names[static_cast<std::size_t>(v)]);
+        return;
+    }
+    for (const Side side : {Side::Low, Side::High}) {
+        const Part part = partOn(side, graph, names, *sides);
+        dissect(part.graph, part.names, control, order);
+    }
+    for (std::size_t v = 0; v < sides->size(); ++v)
+        if ((*sides)[v] == Side::Separator)
+            order.push_back(names[v]);
+}
 
 } // namespace
 
@@ -39,35 +95,16 @@ std::vector<int> minimumDegreeOrder(const VertexGraph& graph)
     return {order.indices().data(), order.indices().data() + n};
 }
 
-std::vector<int> dissectionOrder(const VertexGraph& graph)
+std::vector<int> dissectionOrder(const VertexGraph& graph, const RunControl& control)
 {
     if (graph.size() < smallestDissected || graph.neighbours.empty())
         return minimumDegreeOrder(graph);
-
-    // The dissection draws its random numbers from the one generator of the process and seeds it
-    // first: two at a time would take numbers from each other, and the order would not be the same
-    // on every run.
-    static std::mutex oneAtATime;
-    const std::scoped_lock lock(oneAtATime);
-
-    static_assert(sizeof(idx_t) == sizeof(int));
-    idx_t n = graph.size();
-    std::vector<idx_t> offsets(graph.offsets.begin(), graph.offsets.end());
-    std::vector<idx_t> neighbours(graph.neighbours.begin(), graph.neighbours.end());
-    std::vector<idx_t> oldOfNew(static_cast<std::size_t>(n));
-    std::vector<idx_t> newOfOld(static_cast<std::size_t>(n));
-    std::vector<idx_t> options(METIS_NOPTIONS);
-    METIS_SetDefaultOptions(options.data());
-    options[METIS_OPTION_SEED] = 1;
-    options[METIS_OPTION_NUMBERING] = 0;
-    // Vertices of a mesh have few neighbours in common: looking for equal rows costs and finds
-    // none.
-    options[METIS_OPTION_COMPRESS] = 0;
-    const int status = METIS_NodeND(&n, offsets.data(), neighbours.data(), nullptr, options.data(),
-                                    oldOfNew.data(), newOfOld.data());
-    if (status != METIS_OK)
-        return minimumDegreeOrder(graph);
-    return {oldOfNew.begin(), oldOfNew.end()};
+    std::vector<int> all(static_cast<std::size_t>(graph.size()));
+    std::iota(all.begin(), all.end(), 0);
+    std::vector<int> order;
+    order.reserve(all.size());
+    dissect(graph, all, control, order);
+    return order;
 }
 
 } // namespace unfold3d

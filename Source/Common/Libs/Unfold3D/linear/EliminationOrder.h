@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/linear/VertexGraph.h"
 
 #include <vector>
@@ -14,7 +15,7 @@ namespace unfold3d
 std::vector<int> minimumDegreeOrder(const VertexGraph& graph);
 
 /// Nested dissection: slower to compute, less work for the factorisation of large graphs. Calls of
-/// several threads wait for each other.
-std::vector<int> dissectionOrder(const VertexGraph& graph);
+/// several threads wait for each other, but for some tens of milliseconds only.
+std::vector<int> dissectionOrder(const VertexGraph& graph, const RunControl& control);
 
 } // namespace unfold3d

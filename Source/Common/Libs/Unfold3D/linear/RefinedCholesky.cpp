@@ -106,6 +106,7 @@ bool RefinedCholesky::solveShort(const BlockMatrix& matrix, std::span<double> va
     for (int round = 0; round < maxRounds; ++round) {
         control.checkpoint();
         shortFactor_.solve(corrected);
+        control.checkpoint();
         const double now = product(residual, corrected);
         if (round == 0) {
             direction = corrected;

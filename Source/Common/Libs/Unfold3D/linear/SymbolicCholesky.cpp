@@ -24,21 +24,21 @@ std::size_t at(int index)
     return static_cast<std::size_t>(index);
 }
 
-OrderedGraph orderConnected(const VertexGraph& graph)
+OrderedGraph orderConnected(const VertexGraph& graph, const RunControl& control)
 {
     const int n = graph.size();
     if (n >= smallestAlwaysDissected)
-        return followElimination(graph, dissectionOrder(graph));
+        return followElimination(graph, dissectionOrder(graph, control));
     OrderedGraph byDegree = followElimination(graph, minimumDegreeOrder(graph));
     if (byDegree.tree.operations() <= operationsOfGoodOrder * std::pow(n, 1.5))
         return byDegree;
-    OrderedGraph dissected = followElimination(graph, dissectionOrder(graph));
+    OrderedGraph dissected = followElimination(graph, dissectionOrder(graph, control));
     return dissected.tree.operations() < byDegree.tree.operations() ? std::move(dissected)
                                                                     : std::move(byDegree);
 }
 
 /// Nodes that meet no other come first, so that only the rest has to be ordered.
-OrderedGraph orderWell(const VertexGraph& graph)
+OrderedGraph orderWell(const VertexGraph& graph, const RunControl& control)
 {
     std::vector<int> order;
     std::vector<int> connected;
@@ -48,14 +48,14 @@ OrderedGraph orderWell(const VertexGraph& graph)
         (graph.of(node).empty() ? order : connected).push_back(node);
     }
     if (order.empty())
-        return orderConnected(graph);
+        return orderConnected(graph, control);
     VertexGraph rest;
     for (const int node : connected) {
         for (const int neighbour : graph.of(node))
             rest.neighbours.push_back(placeAmongConnected[at(neighbour)]);
         rest.offsets.push_back(static_cast<int>(rest.neighbours.size()));
     }
-    for (const int place : orderConnected(rest).oldOfNew)
+    for (const int place : orderConnected(rest, control).oldOfNew)
         order.push_back(connected[at(place)]);
     return followElimination(graph, std::move(order));
 }
@@ -160,8 +160,9 @@ void measureStacks(SymbolicCholesky& symbolic)
     }
 }
 
-SymbolicCholesky describe(OrderedGraph ordered)
+SymbolicCholesky describe(OrderedGraph ordered, const RunControl& control)
 {
+    control.checkpoint();
     SymbolicCholesky symbolic;
     symbolic.oldOfNew = std::move(ordered.oldOfNew);
     const std::vector<int> newOfOrdered = numberColumns(groupColumns(ordered.tree), symbolic);
@@ -170,8 +171,11 @@ SymbolicCholesky describe(OrderedGraph ordered)
         oldOfNew[at(newOfOrdered[i])] = symbolic.oldOfNew[i];
     symbolic.oldOfNew = std::move(oldOfNew);
     symbolic.newOfOld = inverted(symbolic.oldOfNew);
+    control.checkpoint();
     layOutEntries(renumbered(ordered.graph, newOfOrdered), symbolic);
+    control.checkpoint();
     collectRows(symbolic);
+    control.checkpoint();
     measurePanels(symbolic);
     measureStacks(symbolic);
     return symbolic;
@@ -188,14 +192,15 @@ int SymbolicCholesky::entryOf(int columnA, int columnB) const
     return found != end && *found == row ? static_cast<int>(found - entryRows.begin()) : noEntry;
 }
 
-SymbolicCholesky analyse(const VertexGraph& graph)
+SymbolicCholesky analyse(const VertexGraph& graph, const RunControl& control)
 {
-    return describe(orderWell(graph));
+    return describe(orderWell(graph, control), control);
 }
 
-SymbolicCholesky analyse(const VertexGraph& graph, std::vector<int> oldOfNew)
+SymbolicCholesky analyse(const VertexGraph& graph, std::vector<int> oldOfNew,
+                         const RunControl& control)
 {
-    return describe(followElimination(graph, std::move(oldOfNew)));
+    return describe(followElimination(graph, std::move(oldOfNew)), control);
 }
 
 } // namespace unfold3d

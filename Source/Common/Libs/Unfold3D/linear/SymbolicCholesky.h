@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/linear/VertexGraph.h"
 
 #include <cstddef>
@@ -65,9 +66,10 @@ struct SymbolicCholesky
 /// Analyses a graph in an order of its own choice: minimum degree for small graphs, nested
 /// dissection for large ones and for those on which minimum degree does badly. Much cheaper than
 /// one factorisation of the large, as dear as one of the small. The same result on every run.
-SymbolicCholesky analyse(const VertexGraph& graph);
+SymbolicCholesky analyse(const VertexGraph& graph, const RunControl& control);
 
 /// Analyses a graph in the order given by the caller.
-SymbolicCholesky analyse(const VertexGraph& graph, std::vector<int> oldOfNew);
+SymbolicCholesky analyse(const VertexGraph& graph, std::vector<int> oldOfNew,
+                         const RunControl& control);
 
 } // namespace unfold3d

@@ -90,10 +90,12 @@ double normalise(IslandMesh& mesh)
     return side * scale;
 }
 
-IslandSurface takeIsland(const ImportedMesh& mesh, const Islands& islands, int island)
+IslandSurface takeIsland(const ImportedMesh& mesh, const Islands& islands, int island,
+                         const RunControl& control)
 {
     IslandSurface surface;
     numberFromZero(mesh, islands, island, surface);
+    control.checkpoint();
     surface.obstacle =
         windConsistently(surface.mesh.triangles, static_cast<int>(surface.vertices.size()));
     if (surface.obstacle != Obstacle::None) {
@@ -103,6 +105,7 @@ IslandSurface takeIsland(const ImportedMesh& mesh, const Islands& islands, int i
     surface.mesh.positions.reserve(surface.vertices.size());
     for (const int v : surface.vertices)
         surface.mesh.positions.push_back(mesh.positions[static_cast<std::size_t>(v)]);
+    control.checkpoint();
     surface.size = normalise(surface.mesh);
     return surface;
 }

@@ -2,6 +2,7 @@
 
 #include "Unfold3D/base/IslandMesh.h"
 #include "Unfold3D/base/Obstacle.h"
+#include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/mesh/ImportedMesh.h"
 #include "Unfold3D/mesh/Islands.h"
 
@@ -26,6 +27,7 @@ struct IslandSurface
 double normalise(IslandMesh& mesh);
 
 /// Takes an island out: numbered from 0, wound consistently and normalised.
-IslandSurface takeIsland(const ImportedMesh& mesh, const Islands& islands, int island);
+IslandSurface takeIsland(const ImportedMesh& mesh, const Islands& islands, int island,
+                         const RunControl& control);
 
 } // namespace unfold3d

@@ -203,7 +203,7 @@ void classifyTriangles(ImportedMesh& mesh, ImportFindings& findings)
 }
 
 /// Names the edges that aren't those of an oriented surface, in the order of their vertices.
-void inspectEdges(const ImportedMesh& mesh, ImportFindings& findings)
+void inspectEdges(const ImportedMesh& mesh, ImportFindings& findings, const RunControl& control)
 {
     struct HalfEdge
     {
@@ -224,9 +224,12 @@ void inspectEdges(const ImportedMesh& mesh, ImportFindings& findings)
             halfEdges.push_back({std::min(from, to), std::max(from, to), t, from < to});
         }
     }
+    control.checkpoint();
     std::sort(halfEdges.begin(), halfEdges.end(), [](const HalfEdge& a, const HalfEdge& b) {
         return std::tie(a.low, a.high, a.triangle) < std::tie(b.low, b.high, b.triangle);
     });
+
+    control.checkpoint();
 
     int crowded = 0;
     int turned = 0;
@@ -291,7 +294,7 @@ ImportedMesh importMesh(const MeshArrays& arrays, ImportFindings& findings,
     control.checkpoint();
     classifyTriangles(mesh, findings);
     control.checkpoint();
-    inspectEdges(mesh, findings);
+    inspectEdges(mesh, findings, control);
     return mesh;
 }
 

@@ -33,21 +33,28 @@ std::vector<int> orderByLowestColumn(std::span<const Triangle> triangles,
     return order;
 }
 
-SymbolicCholesky analyseVertices(const MovablePart& part, std::span<const int> oldOfNew)
+SymbolicCholesky analyseVertices(const MovablePart& part, std::span<const int> oldOfNew,
+                                 const RunControl& control)
 {
+    control.checkpoint();
     const VertexGraph graph = vertexGraph(part.corners, part.mesh.vertexCount());
-    return oldOfNew.empty() ? analyse(graph) : analyse(graph, {oldOfNew.begin(), oldOfNew.end()});
+    control.checkpoint();
+    return oldOfNew.empty() ? analyse(graph, control)
+                            : analyse(graph, {oldOfNew.begin(), oldOfNew.end()}, control);
 }
 
 } // namespace
 
-EliminationMesh::EliminationMesh(const MovablePart& part, std::span<const int> oldOfNew)
-    : EliminationMesh(part, analyseVertices(part, oldOfNew))
+EliminationMesh::EliminationMesh(const MovablePart& part, std::span<const int> oldOfNew,
+                                 const RunControl& control)
+    : EliminationMesh(part, analyseVertices(part, oldOfNew, control), control)
 {}
 
-EliminationMesh::EliminationMesh(const MovablePart& part, SymbolicCholesky analysis)
+EliminationMesh::EliminationMesh(const MovablePart& part, SymbolicCholesky analysis,
+                                 const RunControl& control)
     : symbolic(std::move(analysis))
 {
+    control.checkpoint();
     triangles.reserve(part.triangles.size());
     double area = 0.0;
     for (const int t : orderByLowestColumn(part.corners, symbolic.newOfOld)) {
@@ -64,6 +71,7 @@ EliminationMesh::EliminationMesh(const MovablePart& part, SymbolicCholesky analy
     // Stand-ins for triangles without height add a little to the area of the surface.
     for (FlatTriangle& triangle : triangles)
         triangle.metric.area /= area;
+    control.checkpoint();
 }
 
 std::vector<Vec2> EliminationMesh::toColumns(std::span<const Vec2> ofNodes) const

@@ -28,9 +28,10 @@ struct FlatTriangle
 struct EliminationMesh
 {
     /// In an order of elimination that is given, or looked for when that is empty.
-    EliminationMesh(const MovablePart& part, std::span<const int> oldOfNew);
+    EliminationMesh(const MovablePart& part, std::span<const int> oldOfNew,
+                    const RunControl& control);
     /// With an analysis of the vertices' graph and more.
-    EliminationMesh(const MovablePart& part, SymbolicCholesky analysis);
+    EliminationMesh(const MovablePart& part, SymbolicCholesky analysis, const RunControl& control);
 
     int nodeCount() const { return symbolic.size(); }
     /// Values per node in the order of elimination, and back.

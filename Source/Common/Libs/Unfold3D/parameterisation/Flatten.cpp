@@ -63,8 +63,8 @@ public:
     Flattening(const IslandMesh& mesh, std::vector<Vec2> start, const FlattenOptions& options,
                const RunControl& control, const std::function<void(double)>& progress)
         : mesh_(mesh), options_(options), control_(control), progress_(progress),
-          part_(mesh, options.isFixed), border_(mesh), minimiser_(part_, options.eliminationOrder),
-          stop_(stopRule(options.iterations)),
+          part_(mesh, options.isFixed), border_(mesh),
+          minimiser_(part_, control, options.eliminationOrder), stop_(stopRule(options.iterations)),
           reach_(std::max(plainReach, reachPerRoom * options.roomSpace)), uv_(std::move(start))
     {}
 
@@ -77,6 +77,7 @@ public:
                                           "crosses itself; it was left as it is.");
             return {std::move(uv_), std::move(report_)};
         }
+        control_.checkpoint();
         StraightLines lines(mesh_, options_.straight, report_.warnings);
         if (!part_.isWhole())
             lines.fix(part_.isFixed, uv_, report_.warnings);
@@ -86,6 +87,7 @@ public:
             straighten(lines);
         if (options_.iterations == 0 && !options_.keepScale && part_.isWhole())
             minimiser_.rescale(uv_);
+        control_.checkpoint();
         report_.energy = minimiser_.energy(uv_);
         report_.borderCrossings = countBorderCrossings(border_, borderOf(uv_));
         return {std::move(uv_), std::move(report_)};
@@ -278,7 +280,7 @@ private:
               double progressEnd, const LayoutMinimiser::Observer& observer)
     {
         const LayoutMinimiser::Outcome outcome = minimiser_.minimise(
-            uv_, rules, stop, control_, [&](const NodeLayout& layout, double promisedShare) {
+            uv_, rules, stop, [&](const NodeLayout& layout, double promisedShare) {
                 // What the steps promise falls by a similar factor each time.
                 const double done = 1.0 - std::log(promisedShare / stop.promisedShare) /
                                               std::log(1.0 / stop.promisedShare);

@@ -54,9 +54,10 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 } // namespace
 
-LayoutMinimiser::LayoutMinimiser(const MovablePart& part, std::span<const int> eliminationOrder)
-    : part_(part), isFixed_(part.isFixed.begin(), part.isFixed.end()),
-      system_(std::make_unique<StepSystem>(EliminationMesh(part, eliminationOrder))),
+LayoutMinimiser::LayoutMinimiser(const MovablePart& part, const RunControl& control,
+                                 std::span<const int> eliminationOrder)
+    : part_(part), control_(control), isFixed_(part.isFixed.begin(), part.isFixed.end()),
+      system_(std::make_unique<StepSystem>(EliminationMesh(part, eliminationOrder, control))),
       freshOperations_(system_->mesh().symbolic.operations)
 {}
 
@@ -97,16 +98,6 @@ double LayoutMinimiser::rescaleColumns()
     for (Vec2& point : uv_)
         point = scale * point;
     return distortion.bestEnergy(rules_.energy.lengths);
-}
-
-std::vector<Vec2> LayoutMinimiser::borderOf(const Border& border, std::span<const Vec2> uv) const
-{
-    return borderPositions(border, layoutOf(uv));
-}
-
-std::vector<Vec2> LayoutMinimiser::borderOf(std::span<const Vec2> uv) const
-{
-    return borderOf(rules_.barrier->border(), uv);
 }
 
 /// Takes over a layout of the vertices, in a system that has a node for each line.
@@ -175,13 +166,14 @@ void LayoutMinimiser::rebuildSystem(const NodeLayout& layout)
     const bool hasOrder = systemLines_ == rules_.lines && system_->mesh().nodeCount() == nodeCount;
     std::vector<int> order = system_->mesh().symbolic.oldOfNew;
     system_.reset(); // two at a time would double the memory
-    SymbolicCholesky analysis = hasOrder ? analyse(graph, std::move(order)) : analyse(graph);
+    SymbolicCholesky analysis =
+        hasOrder ? analyse(graph, std::move(order), control_) : analyse(graph, control_);
     const bool isStale = hasOrder && analysis.operations > staleOrder * freshOperations_;
     if (isStale)
-        analysis = analyse(graph);
+        analysis = analyse(graph, control_);
     if (isStale || !hasOrder)
         freshOperations_ = analysis.operations;
-    system_ = std::make_unique<StepSystem>(EliminationMesh(part_, std::move(analysis)));
+    system_ = std::make_unique<StepSystem>(EliminationMesh(part_, std::move(analysis), control_));
     systemLines_ = rules_.lines;
     if (part_.isWhole())
         return;
@@ -191,9 +183,10 @@ void LayoutMinimiser::rebuildSystem(const NodeLayout& layout)
 }
 
 /// Returns how much the step's quadratic model promises to gain, doubled.
-double LayoutMinimiser::computeDirection(Curvature kind, const RunControl& control)
+double LayoutMinimiser::computeDirection(Curvature kind)
 {
     collectSprings();
+    control_.checkpoint();
     system_->set(uv_, rules_.energy, kind);
     for (const Spring& spring : springs_)
         system_->add(spring);
@@ -201,7 +194,8 @@ double LayoutMinimiser::computeDirection(Curvature kind, const RunControl& contr
         system_->hold(*rules_.lines);
     if (!isFixed_.empty())
         system_->fix(isFixed_);
-    return system_->solve(control);
+    control_.checkpoint();
+    return system_->solve(control_);
 }
 
 /// As a multiple of the direction; infinite where flips don't matter.
@@ -274,7 +268,7 @@ double LayoutMinimiser::trialEnergy() const
 /// Lets the surroundings of the triangles that would flip first come to rest, with everything else
 /// held: a few of them would keep the steps of the whole short (nonlinear elimination, Lanzkron,
 /// Rose and Wilkes 1996). Returns the energy then.
-double LayoutMinimiser::relaxWhatBlocks(double energy, const RunControl& control)
+double LayoutMinimiser::relaxWhatBlocks(double energy)
 {
     if (rules_.barrier || rules_.push || rules_.lines || rules_.energy.allowsFlips() ||
         part_.mesh.vertexCount() < leastRelaxed)
@@ -298,8 +292,9 @@ double LayoutMinimiser::relaxWhatBlocks(double energy, const RunControl& control
     for (const int v : around.vertices)
         uv.push_back(layoutOf(uv_).at(v));
     const MovablePart part(around.mesh, around.isFixed);
-    LayoutMinimiser(part).minimise(uv, {.energy = rules_.energy}, blockStop, control,
-                                   [](const NodeLayout&, double) { return true; });
+    LayoutMinimiser(part, control_)
+        .minimise(uv, {.energy = rules_.energy}, blockStop,
+                  [](const NodeLayout&, double) { return true; });
     trial_ = uv_;
     for (std::size_t i = 0; i < uv.size(); ++i)
         trial_[static_cast<std::size_t>(
@@ -307,22 +302,24 @@ double LayoutMinimiser::relaxWhatBlocks(double energy, const RunControl& control
     const double relaxed = energyOf(trial_);
     if (!(relaxed < energy))
         return energy;
+    control_.checkpoint();
     uv_.swap(trial_);
     return isScaleFree() ? rescaleColumns() : relaxed;
 }
 
 /// Moves along the direction; returns the energy then, or the old one when no length of step gains
 /// anything.
-double LayoutMinimiser::search(double energy, double promised, const RunControl& control)
+double LayoutMinimiser::search(double energy, double promised)
 {
     const double obstacle = firstObstacle();
+    control_.checkpoint();
     brakeContacts(obstacle, promised);
     const double longest = obstacleMargin * obstacle;
     double step = std::min(1.0, longest);
     moveTrial(step);
     double best = trialEnergy();
     for (int i = 0; i < maxShorter && !(best <= energy - leastGain * step * promised); ++i) {
-        control.checkpoint();
+        control_.checkpoint();
         step *= 0.5;
         moveTrial(step);
         best = trialEnergy();
@@ -336,6 +333,7 @@ double LayoutMinimiser::search(double energy, double promised, const RunControl&
         for (const double factor : strideFactors) {
             if (factor > longest)
                 break;
+            control_.checkpoint();
             accepted = trial_;
             moveTrial(factor);
             const double longer = trialEnergy();
@@ -346,6 +344,7 @@ double LayoutMinimiser::search(double energy, double promised, const RunControl&
             best = longer;
         }
     }
+    control_.checkpoint();
     uv_.swap(trial_);
     return isScaleFree() ? rescaleColumns() : best;
 }
@@ -358,8 +357,7 @@ bool LayoutMinimiser::isDone(const StopRule& stop, double promised, double energ
 }
 
 LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const LayoutRules& rules,
-                                                   const StopRule& stop, const RunControl& control,
-                                                   const Observer& observer)
+                                                   const StopRule& stop, const Observer& observer)
 {
     enter(uv, rules);
     Outcome outcome;
@@ -372,10 +370,10 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
             energy = energyOf(uv_);
         }
         const bool isBraked = !brakes_.empty();
-        const double promised = computeDirection(kind, control);
+        const double promised = computeDirection(kind);
         ++outcome.steps;
         const double before = energy;
-        energy = search(before, promised, control);
+        energy = search(before, promised);
         const double unbraked = isBraked ? brakedPromise * promised : promised;
         if (isDone(stop, 0.5 * unbraked, before)) {
             outcome.converged = true;
@@ -389,7 +387,7 @@ LayoutMinimiser::Outcome LayoutMinimiser::minimise(std::vector<Vec2>& uv, const 
         if (gained < lateGain)
             kind = Curvature::Exact;
         if (stepTaken_ < blockedStep)
-            energy = relaxWhatBlocks(energy, control);
+            energy = relaxWhatBlocks(energy);
     }
     outcome.energyAfter = energy;
     uv_ = system_->mesh().toNodes(uv_);

@@ -40,9 +40,10 @@ struct StopRule
 class LayoutMinimiser
 {
 public:
-    /// Keeps the part by reference. The order of elimination of the vertices is looked for unless
-    /// one is given.
-    explicit LayoutMinimiser(const MovablePart& part, std::span<const int> eliminationOrder = {});
+    /// Keeps part and control by reference. The order of elimination of the vertices is looked for
+    /// unless one is given.
+    LayoutMinimiser(const MovablePart& part, const RunControl& control,
+                    std::span<const int> eliminationOrder = {});
 
     struct Outcome
     {
@@ -59,7 +60,7 @@ public:
     /// Improves `uv` ([vertex]) in place until `stop` is met. It must obey the rules, which it does
     /// then, too. A layout that nothing fixes, pushes or holds gets its best scale.
     Outcome minimise(std::vector<Vec2>& uv, const LayoutRules& rules, const StopRule& stop,
-                     const RunControl& control, const Observer& observer);
+                     const Observer& observer);
 
     /// Scales `uv` ([vertex], nothing flipped) to the least energy.
     void rescale(std::vector<Vec2>& uv) const;
@@ -76,10 +77,10 @@ private:
     void collectSprings();
     void enter(std::span<const Vec2> uv, const LayoutRules& rules);
     void rebuildSystem(const NodeLayout& layout);
-    double computeDirection(Curvature kind, const RunControl& control);
-    double search(double energy, double promised, const RunControl& control);
+    double computeDirection(Curvature kind);
+    double search(double energy, double promised);
     double firstObstacle() const;
-    double relaxWhatBlocks(double energy, const RunControl& control);
+    double relaxWhatBlocks(double energy);
     void brakeContacts(double obstacle, double promised);
     void moveTrial(double step);
     bool isTrialLegal() const;
@@ -89,10 +90,17 @@ private:
     double rescaleColumns();
     std::vector<Vec2> columnsOf(std::span<const Vec2> uv) const;
     bool isDone(const StopRule& stop, double promised, double energy) const;
-    std::vector<Vec2> borderOf(const Border& border, std::span<const Vec2> uv) const;
-    std::vector<Vec2> borderOf(std::span<const Vec2> uv) const;
+    std::vector<Vec2> borderOf(const Border& border, std::span<const Vec2> uv) const
+    {
+        return borderPositions(border, layoutOf(uv));
+    }
+    std::vector<Vec2> borderOf(std::span<const Vec2> uv) const
+    {
+        return borderOf(rules_.barrier->border(), uv);
+    }
 
     const MovablePart& part_;
+    const RunControl& control_;
     LayoutRules rules_;
     std::vector<char> isFixed_; ///< [node] empty when everything moves
     std::unique_ptr<StepSystem> system_;

@@ -148,6 +148,8 @@ StraightLines::StraightLines(const IslandMesh& mesh, std::span<const StraightLin
                              std::vector<LayoutWarning>& warnings)
     : vertexCount_(mesh.vertexCount())
 {
+    if (asked.empty())
+        return;
     joinLines(asked, Axis::V, vertexCount_, lines_);
     joinLines(asked, Axis::U, vertexCount_, lines_);
 

@@ -116,7 +116,7 @@ class Untangling
 {
 public:
     Untangling(const MovablePart& part, const RunControl& control, UntangleResult& result)
-        : part_(part), control_(control), result_(result), minimiser_(part)
+        : part_(part), control_(control), result_(result), minimiser_(part, control)
     {}
 
     void run(const std::function<void(double)>& progress)
@@ -150,7 +150,7 @@ private:
     double improve(std::vector<Vec2>& uv, double softness)
     {
         const LayoutMinimiser::Outcome outcome =
-            minimiser_.minimise(uv, {.energy = {.softness = softness}}, roundStop, control_,
+            minimiser_.minimise(uv, {.energy = {.softness = softness}}, roundStop,
                                 [](const NodeLayout&, double) { return true; });
         result_.steps += outcome.steps;
         return outcome.energyAfter / outcome.energyBefore;
@@ -182,14 +182,16 @@ void untangleExcerpt(const Excerpt& excerpt, const RunControl& control, Untangle
 
 void continueFixedPart(const MovablePart& part, std::vector<Vec2>& uv, const RunControl& control)
 {
-    LayoutMinimiser(part).minimise(uv, {.energy = {.isConformal = true}}, {.maxSteps = 1}, control,
-                                   [](const NodeLayout&, double) { return true; });
+    LayoutMinimiser(part, control)
+        .minimise(uv, {.energy = {.isConformal = true}}, {.maxSteps = 1},
+                  [](const NodeLayout&, double) { return true; });
 }
 
 void settleWithFlips(const MovablePart& part, std::vector<Vec2>& uv, const RunControl& control)
 {
-    LayoutMinimiser(part).minimise(uv, {.energy = {.softness = softnessOfRest}}, restStop, control,
-                                   [](const NodeLayout&, double) { return true; });
+    LayoutMinimiser(part, control)
+        .minimise(uv, {.energy = {.softness = softnessOfRest}}, restStop,
+                  [](const NodeLayout&, double) { return true; });
 }
 
 UntangleResult untangle(const MovablePart& part, std::vector<Vec2> uv, const RunControl& control,

@@ -19,6 +19,7 @@ namespace
 
 /// Distances with as many binary digits in common are one.
 constexpr int digits = 8;
+constexpr std::size_t placesPerCheckpoint = 10'000;
 
 std::size_t at(int index)
 {
@@ -44,13 +45,14 @@ class Walk
 {
 public:
     Walk(std::span<const Vec3> positions, std::span<const char> isOnBorder,
-         std::span<const Triangle> triangles, std::span<const int> twin)
-        : positions_(positions), triangles_(triangles), twin_(twin),
+         std::span<const Triangle> triangles, std::span<const int> twin, const RunControl& control)
+        : control_(control), positions_(positions), triangles_(triangles), twin_(twin),
           hashes_(connectionHashes(vertexGraph(triangles, static_cast<int>(positions.size())),
                                    isOnBorder)),
           isDone_(triangles.size(), 0)
     {
         order_.placeOf.assign(positions.size(), -1);
+        control.checkpoint();
     }
 
     CanonicalOrder run()
@@ -144,6 +146,8 @@ private:
         std::vector<int> entries{start};
         isDone_[at(start / 3)] = 1;
         for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (i % placesPerCheckpoint == 0)
+                control_.checkpoint();
             const int entry = entries[i];
             order_.triangleAt.push_back(entry / 3);
             order_.firstCorner.push_back(static_cast<char>(entry % 3));
@@ -161,6 +165,7 @@ private:
         }
     }
 
+    const RunControl& control_;
     std::span<const Vec3> positions_;
     std::span<const Triangle> triangles_;
     std::span<const int> twin_;
@@ -173,9 +178,10 @@ private:
 } // namespace
 
 CanonicalOrder canonicalOrder(std::span<const Vec3> positions, std::span<const char> isOnBorder,
-                              std::span<const Triangle> triangles, std::span<const int> twin)
+                              std::span<const Triangle> triangles, std::span<const int> twin,
+                              const RunControl& control)
 {
-    return Walk(positions, isOnBorder, triangles, twin).run();
+    return Walk(positions, isOnBorder, triangles, twin, control).run();
 }
 
 } // namespace unfold3d

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Unfold3D/base/IslandMesh.h"
+#include "Unfold3D/base/RunControl.h"
 
 #include <span>
 #include <vector>
@@ -27,6 +28,7 @@ struct CanonicalOrder
 /// twin                   [half-edge] -1 on the border
 /// Near linear.
 CanonicalOrder canonicalOrder(std::span<const Vec3> positions, std::span<const char> isOnBorder,
-                              std::span<const Triangle> triangles, std::span<const int> twin);
+                              std::span<const Triangle> triangles, std::span<const int> twin,
+                              const RunControl& control);
 
 } // namespace unfold3d

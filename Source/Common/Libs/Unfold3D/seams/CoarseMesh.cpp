@@ -48,6 +48,7 @@ public:
           left_(positions.size()), isBusy_(positions.size(), 0), wanted_(vertexCount),
           longest_(longestEdge * std::sqrt(areaOf(positions, triangles) / vertexCount))
     {
+        control.checkpoint();
         std::iota(target_.begin(), target_.end(), 0);
         std::iota(left_.begin(), left_.end(), 0);
         std::vector<char> isOnBorder(positions.size());

@@ -69,11 +69,11 @@ std::vector<int> partsOf(std::span<const Triangle> triangles, int vertexCount)
 } // namespace
 
 ConformalFactor::ConformalFactor(std::span<const Vec3> positions,
-                                 std::span<const Triangle> triangles)
+                                 std::span<const Triangle> triangles, const RunControl& control)
     : areas_(positions.size(), 0.0), angleDefects_(positions.size(), 2.0 * std::numbers::pi),
       part_(partsOf(triangles, static_cast<int>(positions.size()))),
       partArea_(positions.size(), 0.0),
-      symbolic_(analyse(vertexGraph(triangles, static_cast<int>(positions.size())))),
+      symbolic_(analyse(vertexGraph(triangles, static_cast<int>(positions.size())), control)),
       stiffness_(symbolic_.entryRows.size(), 0.0), matrix_(symbolic_, 1), cholesky_(symbolic_)
 {
     const double scale = meanLongestEdge(positions, triangles);

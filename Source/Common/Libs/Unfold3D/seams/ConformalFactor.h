@@ -25,7 +25,8 @@ class ConformalFactor
 public:
     /// Both lists are read now and not kept. Triangles of no area are measured as
     /// base/RestTriangle.h tells; a vertex that no triangle uses gets the factor 0.
-    ConformalFactor(std::span<const Vec3> positions, std::span<const Triangle> triangles);
+    ConformalFactor(std::span<const Vec3> positions, std::span<const Triangle> triangles,
+                    const RunControl& control);
 
     /// isCut  [vertex]  stands on a border or on a seam, where u is 0
     ///

@@ -100,6 +100,7 @@ std::vector<char> organicSeams(const SeamMesh& mesh, const OrganicOptions& optio
     const CoarseMesh coarse = coarsened(mesh.positions, mesh.triangles, mostVertices, control);
     SeamDraft draft(mesh, hiddenSeamCosts(mesh, coarse.vertexOf, control));
     SeamForecaster forecaster(mesh, coarse, control);
+    control.checkpoint();
     const std::vector<double> defects = angleDefects(mesh);
     control.setProgress(0.1);
     DistanceBands bands;

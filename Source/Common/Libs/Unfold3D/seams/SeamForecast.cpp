@@ -36,7 +36,7 @@ std::vector<double> partLevels(const PartShares& shares, int partCount, std::spa
 SeamForecaster::SeamForecaster(const SeamMesh& mesh, const CoarseMesh& coarse,
                                const RunControl& control)
     : mesh_(mesh), control_(control), coarse_(coarse),
-      factor_(coarse_.positions, coarse_.triangles),
+      factor_(coarse_.positions, coarse_.triangles, control),
       graph_(vertexGraph(coarse_.triangles, coarse_.vertexCount()))
 {}
 

@@ -163,10 +163,11 @@ std::vector<T> inOrder(const std::vector<T>& items, std::span<const int> itemAt)
 }
 
 /// Numbers vertices and triangles anew.
-void putInOrder(SeamMesh& mesh)
+void putInOrder(SeamMesh& mesh, const RunControl& control)
 {
     CanonicalOrder order =
-        canonicalOrder(mesh.positions, mesh.isOnBorder, mesh.triangles, mesh.twin);
+        canonicalOrder(mesh.positions, mesh.isOnBorder, mesh.triangles, mesh.twin, control);
+    control.checkpoint();
     std::vector<int> vertexAt(mesh.positions.size());
     for (std::size_t v = 0; v < vertexAt.size(); ++v)
         vertexAt[at(order.placeOf[v])] = static_cast<int>(v);
@@ -295,12 +296,14 @@ SeamMesh makeSeamMesh(const ImportedMesh& imported, const RunControl& control)
     control.checkpoint();
     takePositions(imported, mesh);
     control.checkpoint();
-    putInOrder(mesh);
+    putInOrder(mesh, control);
     control.checkpoint();
     numberEdges(mesh);
+    control.checkpoint();
     listSpokes(mesh);
     control.checkpoint();
     measureTriangles(mesh);
+    control.checkpoint();
     measureEdges(mesh);
     control.checkpoint();
     return mesh;

@@ -41,7 +41,7 @@ double springAt(const CornerUVs& uv, std::size_t corner)
 std::vector<Vec2> stitchedLayout(std::span<const Triangle> triangles, int vertexCount,
                                  std::span<const CornerUVs> corners, const RunControl& control)
 {
-    const SymbolicCholesky symbolic = analyse(vertexGraph(triangles, vertexCount));
+    const SymbolicCholesky symbolic = analyse(vertexGraph(triangles, vertexCount), control);
     BlockMatrix matrix(symbolic, 1);
     matrix.setZero();
     std::vector<double> x(at(vertexCount), 0.0);

@@ -98,7 +98,9 @@ std::vector<double> sampleLight(std::span<const Vec3> positions,
                                 std::span<const Triangle> triangles, std::span<const int> samples,
                                 const RunControl& control)
 {
+    control.checkpoint();
     const Occluder occluder(positions, triangles);
+    control.checkpoint();
     const std::vector<Vec3> normals = vertexNormals(positions, triangles);
     const std::vector<int> neighbours = firstNeighbours(positions.size(), triangles);
     std::vector<double> light(positions.size(), unknown);
@@ -176,10 +178,13 @@ std::vector<double> vertexVisibility(std::span<const Vec3> positions,
     if (triangles.empty())
         return std::vector<double>(positions.size(), 1.0);
     std::vector<double> light = sampleLight(positions, triangles, samples, control);
+    control.checkpoint();
     const VertexGraph graph = vertexGraph(triangles, static_cast<int>(positions.size()));
+    control.checkpoint();
     spread(graph, light, control);
     for (int round = 0; round < smoothings; ++round)
         smooth(graph, light);
+    control.checkpoint();
     return light;
 }
 

@@ -46,8 +46,8 @@ std::vector<Vec2> placeOnCircle(const FilledDisk& disk)
 
 } // namespace
 
-ConvexMapper::ConvexMapper(const FilledDisk& disk)
-    : disk_(disk), symbolic_(analyse(vertexGraph(disk.triangles, disk.vertexCount))),
+ConvexMapper::ConvexMapper(const FilledDisk& disk, const RunControl& control)
+    : disk_(disk), symbolic_(analyse(vertexGraph(disk.triangles, disk.vertexCount), control)),
       isOutline_(at(disk.vertexCount), 0), outlinePosition_(at(disk.vertexCount)),
       stiffness_(symbolic_.entryRows.size())
 {
@@ -122,6 +122,7 @@ std::optional<std::vector<Vec2>> ConvexMapper::map(const SpringNet& springs,
                                                    const RunControl& control)
 {
     setStiffness(springs);
+    control.checkpoint();
     SparseCholesky cholesky(symbolic_); // large; not kept from map to map
     if (cholesky.factorise(assembled(), control) > 0)
         return std::nullopt;
@@ -136,6 +137,7 @@ std::optional<std::vector<Vec2>> ConvexMapper::map(const SpringNet& springs,
             y[i] = force[i].y;
         }
         cholesky.solve(x);
+        control.checkpoint();
         cholesky.solve(y);
         for (std::size_t i = 0; i < uv.size(); ++i)
             uv[i] += {x[i], y[i]};

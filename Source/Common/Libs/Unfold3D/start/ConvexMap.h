@@ -34,7 +34,7 @@ struct SpringNet
 class ConvexMapper
 {
 public:
-    explicit ConvexMapper(const FilledDisk& disk);
+    ConvexMapper(const FilledDisk& disk, const RunControl& control);
 
     /// Returns [vertex of the disk], or nothing when the springs have no balance. Throws Stopped.
     std::optional<std::vector<Vec2>> map(const SpringNet& springs, const RunControl& control);

@@ -154,6 +154,7 @@ std::optional<FlatStart> FlatStartFinder::tryProjected() const
     std::optional<std::vector<Vec2>> uv = flatProjection(mesh_);
     if (!uv)
         return std::nullopt;
+    control_.checkpoint();
     const double distortion = startDistortion(mesh_, *uv);
     if (!(distortion < goodDistortion))
         return std::nullopt;
@@ -163,12 +164,14 @@ std::optional<FlatStart> FlatStartFinder::tryProjected() const
 std::optional<FlatStart> FlatStartFinder::tryHarmonic()
 {
     springs_ = cotangentSprings(mesh_, disk_);
-    mapper_.emplace(disk_);
+    control_.checkpoint();
+    mapper_.emplace(disk_, control_);
     for (const int v : mapper_->eliminationOrder())
         if (v < mesh_.vertexCount())
             eliminationOrder_.push_back(v);
     control_.checkpoint();
     std::optional<std::vector<Vec2>> uv = mapper_->map({springs_, std::nullopt, {}}, control_);
+    control_.checkpoint();
     if (uv)
         sprung_ = measured(FlatStart::Harmonic, std::move(*uv));
     if (sprung_ && sprung_->distortion < goodDistortion)
