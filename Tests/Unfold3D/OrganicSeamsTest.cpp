@@ -6,6 +6,7 @@
 #include "Unfold3D/seams/SurfaceExtent.h"
 #include "Unfold3D/seams/Visibility.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -264,6 +265,26 @@ TEST(OrganicSeams, OpenWhateverComesIn)
             EXPECT_GE(patch.borders, 1);
         }
     }
+}
+
+// A cut along one edge would open nothing.
+TEST(OrganicSeams, OpenTheSmallestPartsByTwoEdgesAtLeast)
+{
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> coordinate(0.0, 1.0);
+    constexpr int partCount = 20;
+    IslandMesh parts;
+    for (int first = 0; first < 4 * partCount; first += 4) {
+        for (int i = 0; i < 4; ++i)
+            parts.positions.push_back(
+                {coordinate(random), coordinate(random), coordinate(random) + first});
+        for (const auto& [a, b, c] : surfaces::tetrahedron().triangles)
+            parts.triangles.push_back({a + first, b + first, c + first});
+    }
+    std::vector<int> seamsOf(partCount, 0);
+    for (const auto& [low, high] : organic(parts))
+        ++seamsOf[static_cast<std::size_t>(low / 4)];
+    EXPECT_THAT(seamsOf, testing::Each(testing::Ge(2)));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace unfold3d
@@ -36,6 +37,22 @@ std::vector<std::vector<int>> outermostVertices(const SeamDraft& draft, SeamFore
     return ends;
 }
 
+/// A cut along one edge opens nothing, since its sides meet at both ends. Goes on from one of them
+/// along the cheapest edge that leads elsewhere than back to the other.
+void goOn(int end, const SeamDraft& draft, std::vector<int>& path)
+{
+    const auto [a, b] = draft.mesh.verticesOf(path.back());
+    const int other = a == end ? b : a;
+    int next = -1;
+    for (const Spoke& spoke : draft.mesh.spokes[end])
+        if (spoke.vertex != other &&
+            (next < 0 || std::pair(draft.pathCosts[at(spoke.edge)], spoke.edge) <
+                             std::pair(draft.pathCosts[at(next)], next)))
+            next = spoke.edge;
+    if (next >= 0)
+        path.push_back(next);
+}
+
 } // namespace
 
 void openClosedParts(SeamDraft& draft, SeamForecaster& forecaster, const RunControl& control)
@@ -56,7 +73,10 @@ void openClosedParts(SeamDraft& draft, SeamForecaster& forecaster, const RunCont
             continue;
         paths.search(std::span(ends[part]).first(1), control);
         const int farEnd = ends[part].size() > 1 ? ends[part][1] : paths.reached().back();
-        for (const int e : paths.pathTo(farEnd))
+        std::vector<int> path = paths.pathTo(farEnd);
+        if (path.size() == 1)
+            goOn(farEnd, draft, path);
+        for (const int e : path)
             draft.isSeam[at(e)] = 1;
     }
 }
