@@ -116,7 +116,7 @@ class Untangling
 {
 public:
     Untangling(const MovablePart& part, const RunControl& control, UntangleResult& result)
-        : part_(part), control_(control), result_(result), minimiser_(part, control)
+        : part_(part), result_(result), minimiser_(part, control)
     {}
 
     void run(const std::function<void(double)>& progress)
@@ -157,7 +157,6 @@ private:
     }
 
     const MovablePart& part_;
-    const RunControl& control_;
     UntangleResult& result_;
     LayoutMinimiser minimiser_;
 };

@@ -12,9 +12,21 @@ namespace
 /// Rays begin this share of the size of the surface away from it.
 constexpr double liftOff = 1e-4;
 
+/// Whether to go on; no exception may come through the library that calls this.
+bool passCheckpoint(void* control, double /*workDone*/)
+{
+    try {
+        (*static_cast<const RunControl**>(control))->checkpoint();
+        return true;
+    } catch (const Stopped&) {
+        return false;
+    }
+}
+
 } // namespace
 
-Occluder::Occluder(std::span<const Vec3> positions, std::span<const Triangle> triangles)
+Occluder::Occluder(std::span<const Vec3> positions, std::span<const Triangle> triangles,
+                   const RunControl& control)
     : device_(rtcNewDevice("threads=1"), rtcReleaseDevice),
       scene_(rtcNewScene(device_.get()), rtcReleaseScene)
 {
@@ -22,7 +34,13 @@ Occluder::Occluder(std::span<const Vec3> positions, std::span<const Triangle> tr
     rtcSetSceneFlags(scene_.get(), RTC_SCENE_FLAG_ROBUST);
     rtcSetSceneBuildQuality(scene_.get(), RTC_BUILD_QUALITY_MEDIUM);
     addGeometry(positions, triangles);
+    control.checkpoint();
+    // Asked now and then while the tree is built, which is given up on false.
+    const RunControl* asked = &control;
+    rtcSetSceneProgressMonitorFunction(scene_.get(), passCheckpoint, &asked);
     rtcCommitScene(scene_.get());
+    rtcSetSceneProgressMonitorFunction(scene_.get(), nullptr, nullptr);
+    control.checkpoint();
 }
 
 void Occluder::placeInUnitCube(std::span<const Vec3> positions)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Unfold3D/base/IslandMesh.h"
+#include "Unfold3D/base/RunControl.h"
 #include "Unfold3D/base/Vec.h"
 
 #include <embree3/rtcore.h>
@@ -18,7 +19,8 @@ class Occluder
 {
 public:
     /// positions  not empty; neither list is kept
-    Occluder(std::span<const Vec3> positions, std::span<const Triangle> triangles);
+    Occluder(std::span<const Vec3> positions, std::span<const Triangle> triangles,
+             const RunControl& control);
 
     /// The share of light from some directions, all of length 1, that reaches a point of the
     /// surface from the side of `normal`: cosine weighted, 1 where no direction is on that side.

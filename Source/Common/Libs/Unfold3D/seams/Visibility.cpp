@@ -99,7 +99,7 @@ std::vector<double> sampleLight(std::span<const Vec3> positions,
                                 const RunControl& control)
 {
     control.checkpoint();
-    const Occluder occluder(positions, triangles);
+    const Occluder occluder(positions, triangles, control);
     control.checkpoint();
     const std::vector<Vec3> normals = vertexNormals(positions, triangles);
     const std::vector<int> neighbours = firstNeighbours(positions.size(), triangles);
