@@ -146,7 +146,7 @@ patchwork::Layout sideBySide(std::initializer_list<IslandMesh> meshes)
 
 // A finger crosses its border when it is laid flat, its pinned edges have to be drawn straight, and
 // the tube has a hole to fill, and both come tangled: all stages have something to do.
-TEST(Stop, AtAnyCheckpointLeavesTheSessionAsItWas)
+TEST(Stop, AtAnyCheckpointLeavesTheSessionAsItWasUntilThereIsAResult)
 {
     StoppingEngine::stopsOf.clear();
     NU3D::CUnfold3DAPI::setBackendFactory([] { return std::make_unique<StoppingEngine>(); });
@@ -170,7 +170,7 @@ TEST(Stop, AtAnyCheckpointLeavesTheSessionAsItWas)
     NU3D::CUnfold3DAPI::setBackendFactory(nullptr);
 
     for (const auto& [command, least] :
-         {std::pair{"Import", 3}, {"Unfold", 8}, {"Optimize", 16}, {"Pack", 8}, {"Export", 1}})
+         {std::pair{"Import", 3}, {"Unfold", 8}, {"Optimize", 16}, {"Pack", 4}, {"Export", 1}})
         EXPECT_GE(StoppingEngine::stopsOf[command], least) << command;
 }
 

@@ -18,6 +18,7 @@ void PackRun::pack(const PackKeys& keys, bool selectedOnly)
          {"#LayoutScalingMode int 0", keys.layoutScaling},
          {"#Resolution int", keys.resolution},
          {"#MaxMutations int 1", keys.mutations},
+         {"#MaxSeconds double 0", keys.seconds},
          {"#SpacingSize double 0", keys.spacing},
          {"#MarginSize double 0", keys.margin},
          {"#Box box2d 0.0 1.0 0.0 1.0", NU3D::CBox2D(box.low.x, box.high.x, box.low.y, box.high.y)},

@@ -20,6 +20,7 @@ struct PackKeys
     int layoutScaling = 2;
     int resolution = 128;
     int mutations = 1;
+    double seconds = 0.0;
     double spacing = 0.0;
     double margin = 0.0;
     unfold3d::Box2 box{{0.0, 0.0}, {1.0, 1.0}};

@@ -2,6 +2,8 @@
 #include "PackRun.h"
 #include "Patchwork.h"
 
+#include "Unfold3D/packing/Pack.h"
+
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 #include <tbb/global_control.h>
@@ -10,6 +12,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <numeric>
 
 using namespace patchwork;
 using packed::bounds;
@@ -106,6 +109,43 @@ TEST(Pack, MoreMutationsNeverGiveLess)
             before = area;
         }
     }
+}
+
+TEST(Pack, AStopAtAnyMomentGivesTheBestSoFar)
+{
+    const Layout layout = randomLayout(9, 5);
+    unfold3d::ImportedMesh mesh{layout.mesh.positions, layout.mesh.triangles, {}};
+    mesh.parts.assign(mesh.triangles.size(), unfold3d::ImportedMesh::Sound);
+    const unfold3d::Islands islands = findIslands(mesh);
+    std::vector<int> all(static_cast<std::size_t>(islands.count()));
+    std::iota(all.begin(), all.end(), 0);
+    unfold3d::PackOptions options;
+    options.spacing = 0.01;
+    double before = 0.0;
+    int results = 0;
+    for (int checkpoint = 1; checkpoint < 5000; checkpoint *= 2) {
+        unfold3d::RunControl control;
+        control.stopAtCheckpoint(checkpoint);
+        std::vector<Vec2> uvs = layout.uvs;
+        try {
+            const unfold3d::UVLayout given{mesh, islands, layout.uvs};
+            for (const auto& move : packIslands(given, all, options, control).moves)
+                for (const int v : islands.vertices[move.island])
+                    uvs[static_cast<std::size_t>(v)] = move(uvs[static_cast<std::size_t>(v)]);
+        } catch (const unfold3d::Stopped&) {
+            EXPECT_LT(checkpoint, 200) << "there is a first layout soon";
+            continue;
+        }
+        ++results;
+        EXPECT_GE(packed::leastGap(layout, uvs), 0.01);
+        const double area = packed::wholeArea(layout, uvs);
+        EXPECT_GE(area, before * (1.0 - 1e-12));
+        before = area;
+    }
+    EXPECT_GE(results, 4);
+    PackKeys keys;
+    keys.seconds = 1e-6;
+    packSoundly(layout, keys);
 }
 
 TEST(Pack, TheSameBitsOnEveryRunAndForEveryNumberOfThreads)

@@ -19,6 +19,9 @@ using Settings = kyUnfold3D::PackSettings;
 
 constexpr int mostTexels = 16384;
 
+/// A day.
+constexpr double mostSeconds = 86400.0;
+
 /// Along each axis; the solver takes no more.
 constexpr int mostTiles = 1000;
 
@@ -154,11 +157,18 @@ void addPackOptions(CLI::App& command, PackOptions& pack)
         .add_option("--margin", pack.margin,
                     "Texels to the sides of the box; half the gap if not given")
         ->check(texels);
+    auto* const mutations =
+        command
+            .add_option_function<int>(
+                "--mutations", [&pack](int count) { pack.settings.setMutations(count); },
+                "Layouts to try; more take longer and are never worse. 1 if not given")
+            ->check(numberFrom(1, 100000));
     command
-        .add_option_function<int>(
-            "--mutations", [&pack](int count) { pack.settings.setMutations(count); },
-            "Layouts to try; more take longer and are never worse. 1 if not given")
-        ->check(numberFrom(1, 100000));
+        .add_option_function<double>(
+            "--seconds", [&pack](double seconds) { pack.settings.setSeconds(seconds); },
+            "Look for better layouts for so long, instead of a number of mutations")
+        ->check(numberFrom(0.001, mostSeconds))
+        ->excludes(mutations);
     command
         .add_option_function<double>(
             "--rotate-step", [&pack](double step) { setTurnStep(step, pack.settings); },

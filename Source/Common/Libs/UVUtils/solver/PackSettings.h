@@ -83,6 +83,11 @@ public:
     kyUVTypes::PostScaleMode getPostScaleMode() const { return postScaleMode_; }
     void setPostScaleMode(kyUVTypes::PostScaleMode value) { postScaleMode_ = value; }
 
+    /// How long the search goes on for better layouts, in seconds, whatever the mutations are; a
+    /// first layout there is even if it takes longer. 0: by the mutations.
+    double getSeconds() const { return seconds_; }
+    void setSeconds(double value) { seconds_ = std::max(0.0, value); }
+
     double getRotateStepU3DVal() const;           ///< 0 when islands may not be turned
     int getPreRotateModeU3DVal() const;           ///< 0 to 5; fallback 0
     int getPreScaleModeU3DVal() const;            ///< 0, 1 or 3; fallback 0
@@ -106,6 +111,7 @@ private:
     int tilesV_ = 1;
     kyUVTypes::TileAssignMode tileAssignMode_ = kyUVTypes::TileDistribute;
     kyUVTypes::PostScaleMode postScaleMode_ = kyUVTypes::PostScale1;
+    double seconds_ = 0.0;
 };
 
 } // namespace kyUnfold3D

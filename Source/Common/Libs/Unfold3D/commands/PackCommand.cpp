@@ -53,6 +53,8 @@ PackOptions readOptions(const Params& params)
                 LayoutScaling::Stretch});
     options.resolution = params.integer("#Resolution int", options.resolution);
     options.mutations = params.integer("#MaxMutations int 1", 1);
+    if (const double seconds = params.number("#MaxSeconds double 0", 0.0); seconds > 0.0)
+        options.seconds = seconds;
     options.spacing = params.number("#SpacingSize double 0", 0.0);
     options.margin = params.number("#MarginSize double 0", 0.0);
     const NU3D::CBox2D box = params.box("#Box box2d 0.0 1.0 0.0 1.0", {0.0, 1.0, 0.0, 1.0});

@@ -37,7 +37,7 @@ BitSheet::BitSheet(int width, int height, int longestRun)
     for (std::size_t level = 0; level < ShapeProbe::heightLevels; ++level) {
         if (level > 0)
             tall_[level] = occupied;
-        gaps_[level].assign(static_cast<std::size_t>(height), 0);
+        gaps_[level].assign(static_cast<std::size_t>(height), {width, false});
     }
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; x += 64)
@@ -49,7 +49,7 @@ void BitSheet::updateRows(int begin, int end)
 {
     for (int y = begin; y < end; ++y)
         updateLongRuns(y);
-    updateTallGaps(begin, end);
+    updateTallRows(begin, end);
 }
 
 void BitSheet::updateLongRuns(int y)
@@ -63,13 +63,12 @@ void BitSheet::updateLongRuns(int y)
     }
 }
 
-void BitSheet::updateTallGaps(int begin, int end)
+void BitSheet::updateTallRows(int begin, int end)
 {
     for (std::size_t level = 0; level < ShapeProbe::heightLevels; ++level) {
         const int rows = 1 << level;
         const int last = std::min(end, height_ - rows + 1);
         for (int y = std::max(0, begin - rows + 1); y < last; ++y) {
-            const Word* cells = row(long_[0], y);
             if (level > 0) {
                 const Rows& half = level == 1 ? long_[0] : tall_[level - 1];
                 const Word* const low = row(half, y);
@@ -77,9 +76,8 @@ void BitSheet::updateTallGaps(int begin, int end)
                 Word* const whole = row(tall_[level], y);
                 for (std::size_t w = 0; w < words(); ++w)
                     whole[w] = low[w] | high[w];
-                cells = whole;
             }
-            gaps_[level][static_cast<std::size_t>(y)] = longestGap(cells);
+            gaps_[level][static_cast<std::size_t>(y)].isExact = false;
         }
     }
 }
@@ -110,58 +108,58 @@ int BitSheet::longestGap(const Word* cells) const
     return std::max(longest, width_ - begin);
 }
 
+bool BitSheet::hasGap(std::size_t level, int y, int width) const
+{
+    Gap& gap = gaps_[level][static_cast<std::size_t>(y)];
+    if (!gap.isExact && gap.length >= width)
+        gap = {longestGap(row(level == 0 ? long_[0] : tall_[level], y)), true};
+    return gap.length >= width;
+}
+
 bool BitSheet::mayFit(const ShapeProbe& shape, int y) const
 {
     for (std::size_t level = 0; level < ShapeProbe::heightLevels; ++level) {
         const ShapeProbe::Core& core = shape.cores[level];
         if (core.width == 0)
             return true;
-        if (gaps_[level][static_cast<std::size_t>(y) + static_cast<std::size_t>(core.row)] <
-            core.width)
+        if (!hasGap(level, y + core.row, core.width))
             return false;
     }
     return true;
 }
 
-bool BitSheet::freeColumns(const ShapeProbe& shape, int y, std::vector<Word>& isFree) const
+/// The leftmost column at which the shape fits with its lowest cells in row y; the width of the
+/// sheet when there is none.
+int BitSheet::leftmostFit(const ShapeProbe& shape, int y) const
 {
     const int columns = width_ - shape.width + 1;
-    std::fill(isFree.begin(), isFree.end(), ~Word{0});
-    if (columns % 64 != 0)
-        isFree.back() = ~Word{0} >> (64 - columns % 64);
-    std::size_t begin = 0; // outside of begin to end nothing is free
-    std::size_t end = isFree.size();
-    for (const CellRun& run : shape.runs) {
-        const int level = levelOf(run.length());
-        const Word* const cells = row(long_[static_cast<std::size_t>(level)], y + run.row);
-        const auto first = static_cast<std::size_t>(run.begin);
-        const auto second = static_cast<std::size_t>(run.end - (1 << level));
-        for (std::size_t w = begin; w < end; ++w)
-            isFree[w] &= ~(movedWord(cells, w, first / 64, static_cast<unsigned>(first % 64)) |
-                           movedWord(cells, w, second / 64, static_cast<unsigned>(second % 64)));
-        while (begin < end && isFree[begin] == 0)
-            ++begin;
-        while (begin < end && isFree[end - 1] == 0)
-            --end;
-        if (begin == end)
-            return false;
+    for (int column = 0; column < columns; column += 64) {
+        const auto w = static_cast<std::size_t>(column) / 64;
+        Word isFree = columns - column >= 64 ? ~Word{0} : ~Word{0} >> (64 - (columns - column));
+        for (const ShapeProbe::Run& run : shape.runs) {
+            const Word* const cells = row(long_[static_cast<std::size_t>(run.level)], y + run.row);
+            isFree &=
+                ~(movedWord(cells, w, static_cast<std::size_t>(run.firstWords), run.firstBits) |
+                  movedWord(cells, w, static_cast<std::size_t>(run.secondWords), run.secondBits));
+            if (isFree == 0)
+                break;
+        }
+        if (isFree != 0)
+            return column + std::countr_zero(isFree);
     }
-    return true;
+    return width_;
 }
 
 std::optional<Cell> BitSheet::lowestFit(const ShapeProbe& shape, int topLimit) const
 {
-    const int columns = width_ - shape.width + 1;
-    if (columns <= 0 || shape.runs.empty())
+    if (shape.width > width_ || shape.runs.empty())
         return std::nullopt;
-    std::vector<Word> isFree((static_cast<std::size_t>(columns) + 63) / 64);
     const int last = std::min(height_, topLimit) - shape.height;
     for (int y = 0; y <= last; ++y) {
-        if (!mayFit(shape, y) || !freeColumns(shape, y, isFree))
+        if (!mayFit(shape, y))
             continue;
-        for (std::size_t w = 0; w < isFree.size(); ++w)
-            if (isFree[w] != 0)
-                return Cell{static_cast<int>(64 * w) + std::countr_zero(isFree[w]), y};
+        if (const int x = leftmostFit(shape, y); x < width_)
+            return Cell{x, y};
     }
     return std::nullopt;
 }

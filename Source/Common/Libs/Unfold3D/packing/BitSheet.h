@@ -34,9 +34,21 @@ struct ShapeProbe
         int width = 0; ///< 0 when the shape has no such rectangle
     };
 
+    /// A run as it is asked about: two stretches of 2^level cells cover it, which begin so many
+    /// words and bits to the right.
+    struct Run
+    {
+        int row;
+        int level;
+        int firstWords;
+        int secondWords;
+        unsigned firstBits;
+        unsigned secondBits;
+    };
+
     int width = 0;
     int height = 0;
-    std::vector<CellRun> runs;
+    std::vector<Run> runs;
     std::array<Core, heightLevels> cores; ///< [level] the widest
 
     explicit ShapeProbe(const ShapeRaster& shape);
@@ -44,11 +56,11 @@ struct ShapeProbe
 
 /// A sheet of cells, free or occupied, that finds room for shapes.
 ///
-/// A place is tried for 64 columns at a time: for each row of the shape, the cells that its run
-/// would cover are or-ed together by shifts. To have that for a run of any length in two shifts,
-/// the sheet keeps, beside its rows, those in which each cell stands for the next 2, 4, 8 ...
-/// cells. Most rows of a full sheet are passed over without that: it also knows the widest gap that
-/// 1, 2, 4, 8 ... rows above each other have in common.
+/// A place is tried for 64 columns at a time: for one row of the shape after the other, the cells
+/// that its run would cover are or-ed together by shifts, until no column is left. To have that for
+/// a run of any length in two shifts, the sheet keeps, beside its rows, those in which each cell
+/// stands for the next 2, 4, 8 ... cells. Most rows of a full sheet are passed over without that:
+/// it also knows the widest gap that 1, 2, 4, 8 ... rows above each other have in common.
 class BitSheet
 {
 public:
@@ -80,17 +92,26 @@ private:
     Word* row(Rows& rows, int y) const { return &rows[static_cast<std::size_t>(y) * stride_]; }
     void updateRows(int begin, int end);
     void updateLongRuns(int y);
-    void updateTallGaps(int begin, int end);
+    void updateTallRows(int begin, int end);
     int longestGap(const Word* cells) const;
+    bool hasGap(std::size_t level, int y, int width) const;
     bool mayFit(const ShapeProbe& shape, int y) const;
-    bool freeColumns(const ShapeProbe& shape, int y, std::vector<Word>& isFree) const;
+    int leftmostFit(const ShapeProbe& shape, int y) const;
 
     int width_;
     int height_;
     std::size_t stride_;
     std::vector<Rows> long_; ///< [level] a cell stands for the next 2^level to the right
     std::array<Rows, ShapeProbe::heightLevels> tall_; ///< [level] a row stands for 2^level upward
-    std::array<std::vector<int>, ShapeProbe::heightLevels> gaps_; ///< [level][row] longest gap
+
+    /// The longest gap of a row. Cells are only ever occupied, so one that isn't up to date is too
+    /// long at most, and often that is all one has to know.
+    struct Gap
+    {
+        int length = 0;
+        bool isExact = true;
+    };
+    mutable std::array<std::vector<Gap>, ShapeProbe::heightLevels> gaps_; ///< [level][row]
     long long freeCells_ = 0;
 };
 

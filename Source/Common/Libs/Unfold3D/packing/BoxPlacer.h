@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/packing/BoxRoom.h"
 #include "Unfold3D/packing/Placer.h"
 #include "Unfold3D/packing/Sheet.h"
 
@@ -21,29 +22,20 @@ public:
 
     std::vector<std::vector<double>> goodOrders() const override;
     bool setScale(double scale) override;
-    std::optional<Layout> layOut(std::span<const double> weights) const override;
+    Attempt layOut(std::span<const double> weights) const override;
 
 private:
-    struct Spot;
-    class Room;
-
-    /// A turn in which a piece is tried.
-    struct Pose
-    {
-        int turn;
-        Box2 box; ///< at scale 1
-    };
-
-    Spot bestSpot(std::size_t piece, double weight, const Room& room) const;
-    void place(std::size_t piece, const Spot& spot, Room& room, Layout& layout) const;
-    bool layInOrder(std::span<const double> weights, Room& room, Layout& layout) const;
-    bool layBestFirst(std::span<const double> weights, Room& room, Layout& layout) const;
+    std::size_t layInOrder(std::span<const double> weights, BoxRoom& room, Attempt& attempt) const;
+    std::size_t layBestFirst(std::span<const double> weights, BoxRoom& room,
+                             Attempt& attempt) const;
+    void place(std::size_t piece, const BoxSpot& spot, BoxRoom& room, Attempt& attempt) const;
 
     const std::vector<Piece>& pieces_;
     const Sheet& sheet_;
     const RunControl& control_;
-    std::vector<std::vector<Pose>> poses_; ///< [piece]
+    std::vector<std::vector<int>> turns_; ///< [piece] those that it is tried in
     double scale_ = 0.0;
+    std::vector<std::vector<BoxPose>> poses_; ///< [piece] at that scale
 };
 
 } // namespace unfold3d

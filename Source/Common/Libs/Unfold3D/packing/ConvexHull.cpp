@@ -110,6 +110,14 @@ std::vector<Vec2> convexHull(std::vector<Vec2> points)
     return hull;
 }
 
+double perimeter(const std::vector<Vec2>& hull)
+{
+    double sum = 0.0;
+    for (std::size_t i = 0; i < hull.size(); ++i)
+        sum += length(hull[(i + 1) % hull.size()] - hull[i]);
+    return sum;
+}
+
 Vec2 longestSide(const std::vector<Vec2>& hull)
 {
     Vec2 best{1.0, 0.0};

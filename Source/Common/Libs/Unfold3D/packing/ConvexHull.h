@@ -12,6 +12,9 @@ namespace unfold3d
 /// One sort.
 std::vector<Vec2> convexHull(std::vector<Vec2> points);
 
+/// The length of the way around; there and back for two corners.
+double perimeter(const std::vector<Vec2>& hull);
+
 /// The direction, of length 1, of the longest side; (1, 0) for a single point.
 Vec2 longestSide(const std::vector<Vec2>& hull);
 

@@ -1,18 +1,12 @@
 #include "Unfold3D/packing/FreeRectangles.h"
 
 #include <algorithm>
-#include <cstddef>
 
 namespace unfold3d
 {
 
 namespace
 {
-
-bool overlap(const Box2& a, const Box2& b)
-{
-    return a.low.x < b.high.x && b.low.x < a.high.x && a.low.y < b.high.y && b.low.y < a.high.y;
-}
 
 /// The largest rectangles in `free` beside `used`, which overlaps it.
 void addRemainders(const Box2& free, const Box2& used, std::vector<Box2>& remainders)
@@ -38,6 +32,7 @@ void FreeRectangles::take(const Box2& used)
         addRemainders(free, used, cut);
         return true;
     });
+    kept_ = free_.size();
     // What was cut can lie in another one; the others were largest before and still are.
     for (std::size_t i = 0; i < cut.size(); ++i) {
         const auto holdsIt = [&](const Box2& other) { return other.contains(cut[i]); };

@@ -3,15 +3,16 @@
 #include "Unfold3D/packing/BoxPlacer.h"
 #include "Unfold3D/packing/LayOrder.h"
 #include "Unfold3D/packing/NestPlacer.h"
-#include "Unfold3D/packing/PosedPieces.h"
+#include "Unfold3D/packing/ScaleBound.h"
 #include "Unfold3D/packing/ScaleSearch.h"
-#include "Unfold3D/packing/Settle.h"
 #include "Unfold3D/packing/ShelfPlacer.h"
 
 #include <algorithm>
 #include <cmath>
-#include <map>
+#include <limits>
+#include <memory>
 #include <stdexcept>
+#include <string>
 
 namespace unfold3d
 {
@@ -28,6 +29,9 @@ constexpr double fineCellsOfPiece = 20.0;
 constexpr double finerGain = 1.02;
 /// A layout that is likely to be found covers about this share of the room, squared.
 constexpr double likelyShare = 0.84;
+constexpr double likelyShareOfRows = 0.7;
+/// Boxes that are larger than the pieces by no more than this can't be beaten.
+constexpr double boxesAreAll = 1.02;
 /// Boxes compete when they are larger than the pieces by no more than this.
 constexpr double boxesWorthTrying = 1.35;
 constexpr std::size_t mostPiecesInBoxes = 2000;
@@ -54,7 +58,9 @@ Effort nestEffort(std::size_t pieces)
 
 Effort boxEffort(std::size_t pieces)
 {
-    return pieces <= 150 ? Effort{128, 64} : Effort{16, 8};
+    if (pieces <= 150)
+        return {512, 256};
+    return pieces <= 400 ? Effort{64, 32} : Effort{16, 8};
 }
 
 /// Cells along a tile of the rasters on which the search goes on, one after the other. With many
@@ -75,26 +81,6 @@ std::vector<int> rasterSizes(const PackOptions& options, std::size_t pieces, con
     return sizes;
 }
 
-/// No layout is larger: by the area of the tiles, and by the largest piece.
-double boundOfScale(const std::vector<Piece>& pieces, const Sheet& sheet)
-{
-    double bound = std::numeric_limits<double>::infinity();
-    std::map<int, double> areaOfTile;
-    for (const Piece& piece : pieces) {
-        areaOfTile[piece.tile] += piece.area;
-        double own = 0.0;
-        for (const Box2& box : piece.boxes)
-            own = std::max(own, std::min(sheet.innerWidth() / box.width(),
-                                         sheet.innerHeight() / box.height()));
-        bound = std::min(bound, own);
-    }
-    const double room = (sheet.innerWidth() + sheet.gap) * (sheet.innerHeight() + sheet.gap);
-    for (const auto& [tile, area] : areaOfTile)
-        bound = std::min(bound,
-                         std::sqrt(room * (tile == Piece::anyTile ? sheet.tileCount() : 1) / area));
-    return std::isfinite(bound) ? bound : 1.0; // points only
-}
-
 double boxAreaShare(const std::vector<Piece>& pieces)
 {
     double boxes = 0.0;
@@ -109,131 +95,186 @@ double boxAreaShare(const std::vector<Piece>& pieces)
     return areas > 0.0 ? boxes / areas : 1.0;
 }
 
+/// A placer with the search for its largest layout.
+class Entrant
+{
+public:
+    Entrant(std::unique_ptr<Placer> placer, const char* method, Effort effort, SearchStart start,
+            BestLayout& best, double maxScale, RunControl& control)
+        : placer_(std::move(placer)), method_(method), effort_(effort), best_(best),
+          search_(*placer_, maxScale, std::move(start), control,
+                  [this](const Layout& layout) { best_.offer(layout, method_); })
+    {}
+
+    const ScaleSearch& search() const { return search_; }
+
+    /// False when there is no layout.
+    bool begin(bool hasWantedScale)
+    {
+        return (hasWantedScale && search_.tryLargest(effort_.firstRound)) || search_.start();
+    }
+    void firstRound() { climb(effort_.firstRound, 0.0); }
+    void nextRound() { climb(effort_.laterRounds, search_.best()->scale); }
+
+private:
+    void climb(int orders, double before)
+    {
+        search_.climb(orders);
+        if (search_.best()->scale > before)
+            best_.offerSettled(*search_.best(), method_);
+    }
+
+    std::unique_ptr<Placer> placer_;
+    const char* method_;
+    Effort effort_;
+    BestLayout& best_;
+    ScaleSearch search_;
+};
+
 /// One competition for the largest layout.
 class Competition
 {
 public:
-    Competition(const std::vector<Piece>& pieces, const Sheet& sheet, double wantedScale,
+    Competition(const Pieces& made, const Sheet& sheet, const PackOptions& options, TimeLimit& time,
                 RunControl& control)
-        : pieces_(pieces), sheet_(sheet), wantedScale_(wantedScale), control_(control),
-          bound_(boundOfScale(pieces, sheet))
+        : pieces_(made.pieces), sheet_(sheet), options_(options), time_(time), control_(control),
+          bound_(boundOfScale(made.pieces, sheet)),
+          isScaleWanted_(keepsSize(options) && made.naturalScale <= bound_),
+          maxScale_(keepsSize(options) ? std::min(bound_, made.naturalScale) : bound_),
+          best_(made.pieces, sheet, maxScale_, time, control)
     {}
 
-    bool isWon() const { return !best_.layout.placements.empty(); }
-    bool hasWantedScale() const { return isWon() && best_.layout.scale >= wantedScale_; }
-    FoundLayout winner() && { return std::move(best_); }
-
-    void enterBoxes(int rounds);
-    void enterNests(const std::vector<int>& cells, int rounds);
-    void enterShelves();
+    const BestLayout& best() const { return best_; }
+    void run();
 
 private:
-    double maxScale() const { return std::min(bound_, wantedScale_); }
-    SearchStart usualStart(const Placer& placer) const
+    static bool keepsSize(const PackOptions& options)
     {
-        return {likelyShare * bound_, placer.goodOrders()};
+        return options.layoutScaling == LayoutScaling::Keep ||
+               options.layoutScaling == LayoutScaling::KeepOrShrink;
     }
-    bool findFirst(ScaleSearch& search, int orders) const;
-    void climb(ScaleSearch& search, const char* method, Effort effort, int rounds);
-    void consider(const Layout& layout, const char* method);
+    bool isOver() const { return isScaleWanted_ && best_.isAtBound(); }
+
+    void enterRows();
+    void enterBoxes();
+    void enterNests();
+    void climbOn();
+    std::unique_ptr<Entrant> enter(std::unique_ptr<Placer> placer, const char* method,
+                                   Effort effort, SearchStart start);
 
     const std::vector<Piece>& pieces_;
     const Sheet& sheet_;
-    double wantedScale_; ///< infinite for as large as possible
+    const PackOptions& options_;
+    const TimeLimit& time_;
     RunControl& control_;
     double bound_;
-    FoundLayout best_;
+    bool isScaleWanted_; ///< and possible, so that the search ends there
+    double maxScale_;
+    BestLayout best_;
+    std::vector<std::unique_ptr<Entrant>> entrants_; ///< that go on in later rounds
 };
 
-void Competition::consider(const Layout& layout, const char* method)
+std::unique_ptr<Entrant> Competition::enter(std::unique_ptr<Placer> placer, const char* method,
+                                            Effort effort, SearchStart start)
 {
-    for (const Layout& candidate :
-         {settle(pieces_, sheet_, layout, std::max(layout.scale, maxScale()), control_), layout})
+    auto entrant = std::make_unique<Entrant>(std::move(placer), method, effort, std::move(start),
+                                             best_, maxScale_, control_);
+    return entrant->begin(isScaleWanted_) ? std::move(entrant) : nullptr;
+}
+
+void Competition::enterRows()
+{
+    auto placer = std::make_unique<ShelfPlacer>(pieces_, sheet_);
+    SearchStart start{likelyShareOfRows * bound_, placer->goodOrders()};
+    ScaleSearch search(*placer, maxScale_, std::move(start), control_, [](const Layout&) {});
+    if ((isScaleWanted_ && search.tryLargest(0)) || search.start())
+        best_.offer(*search.best(), "rows");
+}
+
+void Competition::enterBoxes()
+{
+    auto placer = std::make_unique<BoxPlacer>(pieces_, sheet_, control_);
+    SearchStart start{likelyShare * bound_, placer->goodOrders()};
+    if (auto boxes = enter(std::move(placer), "boxes", boxEffort(pieces_.size()), std::move(start)))
     {
-        if (isWon() && candidate.scale <= best_.layout.scale)
-            return;
-        if (isSound(pieces_, sheet_, candidate, control_)) {
-            best_ = {candidate, method};
-            return;
-        }
+        boxes->firstRound();
+        entrants_.push_back(std::move(boxes));
     }
-}
-
-bool Competition::findFirst(ScaleSearch& search, int orders) const
-{
-    return (wantedScale_ <= bound_ && search.tryLargest(orders)) || search.start();
-}
-
-void Competition::climb(ScaleSearch& search, const char* method, Effort effort, int rounds)
-{
-    for (int round = 0; round < std::max(1, rounds) && !hasWantedScale(); ++round) {
-        const double before = round == 0 ? 0.0 : search.best()->scale;
-        search.climb(round == 0 ? effort.firstRound : effort.laterRounds);
-        if (search.best()->scale > before)
-            consider(*search.best(), method);
-    }
-}
-
-void Competition::enterBoxes(int rounds)
-{
-    BoxPlacer placer(pieces_, sheet_, control_);
-    ScaleSearch search(placer, maxScale(), usualStart(placer), control_);
-    const Effort effort = boxEffort(pieces_.size());
-    if (findFirst(search, effort.firstRound))
-        climb(search, "boxes", effort, rounds);
 }
 
 /// Each search goes on where the one on the coarser raster before it ended.
-void Competition::enterNests(const std::vector<int>& cells, int rounds)
+void Competition::enterNests()
 {
-    const Effort effort = nestEffort(pieces_.size());
     SearchStart start{likelyShare * bound_, goodOrders(pieces_)};
     if (pieces_.size() > manyPieces)
         start.orders.resize(2);
+    const std::vector<int> cells = rasterSizes(options_, pieces_.size(), sheet_);
+    std::unique_ptr<Entrant> finest;
     for (const int side : cells) {
-        NestPlacer placer(pieces_, sheet_, side, control_);
-        ScaleSearch search(placer, maxScale(), start, control_);
-        if (!findFirst(search, effort.firstRound))
+        auto nests = enter(std::make_unique<NestPlacer>(pieces_, sheet_, side, control_),
+                           "outlines", nestEffort(pieces_.size()), start);
+        if (!nests)
             continue;
-        climb(search, "outlines", effort, side == cells.back() ? rounds : 1);
-        if (hasWantedScale())
+        nests->firstRound();
+        if (isOver())
             return;
-        start = {finerGain * search.best()->scale, search.bestOrders()};
+        start = {finerGain * nests->search().best()->scale, nests->search().bestOrders()};
         if (pieces_.size() > manyPieces)
             start.orders.resize(1);
+        finest = std::move(nests);
+    }
+    if (finest)
+        entrants_.push_back(std::move(finest));
+}
+
+/// The one that is ahead goes on.
+void Competition::climbOn()
+{
+    if (entrants_.empty())
+        return;
+    const auto ahead =
+        std::max_element(entrants_.begin(), entrants_.end(), [](const auto& a, const auto& b) {
+            return a->search().best()->scale < b->search().best()->scale;
+        });
+    for (int round = 1; (time_.exists() || round < options_.mutations) && !best_.isAtBound();
+         ++round)
+    {
+        control_.checkpoint();
+        (*ahead)->nextRound();
     }
 }
 
-void Competition::enterShelves()
+void Competition::run()
 {
-    ShelfPlacer placer(pieces_, sheet_);
-    ScaleSearch search(placer, maxScale(), usualStart(placer), control_);
-    if (findFirst(search, 0))
-        consider(*search.best(), "rows");
+    enterRows();
+    const double share = boxAreaShare(pieces_);
+    if (!isOver() && pieces_.size() <= mostPiecesInBoxes && share <= boxesWorthTrying)
+        enterBoxes();
+    if (!isOver() && (entrants_.empty() || share > boxesAreAll))
+        enterNests();
+    if (!isOver())
+        climbOn();
 }
 
 } // namespace
 
 FoundLayout findLargestLayout(const Pieces& made, const Sheet& sheet, const PackOptions& options,
-                              RunControl& control)
+                              TimeLimit& time, RunControl& control)
 {
-    const std::vector<Piece>& pieces = made.pieces;
-    const bool keeps = options.layoutScaling == LayoutScaling::Keep ||
-                       options.layoutScaling == LayoutScaling::KeepOrShrink;
-    Competition competition(pieces, sheet,
-                            keeps ? made.naturalScale : std::numeric_limits<double>::infinity(),
-                            control);
-    if (pieces.size() <= mostPiecesInBoxes && boxAreaShare(pieces) <= boxesWorthTrying)
-        competition.enterBoxes(options.mutations);
-    if (!competition.hasWantedScale())
-        competition.enterNests(rasterSizes(options, pieces.size(), sheet), options.mutations);
-    if (!competition.isWon())
-        competition.enterShelves();
-    if (!competition.isWon())
-        throw std::invalid_argument("There is no room for " + std::to_string(pieces.size()) +
-                                    (pieces.size() == 1 ? " island" : " islands") +
+    Competition competition(made, sheet, options, time, control);
+    try {
+        competition.run();
+    } catch (const Stopped&) {
+        const bool isEnough =
+            options.layoutScaling != LayoutScaling::Keep || competition.best().isAtBound();
+        if (!competition.best().exists() || !isEnough)
+            throw;
+    }
+    if (!competition.best().exists())
+        throw std::invalid_argument("There is no room for " + std::to_string(made.pieces.size()) +
+                                    (made.pieces.size() == 1 ? " island" : " islands") +
                                     " with this spacing, margin and box.");
-    return std::move(competition).winner();
+    return competition.best().found();
 }
 
 } // namespace unfold3d

@@ -1,29 +1,24 @@
 #pragma once
 
 #include "Unfold3D/base/RunControl.h"
+#include "Unfold3D/packing/BestLayout.h"
 #include "Unfold3D/packing/MakePieces.h"
 #include "Unfold3D/packing/PackOptions.h"
 #include "Unfold3D/packing/Sheet.h"
 
-#include <string>
-
 namespace unfold3d
 {
-
-struct FoundLayout
-{
-    Layout layout;
-    std::string method;
-};
 
 /// Lays the pieces out as large as they can be had, or, where the options keep the size, at their
 /// natural scale if they fit and as large as they do otherwise.
 ///
-/// Several placers compete: by outlines, by boxes where the pieces fill theirs, and in rows when
-/// both fail. Each layout is settled and then tested; one that doesn't pass doesn't count.
+/// A layout in rows is there at once. Then two ways compete: by boxes, where the pieces fill
+/// theirs, and by outlines, from a coarse raster to a fine one. Whatever they find is tested
+/// exactly, and the best is kept. A stop, or the end of the time, ends the
+/// search with the best so far.
 ///
-/// Throws std::invalid_argument when there is no layout.
+/// Throws std::invalid_argument when there is no layout, and Stopped before there is one.
 FoundLayout findLargestLayout(const Pieces& pieces, const Sheet& sheet, const PackOptions& options,
-                              RunControl& control);
+                              TimeLimit& time, RunControl& control);
 
 } // namespace unfold3d

@@ -1,5 +1,6 @@
 #include "Unfold3D/packing/MakePieces.h"
 
+#include "Unfold3D/packing/ConvexHull.h"
 #include "Unfold3D/packing/IslandSizes.h"
 #include "Unfold3D/packing/Turned.h"
 #include "Unfold3D/packing/Turns.h"
@@ -57,6 +58,17 @@ void keepLevelTurns(std::vector<Vec2>& turns)
         turns.push_back({1.0, 0.0});
 }
 
+std::vector<Vec2> hullOf(const std::vector<OutlineEdge>& outline)
+{
+    std::vector<Vec2> points;
+    points.reserve(2 * outline.size());
+    for (const OutlineEdge& edge : outline) {
+        points.push_back(edge.from);
+        points.push_back(edge.to);
+    }
+    return convexHull(std::move(points));
+}
+
 /// `localPoints` [vertex] is filled for the vertices of the island.
 void shapePiece(const UVLayout& layout, const PackOptions& options, std::vector<Vec2>& localPoints,
                 Piece& piece)
@@ -68,10 +80,12 @@ void shapePiece(const UVLayout& layout, const PackOptions& options, std::vector<
             piece.size * (layout.uvs[static_cast<std::size_t>(v)] - piece.pivot);
     std::vector<OutlineEdge> outline = islandOutline(
         localPoints, layout.mesh.triangles, layout.islands.triangles[piece.island], vertices);
+    const std::vector<Vec2> hull = hullOf(outline);
+    piece.hullPerimeter = perimeter(hull);
     if (isHeldLevel(layout, piece.island))
         keepLevelTurns(piece.turns);
     else
-        piece.preTurn = preRotationOf(options.preRotation, outline);
+        piece.preTurn = preRotationOf(options.preRotation, hull);
     for (OutlineEdge& edge : outline) {
         edge.from = turned(edge.from, piece.preTurn);
         edge.to = turned(edge.to, piece.preTurn);

@@ -155,7 +155,7 @@ std::optional<NestPlacer::Spot> NestPlacer::findSpot(const BitSheet& sheet,
     return best;
 }
 
-std::optional<Layout> NestPlacer::layOut(std::span<const double> weights) const
+Attempt NestPlacer::layOut(std::span<const double> weights) const
 {
     std::map<int, SheetPool::Borrowed> sheets;
     const auto sheetOf = [&](int tile) -> BitSheet& {
@@ -166,9 +166,8 @@ std::optional<Layout> NestPlacer::layOut(std::span<const double> weights) const
     };
 
     const double reach = sheet_.margin - 0.5 * sheet_.gap;
-    Layout layout;
-    layout.scale = scale_;
-    layout.placements.resize(pieces_.size());
+    Layout layout{scale_, std::vector<Placement>(pieces_.size())};
+    double placedArea = 0.0;
     for (const int p : heaviestFirst(weights)) {
         control_.checkpoint();
         const auto i = static_cast<std::size_t>(p);
@@ -193,9 +192,10 @@ std::optional<Layout> NestPlacer::layOut(std::span<const double> weights) const
                     pose.raster.corner};
         }
         if (!isPlaced)
-            return std::nullopt;
+            return {std::nullopt, placedArea};
+        placedArea += pieces_[i].area;
     }
-    return layout;
+    return {std::move(layout), placedArea};
 }
 
 } // namespace unfold3d

@@ -25,7 +25,7 @@ public:
 
     std::vector<std::vector<double>> goodOrders() const override;
     bool setScale(double scale) override;
-    std::optional<Layout> layOut(std::span<const double> weights) const override;
+    Attempt layOut(std::span<const double> weights) const override;
 
 private:
     /// A piece in one of its turns.

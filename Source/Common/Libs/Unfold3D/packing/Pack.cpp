@@ -80,6 +80,7 @@ PackResult packIslands(const UVLayout& layout, const std::vector<int>& islands,
     PackResult result;
     if (islands.empty())
         return result;
+    TimeLimit time(options.seconds);
     Sheet sheet = makeSheet(options);
     Pieces made = makePieces(layout, islands, options, control);
     control.setProgress(piecesMade);
@@ -92,7 +93,7 @@ PackResult packIslands(const UVLayout& layout, const std::vector<int>& islands,
     if (options.tileChoice == TileChoice::ByBoxCentre)
         assignTiles(sheet, made.pieces);
 
-    const FoundLayout found = findLargestLayout(made, sheet, options, control);
+    const FoundLayout found = findLargestLayout(made, sheet, options, time, control);
     const bool isShrunk = found.layout.scale < (1.0 - sameScale) * made.naturalScale;
     if (options.layoutScaling == LayoutScaling::Keep && isShrunk)
         throw std::invalid_argument("The islands don't fit into the box at their size.");

@@ -2,6 +2,8 @@
 
 #include "Unfold3D/base/Box2.h"
 
+#include <limits>
+
 namespace unfold3d
 {
 
@@ -58,6 +60,9 @@ struct PackOptions
     LayoutScaling layoutScaling = LayoutScaling::Fit;
     int resolution = 256; ///< cells along the longer side of the box in which room is looked for
     int mutations = 1;    ///< rounds of trying other orders
+    /// When it is finite, the search goes on for so long, whatever `mutations` is. There is a
+    /// layout even if the first one takes longer.
+    double seconds = std::numeric_limits<double>::infinity();
     double spacing = 0.0; ///< least distance between islands
     double margin = 0.0;  ///< least distance between islands and the sides of their tile
     Box2 box{{0.0, 0.0}, {1.0, 1.0}};

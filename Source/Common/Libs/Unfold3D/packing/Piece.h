@@ -20,7 +20,8 @@ struct Piece
     Vec2 preTurn{1.0, 0.0};
 
     OutlineTree outline;
-    double area = 0.0;       ///< of its triangles, overlaps counted again
+    double area = 0.0; ///< of its triangles, overlaps counted again
+    double hullPerimeter = 0.0;
     std::vector<Vec2> turns; ///< that it may be laid in
     std::vector<Box2> boxes; ///< [turn] around the outline
     int tile = anyTile;

@@ -25,13 +25,17 @@ constexpr double leastScale = 1e-6;
 constexpr double closeEnough = 1.004;
 constexpr double firstClimb = 0.02;
 constexpr double leastClimb = 0.0015;
+/// A scale at which so many batches got no farther is too large for now.
+constexpr int patience = 2;
 constexpr std::array<double, 3> strengths{0.08, 0.25, 0.6};
 
 } // namespace
 
-ScaleSearch::ScaleSearch(Placer& placer, double maxScale, SearchStart start, RunControl& control)
+ScaleSearch::ScaleSearch(Placer& placer, double maxScale, SearchStart start, RunControl& control,
+                         Found found)
     : placer_(placer), maxScale_(maxScale), start_(std::move(start)), control_(control),
-      bestOrder_(start_.orders.front()), failed_(maxScale * closeEnough), climb_(firstClimb)
+      found_(std::move(found)), bestOrder_(start_.orders.front()), failed_(maxScale * closeEnough),
+      climb_(firstClimb)
 {}
 
 bool ScaleSearch::tryAt(double scale, const std::vector<Weights>& orders)
@@ -41,15 +45,19 @@ bool ScaleSearch::tryAt(double scale, const std::vector<Weights>& orders)
     control_.approach(searchDone, shareOfTry);
     if (!placer_.setScale(scale))
         return false;
-    std::vector<std::optional<Layout>> found(orders.size());
+    std::vector<Attempt> attempts(orders.size());
     tbb::parallel_for(std::size_t{0}, orders.size(),
-                      [&](std::size_t i) { found[i] = placer_.layOut(orders[i]); });
-    for (std::size_t i = 0; i < orders.size(); ++i)
-        if (found[i]) {
-            best_ = std::move(found[i]);
+                      [&](std::size_t i) { attempts[i] = placer_.layOut(orders[i]); });
+    for (std::size_t i = 0; i < orders.size(); ++i) {
+        if (attempts[i].layout) {
+            best_ = std::move(attempts[i].layout);
             bestOrder_ = orders[i];
+            found_(*best_);
             return true;
         }
+        if (scale == parent_.scale && attempts[i].placedArea > parent_.placedArea)
+            parent_ = {scale, attempts[i].placedArea, orders[i], 0};
+    }
     return false;
 }
 
@@ -110,6 +118,13 @@ std::vector<ScaleSearch::Weights> ScaleSearch::bestOrders() const
     return orders;
 }
 
+/// From now on the orders that get farthest at this scale are disturbed further.
+void ScaleSearch::aimAt(double scale)
+{
+    if (parent_.scale != scale)
+        parent_ = {scale, 0.0, best_ ? bestOrder_ : start_.orders.front(), 0};
+}
+
 std::vector<ScaleSearch::Weights> ScaleSearch::nextBatch(int count)
 {
     const std::vector<Weights>& first = start_.orders;
@@ -118,16 +133,17 @@ std::vector<ScaleSearch::Weights> ScaleSearch::nextBatch(int count)
         const int number = mutations_++;
         const double strength = strengths[static_cast<std::size_t>(number) % strengths.size()];
         // A part starts from one of the first orders, so that one bad choice isn't kept for ever.
-        const Weights& parent = number % 4 == 3
-                                    ? first[static_cast<std::size_t>(number / 4) % first.size()]
-                                    : bestOrder_;
-        batch.push_back(mutated(parent, strength, static_cast<std::uint64_t>(number) + 1));
+        const Weights& source = number % 8 == 7
+                                    ? first[static_cast<std::size_t>(number / 8) % first.size()]
+                                    : parent_.weights;
+        batch.push_back(mutated(source, strength, static_cast<std::uint64_t>(number) + 1));
     }
     return batch;
 }
 
 bool ScaleSearch::tryLargest(int orders)
 {
+    aimAt(maxScale_);
     if (tryAt(maxScale_, start_.orders))
         return true;
     for (int tried = 0; tried < orders; tried += batchSize)
@@ -142,7 +158,8 @@ void ScaleSearch::climb(int orders)
         const double scale = std::min(maxScale_, (1.0 + climb_) * best_->scale);
         if (scale <= best_->scale)
             return;
-        if (!tryAt(scale, nextBatch(orders - tried)))
+        aimAt(scale);
+        if (!tryAt(scale, nextBatch(orders - tried)) && ++parent_.failedBatches >= patience)
             climb_ = std::max(leastClimb, 0.5 * climb_);
     }
 }

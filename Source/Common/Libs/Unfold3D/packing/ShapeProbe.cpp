@@ -60,17 +60,24 @@ void spread(std::vector<CellRun>& runs)
 
 } // namespace
 
-ShapeProbe::ShapeProbe(const ShapeRaster& shape)
-    : width(shape.width), height(shape.height), runs(shape.runs)
+ShapeProbe::ShapeProbe(const ShapeRaster& shape) : width(shape.width), height(shape.height)
 {
-    if (runs.empty())
+    if (shape.runs.empty())
         return;
-    spread(runs);
+    std::vector<CellRun> order = shape.runs;
+    spread(order);
     const auto longest =
-        std::max_element(runs.begin(), runs.end(), [](const CellRun& a, const CellRun& b) {
+        std::max_element(order.begin(), order.end(), [](const CellRun& a, const CellRun& b) {
             return a.length() < b.length();
         });
-    std::rotate(runs.begin(), longest, longest + 1);
+    std::rotate(order.begin(), longest, longest + 1);
+    runs.reserve(order.size());
+    for (const CellRun& run : order) {
+        const int level = static_cast<int>(std::bit_width(static_cast<unsigned>(run.length()))) - 1;
+        const int second = run.end - (1 << level);
+        runs.push_back({run.row, level, run.begin / 64, second / 64,
+                        static_cast<unsigned>(run.begin % 64), static_cast<unsigned>(second % 64)});
+    }
 
     std::vector<CellRun> common = longestRuns(shape);
     for (std::size_t level = 0; level < heightLevels; ++level) {

@@ -54,7 +54,7 @@ bool ShelfPlacer::setScale(double scale)
     return sheet_.obstacles.empty();
 }
 
-std::optional<Layout> ShelfPlacer::layOut(std::span<const double> weights) const
+Attempt ShelfPlacer::layOut(std::span<const double> weights) const
 {
     Layout layout;
     layout.scale = scale_;
@@ -75,14 +75,14 @@ std::optional<Layout> ShelfPlacer::layOut(std::span<const double> weights) const
         };
         if (piece.tile != Piece::anyTile) {
             if (!put(piece.tile))
-                return std::nullopt;
+                return {};
             continue;
         }
         while (!put(current))
             if (++current >= sheet_.tileCount())
-                return std::nullopt;
+                return {};
     }
-    return layout;
+    return {std::move(layout), 0.0};
 }
 
 } // namespace unfold3d

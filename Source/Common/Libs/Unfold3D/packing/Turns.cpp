@@ -37,17 +37,8 @@ Vec2 ontoV(Vec2 direction)
 
 } // namespace
 
-Vec2 preRotationOf(PreRotation mode, std::span<const OutlineEdge> outline)
+Vec2 preRotationOf(PreRotation mode, const std::vector<Vec2>& hull)
 {
-    if (mode == PreRotation::None)
-        return {1.0, 0.0};
-    std::vector<Vec2> points;
-    points.reserve(2 * outline.size());
-    for (const OutlineEdge& edge : outline) {
-        points.push_back(edge.from);
-        points.push_back(edge.to);
-    }
-    const std::vector<Vec2> hull = convexHull(std::move(points));
     switch (mode) {
     case PreRotation::None:
         break;

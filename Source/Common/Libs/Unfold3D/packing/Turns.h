@@ -1,9 +1,8 @@
 #pragma once
 
-#include "Unfold3D/packing/Outline.h"
+#include "Unfold3D/base/Vec.h"
 #include "Unfold3D/packing/PackOptions.h"
 
-#include <span>
 #include <vector>
 
 namespace unfold3d
@@ -12,8 +11,8 @@ namespace unfold3d
 // A turn is a vector of length 1: the angle that it makes with the u axis is the angle of the turn,
 // and turned() in Turned.h applies it.
 
-/// How the island of an outline is turned first. The lesser of two turns that do the same.
-Vec2 preRotationOf(PreRotation mode, std::span<const OutlineEdge> outline);
+/// How an island with that convex hull is turned first. The lesser of two turns that do the same.
+Vec2 preRotationOf(PreRotation mode, const std::vector<Vec2>& hull);
 
 /// The turns that are tried after that, at least one. Multiples of 90 degrees are exact. Limits in
 /// the wrong order are swapped and what repeats after a full turn is left out. Of more than

@@ -82,6 +82,8 @@ void addSettings(SolverTable& table, const PackSettings& settings)
         .add("#MultiTile.SizeU int", settings.getTilesU())
         .add("#MultiTile.SizeV int", settings.getTilesV())
         .add(R"(#TileAssignMode string "Specified")", settings.getTilesAssignModeU3DVal());
+    if (settings.getSeconds() > 0.0)
+        table.add("#MaxSeconds double 0", settings.getSeconds());
 }
 
 } // namespace
