@@ -1,8 +1,8 @@
 // The engine through its contract: import, unfold and pack.
 //
 // Two inputs: one bumpy open patch of 1 k to 1 M triangles shows how a solve grows, and 10 to
-// 10 000 separate pieces show what many islands cost. Run it optimised, on a quiet machine; compare
-// ratios within one run rather than times between runs.
+// 100 000 separate pieces show what many islands cost. Run it optimised, on a quiet machine;
+// compare ratios within one run rather than times between runs.
 
 #include "EngineRun.h"
 #include "PatchMeshes.h"
@@ -20,7 +20,7 @@ using NU3D::CRef;
 using NU3D::CUnfold3DAPI;
 using NU3D::VALPROP_VALUE;
 
-void pack(CUnfold3DAPI& api, int mutations)
+void pack(CUnfold3DAPI& api, int mutations, double seconds = 0.0)
 {
     const CRef params = bench::table();
     params->Add("#Translate bool", CRef(true, VALPROP_VALUE));
@@ -32,6 +32,7 @@ void pack(CUnfold3DAPI& api, int mutations)
     params->Add("#LayoutScalingMode int 0", CRef(2, VALPROP_VALUE));
     params->Add("#Resolution int", CRef(1024, VALPROP_VALUE));
     params->Add("#MaxMutations int 1", CRef(mutations, VALPROP_VALUE));
+    params->Add("#MaxSeconds double 0", CRef(seconds, VALPROP_VALUE));
     params->Add("#SpacingSize double 0", CRef(2.0 / 1024.0, VALPROP_VALUE));
     params->Add("#MarginSize double 0", CRef(0.0, VALPROP_VALUE));
     params->Add("#Box box2d 0.0 1.0 0.0 1.0", CRef(NU3D::CBox2D(0, 1, 0, 1), VALPROP_VALUE));
@@ -88,6 +89,19 @@ void packPieces(benchmark::State& state)
     report(state, mesh);
 }
 
+/// How long it takes until there is a layout at all.
+void packFirstLayout(benchmark::State& state)
+{
+    const bench::FlatMesh mesh = bench::shellPieces(static_cast<int>(state.range(0)));
+    constexpr double atOnce = 1e-9;
+    for (auto _ : state) {
+        CUnfold3DAPI api;
+        import(api, mesh);
+        pack(api, 1, atOnce);
+    }
+    report(state, mesh);
+}
+
 void packPatch(benchmark::State& state)
 {
     const bench::FlatMesh mesh = bench::bumpyPatch(static_cast<int>(state.range(0)));
@@ -136,7 +150,15 @@ BENCHMARK(packPatch)
     ->Complexity();
 BENCHMARK(packPieces)
     ->ArgNames({"islands", "mutations"})
-    ->ArgsProduct({{10, 1000, 10'000}, {1, 4}})
+    ->ArgsProduct({{10, 300, 1000, 10'000}, {1, 4}})
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(packFirstLayout)
+    ->ArgName("islands")
+    ->Arg(300)
+    ->Arg(2500)
+    ->Arg(10'000)
+    ->Arg(100'000)
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 

@@ -243,6 +243,43 @@ TEST(PackTiles, DistributedIslandsUseAllTilesAtOneScale)
     EXPECT_EQ(used.size(), 6U);
 }
 
+TEST(PackTiles, ManyIslandsFillTheTilesEvenlyAndToTheShareThatIsTold)
+{
+    const Layout layout = randomLayout(60, 3);
+    PackKeys keys;
+    keys.tilesU = 3;
+    PackRun run(layout);
+    run.pack(keys);
+    ASSERT_FALSE(run.hasError()) << run.error();
+    const std::vector<Vec2> uvs = run.exportUVs();
+    double inTile[3] = {};
+    for (int i = 0; i < layout.patchCount; ++i)
+        inTile[tileOf(layout, uvs, i, keys)] += packed::areaInUV(layout, uvs, i);
+    const double mean = packed::wholeArea(layout, uvs) / 3.0;
+    for (const double area : inTile)
+        EXPECT_NEAR(area, mean, 0.1 * mean);
+}
+
+TEST(PackModes, TellsWhatIsCoveredAndABoundThatHolds)
+{
+    // Two halves of the square fill it to the gap, and the bound says no more than that.
+    const Layout layout({rectangle(1.0, 0.5), rectangle(1.0, 0.5)});
+    PackKeys keys;
+    keys.spacing = 0.02;
+    PackRun run(layout);
+    run.pack(keys);
+    const auto told = [&](const char* key) {
+        const NU3D::CRef value = run.last()->GetRef(key);
+        return value ? *value->as<double>() : -1.0;
+    };
+    const double covered = told("#Pack.Covered double");
+    const double most = told("#Pack.MostCovered double");
+    EXPECT_NEAR(covered, packed::wholeArea(layout, run.exportUVs()), 1e-9);
+    EXPECT_NEAR(covered, 0.98 * 0.98, 1e-3);
+    EXPECT_GE(most, covered);
+    EXPECT_LT(most, 0.985);
+}
+
 TEST(PackTiles, IslandsStayInTheTileOfTheirMiddleOrGoToTheNearest)
 {
     Layout layout;

@@ -116,6 +116,12 @@ void LayoutWork::pack()
 {
     const PackOptions& options = task_.options.pack;
     std::vector<Part*> together;
+    const auto packThem = [&](const std::string& failure) {
+        kyUnfold3D::PackCover cover;
+        throwUnlessSuccess(packParts(together, options, task_.console, cover), failure);
+        task_.report.packings.push_back({cover.covered, cover.mostCovered});
+        together.clear();
+    };
     for (Part& part : parts) {
         if (part.isEmpty())
             continue;
@@ -123,13 +129,10 @@ void LayoutWork::pack()
         if (options.atlas == SharedAtlas)
             continue;
         task_.beginPartOfStage(1.0 / static_cast<double>(parts.size()));
-        throwUnlessSuccess(packParts(together, options, task_.console),
-                           "geometry " + std::to_string(part.geometry) + " can't be packed");
-        together.clear();
+        packThem("geometry " + std::to_string(part.geometry) + " can't be packed");
     }
     if (!together.empty())
-        throwUnlessSuccess(packParts(together, options, task_.console),
-                           "the islands can't be packed");
+        packThem("the islands can't be packed");
 }
 
 void LayoutWork::putIntoDocument(LayoutDemands demands, bool isPacked)

@@ -320,6 +320,9 @@ std::string jsonReport(const Report& report)
         json["error"] = report.error;
     if (report.texelsPerUnit)
         json["texelsPerUnit"] = *report.texelsPerUnit;
+    for (const PackingReport& packing : report.packings)
+        json["packings"].push_back(
+            {{"covered", packing.covered}, {"mostCovered", packing.mostCovered}});
     if (report.projection)
         json["projection"] = projectionJson(*report.projection);
     if (report.transfer)

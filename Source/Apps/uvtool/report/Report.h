@@ -112,6 +112,13 @@ struct GeometryReport
     std::vector<std::string> warnings;
 };
 
+/// How full a packing made its tiles, as shares of their area.
+struct PackingReport
+{
+    double covered = 0.0;
+    double mostCovered = 0.0; ///< no layout of the islands exceeds it
+};
+
 /// What a command tells about its work.
 struct Report
 {
@@ -125,6 +132,7 @@ struct Report
     std::vector<GeometryReport> geometries;
     std::optional<CheckReport> check;    ///< of all geometries as one layout
     std::optional<double> texelsPerUnit; ///< of the UV plane, where islands were packed
+    std::vector<PackingReport> packings; ///< one for each layout
     std::optional<ProjectionReport> projection;
     std::optional<TransferReport> transfer;
     std::vector<std::string> warnings;

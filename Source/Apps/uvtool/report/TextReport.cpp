@@ -284,6 +284,14 @@ std::string lineOnDistortion(const Report& report)
     return sum.area > 0.0 ? "distortion energy " + decimal(sum.energy(), 3) + ", 4 being none" : "";
 }
 
+/// "0.784 of the tiles is covered; no layout of these islands covers more than 0.93".
+std::string lineOnPacking(const PackingReport& packing)
+{
+    return decimal(packing.covered, 3) +
+           " of the tiles is covered; no layout of these islands covers more than " +
+           decimal(packing.mostCovered, 3);
+}
+
 std::string lineOnTime(const Report& report)
 {
     std::string stages;
@@ -344,6 +352,8 @@ std::vector<std::string> textOfResult(const Report& report)
                             : lineOnLayout(report.check->found, report.texelsPerUnit) + ", " +
                                   lineOnFaults(*report.check));
     }
+    for (const PackingReport& packing : report.packings)
+        lines.push_back(lineOnPacking(packing));
     const std::string distortion = lineOnDistortion(report);
     if (!distortion.empty())
         lines.push_back(distortion);

@@ -46,7 +46,8 @@ kyUnfold3D::PackSettings settingsOf(const PackOptions& options)
 
 } // namespace
 
-SolverAnswer packParts(std::span<Part* const> parts, const PackOptions& options, Console& console)
+SolverAnswer packParts(std::span<Part* const> parts, const PackOptions& options, Console& console,
+                       kyUnfold3D::PackCover& cover)
 {
     JointMesh joint;
     for (const Part* const part : parts)
@@ -54,7 +55,7 @@ SolverAnswer packParts(std::span<Part* const> parts, const PackOptions& options,
     const auto geometry = makeGeometry({joint.positions, joint.triangles, joint.uvs}, 0);
     std::vector<osg::Vector<float, 2>> uvs;
     SolverAnswer answer = askLibrary(console, [&] {
-        return kyUnfold3D::pack(geometry, kyUVTypes::UVSet0, uvs, settingsOf(options));
+        return kyUnfold3D::pack(geometry, kyUVTypes::UVSet0, uvs, settingsOf(options), {}, cover);
     });
     if (answer.outcome != Success)
         return answer;

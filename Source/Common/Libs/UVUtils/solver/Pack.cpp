@@ -10,11 +10,11 @@ namespace kyUnfold3D
 
 kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
                            std::vector<osg::Vector<float, 2>>& uvs, const PackSettings& settings,
-                           const std::vector<unsigned int>& selectedVertices)
+                           const std::vector<unsigned int>& selectedVertices, PackCover& cover)
 {
     const auto packTheMesh = [&](SolverRun& run) {
         run.beginShare(0.5);
-        return packStep(run, selectedVertices, settings);
+        return packStep(run, selectedVertices, settings, cover);
     };
     return runSolver({"unfold3dPack", "Packing"}, {geometry, uvSet, GeometryTexCoords, uvs},
                      [&](SolverRun& run) {
@@ -25,6 +25,14 @@ kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uv
                              [&] { return exportStep(run, uvs); },
                          });
                      });
+}
+
+kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                           std::vector<osg::Vector<float, 2>>& uvs, const PackSettings& settings,
+                           const std::vector<unsigned int>& selectedVertices)
+{
+    PackCover cover;
+    return pack(geometry, uvSet, uvs, settings, selectedVertices, cover);
 }
 
 kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,

@@ -48,7 +48,8 @@ kyUVTypes::ReturnCode unfold(const osg::GeometryPtr& geometry, kyUVTypes::UVSet 
         if (!packSettings)
             return kyUVTypes::Success;
         run.beginShare(0.1);
-        return packStep(run, selectedVertices, *packSettings);
+        PackCover cover;
+        return packStep(run, selectedVertices, *packSettings, cover);
     };
     return runSolver({"unfold3dUnfold", "Unfold"}, {geometry, uvSet, inputMode, uvs},
                      [&](SolverRun& run) {

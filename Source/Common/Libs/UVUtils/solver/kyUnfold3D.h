@@ -5,6 +5,7 @@
 #include "UVUtils/model/Edge.h"
 #include "UVUtils/model/kyUVTypes.h"
 #include "UVUtils/solver/OptimizeSettings.h"
+#include "UVUtils/solver/PackCover.h"
 #include "UVUtils/solver/PackSettings.h"
 #include "UVUtils/solver/SeamSettings.h"
 #include "UVUtils/solver/UVWInputMode.h"
@@ -53,6 +54,11 @@ kyUVTypes::ReturnCode unfold(const osg::GeometryPtr& geometry, kyUVTypes::UVSet 
 kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
                            std::vector<osg::Vector<float, 2>>& uvs, const PackSettings& settings,
                            const std::vector<unsigned int>& selectedVertices);
+
+/// The same, and tells how much of the tiles is covered, and how much could be at most.
+kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,
+                           std::vector<osg::Vector<float, 2>>& uvs, const PackSettings& settings,
+                           const std::vector<unsigned int>& selectedVertices, PackCover& cover);
 
 /// The same for the whole geometry.
 kyUVTypes::ReturnCode pack(const osg::GeometryPtr& geometry, kyUVTypes::UVSet uvSet,

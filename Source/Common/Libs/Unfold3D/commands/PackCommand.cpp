@@ -132,6 +132,10 @@ void runPack(Session& session, const Params& params, Answer& answer, RunControl&
         answer.warn("The islands don't fit into the box at their size. They were made smaller, "
                     "all by the factor " +
                     std::to_string(result.shrunkBy) + ".");
+    if (options.translate) {
+        answer.set("#Pack.Covered double", NU3D::CRef(result.covered, NU3D::VALPROP_VALUE));
+        answer.set("#Pack.MostCovered double", NU3D::CRef(result.mostCovered, NU3D::VALPROP_VALUE));
+    }
     answer.set("#Pack.Method string", NU3D::CRef(result.method, NU3D::VALPROP_VALUE));
     moveIslands(session, result.moves);
 }

@@ -148,11 +148,6 @@ public:
     void run();
 
 private:
-    static bool keepsSize(const PackOptions& options)
-    {
-        return options.layoutScaling == LayoutScaling::Keep ||
-               options.layoutScaling == LayoutScaling::KeepOrShrink;
-    }
     bool isOver() const { return isScaleWanted_ && best_.isAtBound(); }
 
     void enterRows();

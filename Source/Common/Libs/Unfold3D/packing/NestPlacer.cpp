@@ -1,5 +1,6 @@
 #include "Unfold3D/packing/NestPlacer.h"
 
+#include "Unfold3D/packing/EvenTiles.h"
 #include "Unfold3D/packing/LayOrder.h"
 
 #include <algorithm>
@@ -168,30 +169,27 @@ Attempt NestPlacer::layOut(std::span<const double> weights) const
     const double reach = sheet_.margin - 0.5 * sheet_.gap;
     Layout layout{scale_, std::vector<Placement>(pieces_.size())};
     double placedArea = 0.0;
+    EvenTiles tiles(sheet_, pieces_.size());
     for (const int p : heaviestFirst(weights)) {
         control_.checkpoint();
         const auto i = static_cast<std::size_t>(p);
-        const bool anyTile = pieces_[i].tile == Piece::anyTile;
-        const int first = anyTile ? 0 : pieces_[i].tile;
-        const int last = anyTile ? sheet_.tileCount() - 1 : pieces_[i].tile;
         const long long fewest = fewestCells(poses_[i]);
-        bool isPlaced = false;
-        for (int tile = first; tile <= last && !isPlaced; ++tile) {
+        const auto put = [&](int tile) {
             BitSheet& sheet = sheetOf(tile);
             if (sheet.freeCells() < fewest)
-                continue;
+                return false;
             const std::optional<Spot> spot = findSpot(sheet, poses_[i]);
             if (!spot)
-                continue;
-            isPlaced = true;
+                return false;
             const Pose& pose = *spot->pose;
             sheet.occupy(pose.raster, spot->cell);
             layout.placements[i] = {
                 pose.turn, tile,
                 Vec2{reach + cell_ * spot->cell.x, reach + cell_ * spot->cell.y} -
                     pose.raster.corner};
-        }
-        if (!isPlaced)
+            return true;
+        };
+        if (!tiles.lay(pieces_[i], put))
             return {std::nullopt, placedArea};
         placedArea += pieces_[i].area;
     }

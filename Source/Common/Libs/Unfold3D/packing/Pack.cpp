@@ -2,6 +2,7 @@
 
 #include "Unfold3D/packing/LargestLayout.h"
 #include "Unfold3D/packing/PosedPieces.h"
+#include "Unfold3D/packing/ScaleBound.h"
 #include "Unfold3D/packing/Sheet.h"
 #include "Unfold3D/packing/Turned.h"
 
@@ -66,6 +67,31 @@ IslandMove moveInto(const Sheet& sheet, const Piece& piece, const Layout& layout
                 Vec2{stretch.x * fromCorner.x, stretch.y * fromCorner.y}};
 }
 
+double areaAtScaleOne(const std::vector<Piece>& pieces)
+{
+    double area = 0.0;
+    for (const Piece& piece : pieces)
+        area += piece.area;
+    return area;
+}
+
+/// The shares of the tiles that the layout covers and that any layout covers at most.
+void measureCover(const Pieces& made, const Sheet& sheet, const PackOptions& options,
+                  const Layout& layout, Vec2 stretch, PackResult& result)
+{
+    const double share =
+        areaAtScaleOne(made.pieces) / (sheet.tileCount() * sheet.width * sheet.height);
+    double bound = boundOfScale(made.pieces, sheet);
+    if (keepsSize(options))
+        bound = std::min(bound, made.naturalScale);
+    const double stretched = stretch.x * stretch.y;
+    result.covered = share * layout.scale * layout.scale * stretched;
+    // Stretched islands can fill everything.
+    result.mostCovered = options.layoutScaling == LayoutScaling::Stretch
+                             ? 1.0
+                             : std::min(1.0, share * bound * bound);
+}
+
 } // namespace
 
 Vec2 IslandMove::operator()(Vec2 p) const
@@ -105,6 +131,7 @@ PackResult packIslands(const UVLayout& layout, const std::vector<int>& islands,
         options.layoutScaling == LayoutScaling::Stretch && sheet.obstacles.empty();
     const Vec2 stretch =
         stretches ? stretchToSides(made.pieces, sheet, found.layout) : Vec2{1.0, 1.0};
+    measureCover(made, sheet, options, found.layout, stretch, result);
     for (std::size_t i = 0; i < made.pieces.size(); ++i)
         result.moves.push_back(
             moveInto(sheet, made.pieces[i], found.layout, found.layout.placements[i], stretch));

@@ -29,6 +29,10 @@ struct PackResult
     std::vector<IslandMove> moves; ///< one for each island that was to be packed
     double shrunkBy = 1.0;         ///< below 1 when the layout had to be made smaller to fit
     std::string method;            ///< what found the layout, for a log
+    /// Share of the tiles that the islands cover, and what no layout of them exceeds. What an
+    /// island covers twice counts twice. 0 where islands may not be moved.
+    double covered = 0.0;
+    double mostCovered = 0.0;
 };
 
 /// Packs islands into the box or the tiles of the options.

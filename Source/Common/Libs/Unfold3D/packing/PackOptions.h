@@ -71,4 +71,11 @@ struct PackOptions
     TileChoice tileChoice = TileChoice::Distribute;
 };
 
+/// Is the layout made no larger than the islands are?
+inline bool keepsSize(const PackOptions& options)
+{
+    return options.layoutScaling == LayoutScaling::Keep ||
+           options.layoutScaling == LayoutScaling::KeepOrShrink;
+}
+
 } // namespace unfold3d

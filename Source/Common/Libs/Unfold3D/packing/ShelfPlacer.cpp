@@ -1,5 +1,6 @@
 #include "Unfold3D/packing/ShelfPlacer.h"
 
+#include "Unfold3D/packing/EvenTiles.h"
 #include "Unfold3D/packing/LayOrder.h"
 
 #include <algorithm>
@@ -59,28 +60,21 @@ Attempt ShelfPlacer::layOut(std::span<const double> weights) const
     Layout layout;
     layout.scale = scale_;
     layout.placements.resize(pieces_.size());
-    std::map<int, Shelves> tiles;
-    int current = 0; // of the pieces that may go anywhere
+    std::map<int, Shelves> shelvesOfTile;
+    EvenTiles tiles(sheet_, pieces_.size());
     for (const int p : heaviestFirst(weights)) {
         const Piece& piece = pieces_[static_cast<std::size_t>(p)];
         const Box2& box = piece.boxes.front();
-        Placement& placement = layout.placements[static_cast<std::size_t>(p)];
         const auto put = [&](int tile) {
             Vec2 low;
-            Shelves& shelves = tiles.try_emplace(tile, sheet_).first->second;
+            Shelves& shelves = shelvesOfTile.try_emplace(tile, sheet_).first->second;
             if (!shelves.put(scale_ * box.width(), scale_ * box.height(), low))
                 return false;
-            placement = {0, tile, low - scale_ * box.low};
+            layout.placements[static_cast<std::size_t>(p)] = {0, tile, low - scale_ * box.low};
             return true;
         };
-        if (piece.tile != Piece::anyTile) {
-            if (!put(piece.tile))
-                return {};
-            continue;
-        }
-        while (!put(current))
-            if (++current >= sheet_.tileCount())
-                return {};
+        if (!tiles.lay(piece, put))
+            return {};
     }
     return {std::move(layout), 0.0};
 }

@@ -86,10 +86,17 @@ void addSettings(SolverTable& table, const PackSettings& settings)
         table.add("#MaxSeconds double 0", settings.getSeconds());
 }
 
+double numberIn(const NU3D::CRef& result, const char* key)
+{
+    const NU3D::CRef value = result->GetRef(key);
+    const double* const number = value ? value->as<double>() : nullptr;
+    return number != nullptr ? *number : 0.0;
+}
+
 } // namespace
 
 kyUVTypes::ReturnCode packStep(SolverRun& run, const std::vector<unsigned int>& selectedVertices,
-                               const PackSettings& settings)
+                               const PackSettings& settings, PackCover& cover)
 {
     writeLine("Packing...");
     const SolverProgressScope scope(Packing, &run.state());
@@ -103,7 +110,10 @@ kyUVTypes::ReturnCode packStep(SolverRun& run, const std::vector<unsigned int>& 
             table.add("#ProcessIslandSelection bool", true);
     }
     addSettings(table, settings);
-    return run.perform("Pack", table).code;
+    const auto answer = run.perform("Pack", table);
+    cover = {numberIn(answer.result, "#Pack.Covered double"),
+             numberIn(answer.result, "#Pack.MostCovered double")};
+    return answer.code;
 }
 
 } // namespace kyUnfold3D
