@@ -1,8 +1,10 @@
 #include "Unfold3D/mesh/EdgeNumbers.h"
 
+#include "Unfold3D/base/SortedBuckets.h"
+
 #include <algorithm>
-#include <cstdint>
-#include <limits>
+#include <compare>
+#include <span>
 
 namespace unfold3d
 {
@@ -12,31 +14,35 @@ EdgeNumbers numberEdges(const std::vector<Triangle>& triangles)
     // Visit 3 t + i walks from corner (i + 2) % 3 to corner i: (c, a), (a, b), (b, c).
     struct Visit
     {
-        std::int64_t ends;
-        std::int64_t order;
+        int high; ///< the upper end of the edge
+        int order;
+        auto operator<=>(const Visit&) const = default;
     };
-    std::vector<Visit> visits;
-    visits.reserve(3 * triangles.size());
+    int vertexCount = 0;
     for (const Triangle& corner : triangles)
-        for (std::size_t i = 0; i < 3; ++i) {
-            const auto [low, high] = std::minmax(corner[(i + 2) % 3], corner[i]);
-            visits.push_back({(static_cast<std::int64_t>(low) << 32) | high,
-                              static_cast<std::int64_t>(visits.size())});
-        }
-    std::sort(visits.begin(), visits.end(), [](const Visit& a, const Visit& b) {
-        return a.ends != b.ends ? a.ends < b.ends : a.order < b.order;
+        vertexCount = std::max(vertexCount, 1 + *std::max_element(corner.begin(), corner.end()));
+    const auto atLowEnd = sortedBuckets<Visit>(vertexCount, [&](const auto& put) {
+        int order = 0;
+        for (const Triangle& corner : triangles)
+            for (std::size_t i = 0; i < 3; ++i) {
+                const auto [low, high] = std::minmax(corner[(i + 2) % 3], corner[i]);
+                put(low, Visit{high, order++});
+            }
     });
 
-    std::vector<std::int64_t> firstVisit(visits.size());
-    for (std::size_t i = 0, first = 0; i < visits.size(); ++i) {
-        if (visits[i].ends != visits[first].ends)
-            first = i;
-        firstVisit[static_cast<std::size_t>(visits[i].order)] = visits[first].order;
+    std::vector<int> firstVisit(3 * triangles.size());
+    for (int low = 0; low < vertexCount; ++low) {
+        const std::span<const Visit> visits = atLowEnd[low];
+        for (std::size_t i = 0, first = 0; i < visits.size(); ++i) {
+            if (visits[i].high != visits[first].high)
+                first = i;
+            firstVisit[static_cast<std::size_t>(visits[i].order)] = visits[first].order;
+        }
     }
 
     EdgeNumbers edges;
     edges.ofTriangle.resize(triangles.size());
-    std::vector<int> numberOfVisit(visits.size());
+    std::vector<int> numberOfVisit(firstVisit.size());
     for (std::size_t visit = 0; visit < firstVisit.size(); ++visit) {
         const auto first = static_cast<std::size_t>(firstVisit[visit]);
         const std::size_t t = visit / 3;

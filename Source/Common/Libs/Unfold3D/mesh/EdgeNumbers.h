@@ -19,7 +19,7 @@ struct EdgeNumbers
     int count() const { return static_cast<int>(vertices.size()); }
 };
 
-/// One sort over the corners.
+/// Linear for meshes whose vertices have few triangles each.
 EdgeNumbers numberEdges(const std::vector<Triangle>& triangles);
 
 } // namespace unfold3d

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "Unfold3D/base/IslandMesh.h"
+#include "Unfold3D/base/SortedBuckets.h"
 
+#include <algorithm>
+#include <compare>
 #include <span>
 #include <vector>
 
@@ -44,6 +47,51 @@ inline int originOf(std::span<const Triangle> triangles, int h)
 inline int targetOf(std::span<const Triangle> triangles, int h)
 {
     return originOf(triangles, nextHalfEdge(h));
+}
+
+/// A half-edge at the lower of its ends.
+struct EdgeSide
+{
+    int high; ///< the other end
+    int halfEdge;
+
+    auto operator<=>(const EdgeSide&) const = default;
+};
+
+/// [vertex] the half-edges of which it is the lower end, those of one edge beside each other and
+/// ascending
+using EdgeSides = OffsetArray<EdgeSide>;
+
+/// Of the triangles for which takesPart(triangle).
+template <class Predicate>
+EdgeSides edgeSides(std::span<const Triangle> triangles, int vertexCount,
+                    const Predicate& takesPart)
+{
+    return sortedBuckets<EdgeSide>(vertexCount, [&](const auto& put) {
+        for (int t = 0; t < static_cast<int>(triangles.size()); ++t) {
+            if (!takesPart(t))
+                continue;
+            for (int h = 3 * t; h < 3 * t + 3; ++h) {
+                const int from = originOf(triangles, h);
+                const int to = targetOf(triangles, h);
+                put(std::min(from, to), EdgeSide{std::max(from, to), h});
+            }
+        }
+    });
+}
+
+/// Calls visit(lower end, sides) for each edge, by its lower end and then by the other.
+template <class Visit>
+void forEachEdge(const EdgeSides& sides, const Visit& visit)
+{
+    for (int low = 0; low < sides.size(); ++low) {
+        const std::span<const EdgeSide> at = sides[low];
+        for (std::size_t begin = 0, end = 0; begin < at.size(); begin = end) {
+            while (end < at.size() && at[end].high == at[begin].high)
+                ++end;
+            visit(low, at.subspan(begin, end - begin));
+        }
+    }
 }
 
 } // namespace unfold3d

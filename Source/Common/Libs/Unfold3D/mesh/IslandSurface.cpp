@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <span>
 
 namespace unfold3d
 {
@@ -12,22 +14,46 @@ namespace unfold3d
 namespace
 {
 
+/// The places of numbers in an ascending list. Where the list is dense, as that of an island mostly
+/// is, a table gives them.
+class PlaceInList
+{
+public:
+    explicit PlaceInList(std::span<const int> list) : list_(list)
+    {
+        if (list.empty() || (list.back() - list.front()) / mostSparse > std::ssize(list))
+            return;
+        table_.resize(static_cast<std::size_t>(list.back() - list.front()) + 1);
+        for (std::size_t place = 0; place < list.size(); ++place)
+            table_[static_cast<std::size_t>(list[place] - list.front())] = static_cast<int>(place);
+    }
+    int of(int number) const
+    {
+        if (!table_.empty())
+            return table_[static_cast<std::size_t>(number - list_.front())];
+        return static_cast<int>(std::lower_bound(list_.begin(), list_.end(), number) -
+                                list_.begin());
+    }
+
+private:
+    static constexpr int mostSparse = 4;
+    std::span<const int> list_;
+    std::vector<int> table_;
+};
+
 void numberFromZero(const ImportedMesh& mesh, const Islands& islands, int island,
                     IslandSurface& surface)
 {
     for (const int v : islands.vertices[island])
         if (islands.anchor[static_cast<std::size_t>(v)] == v)
             surface.vertices.push_back(v);
-    const auto localOf = [&](int v) {
-        const auto at = std::lower_bound(surface.vertices.begin(), surface.vertices.end(), v);
-        return static_cast<int>(at - surface.vertices.begin());
-    };
+    const PlaceInList local(surface.vertices);
     const std::span<const int> triangles = islands.triangles[island];
     surface.triangles.assign(triangles.begin(), triangles.end());
     surface.mesh.triangles.reserve(surface.triangles.size());
     for (const int t : surface.triangles) {
         const auto& [a, b, c] = mesh.triangles[static_cast<std::size_t>(t)];
-        surface.mesh.triangles.push_back({localOf(a), localOf(b), localOf(c)});
+        surface.mesh.triangles.push_back({local.of(a), local.of(b), local.of(c)});
     }
 }
 

@@ -1,10 +1,12 @@
 #include "Unfold3D/mesh/MeshImport.h"
 
+#include "Unfold3D/base/SortedBuckets.h"
+#include "Unfold3D/mesh/HalfEdges.h"
+
 #include <algorithm>
 #include <cmath>
+#include <compare>
 #include <cstdint>
-#include <numeric>
-#include <tuple>
 
 namespace unfold3d
 {
@@ -127,43 +129,39 @@ bool hasNoArea(Vec3 a, Vec3 b, Vec3 c)
     return length(cross(unit[0], unit[1])) < noAreaHeight * longest;
 }
 
-/// The triangles in the order of their sorted corners, equal ones by number.
-std::vector<int> orderByCorners(const std::vector<Triangle>& triangles)
-{
-    std::vector<Triangle> keys = triangles;
-    for (Triangle& key : keys)
-        std::sort(key.begin(), key.end());
-    std::vector<int> order(triangles.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::sort(order.begin(), order.end(), [&](int a, int b) {
-        const Triangle& ka = keys[static_cast<std::size_t>(a)];
-        const Triangle& kb = keys[static_cast<std::size_t>(b)];
-        return ka != kb ? ka < kb : a < b;
-    });
-    return order;
-}
-
 /// For each triangle the first one with the same corners, in whatever order.
-std::vector<int> findFirstOfCopies(const std::vector<Triangle>& triangles)
+std::vector<int> findFirstOfCopies(const ImportedMesh& mesh)
 {
-    const std::vector<int> order = orderByCorners(triangles);
-    std::vector<int> first(triangles.size());
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        const auto t = static_cast<std::size_t>(order[i]);
-        first[t] = order[i];
-        if (i == 0)
-            continue;
-        const auto before = static_cast<std::size_t>(order[i - 1]);
-        if (std::is_permutation(triangles[t].begin(), triangles[t].end(),
-                                triangles[before].begin()))
-            first[t] = first[before];
+    struct Others
+    {
+        int middle;
+        int high;
+        int triangle;
+        auto operator<=>(const Others&) const = default;
+    };
+    const auto atLowest = sortedBuckets<Others>(mesh.vertexCount(), [&](const auto& put) {
+        for (int t = 0; t < mesh.triangleCount(); ++t) {
+            Triangle corners = mesh.triangles[static_cast<std::size_t>(t)];
+            std::sort(corners.begin(), corners.end());
+            put(corners[0], Others{corners[1], corners[2], t});
+        }
+    });
+    std::vector<int> first(mesh.triangles.size());
+    for (int v = 0; v < mesh.vertexCount(); ++v) {
+        const Others* before = nullptr;
+        for (const Others& own : atLowest[v]) {
+            const bool isCopy = before && before->middle == own.middle && before->high == own.high;
+            first[static_cast<std::size_t>(own.triangle)] =
+                isCopy ? first[static_cast<std::size_t>(before->triangle)] : own.triangle;
+            before = &own;
+        }
     }
     return first;
 }
 
 void classifyTriangles(ImportedMesh& mesh, ImportFindings& findings)
 {
-    const std::vector<int> firstOfCopies = findFirstOfCopies(mesh.triangles);
+    const std::vector<int> firstOfCopies = findFirstOfCopies(mesh);
     int repeated = 0;
     int copies = 0;
     int lines = 0;
@@ -205,51 +203,29 @@ void classifyTriangles(ImportedMesh& mesh, ImportFindings& findings)
 /// Names the edges that aren't those of an oriented surface, in the order of their vertices.
 void inspectEdges(const ImportedMesh& mesh, ImportFindings& findings, const RunControl& control)
 {
-    struct HalfEdge
-    {
-        int low;
-        int high;
-        int triangle;
-        bool upward; ///< walked from the lower vertex to the higher
-    };
-    std::vector<HalfEdge> halfEdges;
-    halfEdges.reserve(3 * mesh.triangles.size());
-    for (int t = 0; t < mesh.triangleCount(); ++t) {
-        if (mesh.parts[static_cast<std::size_t>(t)] == ImportedMesh::LeftOut)
-            continue;
-        const Triangle& corner = mesh.triangles[static_cast<std::size_t>(t)];
-        for (std::size_t i = 0; i < 3; ++i) {
-            const int from = corner[i];
-            const int to = corner[(i + 1) % 3];
-            halfEdges.push_back({std::min(from, to), std::max(from, to), t, from < to});
-        }
-    }
-    control.checkpoint();
-    std::sort(halfEdges.begin(), halfEdges.end(), [](const HalfEdge& a, const HalfEdge& b) {
-        return std::tie(a.low, a.high, a.triangle) < std::tie(b.low, b.high, b.triangle);
+    const EdgeSides sides = edgeSides(mesh.triangles, mesh.vertexCount(), [&](int t) {
+        return mesh.parts[static_cast<std::size_t>(t)] != ImportedMesh::LeftOut;
     });
-
     control.checkpoint();
-
     int crowded = 0;
     int turned = 0;
-    for (std::size_t begin = 0, end = 0; begin < halfEdges.size(); begin = end) {
-        const HalfEdge& first = halfEdges[begin];
-        while (end < halfEdges.size() && halfEdges[end].low == first.low &&
-               halfEdges[end].high == first.high)
-            ++end;
-        const std::string edge = "The edge of vertices " + std::to_string(first.low) + " and " +
-                                 std::to_string(first.high);
-        if (end - begin > 2) {
+    forEachEdge(sides, [&](int low, std::span<const EdgeSide> ofEdge) {
+        const auto edge = [&] {
+            return "The edge of vertices " + std::to_string(low) + " and " +
+                   std::to_string(ofEdge[0].high);
+        };
+        if (ofEdge.size() > 2) {
             ++crowded;
-            findings.badEdges.add(edge + " has " + number(end - begin) + " triangles.");
-        } else if (end - begin == 2 && first.upward == halfEdges[begin + 1].upward) {
+            findings.badEdges.add(edge() + " has " + number(ofEdge.size()) + " triangles.");
+        } else if (ofEdge.size() == 2 && originOf(mesh.triangles, ofEdge[0].halfEdge) ==
+                                             originOf(mesh.triangles, ofEdge[1].halfEdge))
+        {
             ++turned;
-            findings.badEdges.add(edge + " joins triangles " + std::to_string(first.triangle) +
-                                  " and " + std::to_string(halfEdges[begin + 1].triangle) +
-                                  ", which face opposite sides.");
+            findings.badEdges.add(
+                edge() + " joins triangles " + std::to_string(ofEdge[0].halfEdge / 3) + " and " +
+                std::to_string(ofEdge[1].halfEdge / 3) + ", which face opposite sides.");
         }
-    }
+    });
     const auto append = [&findings](const std::string& text) {
         findings.warning += (findings.warning.empty() ? "" : "\n") + text;
     };

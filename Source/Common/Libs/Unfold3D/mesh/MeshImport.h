@@ -39,7 +39,7 @@ struct ImportFindings
 /// space. Worked around: bad triangles (see ImportedMesh::Part) and edges that aren't those of a
 /// surface. An empty mesh is fine. UV points that no triangle uses stand at the origin in space.
 ///
-/// Cost: two sorts over the corners.
+/// Linear for meshes whose vertices have few triangles each.
 ImportedMesh importMesh(const MeshArrays& arrays, ImportFindings& findings,
                         const RunControl& control);
 

@@ -14,8 +14,10 @@ namespace
 /// line with the next up to rounding.
 constexpr double leastOutlineShare = 1e-2;
 /// Rounds of refinement: the first brings the digits that the factorisation lost, the second is for
-/// springs of very different stiffness.
+/// springs of very different stiffness, and left out when the first moved nothing by this share of
+/// the circle: each round has the square of the error before it.
 constexpr int refinements = 2;
+constexpr double lastMove = 1e-9;
 
 std::size_t at(int index)
 {
@@ -139,9 +141,14 @@ std::optional<std::vector<Vec2>> ConvexMapper::map(const SpringNet& springs,
         cholesky.solve(x);
         control.checkpoint();
         cholesky.solve(y);
-        for (std::size_t i = 0; i < uv.size(); ++i)
+        double farthest = 0.0;
+        for (std::size_t i = 0; i < uv.size(); ++i) {
             uv[i] += {x[i], y[i]};
+            farthest = std::max({farthest, std::abs(x[i]), std::abs(y[i])});
+        }
         control.checkpoint();
+        if (farthest < lastMove)
+            break;
     }
     std::vector<Vec2> ofVertices(uv.size());
     for (std::size_t v = 0; v < uv.size(); ++v)
