@@ -160,26 +160,40 @@ TEST(SparseCholesky, ReplacesThePivotsOfASingularMatrix)
 
 TEST(RefinedCholesky, SolvesWhatShortNumbersCannotHold)
 {
-    // A chain of stiff springs that a soft one holds: the soft one is lost beside them.
-    const VertexGraph graph = gridGraph(40, 1);
-    const SymbolicCholesky symbolic = analyse(graph, RunControl());
-    BlockMatrix matrix(symbolic, 2);
-    for (std::size_t column = 0; column < 40; ++column)
-        for (int e = symbolic.columnOffsets[column]; e < symbolic.columnOffsets[column + 1]; ++e) {
-            const std::size_t row =
-                static_cast<std::size_t>(symbolic.entryRows[static_cast<std::size_t>(e)]);
+    // Chains of stiff springs that a soft one holds each: the soft ones are lost beside them.
+    constexpr int length = 40;
+    for (const int chains : {1, 20}) {
+        SCOPED_TRACE(chains);
+        std::vector<Pair> links;
+        for (int node = 1; node < chains * length; ++node)
+            if (node % length != 0)
+                links.push_back({node - 1, node});
+        const SymbolicCholesky symbolic =
+            analyse(graphOfPairs(links, chains * length), RunControl());
+        BlockMatrix matrix(symbolic, 2);
+        std::vector<double> x(static_cast<std::size_t>(2 * chains * length), 1.0);
+        for (int node = 0; node < chains * length; ++node) {
+            const auto column = [&](int of) {
+                return static_cast<std::size_t>(symbolic.newOfOld[static_cast<std::size_t>(of)]);
+            };
             for (const std::size_t c : {0U, 3U}) {
-                matrix.diagonal[4 * column + c] += 1e9;
-                matrix.diagonal[4 * row + c] += 1e9;
-                matrix.lower[4 * static_cast<std::size_t>(e) + c] = -1e9;
+                double& own = matrix.diagonal[4 * column(node) + c];
+                if (node % length == 0) {
+                    own += 1.0;
+                    continue;
+                }
+                own += 1e9;
+                matrix.diagonal[4 * column(node - 1) + c] += 1e9;
+                const int link = symbolic.entryOf(static_cast<int>(column(node - 1)),
+                                                  static_cast<int>(column(node)));
+                matrix.lower[4 * static_cast<std::size_t>(link) + c] = -1e9;
             }
         }
-    matrix.diagonal[0] += 1.0;
-    matrix.diagonal[3] += 1.0;
-    std::vector<double> x(80, 1.0); // pulls of 1 at 40 nodes that one spring of stiffness 1 bears
-    RefinedCholesky(symbolic).solve(matrix, x, 1e-3, RunControl());
-    for (const double value : x)
-        EXPECT_NEAR(value, 40.0, 1e-3);
+        // Pulls of 1 at each node of a chain, that one spring of stiffness 1 bears.
+        RefinedCholesky(symbolic).solve(matrix, x, 1e-3, RunControl());
+        for (const double value : x)
+            ASSERT_NEAR(value, length, 1e-3);
+    }
 }
 
 TEST(SymbolicCholesky, CountsTheEntriesOfTheFactor)

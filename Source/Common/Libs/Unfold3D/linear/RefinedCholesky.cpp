@@ -15,7 +15,11 @@ constexpr int maxRounds = 6;
 /// Pivots that may have to be replaced, beside the motions that cost nothing: a matrix that loses
 /// more has magnitudes that short numbers can't hold.
 constexpr int mostReplaced = 8;
-/// Short numbers are tried again when the contrast has fallen by this factor.
+/// Added to the diagonal, as a share of it, where more are lost: enough that rounding in short
+/// numbers leaves something of every pivot. Parts that are much stiffer than what holds them give
+/// way to it, but hardly anything else does.
+constexpr double stiffening = 3e-5;
+/// What failed is tried again when the contrast has fallen by this factor.
 constexpr double contrastStep = 2.0;
 
 double product(std::span<const double> a, std::span<const double> b)
@@ -82,7 +86,8 @@ void RefinedCholesky::solve(const BlockMatrix& matrix, std::span<double> values,
 {
     const double contrast = contrastOf(matrix);
     if (contrast <= mostContrast_) {
-        if (solveShort(matrix, values, tolerance, control))
+        if (factoriseShort(matrix, contrast, control) &&
+            solveShort(matrix, values, tolerance, control))
             return;
         mostContrast_ = contrast / contrastStep;
     }
@@ -90,12 +95,22 @@ void RefinedCholesky::solve(const BlockMatrix& matrix, std::span<double> values,
     longFactor_.solve(values);
 }
 
+/// Returns whether there is a factor that serves.
+bool RefinedCholesky::factoriseShort(const BlockMatrix& matrix, double contrast,
+                                     const RunControl& control)
+{
+    if (contrast <= mostPlainContrast_) {
+        if (shortFactor_.factorise(matrix, control, mostReplaced) <= mostReplaced)
+            return true;
+        mostPlainContrast_ = contrast / contrastStep;
+    }
+    return shortFactor_.factorise(matrix, control, mostReplaced, stiffening) <= mostReplaced;
+}
+
 /// Conjugate gradients. Returns whether they came to their end; if not, nothing has changed.
 bool RefinedCholesky::solveShort(const BlockMatrix& matrix, std::span<double> values,
                                  double tolerance, const RunControl& control)
 {
-    if (shortFactor_.factorise(matrix, control, mostReplaced) > mostReplaced)
-        return false;
     std::vector<double> residual(values.begin(), values.end());
     std::vector<double> solution(residual.size(), 0.0);
     std::vector<double> corrected = residual;

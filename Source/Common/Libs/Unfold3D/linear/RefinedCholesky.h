@@ -15,8 +15,9 @@ namespace unfold3d
 /// factor needs, and less time: the factor is computed in short numbers, and conjugate gradients
 /// (Hestenes and Stiefel 1952) with it as their preconditioner bring back the digits.
 ///
-/// Where short numbers don't do, as with stiffnesses of too many magnitudes, it factorises in long
-/// ones, and tries the short ones again when the magnitudes have come much nearer to each other.
+/// Where stiffnesses of too many magnitudes would leave nothing of pivots in short numbers, the
+/// factor is that of a slightly stiffer matrix. Where that doesn't do, it factorises in long ones,
+/// and tries the short ones again when the magnitudes have come much nearer to each other.
 class RefinedCholesky
 {
 public:
@@ -33,6 +34,7 @@ public:
                const RunControl& control);
 
 private:
+    bool factoriseShort(const BlockMatrix& matrix, double contrast, const RunControl& control);
     bool solveShort(const BlockMatrix& matrix, std::span<double> values, double tolerance,
                     const RunControl& control);
 
@@ -40,8 +42,10 @@ private:
     std::shared_ptr<FactorMemory> memory_;
     MultifrontalCholesky<float> shortFactor_;
     SparseCholesky longFactor_;
-    /// Ratio of the stiffest to the softest unknown up to which short numbers may do.
+    /// Ratio of the stiffest to the softest unknown up to which short numbers may do, and up to
+    /// which they may without stiffening.
     double mostContrast_ = std::numeric_limits<double>::infinity();
+    double mostPlainContrast_ = std::numeric_limits<double>::infinity();
 };
 
 /// product = matrix * values, for 2 by 2 blocks.

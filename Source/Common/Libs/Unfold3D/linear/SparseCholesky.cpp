@@ -60,7 +60,7 @@ namespace
 
 template <int blockSize, class Front>
 void addMatrixColumn(const BlockMatrix& matrix, const SymbolicCholesky& symbolic, int column,
-                     std::span<const int> placeInFront, const Front& front)
+                     std::span<const int> placeInFront, double onDiagonal, const Front& front)
 {
     using Number = std::remove_pointer_t<decltype(front.panel)>;
     constexpr int square = blockSize * blockSize;
@@ -69,7 +69,8 @@ void addMatrixColumn(const BlockMatrix& matrix, const SymbolicCholesky& symbolic
     for (int c = 0; c < blockSize; ++c) {
         Number* const out = front.column(place + c);
         for (int r = c; r < blockSize; ++r)
-            out[place + r] += static_cast<Number>(diagonal[r * blockSize + c]);
+            out[place + r] +=
+                static_cast<Number>((r == c ? onDiagonal : 1.0) * diagonal[r * blockSize + c]);
         for (int e = symbolic.columnOffsets[at(column)]; e < symbolic.columnOffsets[at(column) + 1];
              ++e)
         {
@@ -85,9 +86,10 @@ void addMatrixColumn(const BlockMatrix& matrix, const SymbolicCholesky& symbolic
 
 template <class Number>
 int MultifrontalCholesky<Number>::factorise(const BlockMatrix& matrix, const RunControl& control,
-                                            int mostReplaced)
+                                            int mostReplaced, double stiffening)
 {
     blockSize_ = matrix.blockSize;
+    stiffening_ = stiffening;
     return blockSize_ == 1 ? factoriseBlocks<1>(matrix, control, mostReplaced)
                            : factoriseBlocks<2>(matrix, control, mostReplaced);
 }
@@ -148,7 +150,7 @@ int MultifrontalCholesky<Number>::eliminate(const BlockMatrix& matrix, int s)
         placeInFront_[at(rows[at(i)])] = columns + i;
     pivotSizes_.clear();
     for (int j = first; j < first + columns; ++j) {
-        addMatrixColumn<blockSize>(matrix, symbolic_, j, placeInFront_, front);
+        addMatrixColumn<blockSize>(matrix, symbolic_, j, placeInFront_, 1.0 + stiffening_, front);
         for (int c = 0; c < blockSize; ++c)
             pivotSizes_.push_back(
                 static_cast<Number>(matrix.diagonal[at(j) * square + at(c * (blockSize + 1))]));

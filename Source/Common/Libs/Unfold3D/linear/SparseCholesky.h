@@ -67,9 +67,10 @@ public:
     /// Factorises; looks at `control` between fronts and throws Stopped when asked to, after which
     /// factorise() has to be called again. Returns how many pivots had to be replaced because
     /// rounding left nothing of them: 0 for a matrix that is well conditioned. Gives up once these
-    /// are more than `mostReplaced`.
+    /// are more than `mostReplaced`. The numbers on the diagonal are taken larger by the share
+    /// `stiffening`, for a factor that only has to be near that of the matrix.
     int factorise(const BlockMatrix& matrix, const RunControl& control,
-                  int mostReplaced = std::numeric_limits<int>::max());
+                  int mostReplaced = std::numeric_limits<int>::max(), double stiffening = 0.0);
 
     /// Solves in place. values [column * blockSize + component], in the order of elimination.
     void solve(std::span<double> values) const;
@@ -87,6 +88,7 @@ private:
 
     const SymbolicCholesky& symbolic_;
     int blockSize_ = 0;
+    double stiffening_ = 0.0;
     DenseKernels<Number> kernels_;
     std::shared_ptr<FactorMemory> memory_;
     std::size_t stackTops_[2] = {};
